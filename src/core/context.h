@@ -1,0 +1,68 @@
+// Who is at work and on what: the names that a failure carries to the trace.
+//
+// A FunctionContext holds four texts and only while the trace is on; otherwise it is one null pointer, so that
+// every routine, date and period can own one for nothing.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+/// The trace is on: items are stored and contexts keep their texts. Set by TraceStart and TraceShow.
+inline bool tracing = false;
+/// Items are suppressed for a while without ending the trace.
+inline bool TraceMuted = false;
+
+/// True if a trace item would be stored: the one test in front of every text that is built for the trace.
+inline bool traced() { return tracing && !TraceMuted; }
+
+class FunctionContext {
+  public:
+    constexpr FunctionContext() noexcept = default;
+    FunctionContext(std::string_view function, std::string_view variable) {
+        if (tracing) setnames(function, variable);
+    }
+    FunctionContext(const FunctionContext& other) {
+        if (other.texts_) copy(other);
+    }
+    FunctionContext(FunctionContext&&) noexcept = default;
+    FunctionContext& operator=(const FunctionContext& other) {
+        if (texts_ || other.texts_) copy(other);
+        return *this;
+    }
+    FunctionContext& operator=(FunctionContext&&) noexcept = default;
+    ~FunctionContext() = default;
+
+    // Setters act only while the trace is on.
+    void setfunction(std::string_view text) { set(&Texts::function, text); }
+    void setvariable(std::string_view text) { set(&Texts::variable, text); }
+    void setclass(std::string_view text) { set(&Texts::class_name, text); }
+    void setmessage(std::string_view text) { set(&Texts::message, text); }
+    void setnames(std::string_view function, std::string_view variable) {
+        set(&Texts::function, function);
+        set(&Texts::variable, variable);
+    }
+
+    std::string function() const { return get(&Texts::function); }
+    std::string variable() const { return get(&Texts::variable); }
+    std::string class_name() const { return get(&Texts::class_name); }
+    std::string message() const { return get(&Texts::message); }
+
+    /// The lines that an error's description shows: function, variable, message and class, each if not empty.
+    std::string text() const;
+
+  private:
+    struct Texts {
+        std::string function, variable, class_name, message;
+    };
+
+    void set(std::string Texts::*field, std::string_view text);
+    std::string get(std::string Texts::*field) const { return texts_ ? (*texts_).*field : std::string{}; }
+    void copy(const FunctionContext& other);
+
+    std::unique_ptr<Texts> texts_;
+};
+
+} // namespace qx

@@ -1,0 +1,167 @@
+// Routine: what every core routine opens with. It gives the routine its entry and return in the trace, its checks
+// of bounds and its errors, and costs one branch while the trace is off:
+//
+//     double DYear(const date& TheDate) {
+//         Routine here{"DYear"};
+//         here.arguments(QX_NAMED(TheDate));
+//         return here.returning(TheDate.decimal_year());
+//     }
+#pragma once
+
+#include "core/errors.h"
+#include "core/trace.h"
+#include "core/utilities.h"
+
+#include <exception>
+#include <utility>
+
+namespace qx {
+
+/// The names of some variables as one text, followed by the variables: arguments(QX_NAMED(Start, Finish)).
+#define QX_NAMED(...) #__VA_ARGS__, __VA_ARGS__
+
+/// A block of the trace that ends with its scope: a loop pass or an if clause. Not closed while an error unwinds,
+/// so that the error stands inside the block in which it arose.
+class TraceBlock {
+  public:
+    TraceBlock() = default;
+    explicit TraceBlock(bool open) : open_(open), exceptions_(open ? std::uncaught_exceptions() : 0) {}
+    TraceBlock(const TraceBlock&) = delete;
+    TraceBlock& operator=(const TraceBlock&) = delete;
+    ~TraceBlock() {
+        if (open_ && std::uncaught_exceptions() == exceptions_) trace().changelevel(-1);
+    }
+
+  private:
+    bool open_ = false;
+    int exceptions_ = 0;
+};
+
+class Routine {
+  public:
+    enum Call { function, internal, array };
+
+    explicit Routine(const char* name, Call call = function) : name_(name) {
+        if (qx::traced()) enter(call);
+    }
+
+    const char* name() const { return name_; }
+    bool traced() const { return qx::traced(); }
+    int level() const { return level_; }
+
+    /// The inputs of the routine, one trace item each: arguments(QX_NAMED(...)).
+    template <class... Values>
+    void arguments(const char* names, const Values&... values) {
+        if (!qx::traced()) return;
+        trace().arguments();
+        (argument(names, values), ...);
+        trace().changelevel(-1);
+    }
+
+    /// Throws errlibmin or errlibmax in the argument's name unless low <= value <= high. NaN passes.
+    void limit(double value, double low, double high, const char* variable) {
+        at_least(value, low, variable);
+        at_most(value, high, variable);
+    }
+    void at_least(double value, double low, const char* variable) {
+        if (value < low) fail<errlibmin>(variable);
+    }
+    void at_most(double value, double high, const char* variable) {
+        if (value > high) fail<errlibmax>(variable);
+    }
+
+    /// The context of this routine, for a variable at work.
+    FunctionContext context(std::string_view variable = {}) const { return FunctionContext(name_, variable); }
+
+    /// Throws an error of class E about a variable ("" for none), with a message made of the pieces.
+    template <class E, class... Pieces>
+    [[noreturn]] void fail(const char* variable, const Pieces&... pieces) const {
+        FunctionContext context(name_, variable);
+        if (sizeof...(pieces) > 0 && tracing) context.setmessage(text_of(pieces...));
+        throw E(context);
+    }
+
+    template <class... Pieces>
+    void info(const Pieces&... pieces) const {
+        if (qx::traced()) trace().info(text_of(pieces...));
+    }
+    template <class... Pieces>
+    void warning(const Pieces&... pieces) const {
+        if (qx::traced()) trace().warning(text_of(pieces...));
+    }
+    /// A numbered "Change in Behaviour" note.
+    void change_note(int number, const char* text) const {
+        if (qx::traced()) trace().change_note(number, text);
+    }
+
+    /// One pass of a loop: the block lasts as long as the object returned.
+    template <class... Pieces>
+    [[nodiscard]] TraceBlock pass(int index, const Pieces&... pieces) const {
+        if (!qx::traced()) return TraceBlock(false);
+        trace().loop_pass(index, text_of(pieces...));
+        return TraceBlock(true);
+    }
+    /// A branch taken, as a block.
+    template <class... Pieces>
+    [[nodiscard]] TraceBlock branch(const Pieces&... pieces) const {
+        if (!qx::traced()) return TraceBlock(false);
+        trace().if_clause(text_of(pieces...));
+        return TraceBlock(true);
+    }
+    /// A list of passes under one heading, as a block.
+    [[nodiscard]] TraceBlock loop(const char* label, const char* text) const {
+        if (!qx::traced()) return TraceBlock(false);
+        trace().timeperiod_loop(label, text);
+        return TraceBlock(true);
+    }
+
+    /// The result, with its trace item; the level returns to that of the caller.
+    template <class T>
+    T returning(T&& value) const {
+        if (qx::traced()) trace().return_value(value, name_, level_);
+        return std::forward<T>(value);
+    }
+    /// The same under the result's name.
+    template <class T>
+    T returning(const char* result, T&& value) const {
+        if (qx::traced()) trace().return_value(result, value, name_, level_);
+        return std::forward<T>(value);
+    }
+    /// The end of a routine whose result is shown elsewhere or is none.
+    void returning() const {
+        if (qx::traced()) trace().returning(name_, level_);
+    }
+
+  private:
+    void enter(Call call) {
+        level_ = trace().currentlevel();
+        switch (call) {
+        case function:
+            trace().function_call(name_);
+            break;
+        case internal:
+            trace().internal_call(name_);
+            break;
+        case array:
+            trace().array_call(name_);
+            break;
+        }
+    }
+
+    /// Takes the first name off the list and shows the value under it.
+    template <class T>
+    void argument(const char*& names, const T& value) {
+        while (*names == ' ' || *names == ',') ++names;
+        const char* const start = names;
+        while (*names != '\0' && *names != ',') ++names;
+        const std::string_view name(start, static_cast<std::size_t>(names - start));
+        trace().argument(name, value,
+                         trace().describe_argument != nullptr ? trace().describe_argument(name_, name)
+                                                              : std::string_view{});
+    }
+
+    const char* name_;
+    int level_ = -1;
+};
+
+} // namespace qx

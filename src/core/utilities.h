@@ -1,0 +1,58 @@
+// Tolerance tests, arithmetic that cannot go wrong silently, and values as text.
+#pragma once
+
+#include "core/ministring.h"
+
+#include <cmath>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+/// Two numbers within this distance are equal, and a number within it of zero is zero, in the whole library.
+inline constexpr double tolerance = 1e-12;
+
+/// True if |x| is at most the tolerance. False for NaN.
+inline bool iszero(double x) { return std::fabs(x) <= tolerance; }
+/// True if a and b differ by at most the tolerance. False if either is NaN.
+inline bool isequal(double a, double b) { return std::fabs(a - b) <= tolerance; }
+/// x minus its truncation to an integer; it has the sign of x.
+inline double fraction(double x) { return x - std::trunc(x); }
+
+/// dividend / divisor, or 0 if either is zero (iszero).
+inline double safe_divide(double dividend, double divisor) {
+    return iszero(dividend) || iszero(divisor) ? 0.0 : dividend / divisor;
+}
+
+/// base raised to exponent: 1 for a zero exponent, even of a zero base; 0 for any other power of a zero base.
+/// Throws errlibbadexponentiation for a negative base with a fractional exponent.
+double SafePow(double base, double exponent);
+double SafePow(double base, int n);
+
+/// The whole part of x, held to the ends of a 32-bit integer; 0 for NaN.
+inline int whole(double x) {
+    if (!(x > -2147483648.0)) return std::isnan(x) ? 0 : INT32_MIN;
+    return x >= 2147483647.0 ? INT32_MAX : static_cast<int>(x);
+}
+
+// Values as text, for the trace and for messages. Each value type adds its own overload beside its declaration.
+std::string describe(double value); ///< three decimals, as 1234.500
+std::string describe(int value);
+std::string describe(long value);
+std::string describe(long long value);
+std::string describe(bool value); ///< "true" or "false"
+inline std::string describe(const std::string& value) { return value; }
+inline std::string describe(std::string_view value) { return std::string(value); }
+inline std::string describe(const char* value) { return value; }
+inline std::string describe(const ministring& value) { return value.str(); }
+
+/// The texts of several values in a row.
+template <class... Values>
+std::string text_of(const Values&... values) {
+    std::string text;
+    ((text += describe(values)), ...);
+    return text;
+}
+
+} // namespace qx
