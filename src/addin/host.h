@@ -31,7 +31,8 @@ int excel_call(int xlfn, OPER* result, int count, OPER* const* arguments);
 template <class... Cells>
 int Excel(int xlfn, OPER* result, int count, Cells*... cells) {
     OPER* const arguments[] = {cells..., nullptr};
-    return excel_call(xlfn, result, count < static_cast<int>(sizeof...(cells)) ? count : static_cast<int>(sizeof...(cells)),
+    return excel_call(xlfn, result,
+                      count < static_cast<int>(sizeof...(cells)) ? count : static_cast<int>(sizeof...(cells)),
                       arguments);
 }
 

@@ -60,12 +60,10 @@ class TreeBuilder {
   private:
     /// Opens the cursor's node and all above it.
     void open_path() {
-        for (auto node = path_.rbegin(); node != path_.rend() && !(*node)->expanded; ++node)
-            (*node)->expanded = true;
+        for (auto node = path_.rbegin(); node != path_.rend() && !(*node)->expanded; ++node) (*node)->expanded = true;
     }
 
-    std::vector<TraceNode*>
-        path_; ///< from a root to the cursor; growth of a node's children moves none of these
+    std::vector<TraceNode*> path_; ///< from a root to the cursor; growth of a node's children moves none of these
     int previous_ = 0;
 };
 
@@ -75,8 +73,7 @@ TraceTree build_trace_tree(clsTrace2& trace) {
     trace.prepare_viewing();
     TreeBuilder builder;
     const int last = std::min(trace.count(), clsTrace2::maxitems);
-    for (int item = 1; item <= last; ++item)
-        builder.add(trace.text(item), trace.level(item), trace.kind(item));
+    for (int item = 1; item <= last; ++item) builder.add(trace.text(item), trace.level(item), trace.kind(item));
     return {std::move(builder.roots), trace.summary()};
 }
 

@@ -126,11 +126,11 @@ class cls_exception {
     const ErrorClass* kind_;
 };
 
-#define QX_DECLARE_ERROR(code_, name_, message_)                                                              \
-    class name_ : public cls_exception {                                                                      \
-      public:                                                                                                 \
-        static constexpr ErrorClass error_class{#code_, #name_, "Error " #code_ ": " message_};               \
-        explicit name_(const FunctionContext& context) : cls_exception(error_class, context) {}               \
+#define QX_DECLARE_ERROR(code_, name_, message_)                                                                       \
+    class name_ : public cls_exception {                                                                               \
+      public:                                                                                                          \
+        static constexpr ErrorClass error_class{#code_, #name_, "Error " #code_ ": " message_};                        \
+        explicit name_(const FunctionContext& context) : cls_exception(error_class, context) {}                        \
     };
 QX_ERROR_CLASSES(QX_DECLARE_ERROR)
 #undef QX_DECLARE_ERROR

@@ -36,16 +36,13 @@ void LogFile::write(std::string_view text) {
     }
 }
 
-void LogFile::writeline(std::string_view text) {
-    write(std::string(text) + "\n");
-}
+void LogFile::writeline(std::string_view text) { write(std::string(text) + "\n"); }
 
 void LogFile::close() {
     try {
         if (stream_.is_open()) stream_.close();
         stream_.clear();
-    } catch (...) {
-    }
+    } catch (...) {}
 }
 
 namespace {

@@ -26,10 +26,8 @@ inline bool iszero_item(int value) { return value == 0; }
 inline bool iszero_item(long long value) { return value == 0; }
 inline bool iszero_item(const std::string& value) { return value.empty(); }
 template <class T>
-    requires requires(const T& value) { value.iszero(); }
-bool iszero_item(const T& value) {
-    return value.iszero();
-}
+requires requires(const T& value) { value.iszero(); }
+bool iszero_item(const T& value) { return value.iszero(); }
 
 inline bool isequal_item(double a, double b) { return isequal(a, b); }
 template <class T>
@@ -230,8 +228,8 @@ class Range {
             n = to;
         };
         if (lastnonblank_ < n)
-            reduce(lastnonblank_, "Array 1: Last non blank position (", n, ") is less than the array length of array 1 (",
-                   lastnonblank_, "), reducing length accordingly");
+            reduce(lastnonblank_, "Array 1: Last non blank position (", n,
+                   ") is less than the array length of array 1 (", lastnonblank_, "), reducing length accordingly");
         else
             reduce(n, "Range size set initially to ", n, ", conducting further tests");
         if (other.size() < n)

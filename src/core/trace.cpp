@@ -120,8 +120,7 @@ void clsTrace2::setlevel(int saved) {
     if (saved != -1 && count_ >= 1 && count_ < maxitems) items_[count_].level = saved;
 }
 
-int clsTrace2::add(TraceKind kind, int levelchange, int absolutelevel,
-                   std::initializer_list<std::string_view> pieces) {
+int clsTrace2::add(TraceKind kind, int levelchange, int absolutelevel, std::initializer_list<std::string_view> pieces) {
     if (!traced()) return -1;
     switch (kind) {
     case TraceKind::external_call:
@@ -155,8 +154,7 @@ int clsTrace2::change_note(int number, std::string_view text) {
 }
 int clsTrace2::elapsed_msecs(std::string_view text) {
     if (!traced()) return -1;
-    return add(TraceKind::elapsed, 0, -1,
-               {"Elapsed msecs\t", std::to_string(TraceTimer().milliseconds()), "\t", text});
+    return add(TraceKind::elapsed, 0, -1, {"Elapsed msecs\t", std::to_string(TraceTimer().milliseconds()), "\t", text});
 }
 int clsTrace2::external_call(std::string_view function) {
     return add(TraceKind::external_call, +1, -1,

@@ -43,8 +43,8 @@ enum class TraceKind : int {
 
 class clsTrace2 {
   public:
-    static constexpr int maxitems = 1'000'000;       ///< items kept in memory
-    static constexpr int maxfileitems = 10'000'000;  ///< items written to the file
+    static constexpr int maxitems = 1'000'000;      ///< items kept in memory
+    static constexpr int maxfileitems = 10'000'000; ///< items written to the file
 
     clsTrace2() = default;
     clsTrace2(const clsTrace2&) = delete;
@@ -143,8 +143,8 @@ class clsTrace2 {
     };
 
     int add_argument(std::string_view name, std::string_view value, std::string_view description);
-    int add_return_value(std::string_view name, std::string_view value, std::string_view function,
-                         int savedlevel, std::string_view text);
+    int add_return_value(std::string_view name, std::string_view value, std::string_view function, int savedlevel,
+                         std::string_view text);
     int add_element(int index, std::string_view value);
     int add(TraceKind kind, int levelchange, int absolutelevel, std::initializer_list<std::string_view> pieces);
     int opening(std::string_view name, std::string_view description, TraceKind kind);

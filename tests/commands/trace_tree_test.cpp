@@ -9,8 +9,8 @@ namespace {
 std::string outline(const std::vector<TraceNode>& nodes, int depth = 0) {
     std::string text;
     for (const TraceNode& node : nodes)
-        text += std::string(static_cast<std::size_t>(2 * depth), ' ') + (node.expanded ? "+" : "") +
-                node.name + "\n" + outline(node.children, depth + 1);
+        text += std::string(static_cast<std::size_t>(2 * depth), ' ') + (node.expanded ? "+" : "") + node.name + "\n" +
+                outline(node.children, depth + 1);
     return text;
 }
 
