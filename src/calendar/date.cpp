@@ -1,0 +1,366 @@
+#include "calendar/date.h"
+
+#include "core/trace.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+
+namespace qx {
+
+namespace {
+
+constexpr const char* month_names[] = {"",    "Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr const char* day_names[] = {"",          "Sunday",   "Monday", "Tuesday",
+                                     "Wednesday", "Thursday", "Friday", "Saturday"};
+
+// Days before each year of a block of four, for a block without and with a leap year.
+constexpr int days_before_year[2][5] = {{0, 365, 730, 1095, 1460}, {0, 366, 731, 1096, 1461}};
+constexpr int days_before_century[] = {0, 36525, 73049, 109573, 146097};
+constexpr int days_in_400_years = 146097;
+
+/// The date number of the first day of a block of four years; block 0 begins in 1900.
+constexpr std::int64_t block_start(std::int64_t block) {
+    if (block == 0) return 1;
+    const std::int64_t ordinary =
+        (block - 26) / 25 - (block - 26) / 100; // blocks passed that have no leap year
+    return (block - ordinary) * 1461 + ordinary * 1460 + 1;
+}
+
+constexpr std::int64_t largest_dtn = 2'000'000'000; // keeps all of the arithmetic in range
+
+} // namespace
+
+template <class E, class... Pieces>
+void date::fail(const Pieces&... pieces) const {
+    FunctionContext context(context_);
+    context.setclass("Date");
+    if (sizeof...(pieces) > 0 && tracing) context.setmessage(text_of(pieces...));
+    throw E(context);
+}
+
+void date::fail_valid() const {
+    if (month_ < 1 || month_ > 12 || day_ < 1 || day_ > 31)
+        fail<errlibnonsensicaldate>("routine 'assert' reported a date of ", year_, "/", month_, "/", day_);
+    fail<errlibdateoutofrange>("routine 'assert' reported a year of ", year_);
+}
+
+void date::assert_valid() const {
+    if (month_ < 1 || month_ > 12 || day_ < 1 || day_ > 31 || year_ > maxyear || months_ < 0.0) fail_valid();
+}
+
+date::date(int year, int month, int day, const FunctionContext& context)
+    : year_(year), month_(month), day_(day), context_(context) {
+    try {
+        set_ymd();
+    } catch (const cls_exception& error) {
+        throw errlibconstructorerror(error.context);
+    }
+}
+
+date::date(double number, const FunctionContext& context) : context_(context) {
+    try {
+        set_number(number);
+    } catch (const cls_exception& error) {
+        throw errlibconstructorerror(error.context);
+    }
+}
+
+date& date::operator=(double number) {
+    set_number(number);
+    return *this;
+}
+
+void date::set_number(double number) {
+    if (isequal(number, dtn_)) return;
+    if (number < 0.0) fail<errlibmindate>();
+    if (!(number <= maxnumber)) fail<outofrange>();
+    if (number >= maxyear + 1) {
+        set_dtn(static_cast<int>(number));
+    } else if (qx::iszero(number)) {
+        *this = date(context_);
+    } else if (number < 1910.0) {
+        fail<errlibmindate>(" (Value was ", number, ")");
+    } else {
+        set_months(number * 12.0, rounding_seconds);
+    }
+}
+
+date date::from_dtn(int dtn) {
+    date value;
+    value.set_dtn(dtn);
+    return value;
+}
+
+date date::from_months(double months, int seconds) {
+    date value;
+    value.set_months(months, seconds);
+    return value;
+}
+
+void date::derive_dtn() {
+    limit_year();
+    set_leaps();
+    if (month_ < 1 || month_ > 12 || day_ < 1 || day_ > 31)
+        fail<errlibnonsensicaldate>("From the dateutils dtn routine");
+    const int block = (year_ - 1900) / 4;
+    const int y = (year_ - 1900) % 4;
+    std::int64_t number = block_start(block) + days_before_month(month_, leap_) + day_ - 1;
+    if (!leap_) number += (y - 1) * 365 + (blockleap_ ? 366 : 365);
+    if (number < -largest_dtn || number > largest_dtn) fail<errlibdateoutofrange>();
+    dtn_ = static_cast<int>(number);
+}
+
+void date::set_ymd() {
+    derive_dtn();
+    derive_months();
+    assert_valid();
+}
+
+void date::set_dtn(int dtn) {
+    int block, y;
+    const int beyond1999 = dtn - 36525;
+    if (beyond1999 <= 36525) {
+        block = (dtn - 1) / 1461;
+        y = ((dtn - block * 1461) * 4 - 4) / 1461;
+    } else {
+        const int quad = beyond1999 / days_in_400_years;
+        const int r = beyond1999 - quad * days_in_400_years - 1;
+        const int century =
+            (r >= days_before_century[1]) + (r >= days_before_century[2]) + (r >= days_before_century[3]);
+        const int r2 = r - days_before_century[century];
+        block = 25 + quad * 100 + century * 25;
+        if (century == 0) {
+            block += r2 / 1461;
+            const int passed = block - quad * 100 - 25;
+            y = (r - passed * 1461) * 4 / 1461;
+        } else if (r2 >= 365) {
+            if (r2 >= 1460) block += (r2 - 1460) / 1461 + 1;
+            const int passed = block - quad * 100 - 25;
+            y = (r + century - passed * 1461) * 4 / 1461;
+        } else {
+            y = 0;
+        }
+    }
+    const int year = y + block * 4 + 1900;
+    const bool blockleap = is_block_leap(year);
+    const bool leap = year % 4 == 0 && blockleap;
+    int dayofyear = -1;
+    if (y >= 0 && y <= 4)
+        dayofyear = dtn - static_cast<int>(block_start(block)) - days_before_year[blockleap ? 1 : 0][y];
+
+    year_ = year;
+    leap_ = leap;
+    blockleap_ = blockleap;
+    dtn_ = dtn;
+    if (dayofyear < 0 || dayofyear >= 396) {
+        month_ = 1;
+        day_ = dayofyear < 0 ? 0 : 32;
+        assert_valid();
+    }
+    int month = (dayofyear >> 5) + 1; // at most one too low
+    if (month < 13 && dayofyear >= days_before_month(month + 1, leap)) ++month;
+    day_ = dayofyear - days_before_month(month, leap) + 1;
+    month_ = month == 13 ? 1 : month;
+    limit_year();
+    derive_months();
+    assert_valid();
+}
+
+void date::set_months(double months, int seconds) {
+    if (!(months >= 0.0)) {
+        months_ = months;
+        fail<errlibdateoutofrange>("The count of months is ", months);
+    }
+    months_ = months > DateCrit.months_ ? DateCrit.months_ : months;
+
+    constexpr std::int64_t unit = 1'000'000'000'000; // one month
+    year_ = static_cast<int>((months_ * 1e12 + 190258.0) / 12e12);
+    set_leaps();
+    const std::int64_t x =
+        static_cast<std::int64_t>(months_ * 1e12) - year_ * 12 * unit + (leap_ ? 1317 : 1321);
+    month_ = static_cast<int>(x / unit) + 1;
+    const int length = daysinmonth();
+    const std::int64_t elapsed = (x - (month_ - 1) * unit) * 24 * 60 * 60 * length / unit;
+    day_ = static_cast<int>((elapsed + seconds) / 86400) + 1;
+    if (day_ > length) {
+        if (day_ > length + 1) fail<errlibnonsensicaldate>();
+        day_ = 1;
+        if (++month_ > 12) {
+            month_ = 1;
+            ++year_;
+        }
+    }
+    derive_dtn();
+    assert_valid();
+}
+
+bool date::stays() {
+    if (dtn_ > 1) return false;
+    if (dtn_ < 1) *this = date(context_);
+    return true;
+}
+
+date& date::adddays(int n) {
+    if (stays()) return *this;
+    const std::int64_t number = static_cast<std::int64_t>(dtn_) + n;
+    if (number < -largest_dtn || number > largest_dtn) fail<errlibdateoutofrange>();
+    set_dtn(static_cast<int>(number));
+    return *this;
+}
+
+void date::finish_months(bool first, bool atend, bool keepmonthend) {
+    limit_year();
+    set_leaps();
+    const int length = daysinmonth();
+    if (!first && ((atend && keepmonthend) || day_ > length)) day_ = length;
+    set_ymd();
+}
+
+date& date::addmonths(int n, bool keepmonthend) {
+    if (stays()) return *this;
+    const bool atend = ismonthend();
+    const bool first = day_ == 1;
+    std::int64_t month = static_cast<std::int64_t>(month_) + n;
+    std::int64_t carry = 0;
+    if (month >= 13)
+        carry = (month - 1) / 12;
+    else if (month < 1)
+        carry = month / 12 - 1;
+    month_ = static_cast<int>(month - 12 * carry);
+    year_ = static_cast<int>(year_ + carry);
+    finish_months(first, atend, keepmonthend);
+    return *this;
+}
+
+date& date::addmonths(double x) {
+    if (stays()) return *this;
+    const double part = fraction(x);
+    if (qx::iszero(part)) return addmonths(whole(x), true);
+    const bool round = isequal(part, 0.25) || isequal(part, 0.5) || isequal(part, 0.75);
+    set_months(months_ + x, round ? rounding_seconds : 0);
+    return *this;
+}
+
+date& date::addyears(double y, bool keepmonthend) {
+    if (qx::iszero(y) || stays()) return *this;
+    if (!qx::iszero(fraction(y))) return addmonths(y * 12.0);
+    const bool atend = ismonthend();
+    const bool first = day_ == 1;
+    const double year = year_ + std::trunc(y);
+    if (year < 0.0) fail<errlibdateoutofrange>("Year ", year);
+    year_ = year > maxyear ? maxyear : static_cast<int>(year);
+    finish_months(first, atend, keepmonthend);
+    return *this;
+}
+
+date date::plusdays(int n) const {
+    if (n == -1 && traced()) trace().info(text_of("deducting one day from ", *this));
+    return date(*this).adddays(n);
+}
+
+date date::yearstart() const {
+    return date(year_, 1, 1, context_);
+}
+date date::monthstart() const {
+    return date(year_, month_, 1, context_);
+}
+date date::monthend() const {
+    return date(year_, month_, daysinmonth(), context_);
+}
+
+date date::with_day(int year, int month, int day) const {
+    if (month < 1 || month > 12 || day < 1)
+        fail<errlibnonsensicaldate>("There is no month ", month, " with a day ", day);
+    const int length = days_in_month(month, is_leap(year));
+    return date(year, month, day > length ? length : day, context_);
+}
+
+date date::prevanniversary(int month, int day, bool strict) const {
+    const date thisyear = with_day(year_, month, day);
+    const bool toolate = strict ? thisyear >= *this : thisyear > *this;
+    return toolate ? with_day(year_ - 1, month, day) : thisyear;
+}
+
+date date::nextanniversary(int month, int day, bool inclusive) const {
+    const date thisyear = with_day(year_, month, day);
+    const bool tooearly = inclusive ? thisyear < *this : thisyear <= *this;
+    return tooearly ? with_day(year_ + 1, month, day) : thisyear;
+}
+
+date date::nearestanniversary(int month, int day, int mode) const {
+    if (mode == 1) return prevanniversary(month, day, false);
+    if (mode == 2) return nextanniversary(month, day, false);
+    if (mode != 0) fail<errlibbadnum>("The mode of the nearest anniversary is ", mode, ", not 0, 1 or 2");
+    const date previous = prevanniversary(month, day, false);
+    const date next = nextanniversary(month, day, false);
+    return days_between(previous, *this) <= days_between(*this, next) ? previous : next;
+}
+
+date& date::movetoweekday(int weekday, int mode) {
+    if (weekday < 1 || weekday > 7) return *this;
+    const int forward = (weekday - dayofweek() + 7) % 7;
+    if (forward == 0) return *this;
+    switch (mode) {
+    case 0:
+        return adddays(forward <= 4 ? forward : forward - 7);
+    case 1:
+        return adddays(forward - 7);
+    case 2:
+        return adddays(forward);
+    default:
+        return *this;
+    }
+}
+
+date& date::movetomonthday(int dayofmonth, int mode) {
+    if (day_ == dayofmonth || mode < 0 || mode > 2) return *this;
+    const auto candidate = [&](int months) {
+        const int month = month_ + months;
+        return month < 1    ? with_day(year_ - 1, 12, dayofmonth)
+               : month > 12 ? with_day(year_ + 1, 1, dayofmonth)
+                            : with_day(year_, month, dayofmonth);
+    };
+    const date candidates[] = {candidate(-1), candidate(0), candidate(1)};
+    const date* chosen = nullptr;
+    if (mode == 0) {
+        for (const date& each : candidates)
+            if (chosen == nullptr ||
+                std::abs(days_between(*this, each)) <= std::abs(days_between(*this, *chosen)))
+                chosen = &each;
+    } else if (mode == 1) {
+        for (int i = 2; i >= 0 && chosen == nullptr; --i)
+            if (candidates[i] <= *this) chosen = &candidates[i];
+    } else {
+        for (int i = 0; i <= 2 && chosen == nullptr; ++i)
+            if (candidates[i] >= *this) chosen = &candidates[i];
+    }
+    if (chosen != nullptr) *this = *chosen;
+    return *this;
+}
+
+const char* date::monthname() const {
+    return month_name(month_);
+}
+const char* date::dayname() const {
+    return weekday_name(dayofweek());
+}
+
+const char* month_name(int month) {
+    return month < 1 || month > 12 ? "" : month_names[month];
+}
+const char* weekday_name(int weekday) {
+    return weekday < 1 || weekday > 7 ? "Unknown day" : day_names[weekday];
+}
+
+std::string describe(const date& value) {
+    return std::to_string(value.day()) + value.monthname() + std::to_string(value.year());
+}
+
+std::string ordinal(int n) {
+    const int last = std::abs(n % 10);
+    return std::to_string(n) + (last == 1 ? "st" : last == 2 ? "nd" : last == 3 ? "rd" : "th");
+}
+
+} // namespace qx
