@@ -1,0 +1,252 @@
+// What a declaration of a worksheet function is made with: core<>, twin<> and QX_EXPORT. See function.h for
+// an example. Types come from the core routine's signature; what could disagree is compared by the compiler.
+#pragma once
+
+#include "addin/arguments.h"
+#include "addin/export_lists.h"
+#include "addin/frame.h"
+
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#if defined(_WIN32)
+#define QX_API __declspec(dllexport)
+#else
+#define QX_API __attribute__((visibility("default")))
+#endif
+
+namespace qx {
+
+namespace declaring {
+
+// --- What a routine's parameter takes from the cells
+// ---------------------------------------------------------
+
+template <class T>
+inline constexpr Kind kind_of = Kind::none;
+template <>
+inline constexpr Kind kind_of<double> = Kind::number;
+template <>
+inline constexpr Kind kind_of<int> = Kind::integer;
+template <>
+inline constexpr Kind kind_of<long long> = Kind::wide_integer;
+template <>
+inline constexpr Kind kind_of<bool> = Kind::boolean;
+template <>
+inline constexpr Kind kind_of<date> = Kind::date;
+template <>
+inline constexpr Kind kind_of<std::string> = Kind::text;
+template <>
+inline constexpr Kind kind_of<ministring> = Kind::short_text;
+template <>
+inline constexpr Kind kind_of<anyvalue> = Kind::any;
+template <>
+inline constexpr Kind kind_of<dateorfloat> = Kind::date_or_number;
+template <>
+inline constexpr Kind kind_of<floatblank> = Kind::number_or_blank;
+template <>
+inline constexpr Kind kind_of<AnnualSequence> = Kind::sequence;
+template <>
+inline constexpr Kind kind_of<timeperiod> = Kind::period_start;
+template <>
+inline constexpr Kind kind_of<Cell> = Kind::cell;
+template <>
+inline constexpr Kind kind_of<Reference> = Kind::reference;
+template <class T>
+inline constexpr Kind kind_of<Range<T>> = Kind::list;
+template <class T>
+inline constexpr Kind kind_of<Maybe<T>> = kind_of<T>;
+
+template <class T>
+inline constexpr int cells_of = std::is_same_v<T, timeperiod> ? 2 : 1;
+
+/// The slot of a number in the pool of a type.
+template <class T>
+struct Slots {
+    static T& get(int slot) { return VarPool<T>::get(slot); }
+};
+template <class T>
+struct Slots<Range<T>> {
+    static Range<T>& get(int slot) { return RangePool<T>::get(slot); }
+};
+
+template <class... P>
+struct Parameters {
+    static constexpr int count = sizeof...(P);
+    static constexpr int cells = (0 + ... + cells_of<P>);
+    static_assert(cells <= max_arguments, "a worksheet function takes at most 29 cells");
+    static_assert(((kind_of<P> != Kind::none) && ...), "a parameter of a type that no cell converts to");
+
+    static constexpr Calls calls(void (*run)(Frame&)) {
+        Calls calls{run, cells, {}};
+        int cell = 0;
+        const auto add = [&](Kind kind) {
+            calls.kinds[cell++] = kind;
+            if (kind == Kind::period_start) calls.kinds[cell++] = Kind::period_base;
+        };
+        (add(kind_of<P>), ...);
+        return calls;
+    }
+
+    /// Slot numbers, given out per type in the order of the arguments.
+    template <std::size_t I>
+    static constexpr int slot() {
+        int number = 1;
+        std::size_t i = 0;
+        ((number += (i++ < I && std::is_same_v<P, std::tuple_element_t<I, std::tuple<P...>>>) ? 1 : 0), ...);
+        return number;
+    }
+};
+
+template <auto routine>
+struct Thunk;
+
+template <class R, class... A, R (*routine)(A...)>
+struct Thunk<routine> {
+    using Inputs = Parameters<std::remove_cvref_t<A>...>;
+    static void run(Frame& frame) { run(frame, std::index_sequence_for<A...>{}); }
+
+    template <std::size_t... I>
+    static void run(Frame& frame, std::index_sequence<I...>) {
+        (frame.input(Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I>())),
+         ...); // from left to right
+        frame.inputs_concluded();
+        frame.reply(routine(Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I>())...));
+    }
+};
+
+// --- The array twin
+// -------------------------------------------------------------------------------------------
+
+/// Where a twin keeps its answers and its dates: slots that no scalar argument uses.
+inline constexpr int twin_times_slot = range_slots<date>;
+inline constexpr int twin_result_slot = range_slots<double>;
+
+/// The one loop of all array twins: a routine called for each period of a time base.
+const Range<double>& each_period(const char* name, const Range<date>& times, double (*call)(const timeperiod&));
+
+template <auto routine>
+struct TwinThunk;
+
+template <class... A, double (*routine)(const timeperiod&, A...)>
+struct TwinThunk<routine> {
+    using Inputs = Parameters<timeperiod, std::remove_cvref_t<A>...>;
+
+    static void run(Frame& frame) { run(frame, std::index_sequence_for<A...>{}); }
+
+    template <std::size_t... I>
+    static void run(Frame& frame, std::index_sequence<I...>) {
+        const bool array = frame.wants_array();
+        timeperiod& period = VarPool<timeperiod>::get(1);
+        Range<date>& times = RangePool<date>::get(twin_times_slot);
+        if (array)
+            frame.input_times(times);
+        else
+            frame.input(period);
+        (frame.input(Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I + 1>())), ...);
+        frame.inputs_concluded();
+        const auto call = [](const timeperiod& time) {
+            return routine(time, Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I + 1>())...);
+        };
+        if (array)
+            frame.reply(each_period(frame.function.name, times, call));
+        else
+            frame.reply(call(period));
+    }
+};
+
+} // namespace declaring
+
+/// The calls of a core routine, whatever its parameters.
+template <auto routine>
+inline constexpr Calls core = declaring::Thunk<routine>::Inputs::calls(&declaring::Thunk<routine>::run);
+
+/// The calls of a routine of a time period that has an array twin.
+template <auto routine>
+inline constexpr Calls twin = declaring::TwinThunk<routine>::Inputs::calls(&declaring::TwinThunk<routine>::run);
+
+// --- The soundness of a declaration
+// ---------------------------------------------------------------------------
+
+namespace declaring {
+
+inline constexpr std::size_t longest_help = 255;
+
+constexpr bool preset_suits(Preset::Type preset, Kind kind) {
+    switch (kind) {
+    case Kind::number:
+    case Kind::integer:
+    case Kind::wide_integer:
+        return preset == Preset::number;
+    case Kind::boolean:
+        return preset == Preset::boolean;
+    case Kind::date:
+        return preset == Preset::number || preset == Preset::empty;
+    case Kind::text:
+    case Kind::short_text:
+        return preset == Preset::text || preset == Preset::empty;
+    case Kind::any:
+        return preset == Preset::number || preset == Preset::text || preset == Preset::empty;
+    case Kind::date_or_number:
+    case Kind::number_or_blank:
+        return preset == Preset::number || preset == Preset::empty;
+    case Kind::list:
+    case Kind::cell:
+    case Kind::reference:
+        return preset == Preset::empty;
+    case Kind::sequence:
+        return preset == Preset::sequence;
+    default:
+        return false;
+    }
+}
+
+/// Never defined: a call of it stops the compiler at the fault that its name tells.
+void fault(const char* what);
+
+constexpr std::string_view words(const char* text) { return text == nullptr ? std::string_view{} : text; }
+
+/// Checks a declaration while it is compiled.
+consteval bool sound(const Function& function) {
+    if (words(function.name).empty()) fault("the function has no name");
+    if (words(function.help).empty()) fault("the function has no help");
+    if (words(function.help).size() > longest_help) fault("the function's help is longer than 255 characters");
+    if (words(function.examples[0]).empty()) fault("the function has no example");
+    std::size_t length = 0;
+    for (int i = 0; i < max_arguments; ++i) {
+        const Argument& argument = function.args[i];
+        const std::string_view name = words(argument.name);
+        if (i >= function.arity()) {
+            if (!name.empty()) fault("more arguments than the routine takes cells");
+            continue;
+        }
+        if (name.empty()) fault("fewer arguments than the routine takes cells");
+        if (words(argument.help).empty()) fault("an argument has no help");
+        if (words(argument.help).size() > longest_help) fault("an argument's help is longer than 255 characters");
+        for (int j = 0; j < i; ++j)
+            if (name == words(function.args[j].name)) fault("two arguments have the same name");
+        if (argument.is_optional() && !preset_suits(argument.preset.type, function.calls.kinds[i]))
+            fault("an argument's preset is of another kind than the routine's parameter");
+        length += name.size() + (argument.is_optional() ? 2 : 0) + (i > 0 ? 1 : 0);
+    }
+    if (length > longest_help) fault("the list of arguments is longer than 255 characters");
+    return true;
+}
+
+} // namespace declaring
+
+/// Exports a declared function of `count` cells as XL + its name and registers it. Stands in the namespace of
+/// the declaration.
+#define QX_EXPORT(function_, count_)                                                                                   \
+    static_assert(::qx::declaring::sound(function_), "the declaration of " #function_);                                \
+    static_assert(function_.arity() == count_, "the number of cells of " #function_);                                  \
+    static_assert(std::string_view(function_.name) == #function_, "the name of " #function_);                          \
+    extern "C" QX_API ::qx::OPER* XL##function_(QX_PARAMETERS_##count_) {                                              \
+        ::qx::OPER* const cells[] = {QX_CELLS_##count_ nullptr};                                                       \
+        return ::qx::perform(function_, cells);                                                                        \
+    }                                                                                                                  \
+    static const ::qx::Registered registered_##function_(function_, "XL" #function_)
+
+} // namespace qx

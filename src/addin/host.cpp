@@ -1,0 +1,120 @@
+#include "addin/host.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace qx {
+
+namespace {
+
+Host* the_host = nullptr;
+
+constexpr std::size_t arena_size = 8192;
+constexpr std::size_t longest_text = 200;
+
+/// Cells and texts of one host call.
+struct Arena {
+    alignas(OPER) unsigned char memory[arena_size];
+    std::size_t used = 0;
+
+    void* take(std::size_t size) {
+        const std::size_t start = (used + alignof(OPER) - 1) / alignof(OPER) * alignof(OPER);
+        if (start + size > arena_size) return nullptr;
+        used = start + size;
+        return memory + start;
+    }
+};
+
+Arena& arena() {
+    thread_local Arena the_arena;
+    return the_arena;
+}
+
+struct ReturnCode {
+    int code;
+    const char* debug;
+    const char* text;
+};
+
+constexpr ReturnCode return_codes[] = {
+    {xlretAbort, " Macro Halted\r", "macro halted"},
+    {xlretInvXlfn, " Invalid Function Number\r", "invalid function number"},
+    {xlretInvCount, " Invalid Number of Arguments\r", "invalid number of arguments"},
+    {xlretInvXloper, " Invalid XLOPER\r", "invalid OPER structure"},
+    {xlretStackOvfl, " Stack Overflow\r", "stack overflow"},
+    {xlretFailed, " Command failed\r", "command failed"},
+    {xlretUncalced, " Uncalced cell\r", "uncalced cell"},
+};
+
+void debug(std::string_view text) {
+    if (the_host != nullptr) the_host->debug(text);
+}
+
+void debug_failure(int xlfn, int code) {
+    if (the_host == nullptr) return;
+    std::string text = "Error! Excel4(";
+    if (xlfn & xlCommandBit) text += "xlCommand | ";
+    if (xlfn & xlSpecialBit) text += "xlSpecial | ";
+    if (xlfn & xlIntlBit) text += "xlIntl | ";
+    if (xlfn & xlPromptBit) text += "xlPrompt | ";
+    text += std::to_string(xlfn & 0x0fff) + ") callback failed:";
+    for (const ReturnCode& known : return_codes)
+        if (code & known.code) text += known.debug;
+    debug(text);
+}
+
+} // namespace
+
+Host* set_host(Host* host) {
+    std::swap(the_host, host);
+    return host;
+}
+
+int excel_call(int xlfn, OPER* result, int count, OPER* const* arguments) {
+    int code = xlretFailed;
+    if (std::find(arguments, arguments + count, nullptr) != arguments + count) {
+        debug("Error! A zero parameter is being passed to Excel. Check memory...\r");
+    } else {
+        if (the_host != nullptr) code = the_host->call(xlfn, result, count, arguments);
+        if (code != xlretSuccess) debug_failure(xlfn, code);
+    }
+    free_temporary_memory();
+    return code;
+}
+
+const char* host_return_text(int code) {
+    if (code == xlretSuccess) return "success";
+    for (const ReturnCode& known : return_codes)
+        if (code == known.code) return known.text;
+    return "unspecified xl code error.";
+}
+
+OPER* TempStr(std::string_view text) {
+    const std::size_t length = std::min(text.size(), longest_text);
+    auto* const cell = static_cast<OPER*>(arena().take(sizeof(OPER)));
+    auto* const bytes = static_cast<unsigned char*>(arena().take(length + 2));
+    if (cell == nullptr || bytes == nullptr) return nullptr;
+    bytes[0] = static_cast<unsigned char>(length);
+    std::memcpy(bytes + 1, text.data(), length);
+    bytes[length + 1] = '\0';
+    *cell = {{.str = bytes}, xltypeStr};
+    return cell;
+}
+
+OPER* TempInt(int value) {
+    auto* const cell = static_cast<OPER*>(arena().take(sizeof(OPER)));
+    if (cell != nullptr) *cell = int_cell(value);
+    return cell;
+}
+
+void free_temporary_memory() { arena().used = 0; }
+std::size_t temporary_memory_used() { return arena().used; }
+
+void HostCell::free() {
+    if (cell_.type() == xltypeNil) return;
+    OPER* const cell = &cell_;
+    Excel(xlFree, nullptr, 1, cell); // a failure is of no consequence
+    cell_ = nil_cell();
+}
+
+} // namespace qx
