@@ -236,7 +236,6 @@ void Frame::reply(const Range<ministring>& list) { reply_range(list); }
 void Frame::reply(const Range<anyvalue>& list) { reply_range(list); }
 void Frame::reply(const Range<dateorfloat>& list) { reply_range(list); }
 void Frame::reply(const Range<floatblank>& list) { reply_range(list); }
-void Frame::reply(const AnnualSequence& sequence) { return_list(sequence, sequence_words, context); }
 void Frame::reply(const OPER& cell) { ResultOper() = cell; }
 
 } // namespace qx
