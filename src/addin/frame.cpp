@@ -90,7 +90,13 @@ void Frame::start() {
         CalcMonLog().write(function.name);
         monitor_line_open = true;
     }
-    if (traced()) trace().external_call(function.name);
+    if (traced()) {
+        trace().external_call(function.name);
+        if (!stackok(function.name, false)) {
+            trace().stackflag = true;
+            trace().TraceShow();
+        }
+    }
     free_temporary_memory();
     reset_call_state();
     if (CalcMonOn) CalcMonTimer().reset(true);

@@ -82,6 +82,24 @@ int excel_call(int xlfn, OPER* result, int count, OPER* const* arguments) {
     return code;
 }
 
+void message_box(std::string_view title, std::string_view text) {
+    if (the_host != nullptr) the_host->message_box(title, text);
+}
+
+bool stackok(std::string_view name, bool quiet) {
+    constexpr int enough = 10;
+    OPER left = nil_cell();
+    if (Excel(xlStack, &left, 0) != xlretSuccess) return true; // a host that does not say
+    const double bytes = left.type() == xltypeInt ? left.val.w : left.type() == xltypeNum ? left.val.num : 0.0;
+    const int kilobytes = static_cast<int>(bytes / 1000.0);
+    if (kilobytes >= enough) return true;
+    if (!quiet)
+        message_box("Quexel warning", "Stack getting low in " + std::string(name) + "." + std::to_string(kilobytes) +
+                                          " kb left out of initial estimate of 44 kb.\n  We suggest you report this "
+                                          "error to the Quexel support.");
+    return false;
+}
+
 const char* host_return_text(int code) {
     if (code == xlretSuccess) return "success";
     for (const ReturnCode& known : return_codes)

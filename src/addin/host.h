@@ -19,6 +19,8 @@ class Host {
     virtual int call(int xlfn, OPER* result, int count, OPER* const* arguments) = 0;
     /// Text for whoever debugs the add-in; dropped unless a host shows it.
     virtual void debug(std::string_view) {}
+    /// A message to the user outside any calculation's result; dropped unless a host shows it.
+    virtual void message_box(std::string_view /*title*/, std::string_view /*text*/) {}
 };
 
 /// Sets the host of the process and returns the former one. A null pointer sets none.
@@ -38,6 +40,12 @@ int Excel(int xlfn, OPER* result, int count, Cells*... cells) {
 
 /// The words of a host's return code, as "uncalced cell".
 const char* host_return_text(int code);
+
+/// Shows a message box, if the host has any.
+void message_box(std::string_view title, std::string_view text);
+
+/// True if at least 10 kilobytes of stack are left, by the host's word. If not, and unless quiet, the user is told.
+bool stackok(std::string_view name, bool quiet);
 
 // Temporary memory: arguments of one host call, in an arena of the calling thread. Emptied by every host call.
 OPER* TempStr(std::string_view text); ///< a counted string, cut at 200 characters

@@ -177,6 +177,21 @@ TEST_F(FrameTest, MonitorWritesALinePerCall) {
     std::remove("qx_CalcMon.qxl");
 }
 
+TEST_F(FrameTest, LowStackEndsTheTrace) {
+    host.stack_left = 9999;
+    trace().TraceStart();
+    EXPECT_EQ(shown(call(halve, {number_cell(5), missing_cell()})), "2.5") << "the result does not suffer";
+    EXPECT_FALSE(trace().ison());
+    EXPECT_EQ(host.boxed,
+              "Quexel warning: Stack getting low in Halve.9 kb left out of initial estimate of 44 kb.\n  We "
+              "suggest you report this error to the Quexel support.");
+    EXPECT_TRUE(trace().stackflag);
+    host.stack_left = 10000;
+    EXPECT_TRUE(stackok("Halve", true));
+    host.fail_all = true;
+    EXPECT_TRUE(stackok("Halve", true)) << "a host that does not say";
+}
+
 TEST_F(FrameTest, HostCall) {
     OPER result = nil_cell();
     OPER argument = nil_cell();

@@ -22,6 +22,8 @@ class StubHost : public Host {
     int coerce_code = xlretSuccess;
     bool fail_all = false;
     int freed = 0;
+    int stack_left = 30000; ///< bytes
+    std::string boxed;      ///< what message boxes have shown
     std::vector<int> asked;
     std::string debugged;
 
@@ -35,6 +37,9 @@ class StubHost : public Host {
         case xlCoerce:
             if (coerce_code == xlretSuccess) *result = coerced;
             return coerce_code;
+        case xlStack:
+            *result = int_cell(stack_left);
+            return xlretSuccess;
         case xlFree:
             ++freed;
             return xlretSuccess;
@@ -43,6 +48,9 @@ class StubHost : public Host {
         }
     }
     void debug(std::string_view text) override { debugged += text; }
+    void message_box(std::string_view title, std::string_view text) override {
+        boxed.append(title).append(": ").append(text);
+    }
 
   private:
     Host* former_;
