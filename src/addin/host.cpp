@@ -14,7 +14,7 @@ constexpr std::size_t longest_text = 200;
 
 /// Cells and texts of one host call.
 struct Arena {
-    alignas(OPER) unsigned char memory[arena_size];
+    alignas(OPER) unsigned char memory[arena_size]{};
     std::size_t used = 0;
 
     void* take(std::size_t size) {
@@ -25,10 +25,7 @@ struct Arena {
     }
 };
 
-Arena& arena() {
-    thread_local Arena the_arena;
-    return the_arena;
-}
+constinit thread_local Arena the_arena{};
 
 struct ReturnCode {
     int code;
@@ -109,8 +106,8 @@ const char* host_return_text(int code) {
 
 OPER* TempStr(std::string_view text) {
     const std::size_t length = std::min(text.size(), longest_text);
-    auto* const cell = static_cast<OPER*>(arena().take(sizeof(OPER)));
-    auto* const bytes = static_cast<unsigned char*>(arena().take(length + 2));
+    auto* const cell = static_cast<OPER*>(the_arena.take(sizeof(OPER)));
+    auto* const bytes = static_cast<unsigned char*>(the_arena.take(length + 2));
     if (cell == nullptr || bytes == nullptr) return nullptr;
     bytes[0] = static_cast<unsigned char>(length);
     std::memcpy(bytes + 1, text.data(), length);
@@ -120,13 +117,13 @@ OPER* TempStr(std::string_view text) {
 }
 
 OPER* TempInt(int value) {
-    auto* const cell = static_cast<OPER*>(arena().take(sizeof(OPER)));
+    auto* const cell = static_cast<OPER*>(the_arena.take(sizeof(OPER)));
     if (cell != nullptr) *cell = int_cell(value);
     return cell;
 }
 
-void free_temporary_memory() { arena().used = 0; }
-std::size_t temporary_memory_used() { return arena().used; }
+void free_temporary_memory() { the_arena.used = 0; }
+std::size_t temporary_memory_used() { return the_arena.used; }
 
 void HostCell::free() {
     if (cell_.type() == xltypeNil) return;
