@@ -250,7 +250,7 @@ class Range {
     }
     template <class U, int M, class V, int L>
     int makesamesize(Range<U, M>& first, Range<V, L>& second, bool single_for_all = false) {
-        if (single_for_all && second.size() == 1 && size() >= 2 && first.size() > 1) return size();
+        if (single_for_all && second.size() == 1 && size() >= 2 && first.size() > 1) return shorten_to(size());
         return shorten_to(std::min({size(), first.size(), second.size()}), *this, first, second);
     }
     int makesamesizegeneric(Range& other) { return makesamesize(other); }
@@ -272,10 +272,9 @@ class Range {
     template <class... Amounts>
     int datesize(Amounts&... amounts) {
         if (traced()) {
-            trace().internal_call(text_of("DateSize (", 1 + static_cast<int>(sizeof...(amounts)), " ranges)"));
-            std::string names = name();
-            ((names += ",", names += amounts.name()), ...);
-            trace().info(names);
+            std::string call = text_of("DateSize (", 1 + static_cast<int>(sizeof...(amounts)), " ranges)\t\t", name());
+            ((call += ",", call += amounts.name()), ...);
+            trace().additem(call, TraceKind::internal_call, +1);
         }
         const int shortest = std::min({range_capacity, size(), amounts.size()...});
         int length = shortest;
@@ -303,7 +302,7 @@ class Range {
             dimension(kept);
             (amounts.dimension(kept), ...);
         }
-        if (traced()) trace().returning({});
+        if (traced()) trace().changelevel(-1);
         return kept;
     }
 
@@ -341,8 +340,8 @@ class Range {
     }
 
   protected:
-    T& item(int i) { return data()[i < 0 ? 0 : i]; }
-    const T& item(int i) const { return data()[i < 0 ? 0 : i]; }
+    T& item(int i) { return i < 1 ? unused_item() : data()[i]; }
+    const T& item(int i) const { return i < 1 ? const_cast<Range*>(this)->unused_item() : data()[i]; }
 
   private:
     template <class U, int M>
@@ -352,6 +351,12 @@ class Range {
 
     T* data() { return std::launder(reinterpret_cast<T*>(storage_)); }
     const T* data() const { return std::launder(reinterpret_cast<const T*>(storage_)); }
+
+    // What an index below 1 reaches, in a range that was never dimensioned too.
+    T& unused_item() {
+        build(0);
+        return data()[0];
+    }
 
     // Items 0..n exist; arithmetic items are the zeros that the storage starts with.
     void build(int n) {

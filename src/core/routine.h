@@ -64,10 +64,10 @@ class Routine {
         at_most(value, high, variable);
     }
     void at_least(double value, double low, const char* variable) {
-        if (value < low) fail<errlibmin>(variable);
+        if (value < low) fail<errlibmin>(qx::traced() ? variable : "");
     }
     void at_most(double value, double high, const char* variable) {
-        if (value > high) fail<errlibmax>(variable);
+        if (value > high) fail<errlibmax>(qx::traced() ? variable : "");
     }
 
     /// The context of this routine, for a variable at work.

@@ -147,8 +147,12 @@ int clsTrace2::opening(std::string_view name, std::string_view description, Trac
 int clsTrace2::error(std::string_view label, std::string_view message) {
     return add(TraceKind::error, 0, -1, {"Error\t", label, "\t", message});
 }
-int clsTrace2::info(std::string_view text) { return add(TraceKind::info, 0, -1, {"Info\t\t", text}); }
-int clsTrace2::warning(std::string_view text) { return add(TraceKind::warning, 0, -1, {"Warning\t\t", text}); }
+int clsTrace2::info(std::string_view text) {
+    return text.empty() ? -1 : add(TraceKind::info, 0, -1, {"Info\t\t", text});
+}
+int clsTrace2::warning(std::string_view text) {
+    return text.empty() ? -1 : add(TraceKind::warning, 0, -1, {"Warning\t\t", text});
+}
 int clsTrace2::change_note(int number, std::string_view text) {
     return traced() ? add(TraceKind::info, 0, -1, {"PECB\t", std::to_string(number), "\t", text}) : -1;
 }
@@ -194,7 +198,7 @@ int clsTrace2::loop_pass(int index, std::string_view text) {
     return traced() ? add(TraceKind::loop_pass, +1, -1, {"Loop Pass\t", std::to_string(index), "\t", text}) : -1;
 }
 int clsTrace2::returning(std::string_view function, int savedlevel) {
-    if (count_ > maxitems) return currentlevel();
+    if (traced() && count_ > maxitems) return currentlevel();
     if (function.empty()) return add(TraceKind::returning, -1, savedlevel, {"Returning"});
     return add(TraceKind::returning, -1, savedlevel, {"Returning\t\tReturning from ", function});
 }

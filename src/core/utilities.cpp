@@ -14,7 +14,7 @@ double power(double base, double exponent) {
     if (iszero(exponent)) return 1.0;
     if (base == 0.0) return 0.0;
     if (isequal(base, 1.0)) return 1.0;
-    if (iszero(base)) {
+    if (std::fabs(base) < tolerance) {
         if (traced()) trace().info("Warning: Small Number rounded to zero in power routine.");
         return 0.0;
     }
@@ -35,8 +35,11 @@ double SafePow(double base, double exponent) { return power(base, exponent); }
 double SafePow(double base, int n) { return power(base, n); }
 
 std::string describe(double value) {
+    // The least width is the number of whole digits. Below 0.1 it turns negative, which pads on the right: it shows
+    // from 1e-7 down.
+    const int width = iszero(value) || !std::isfinite(value) ? 0 : whole(std::log10(std::fabs(value)) + 1.0);
     char text[352]; // 1.8e308 has 309 digits before the point
-    const int length = std::snprintf(text, sizeof text, "%.3f", value + 0.0) /* no -0.000 */;
+    const int length = std::snprintf(text, sizeof text, "%*.3f", width, value + 0.0) /* no -0.000 */;
     return std::string(text, static_cast<std::size_t>(length));
 }
 
