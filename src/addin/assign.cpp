@@ -5,6 +5,7 @@
 //     AssignRange   a cell or an array into a Range
 //
 // An optional argument goes by the same bodies under the names AssignCellOpt and AssignRangeOpt.
+#include "addin/cells.h"
 #include "addin/frame.h"
 #include "addin/host.h"
 #include "core/parse_number.h"
@@ -16,9 +17,6 @@
 namespace qx {
 
 namespace {
-
-constexpr const char* type_warning =
-    "The TYPE of cell or cell reference that you input is not valid as far as Excel is concerned.";
 
 /// Where a value comes from: the argument's name, and which rules hold.
 struct Source {
@@ -43,41 +41,6 @@ struct Source {
         throw E(context);
     }
 };
-
-std::string text_in(const OPER& cell) {
-    return cell.val.str == nullptr ? std::string{}
-                                   : std::string(reinterpret_cast<const char*>(cell.val.str + 1), cell.val.str[0]);
-}
-
-/// Throws the class of an error cell. Returns for a code without one, #NULL! above all: the slot then keeps
-/// what it held.
-void throw_error_cell(const OPER& cell, FunctionContext& context) {
-    const auto warn = [](const char* text) {
-        if (traced()) trace().warning(text);
-    };
-    switch (cell.val.err) {
-    case xlerrDiv0:
-        warn("Division By Zero Error");
-        throw inputdiv(context);
-    case xlerrValue:
-        warn("#VALUE! error");
-        throw inputvalue(context);
-    case xlerrRef:
-        warn("#REF! error");
-        throw inputref(context);
-    case xlerrName:
-        warn("#NAME? error");
-        throw inputname(context);
-    case xlerrNum:
-        warn("#NUM! error");
-        throw inputnum(context);
-    case xlerrNA:
-        warn("#NA condition");
-        throw inputna(context);
-    default:
-        return;
-    }
-}
 
 /// Reads a number as a date. The slot starts from the zero date, so that the answer does not depend on the
 /// call before.
@@ -268,12 +231,6 @@ void set_default(T& slot, const Preset& preset, FunctionContext& context) {
     }
 }
 
-/// The cells of an array as a signed count: a broken array may have negative dimensions.
-long long cell_count(const OPER& array) {
-    return static_cast<long long>(static_cast<std::int16_t>(array.val.array.rows)) *
-           static_cast<std::int16_t>(array.val.array.columns);
-}
-
 /// The one value of an array. Throws gotarange if it has another value than its first cell.
 const OPER& single_cell(const OPER& array, const Source& from) {
     const long long count = cell_count(array);
@@ -288,35 +245,7 @@ const OPER& single_cell(const OPER& array, const Source& from) {
     return count == 0 ? nil : cells[0];
 }
 
-/// Resolves a reference into an array of its cells.
-void coerce(HostCell& cells, const OPER& reference, FunctionContext& context) {
-    OPER source = reference;
-    switch (Excel(xlCoerce, cells.get(), 2, &source, TempInt(xltypeMulti))) {
-    case xlretSuccess:
-        return;
-    case xlretUncalced:
-        throw uncalc(context);
-    default:
-        context.setmessage("Failed Coercion of a reference");
-        throw inputerror(context);
-    }
-}
-
-constexpr const char* unexpected_reference =
-    "A reference type was received. which was not expected.  It's not critical, but it needs looking at.";
-
 } // namespace
-
-/// One argument on its way in.
-struct Frame::Input {
-    const OPER& cell;
-    const Argument& argument;
-    int level; ///< of the trace before the argument
-
-    Source source(FunctionContext& context, bool in_range) const {
-        return {argument.name, argument.is_optional(), in_range, context};
-    }
-};
 
 const OPER& Frame::next_cell() const {
     static const OPER missing = missing_cell();
@@ -354,7 +283,7 @@ State Frame::state_of_next() const {
 template <class T>
 void Frame::input_cell(T& slot) {
     const Input in = next("AssignCell", "AssignCellOpt");
-    const Source from = in.source(context, false);
+    const Source from = Source{in.argument.name, in.argument.is_optional(), false, context};
     switch (in.cell.type()) {
     case xltypeMissing:
         if (!from.optional) throw missingarg(context);
@@ -391,7 +320,7 @@ void Frame::input_cell(T& slot) {
 template <class T>
 void Frame::input_range(Range<T>& slot) {
     const Input in = next("AssignRange", "AssignRangeOpt");
-    const Source from = in.source(context, true);
+    const Source from = Source{in.argument.name, in.argument.is_optional(), true, context};
     slot.setname(from.name);
     switch (in.cell.type()) {
     case xltypeMissing:
@@ -450,6 +379,11 @@ void Frame::input(ministring& slot) { input_cell(slot); }
 void Frame::input(anyvalue& slot) { input_cell(slot); }
 void Frame::input(dateorfloat& slot) { input_cell(slot); }
 void Frame::input(floatblank& slot) { input_cell(slot); }
+void Frame::input_times(Range<date>& slot) {
+    input_range(slot);
+    ++argument_; // each period ends where the next begins: the base has no say
+}
+
 void Frame::input(Range<double>& slot) { input_range(slot); }
 void Frame::input(Range<int>& slot) { input_range(slot); }
 void Frame::input(Range<bool>& slot) { input_range(slot); }

@@ -96,7 +96,12 @@ class Frame {
     FunctionContext context;
 
   private:
-    struct Input;
+    /// One argument on its way in.
+    struct Input {
+        const OPER& cell;
+        const Argument& argument;
+        int level; ///< of the trace before the argument
+    };
 
     const OPER& next_cell() const;
     Input next(const char* conversion, const char* optional_conversion);
@@ -106,6 +111,7 @@ class Frame {
     void input_cell(T& slot);
     template <class T>
     void input_range(Range<T>& slot);
+    void input_figures(AnnualSequence& slot, const OPER& array);
     template <class T, int N>
     void reply_range(const Range<T, N>& list);
 
