@@ -123,9 +123,7 @@ class anyvalue {
     CellKind kind_ = CellKind::blank;
 };
 
-inline std::string describe(const floatblank& value) {
-    return value.isblank() ? "blank" : describe(value.number());
-}
+inline std::string describe(const floatblank& value) { return value.isblank() ? "blank" : describe(value.number()); }
 inline std::string describe(const anyvalue& value) {
     return value.istext() ? value.text() : value.isblank() ? "blank" : describe(value.number());
 }

@@ -12,8 +12,7 @@ namespace {
 
 constexpr const char* month_names[] = {"",    "Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-constexpr const char* day_names[] = {"",          "Sunday",   "Monday", "Tuesday",
-                                     "Wednesday", "Thursday", "Friday", "Saturday"};
+constexpr const char* day_names[] = {"", "Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
 
 // Days before each year of a block of four, for a block without and with a leap year.
 constexpr int days_before_year[2][5] = {{0, 365, 730, 1095, 1460}, {0, 366, 731, 1096, 1461}};
@@ -23,8 +22,7 @@ constexpr int days_in_400_years = 146097;
 /// The date number of the first day of a block of four years; block 0 begins in 1900.
 constexpr std::int64_t block_start(std::int64_t block) {
     if (block == 0) return 1;
-    const std::int64_t ordinary =
-        (block - 26) / 25 - (block - 26) / 100; // blocks passed that have no leap year
+    const std::int64_t ordinary = (block - 26) / 25 - (block - 26) / 100; // blocks passed that have no leap year
     return (block - ordinary) * 1461 + ordinary * 1460 + 1;
 }
 
@@ -85,6 +83,15 @@ void date::set_number(double number) {
     } else {
         set_months(number * 12.0, rounding_seconds);
     }
+}
+
+date date::from_ymd(int year, int month, int day) {
+    date value;
+    value.year_ = year;
+    value.month_ = month;
+    value.day_ = day;
+    value.set_ymd();
+    return value;
 }
 
 date date::from_dtn(int dtn) {
@@ -178,8 +185,7 @@ void date::set_months(double months, int seconds) {
     constexpr std::int64_t unit = 1'000'000'000'000; // one month
     year_ = static_cast<int>((months_ * 1e12 + 190258.0) / 12e12);
     set_leaps();
-    const std::int64_t x =
-        static_cast<std::int64_t>(months_ * 1e12) - year_ * 12 * unit + (leap_ ? 1317 : 1321);
+    const std::int64_t x = static_cast<std::int64_t>(months_ * 1e12) - year_ * 12 * unit + (leap_ ? 1317 : 1321);
     month_ = static_cast<int>(x / unit) + 1;
     const int length = daysinmonth();
     const std::int64_t elapsed = (x - (month_ - 1) * unit) * 24 * 60 * 60 * length / unit;
@@ -260,15 +266,9 @@ date date::plusdays(int n) const {
     return date(*this).adddays(n);
 }
 
-date date::yearstart() const {
-    return date(year_, 1, 1, context_);
-}
-date date::monthstart() const {
-    return date(year_, month_, 1, context_);
-}
-date date::monthend() const {
-    return date(year_, month_, daysinmonth(), context_);
-}
+date date::yearstart() const { return date(year_, 1, 1, context_); }
+date date::monthstart() const { return date(year_, month_, 1, context_); }
+date date::monthend() const { return date(year_, month_, daysinmonth(), context_); }
 
 date date::with_day(int year, int month, int day) const {
     if (month < 1 || month > 12 || day < 1)
@@ -326,8 +326,7 @@ date& date::movetomonthday(int dayofmonth, int mode) {
     const date* chosen = nullptr;
     if (mode == 0) {
         for (const date& each : candidates)
-            if (chosen == nullptr ||
-                std::abs(days_between(*this, each)) <= std::abs(days_between(*this, *chosen)))
+            if (chosen == nullptr || std::abs(days_between(*this, each)) <= std::abs(days_between(*this, *chosen)))
                 chosen = &each;
     } else if (mode == 1) {
         for (int i = 2; i >= 0 && chosen == nullptr; --i)
@@ -340,19 +339,11 @@ date& date::movetomonthday(int dayofmonth, int mode) {
     return *this;
 }
 
-const char* date::monthname() const {
-    return month_name(month_);
-}
-const char* date::dayname() const {
-    return weekday_name(dayofweek());
-}
+const char* date::monthname() const { return month_name(month_); }
+const char* date::dayname() const { return weekday_name(dayofweek()); }
 
-const char* month_name(int month) {
-    return month < 1 || month > 12 ? "" : month_names[month];
-}
-const char* weekday_name(int weekday) {
-    return weekday < 1 || weekday > 7 ? "Unknown day" : day_names[weekday];
-}
+const char* month_name(int month) { return month < 1 || month > 12 ? "" : month_names[month]; }
+const char* weekday_name(int weekday) { return weekday < 1 || weekday > 7 ? "Unknown day" : day_names[weekday]; }
 
 std::string describe(const date& value) {
     return std::to_string(value.day()) + value.monthname() + std::to_string(value.year());

@@ -23,17 +23,15 @@ namespace qx {
 class date {
   public:
     static constexpr int maxyear = 3653;
-    static constexpr double maxnumber = 641003.0; ///< highest number read as a date
-    static constexpr int rounding_seconds =
-        43199; ///< half a day: a decimal count of months to its nearest day
+    static constexpr double maxnumber = 641003.0;  ///< highest number read as a date
+    static constexpr int rounding_seconds = 43199; ///< half a day: a decimal count of months to its nearest day
 
     struct open_end {};
 
     /// The zero date.
     constexpr date() noexcept = default;
     /// 1 January 3653; see DateCrit.
-    explicit constexpr date(open_end) noexcept
-        : year_(maxyear), leap_(false), months_(43836.0), dtn_(640273) {}
+    explicit constexpr date(open_end) noexcept : year_(maxyear), leap_(false), months_(43836.0), dtn_(640273) {}
     /// The zero date in the name of a routine's variable.
     explicit date(const FunctionContext& context) : context_(context) {}
     /// A day of the calendar. The day may pass its month's end (the date number then runs into the next
@@ -55,6 +53,8 @@ class date {
     /// and for NaN.
     date& operator=(double number);
 
+    /// A day of the calendar, as the constructor, but throwing errlibnonsensicaldate itself.
+    static date from_ymd(int year, int month, int day);
     /// The date of a date number, without the reading of a number as a year.
     static date from_dtn(int dtn);
     /// The date of a decimal count of months, with a rounding of 0 or 43199 seconds.
@@ -64,16 +64,18 @@ class date {
     int month() const { return month_; }
     int day() const { return day_; }
     int dtn() const { return dtn_; }
-    bool leap() const { return leap_; } ///< the year has a 29 February
-    bool blockleap() const {
-        return blockleap_;
-    } ///< the four years that hold this one begin with a leap year
+    bool leap() const { return leap_; }           ///< the year has a 29 February
+    bool blockleap() const { return blockleap_; } ///< the four years that hold this one begin with a leap year
     /// year * 12 + month - 1 + (day - 1) / days in the month: 22800.0 for 1 January 1900. A date read from a
     /// decimal year or moved by decimal months keeps the count that it was made from.
     double months() const { return months_; }
     double decimal_year() const { return months_ / 12.0; }
     int daysinmonth() const { return days_in_month(month_, leap_); }
     int daysinyear() const { return leap_ ? 366 : 365; }
+    /// A day from 1910 to the end of 3653: the days that numbers can name.
+    bool isregular() const { return dtn_ >= 3654 && dtn_ <= 640637; }
+    /// Days since the year's 1 January.
+    int dayofyear() const { return isregular() ? daysbeforemonth() + day_ - 1 : dtn_ - yearstart().dtn_; }
     int daysbeforemonth() const { return days_before_month(month_, leap_); }
     /// 1 for Sunday to 7 for Saturday.
     int dayofweek() const {
@@ -154,9 +156,7 @@ class date {
         if (year_ > maxyear) year_ = maxyear;
     }
     void derive_dtn();
-    void derive_months() {
-        months_ = year_ * 12 + (month_ - 1) + static_cast<double>(day_ - 1) / daysinmonth();
-    }
+    void derive_months() { months_ = year_ * 12 + (month_ - 1) + static_cast<double>(day_ - 1) / daysinmonth(); }
     void assert_valid() const;
     [[noreturn]] void fail_valid() const;
     template <class E, class... Pieces>
@@ -188,9 +188,7 @@ const char* weekday_name(int weekday);
 const char* month_name(int month);
 
 /// Days from one date to another.
-inline int days_between(const date& from, const date& to) {
-    return to.dtn() - from.dtn();
-}
+inline int days_between(const date& from, const date& to) { return to.dtn() - from.dtn(); }
 /// Whole months from one date to another by year and month alone.
 inline int months_between(const date& from, const date& to) {
     return 12 * (to.year() - from.year()) + (to.month() - from.month());

@@ -1,0 +1,386 @@
+#include "calendar/annual_sequence.h"
+
+#include "calendar/holidays.h"
+#include "core/routine.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace qx {
+
+namespace {
+
+constexpr int longest_walk = 99;   ///< steps of a walk along a sequence
+constexpr int rolling_rounds = 10; ///< dates looked at for one that does not roll past a date
+constexpr int longest_preset = 12;
+
+/// A preset: its number, its words and its entries (ended by 0) as positive figures.
+struct PresetSequence {
+    int number;
+    const char* text;
+    double entries[longest_preset + 1];
+};
+
+#define QX_MONTHS_4_TO_12 4.01, 5.01, 6.01, 7.01, 8.01, 9.01, 10.01, 11.01, 12.01
+constexpr PresetSequence presets[] = {
+    {-13, "English Quarter Days (25Mar,24Jun,29Sep,25Dec) in arrear", {3.25, 6.24, 9.29, 12.25}},
+    {-12, "monthly (1 Jan payment of Dec accrual, etc) ", {1.01, 2.01, 3.01, QX_MONTHS_4_TO_12}},
+    {-4, "quarterly (1 April payment of Jan-Mar accrual) ", {1.01, 4.01, 7.01, 10.01}},
+    {-2, "biannually (1 Jul payment of Jan-Jun accrual etc) ", {1.01, 7.01}},
+    {-1, "annually (1 Jan payment of Jul-Dec accrual) ", {1.01}},
+    {1, "annually (1Jan) ", {1.01}},
+    {2, "biannually (1Jan,1Jul) ", {1.01, 7.01}},
+    {4, "quarterly (1Jan,1Apr,1Jul,1Oct) ", {1.01, 4.01, 7.01, 10.01}},
+    {12, "monthly (first day of month) ", {1.01, 2.01, 3.01, QX_MONTHS_4_TO_12}},
+    {13, "English Quarter Days (25Mar,24Jun,29Sep,25Dec) ", {3.25, 6.24, 9.29, 12.25}},
+    {14, "Continuous ", {}},
+    {15, "10 monthly periods from April 1st ", {1.01, QX_MONTHS_4_TO_12}},
+    {AnnualSequence::unset, "Default: quarterly (1Jan,1Apr,1Jul,1Oct) ", {}},
+};
+#undef QX_MONTHS_4_TO_12
+constexpr double calendar_quarters[] = {1.01, 4.01, 7.01, 10.01};
+
+constexpr const char* ignored_if_missing[] = {"SeasonSeq", "AnnHols", "AnnDateSeq2", "AnnDateSeq3", "AnnDateSeq4"};
+constexpr const char* arrears_if_missing[] = {"PeriodsInt", "PeriodsDisc", "CashBasisInt"};
+
+const PresetSequence* find_preset(int number) {
+    for (const PresetSequence& each : presets)
+        if (each.number == number) return &each;
+    return nullptr;
+}
+
+constexpr int longest_month(int month) { return date::days_in_month(month, true); }
+
+double figure_of(int month, int day) { return month + day / 100.0; }
+
+} // namespace
+
+template <class E, class... Pieces>
+void AnnualSequence::fail(const Pieces&... pieces) const {
+    FunctionContext context("", name());
+    context.setclass("AnnualSequence");
+    if (tracing) context.setmessage(text_of(pieces...));
+    throw E(context);
+}
+
+bool AnnualSequence::named(const char* variable) const { return std::strcmp(name(), variable) == 0; }
+
+void AnnualSequence::clear(const char* name) {
+    setname(name);
+    dimension(0);
+    preset_ = unset;
+    presetset_ = arrears_ = missing_ = false;
+    bus_day_switch_ = rolling_convention_ = 0;
+}
+
+void AnnualSequence::setpreset(int preset) {
+    if (preset == own_list) {
+        preset_ = own_list;
+        presetset_ = true;
+        return;
+    }
+    if (presetset_) {
+        if (traced())
+            trace().info(text_of("SetPreset: Warning, attempt to reset a preset Date Sequence Value to ", preset,
+                                 " ignored (remains ", preset_, ")"));
+        return;
+    }
+    if (preset == 0) {
+        preset = 4;
+        if (traced())
+            trace().info("SetPreset: Zero value for preset date sequence found, assuming 'Quarterly in Advance'");
+    } else if (traced()) {
+        trace().info(text_of("SetPreset: Date sequence type set to ", preset));
+    }
+    preset_ = preset;
+    presetset_ = true;
+    expand();
+}
+
+void AnnualSequence::expand() {
+    const PresetSequence* const known = find_preset(preset_);
+    const double* entries = known != nullptr ? known->entries : nullptr;
+    int n = 0;
+    if (entries != nullptr && entries[0] != 0.0) {
+        while (n < longest_preset && entries[n] != 0.0) ++n;
+        arrears_ = preset_ < 0;
+    } else if (std::any_of(std::begin(ignored_if_missing), std::end(ignored_if_missing),
+                           [this](const char* each) { return named(each); })) {
+        if (traced()) trace().info(text_of(name(), " (an Annual Sequence) was missing and will be ignored."));
+    } else {
+        arrears_ = std::any_of(std::begin(arrears_if_missing), std::end(arrears_if_missing),
+                               [this](const char* each) { return named(each); });
+        entries = calendar_quarters;
+        n = 4;
+        if (traced())
+            trace().info(text_of(name(), arrears_ ? " (an Annual Sequence) set to the Loan/Time Value of Money default "
+                                                    "of calendar quarters in arrear (1st Jan payment for Oct-Dec "
+                                                    "accrual, etc)"
+                                                  : " (an Annual Sequence) set to the general default of calendar "
+                                                    "quarters (1 Jan,1 Apr,1 Jul,1 Oct)"));
+    }
+    dimension(n);
+    for (int i = 1; i <= n; ++i) item(i) = entries[i - 1];
+}
+
+void AnnualSequence::setdefault(int preset) {
+    missing_ = true;
+    setpreset(preset);
+}
+
+void AnnualSequence::set_figure(double figure, int preset) {
+    const double size = std::fabs(figure);
+    const bool iswhole = qx::iszero(fraction(figure));
+    if (qx::iszero(figure)) {
+        setdefault(preset);
+        if (traced()) trace().info("Date Sequence set to 'Quarterly in Advance'");
+        return;
+    }
+    if (iswhole && size < 20.0) {
+        const int number = whole(figure);
+        const int n = std::abs(number);
+        if (n == 1 || n == 2 || n == 4 || n == 12 || n == 13 || number > 12) {
+            setpreset(number);
+            if (traced())
+                trace().info(text_of("Annual Sequence Preset set to a preset option of ", number, " (",
+                                     preset_text(number), ")"));
+            return;
+        }
+    }
+    if (!iswhole && size > 1.0 && size <= 12.31) {
+        setentry(1, figure);
+        validate();
+        if (traced()) trace().info(text_of("Annual Sequence set to a single specific date sequence of ", figure));
+        return;
+    }
+    if (figure > 20.0 && figure <= 1000.0) {
+        const RollingFloat rolling = RollingFloat::of(figure);
+        setrolling(rolling.switch_number, rolling.convention);
+        setpreset(preset);
+        return;
+    }
+    fail<errlibannseq>("Illegal single figure for a Date Sequence ", figure, ".");
+}
+
+void AnnualSequence::start_list(int cells) {
+    dimension(cells);
+    dimension(0);
+}
+
+void AnnualSequence::append(double figure) {
+    if (figure > highest_entry) fail<errlibmax>("Annual sequence entry ", figure);
+    if (figure < lowest_entry) fail<errlibmin>("Annual sequence entry ", figure);
+    setentry(size() + 1, figure);
+}
+
+void AnnualSequence::setentry(int i, double figure) {
+    if (i > size()) dimension(i);
+    if (figure >= 13.0 && figure <= 365.0) {
+        figure = std::fmod(figure, 12.0);
+        if (traced()) trace().warning(text_of("Warning: Annual Sequence entry rectified: ", figure));
+    }
+    if (i == 1) arrears_ = figure < 0.0;
+    item(i) = std::fabs(figure);
+    preset_ = own_list;
+    presetset_ = true;
+}
+
+AnnualSequence::MonthDay AnnualSequence::month_day(double figure) {
+    return {whole(figure), whole(fraction(figure) * 100.0 + 0.5)};
+}
+
+void AnnualSequence::validate() {
+    for (int i = 1; i <= size(); ++i) {
+        if (i > 1 && !(item(i) > item(i - 1))) fail<errlibannseq>("Annual Sequence values must be ascending");
+        const auto [month, day] = month_day(item(i));
+        if (month < 1 || month > 12) fail<errlibannseq>("Month is not in the range 1 to 12, ", month);
+        const int longest = longest_month(month);
+        if (longest == 31) {
+            if (day > longest) fail<errlibannseq>("More than 31 days in a month");
+            continue;
+        }
+        if (month == 2 && traced()) {
+            if (day == 28)
+                trace().info(text_of("AnnSeq Validate: 28th February Specified. In leap years this will NOT infer the "
+                                     "last day in February.  To specify the last day in February, use a value of 29 "
+                                     "instead of 28, ",
+                                     item(i)));
+            else if (day == 29)
+                trace().info("AnnSeq Validate: 29th February Specified.  This means the last day in February");
+        }
+        if (day <= longest) continue;
+        item(i) = figure_of(month, longest);
+        if (traced())
+            trace().info(text_of(month == 2 ? "AnnSeq Validate: More than 29 days specified in February, sequence date "
+                                              "changed to 29Feb, "
+                                            : "AnnSeq Validate: More than 30 days specified in April, June, Sept or "
+                                              "Nov, sequence date changed to 30th of month, ",
+                                 item(i)));
+    }
+}
+
+void AnnualSequence::generate(double first, int NumPmtsPerYr, bool EOMRule) {
+    if (NumPmtsPerYr == 13) {
+        setpreset(13);
+        return;
+    }
+    if (NumPmtsPerYr < 1 || NumPmtsPerYr > 12 || 12 % NumPmtsPerYr != 0)
+        fail<errlibillegalswitch>("NumPmtsPerYr is ", NumPmtsPerYr, ", not 1, 2, 3, 4, 6, 12 or 13");
+    const double x = std::fmod(std::fabs(first) - 1.0, 12.0) + 1.0;
+    int month = whole(x);
+    const int day = whole((x - month + 0.005) * 100.0);
+    const bool monthend = EOMRule && month >= 1 && day == longest_month(month);
+    dimension(0);
+    setentry(1, std::copysign(figure_of(month, day), first));
+    for (int i = 2; i <= NumPmtsPerYr; ++i) {
+        month = (month + 12 / NumPmtsPerYr - 1) % 12 + 1;
+        setentry(i, figure_of(month, monthend ? longest_month(month) : std::min(day, longest_month(month))));
+    }
+    heapsort(true);
+    validate();
+}
+
+// --- Finding dates --------------------------------------------------------------------------------------------
+
+date AnnualSequence::on(const Place& place) const {
+    const auto [month, day] = month_day(item(place.index));
+    const int length = month < 1 || month > 12 ? 31 : date::days_in_month(month, date::is_leap(place.year));
+    return date::from_ymd(place.year, month, std::min(day, length));
+}
+
+AnnualSequence::Found AnnualSequence::rolled(const Place& place) const {
+    return {nextbd(on(place), bus_day_switch_), place.index, place.year * size() + place.index};
+}
+
+AnnualSequence::Place AnnualSequence::place_before(const Place& place) const {
+    return place.index > 1 ? Place{place.year, place.index - 1} : Place{place.year - 1, size()};
+}
+
+AnnualSequence::Place AnnualSequence::prevplace(const date& from, bool strict) const {
+    if (size() == 0) fail<errlibannseq>("The annual sequence has no dates");
+    for (int i = size(); i >= 1; --i) {
+        const auto [month, day] = month_day(item(i));
+        if (month > from.month()) continue;
+        if (month < from.month()) return {from.year(), i};
+        const int limited = std::min(day, from.daysinmonth());
+        if (limited < from.day() || (limited == from.day() && !strict)) return {from.year(), i};
+    }
+    return {from.year() - 1, size()};
+}
+
+AnnualSequence::Place AnnualSequence::nextplace(const date& from, bool inclusive) const {
+    if (size() == 0) fail<errlibannseq>("The annual sequence has no dates");
+    for (int i = 1; i <= size(); ++i) {
+        const auto [month, day] = month_day(item(i));
+        if (month < from.month()) continue;
+        if (month > from.month()) return {from.year(), i};
+        const int limited = std::min(day, from.daysinmonth());
+        if (limited > from.day() || (limited == from.day() && inclusive)) return {from.year(), i};
+    }
+    return {from.year() + 1, 1};
+}
+
+AnnualSequence::Found AnnualSequence::findprev(const date& from, bool strict) const {
+    Place place = prevplace(from, strict);
+    if (bus_day_switch_ == 0) return {on(place), place.index, place.year * size() + place.index};
+    for (int round = 1;; ++round) {
+        const Found found = rolled(place);
+        const bool past = strict ? found.when >= from : found.when > from;
+        if (!past || round == rolling_rounds) return found;
+        place = place_before(place);
+    }
+}
+
+AnnualSequence::Found AnnualSequence::findnext(const date& from, bool inclusive) const {
+    const Place place = nextplace(from, inclusive);
+    if (bus_day_switch_ == 0) return {on(place), place.index, place.year * size() + place.index};
+    const Found earlier = rolled(place_before(place)); // rolling may have carried it past the given date
+    if (inclusive ? earlier.when >= from : earlier.when > from) return earlier;
+    return rolled(place);
+}
+
+date AnnualSequence::prevdateshift(const date& from, bool strict, bool shift) const {
+    const date found = prevdate(from, strict);
+    return shift && arrears_ ? found.plusdays(1) : found;
+}
+
+date AnnualSequence::nextdateshift(const date& from, bool inclusive, bool shift) const {
+    const date found = nextdate(from, inclusive);
+    return shift && arrears_ ? found.plusdays(1) : found;
+}
+
+// --- Periods --------------------------------------------------------------------------------------------------
+
+double AnnualSequence::periodsbetween(const date& date1, const date& date2) const {
+    if (date2 <= date1) return 0.0;
+    const auto days = [](const date& from, const date& to) { return static_cast<double>(days_between(from, to)); };
+    const Found p1 = findprev(date1, true);
+    const Found q1 = findnext(date1, true);
+    if (q1.when >= date2) return safe_divide(days(date1, date2), days(p1.when, q1.when));
+    const Found p2 = findprev(date2, true);
+    const Found q2 = findnext(date2, true);
+    if (traced() && (p1.when > date1 || date2 > q2.when))
+        trace().warning("                    Warning: Inconsistent periods (Bug in date arithmetic, please notify "
+                        "whoever supports this add-in)");
+    return (p2.number - q1.number) + safe_divide(days(date1, q1.when), days(p1.when, q1.when)) +
+           safe_divide(days(p2.when, date2), days(p2.when, q2.when));
+}
+
+double AnnualSequence::monthsbetween(const date& date1, const date& date2) const {
+    return safe_divide(12.0 * periodsbetween(date1, date2), size());
+}
+
+double AnnualSequence::yearsbetween(const date& date1, const date& date2) const {
+    return safe_divide(periodsbetween(date1, date2), size());
+}
+
+date AnnualSequence::dateplusperiods(const date& from, int n) const {
+    date working = from;
+    for (int step = 1; step <= std::abs(static_cast<long long>(n)); ++step) {
+        if (step == longest_walk) fail<errliboveriterated>("More than ", longest_walk - 1, " periods");
+        working = n > 0 ? nextdate(working, false) : prevdate(working, true);
+    }
+    return working;
+}
+
+bool AnnualSequence::same_as(const AnnualSequence& other) const {
+    return size() == other.size() && arrears_ == other.arrears_ && bus_day_switch_ == other.bus_day_switch_ &&
+           std::equal(begin(), end(), other.begin(), [](double a, double b) { return isequal(a, b); });
+}
+
+// --- In words -------------------------------------------------------------------------------------------------
+
+std::string preset_text(int preset) {
+    const PresetSequence* const known = find_preset(preset);
+    return known != nullptr ? known->text : "Don't recognise this type of annual sequence ";
+}
+
+namespace {
+
+std::string in_words(const AnnualSequence& sequence, const char* opening) {
+    std::string text;
+    if (sequence.preset() == AnnualSequence::own_list) {
+        text = text_of(sequence.size(), opening);
+        for (int i = 1; i <= sequence.size(); ++i) {
+            const auto [month, day] = AnnualSequence::month_day(sequence(i));
+            text += text_of(i > 1 ? "," : "", day, month_name(month));
+        }
+    } else {
+        text = opening + preset_text(sequence.preset());
+    }
+    if (sequence.BusDaySwitch() > 0) text += " " + business_days_name(sequence.BusDaySwitch());
+    return text;
+}
+
+} // namespace
+
+std::string describe_periods(const AnnualSequence& sequence) {
+    return in_words(sequence, sequence.arrears() ? " periods up to and including " : " periods commencing ");
+}
+
+std::string describe(const AnnualSequence& sequence) {
+    return in_words(sequence, sequence.arrears() ? " in arrear, " : " in advance, ");
+}
+
+} // namespace qx

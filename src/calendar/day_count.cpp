@@ -1,0 +1,301 @@
+#include "calendar/day_count.h"
+
+#include "calendar/annual_sequence.h"
+#include "calendar/holidays.h"
+#include "calendar/time_period.h"
+#include "core/routine.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qx {
+
+namespace {
+
+constexpr int code_count = 14;
+constexpr int rounds = 100;                ///< at which an adjustment gives up
+constexpr double exact_match = 0.00138889; ///< months; half a day of a 30-day month is 0.0167
+constexpr double near_match = 0.05;
+
+constexpr const char* texts[code_count] = {
+    "30/360 (PSA)",
+    "Actual/Actual (365 or 366)",
+    "Actual Days/360",
+    "Actual Days/365",
+    "30/360 (European)",
+    "Actual Days/Actual Days In Month ('Decimal Year')",
+    "Actual/Actual (Within Period)",
+    "30/360 (PSA)",
+    "Actual Days (NL)/365",
+    "30/365",
+    "30/360 (ISDA)",
+    "30/360 (Feb Adj)",
+    "30/360 (ISDA EOM)",
+    "Actual Days/252",
+};
+
+const char* code_text(int code) {
+    return code < 0 || code >= code_count ? "Default: Actual Days/Actual Days In Month ('Decimal Year')" : texts[code];
+}
+
+bool february_end(const date& day) { return day.month() == 2 && day.ismonthend(); }
+
+/// How a 30/360 rule treats month ends beside its day 31.
+enum class Rule { psa, isda, european, february, month_end };
+
+int days_30_360(const date& from, const date& to, Rule rule) {
+    int d1 = from.day();
+    int d2 = to.day();
+    if (rule == Rule::european) {
+        d1 = std::min(d1, 30);
+        d2 = std::min(d2, 30);
+    } else {
+        const bool february = rule != Rule::isda && february_end(from);
+        if ((rule == Rule::february && february_end(to)) || (rule == Rule::month_end && february && february_end(to)))
+            d2 = 30;
+        if (february || d1 == 31) d1 = 30;
+        if (d2 == 31 && d1 == 30) d2 = 30;
+    }
+    return 360 * (to.year() - from.year()) + 30 * (to.month() - from.month()) + d2 - d1;
+}
+
+/// Date number of the 1 March on or before a date.
+int last_first_of_march(const date& day) {
+    if (!day.isregular() || day.year() == 1910) return day.prevanniversary(3, 1, false).dtn();
+    const int new_year = day.dtn() - day.dayofyear();
+    return day.month() > 2 ? new_year + 59 + (day.leap() ? 1 : 0) : new_year - 306;
+}
+
+int days_without_leap_days(const date& from, const date& to) {
+    const int march1 = last_first_of_march(from);
+    const int march2 = last_first_of_march(to);
+    const int years = (to.year() - (to.month() > 2 ? 0 : 1)) - (from.year() - (from.month() > 2 ? 0 : 1));
+    const int leap_days = march2 - march1 - 365 * years;
+    return days_between(from, to) - leap_days;
+}
+
+double actual_years(const date& day) { return 12.0 * day.dayofyear() / day.daysinyear(); }
+
+double of_year(int days, double year) { return days * 12.0 / year; }
+
+} // namespace
+
+DayCountCodes DayCountCodes::of(double DayCount) {
+    if (const int code = whole(DayCount); code == DayCount && code < 20) return {code, code, code};
+    FunctionContext context("", "DayCount");
+    if (DayCount >= 20.0) {
+        const int n = whole(DayCount + 0.00005);
+        if (n >= 1000) {
+            if (tracing) context.setmessage(text_of("The daycount ", n, " has more than three digits"));
+            throw errrbaddaycount(context);
+        }
+        if (n >= 100) return {n / 100, n / 10 % 10, n % 10};
+        return {n / 10, n % 10, n % 10};
+    }
+    const int n = whole((DayCount + 0.00005) * 10000.0);
+    DayCountCodes codes{n / 10000, n / 100 % 100, n % 100};
+    if (codes.core > 20 || codes.start_stub > 20 || codes.end_stub > 20) {
+        if (tracing)
+            context.setmessage(text_of("Can't have an individual (single) daycount greater than 20 in the new daycount "
+                                       "convention(",
+                                       codes.start_stub, ",", codes.end_stub, ",", codes.core, ")"));
+        throw errrbaddaycount(context);
+    }
+    if (codes.start_stub == 0 && codes.end_stub == 0)
+        codes.start_stub = codes.end_stub = codes.core;
+    else if (codes.end_stub == 0)
+        codes.end_stub = codes.start_stub;
+    return codes;
+}
+
+bool DayCountCodes::composite(double DayCount) const {
+    return core != start_stub || core != end_stub || core == 6 || DayCount >= 20.0;
+}
+
+int daycountdays(const date& date1, const date& date2, double DayCount) {
+    switch (whole(DayCount)) {
+    case 0:
+    case 7:
+    case 9:
+        return days_30_360(date1, date2, Rule::psa);
+    case 4:
+        return days_30_360(date1, date2, Rule::european);
+    case 8:
+        return days_without_leap_days(date1, date2);
+    case 10:
+        return days_30_360(date1, date2, Rule::isda);
+    case 11:
+        return days_30_360(date1, date2, Rule::february);
+    case 12:
+        return days_30_360(date1, date2, Rule::month_end);
+    case 13:
+        return diffbusdays(date1, date2, 1);
+    default:
+        if (traced())
+            trace().info("For any DayCount other than 30/360, A(NL)/365 or 30E/360, DiffD is just the difference in "
+                         "days between the dates.");
+        return days_between(date1, date2);
+    }
+}
+
+double daycountmonths(const date& from, const date& to, int code) {
+    switch (code) {
+    case 0:
+    case 7:
+        return of_year(days_30_360(from, to, Rule::psa), 360.0);
+    case 1:
+        return 12.0 * (to.year() - from.year()) + actual_years(to) - actual_years(from);
+    case 2:
+        return of_year(days_between(from, to), 360.0);
+    case 3:
+        return of_year(days_between(from, to), 365.0);
+    case 4:
+        return of_year(days_30_360(from, to, Rule::european), 360.0);
+    case 6: {
+        FunctionContext context("lenmonthsbasic", "DayCount");
+        context.setmessage("Error, ACT/ACT (in period) daycount found in the basic daycount calculation");
+        throw errlibillegaldaycount(context);
+    }
+    case 8:
+        return of_year(days_without_leap_days(from, to), 365.0);
+    case 9:
+        return of_year(days_30_360(from, to, Rule::february), 365.0);
+    case 10:
+        return of_year(days_30_360(from, to, Rule::isda), 360.0);
+    case 11:
+        return of_year(days_30_360(from, to, Rule::february), 360.0);
+    case 12:
+        return of_year(days_30_360(from, to, Rule::month_end), 360.0);
+    case 13:
+        return of_year(diffbusdays(from, to, 500), 252.0);
+    default:
+        return to.months() - from.months();
+    }
+}
+
+double diffmonths(const date& date1, const date& date2, double DayCount, const AnnualSequence& Periods, bool AllowNeg,
+                  bool ComponentPart) {
+    if (date1 > date2) return AllowNeg ? -diffmonths(date2, date1, DayCount, Periods, false, ComponentPart) : 0.0;
+    timeperiod period;
+    period.setends(date1, date2);
+    return period.lenmonths(date1, date2, DayCount, Periods, AllowNeg, ComponentPart);
+}
+
+date plusdays(const date& from, double days, double DayCount) {
+    if (from.iszero()) return from;
+    const double n = std::trunc(days);
+    date day = from.plusdays(whole(n));
+    AdjustToDayCountDays(day, n, from, DayCount);
+    return day;
+}
+
+date plusmonths(const date& from, double months, double DayCount, const AnnualSequence& Periods) {
+    if (from.iszero()) return from;
+    date day = from.plusmonths(months);
+    AdjustToDayCountMonths(day, months, from, DayCount, Periods);
+    return day;
+}
+
+void AdjustToDayCountDays(date& day, double days, const date& date1, double DayCount) {
+    Routine here{"AdjustToDayCountDays", Routine::internal};
+    double error = days - daycountdays(date1, day, DayCount);
+    if (iszero(error)) {
+        here.info("Zero error, returning, this date=", day);
+        return here.returning();
+    }
+    date trial = day;
+    for (int round = 1;; ++round) {
+        const TraceBlock pass = here.pass(round, "This date=", day, ", error=", error);
+        if (round == rounds) here.fail<errliboveriterated>("days", "No date has ", days, " days from ", date1);
+        trial.adddays(error > 1.0 || error < -1.0 ? whole(error) : error > 0.0 ? 1 : -1);
+        const double trial_error = days - daycountdays(date1, trial, DayCount);
+        if (iszero(trial_error)) {
+            day = trial;
+            here.info("This date assigned to new (error-free) date = ", day);
+            break;
+        }
+        if (std::fabs(error) <= std::fabs(trial_error)) {
+            here.info("Error increasing, go with what we have got =", day);
+            break;
+        }
+        day = trial;
+        error = trial_error;
+    }
+    here.returning();
+}
+
+void AdjustToDayCountMonths(date& day, double months, const date& date1, double DayCount,
+                            const AnnualSequence& Periods) {
+    Routine here{"AdjustToDayCountMonths", Routine::internal};
+    date previous = day;
+    double previous_error = 0.0;
+    for (int round = 1;; ++round) {
+        const TraceBlock pass = here.pass(round, "This date=", day);
+        if (round == rounds) here.fail<errliboveriterated>("months", "No date is ", months, " months from ", date1);
+        const double error = months - diffmonths(date1, day, DayCount, Periods);
+        const double size = std::fabs(error), previous_size = std::fabs(previous_error);
+        if (size <= exact_match) break;
+        if (round > 1) {
+            const bool opposite = error * previous_error < 0.0;
+            if (std::fabs(size - previous_size) <= exact_match && opposite && size <= near_match &&
+                previous_size <= near_match) {
+                here.info("The target lies between ", previous, " and ", day);
+                if (previous.day() == date1.day())
+                    day = previous;
+                else if (day.day() != date1.day())
+                    day = std::min(previous, day);
+                break;
+            }
+            if (!(size < previous_size)) {
+                day = previous;
+                break;
+            }
+        }
+        previous = day;
+        previous_error = error;
+        day.adddays(error > 0.0 ? 1 : -1);
+    }
+    here.returning();
+}
+
+date midpoint(const date& date1, const date& date2, double DayCount, const AnnualSequence& Periods) {
+    const date& earlier = std::min(date1, date2);
+    const date& later = std::max(date1, date2);
+    return plusmonths(earlier, diffmonths(earlier, later, DayCount, Periods) / 2.0, DayCount, Periods);
+}
+
+double ChooseRightDC(double DCCore, double DCStart, double DCFinish, const date& Start, const date& Finish,
+                     const timeperiod& ThisTimePeriod) {
+    Routine here{"ChooseRightDC", Routine::internal};
+    if (ThisTimePeriod.contains(Start)) {
+        here.info("The timeperiod contains the start date");
+        return here.returning(DCStart);
+    }
+    if (ThisTimePeriod.contains(Finish)) {
+        here.info("The timeperiod contains the finish date");
+        return here.returning(DCFinish);
+    }
+    here.info("The timeperiod contains neither the start date nor the finish date");
+    return here.returning(DCCore);
+}
+
+double ChooseRightDC(double DayCount, const date& Start, const date& Finish, const timeperiod& ThisTimePeriod) {
+    const DayCountCodes codes = DayCountCodes::of(DayCount);
+    // An end stub written 00 would read as the start stub's code; code 7 is code 0.
+    const auto code = [](int core, int start_stub, int end_stub) {
+        if (end_stub == 0 && start_stub != 0) end_stub = 7;
+        return core + start_stub / 100.0 + end_stub / 10000.0;
+    };
+    return ChooseRightDC(codes.core, code(codes.core, codes.start_stub, codes.core),
+                         code(codes.core, codes.core, codes.end_stub), Start, Finish, ThisTimePeriod);
+}
+
+std::string daycount_text(double DayCount) {
+    const DayCountCodes codes = DayCountCodes::of(DayCount);
+    if (codes.core == codes.start_stub && codes.core == codes.end_stub) return code_text(codes.core);
+    std::string text = std::string("Main Period:") + code_text(codes.core);
+    if (codes.start_stub == codes.end_stub) return text + "Stub Periods:" + code_text(codes.start_stub);
+    return text + "Stub Periods 1:" + code_text(codes.start_stub) + ", Stub Periods 2:" + code_text(codes.end_stub);
+}
+
+} // namespace qx

@@ -1,0 +1,81 @@
+// Day counts: two dates to a number of days or of months, and back.
+//
+// Every length of time is in months, 12 to the year, so that years of different conventions compare. A DayCount is
+// one code, or a composite of a code for the whole periods (the core) and one each for the stubs at the start and at
+// the end: 2.03 is core 2 with stubs 3, 1.0306 core 1 with a start stub 3 and an end stub 6. The older form of a
+// composite is an integer of three digits (core, start, end) or two (core, both stubs) from 20 up.
+//
+// | code | convention                    | also known as                                      |
+// |    0 | 30/360 (PSA)                  | 30/360 SIA without the rule for the second February |
+// |    1 | Actual/Actual (365 or 366)    | each part by the length of its own calendar year   |
+// |    2 | Actual/360                    | money market, French                               |
+// |    3 | Actual/365                    | Actual/365 Fixed, English                          |
+// |    4 | 30/360 (European)             | 30E/360, Eurobond                                  |
+// |    5 | Actual/Actual days in month   | "decimal year"; the general default                |
+// |    6 | Actual/Actual (within period) | each period of the sequence counts alike           |
+// |    7 | as 0                          |                                                    |
+// |    8 | Actual (no leap days)/365     | NL/365                                             |
+// |    9 | 30/365                        |                                                    |
+// |   10 | 30/360 (ISDA)                 | bond basis, 30A/360                                |
+// |   11 | 30/360 (February adjusted)    |                                                    |
+// |   12 | 30/360 (month ends)           | 30/360 US                                          |
+// |   13 | Business days/252             | the Brazilian year                                 |
+#pragma once
+
+#include "calendar/date.h"
+
+#include <string>
+
+namespace qx {
+
+class AnnualSequence;
+class timeperiod;
+
+inline constexpr double default_daycount = 5.0;
+
+/// The three codes of a DayCount.
+struct DayCountCodes {
+    int core, start_stub, end_stub;
+
+    /// Splits a DayCount. Throws errrbaddaycount for a code above 20 and for an integer form of 1000 or more.
+    static DayCountCodes of(double DayCount);
+    /// True if the stubs have codes of their own, or the core goes by the periods of a sequence.
+    bool composite(double DayCount) const;
+};
+
+/// Days from one date to another by the whole part of a DayCount: 30/360 under 0, 4, 7 and 9 to 12, without leap
+/// days under 8, otherwise the actual days.
+int daycountdays(const date& date1, const date& date2, double DayCount);
+/// Months from one date to a later one by a single code. Throws errlibillegaldaycount for code 6.
+double daycountmonths(const date& from, const date& to, int code);
+
+/// Months between two dates under any DayCount. A date1 after date2 gives the negative of the reverse if AllowNeg,
+/// otherwise 0. With ComponentPart the end stub is measured so that parts add up to the whole.
+double diffmonths(const date& date1, const date& date2, double DayCount, const AnnualSequence& Periods,
+                  bool AllowNeg = true, bool ComponentPart = false);
+
+/// The date a number of days on (its fraction is dropped), such that the day count between both is that number as
+/// near as may be. Throws errliboveriterated.
+date plusdays(const date& from, double days, double DayCount);
+/// The date a number of months on, such that the months between both are that number as near as may be.
+date plusmonths(const date& from, double months, double DayCount, const AnnualSequence& Periods);
+/// Moves a date by single steps until the day count from date1 is the number of days as near as may be.
+void AdjustToDayCountDays(date& day, double days, const date& date1, double DayCount);
+/// The same for months.
+void AdjustToDayCountMonths(date& day, double months, const date& date1, double DayCount,
+                            const AnnualSequence& Periods);
+/// The date half way between two dates.
+date midpoint(const date& date1, const date& date2, double DayCount, const AnnualSequence& Periods);
+
+/// The code for a period of a stretch: that of the start if the period holds it, otherwise that of the finish if the
+/// period holds that, otherwise the core's.
+double ChooseRightDC(double DCCore, double DCStart, double DCFinish, const date& Start, const date& Finish,
+                     const timeperiod& ThisTimePeriod);
+/// The same by a composite DayCount: a period with the start keeps the start stub's code, one with the finish the end
+/// stub's.
+double ChooseRightDC(double DayCount, const date& Start, const date& Finish, const timeperiod& ThisTimePeriod);
+
+/// A DayCount in words.
+std::string daycount_text(double DayCount);
+
+} // namespace qx
