@@ -2,6 +2,7 @@
 // at once, and nothing returned is ever the host's to free.
 #include "addin/frame.h"
 #include "addin/host.h"
+#include "calendar/annual_sequence.h"
 #include "core/logs.h"
 
 #include <algorithm>
@@ -83,6 +84,10 @@ template <>
 constexpr ListWords list_words<dateorfloat> = {"Tried to output a float range bigger than limit of ",
                                                "Tried to output a NumOrDate range to a destination reference bigger "
                                                "than limit of 10000 cells ("};
+constexpr ListWords sequence_words = {"Tried to output a annual sequence bigger than limit of ",
+                                      "Tried to output a annual sequence range to a destination reference bigger "
+                                      "than limit of 10000 cells ("};
+
 struct Shape {
     int columns, rows;
 };
@@ -236,6 +241,12 @@ void Frame::reply(const Range<ministring>& list) { reply_range(list); }
 void Frame::reply(const Range<anyvalue>& list) { reply_range(list); }
 void Frame::reply(const Range<dateorfloat>& list) { reply_range(list); }
 void Frame::reply(const Range<floatblank>& list) { reply_range(list); }
+void Frame::reply(const AnnualSequence& sequence) {
+    static Range<double, AnnualSequence::capacity> figures; // with the sign of arrears, as a user writes them
+    figures.dimension(sequence.size());
+    for (int i = 1; i <= sequence.size(); ++i) figures(i) = sequence.figure(i);
+    return_list(figures, sequence_words, context);
+}
 void Frame::reply(const OPER& cell) { ResultOper() = cell; }
 
 } // namespace qx

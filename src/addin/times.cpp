@@ -1,0 +1,217 @@
+// Time inputs, annual sequences from cells, and the array twin of a routine of a time period.
+#include "addin/cells.h"
+#include "addin/declare.h"
+#include "addin/host.h"
+#include "calendar/annual_sequence.h"
+#include "calendar/time_period.h"
+#include "core/parse_number.h"
+#include "core/routine.h"
+
+#include <algorithm>
+#include <cctype>
+#include <string>
+#include <string_view>
+
+namespace qx {
+
+namespace {
+
+constexpr const char* macro_reference = "A reference type was received, it must be a VBA call of an array function.";
+
+/// The rectangle of the calling formula. Throws functionerror if the caller is no reference.
+XLREF caller_rectangle(FunctionContext& context) {
+    HostCell caller;
+    if (Excel(xlfCaller, caller.get(), 0) == xlretSuccess) {
+        if (caller->type() == xltypeSRef) return caller->val.sref.ref;
+        if (caller->type() == xltypeRef && caller->val.mref.lpmref != nullptr && caller->val.mref.lpmref->count > 0) {
+            if (traced()) trace().warning(macro_reference);
+            return caller->val.mref.lpmref->reftbl[0];
+        }
+    }
+    context.setmessage("Array Mode Error: Expected an SRef, got something else, cannot resolve.  Contact Quexel "
+                       "support please.  Thanks.");
+    throw functionerror(context);
+}
+
+/// The number of cells of a time argument: 0 for what is neither a number, a text nor several cells.
+long long cells_in(const OPER& cell, FunctionContext& context) {
+    switch (cell.type()) {
+    case xltypeMulti:
+        return cell_count(cell);
+    case xltypeNum:
+    case xltypeStr:
+        return 1;
+    case xltypeRef:
+    case xltypeSRef: {
+        HostCell cells;
+        coerce(cells, cell, context);
+        return cells->type() == xltypeMulti ? cell_count(*cells) : 1;
+    }
+    case xltypeErr:
+        throw_error_cell(cell, context);
+        return 0;
+    default:
+        return 0;
+    }
+}
+
+/// A preset sequence by its name: "Quarterly in advance", "4:Quarterly in advance" or just "4", in any case. Returns
+/// 0 for a name that there is not.
+int preset_named(std::string text) {
+    struct Name {
+        int preset;
+        std::string_view name;
+    };
+    static constexpr Name names[] = {
+        {-1, "annually in arrear"},
+        {-2, "biannually in arrear"},
+        {-4, "quarterly in arrear"},
+        {-12, "monthly in arrear"},
+        {-13, "real estate english quarter days in arrear"},
+        {1, "annually in advance"},
+        {2, "biannually in advance"},
+        {4, "quarterly in advance"},
+        {12, "monthly in advance"},
+        {13, "real estate english quarter days in advance"},
+        {14, "continuous"},
+    };
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(c < 128 ? std::tolower(c) : c); });
+    std::string_view name = text;
+    while (!name.empty() && name.front() == ' ') name.remove_prefix(1);
+    while (!name.empty() && name.back() == ' ') name.remove_suffix(1);
+    for (const Name& known : names) {
+        const std::string number = std::to_string(known.preset);
+        if (name == known.name || name == number || name == number + ":" + std::string(known.name)) return known.preset;
+    }
+    return 0;
+}
+
+} // namespace
+
+void Frame::input(timeperiod& slot) {
+    static double start, base;
+    const char* const name = function.args[argument_].name;
+    int level = -1;
+    if (traced()) {
+        level = trace().currentlevel();
+        trace().variable(name);
+    }
+    input(start);
+    input(base);
+    if (traced()) context.setnames("AssignTP", name);
+    slot.settime(start, base);
+    if (traced()) trace().return_value(name, slot, "AssignTP", level);
+}
+
+bool Frame::wants_array() {
+    const XLREF caller = caller_rectangle(context);
+    if (caller.rwLast > caller.rwFirst || caller.colLast > caller.colFirst) {
+        if (traced()) trace().info("Array Mode");
+        return true;
+    }
+    return cells_in(next_cell(), context) > 1;
+}
+
+void Frame::input(AnnualSequence& slot) {
+    const Input in = next("Assignannseq", "AssignannseqOpt");
+    const Argument& argument = in.argument;
+    const int preset = argument.is_optional() ? static_cast<int>(argument.preset.value) : 0;
+    slot.clear(argument.name);
+    switch (in.cell.type()) {
+    case xltypeMissing:
+    case xltypeNil:
+        if (!argument.is_optional()) throw missingarg(context);
+        slot.setdefault(preset);
+        break;
+    case xltypeNum:
+        slot.set_figure(in.cell.val.num, preset);
+        break;
+    case xltypeStr:
+        if (const int named = preset_named(text_in(in.cell)); named != 0) {
+            slot.setpreset(named);
+            break;
+        }
+        if (tracing) context.setmessage("There is no annual sequence of the name " + text_in(in.cell));
+        throw errlibannseq(context);
+    case xltypeErr:
+        throw_error_cell(in.cell, context);
+        break;
+    case xltypeMulti:
+        input_figures(slot, in.cell);
+        break;
+    case xltypeRef:
+    case xltypeSRef:
+        if (traced()) trace().warning(unexpected_reference);
+        throw inputerror(context);
+    default:
+        throw illegalannualsequence(context);
+    }
+    slot.validate();
+    if (traced())
+        trace().return_value(argument.name, text_of(argument.name, " had ", slot.size(), " elements"),
+                             context.function(), in.level);
+}
+
+void Frame::input_figures(AnnualSequence& slot, const OPER& array) {
+    const long long count = cell_count(array);
+    if (count < 0 || (count > 0 && array.val.array.lparray == nullptr)) throw inputerror(context);
+    slot.start_list(static_cast<int>(count));
+    for (int i = 1; i <= count; ++i) {
+        const OPER& cell = array.val.array.lparray[i - 1];
+        if (cell.type() == xltypeNil && i > 1) {
+            if (traced()) trace().info("Blank cell encountered during annual sequence, assume data stops here.");
+            break;
+        }
+        switch (cell.type()) {
+        case xltypeNum:
+            slot.append(cell.val.num);
+            break;
+        case xltypeStr:
+            slot.append(parsenumber(text_in(cell), 0.0));
+            break;
+        case xltypeNil:
+            slot.append(0.0);
+            break;
+        case xltypeMissing:
+            throw missingarg(context);
+        case xltypeErr:
+            throw_error_cell(cell, context);
+            break;
+        default:
+            if (tracing) context.setmessage(text_of("Illegal range element for a Date Sequence (", i, ")"));
+            throw illegalannualsequence(context);
+        }
+    }
+    if (traced())
+        trace().info(text_of("Annual sequence set to a specific date sequence (", describe_periods(slot), ")"));
+}
+
+namespace declaring {
+
+const Range<double>& each_period(const char* name, const Range<date>& times, double (*call)(const timeperiod&)) {
+    const std::string label = traced() ? std::string(name) + "AF" : std::string();
+    Routine here{label.c_str(), Routine::array};
+    Range<double>& results = RangePool<double>::get(twin_result_slot);
+    const int n = times.size();
+    if (n == 0) {
+        here.warning("No timeperiods set for this array function");
+        here.fail<inputerror>("Times");
+    }
+    results.dimension(n);
+    {
+        const TraceBlock loop = here.loop("Timeperiod Loop", "Looping over each timeperiod in the array function");
+        static timeperiod period;
+        for (int i = 1; i <= n; ++i) {
+            period.setfromtimebase(times, i);
+            const TraceBlock pass = here.pass(i, "TimePeriod ", period);
+            results(i) = call(period);
+        }
+    }
+    here.returning();
+    return results;
+}
+
+} // namespace declaring
+
+} // namespace qx
