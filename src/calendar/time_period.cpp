@@ -26,6 +26,30 @@ void timeperiod::settime(double Time, double Base) {
     setbase(Base);
 }
 
+void timeperiod::settime_in_years(double Time, double BaseYrs) {
+    constexpr double years_below = 1900.0;
+    constexpr double likely_months = 24.0;
+    if (traced()) {
+        if (BaseYrs > 1.0 && BaseYrs <= likely_months)
+            trace().warning(text_of("You have specified a Base (", BaseYrs,
+                                    ") of more than 1 year and you may have meant to specify months.  Are you sure "
+                                    "you meant years?"));
+        else if (BaseYrs > likely_months)
+            trace().warning(text_of("Your Base (", BaseYrs,
+                                    "), which should be in years, a decimal year or a date number, looks very large.  "
+                                    "Are you sure you intended a timeperiod this long?"));
+        if (qx::iszero(BaseYrs)) trace().warning("Base of zero will imply zero timeperiod");
+    }
+    if (BaseYrs < 0.0) {
+        context_.setmessage("Error: Base of less than zero");
+        throw illegalvalue(context_);
+    }
+    if (BaseYrs >= years_below) return settime(Time, BaseYrs);
+    const double months = BaseYrs * 12.0;
+    const double nearest = std::round(months); // twelfths of a year are whole months but for their last bits
+    settime(Time, isequal(months, nearest) ? nearest : months);
+}
+
 void timeperiod::settime(const date& Time, int months) {
     from_ = Time;
     to_ = from_.plusmonths(months, true);

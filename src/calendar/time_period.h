@@ -27,6 +27,9 @@ class timeperiod {
 
     /// The start by the rule of date's assignment, then the base. Throws as setbase and as that do.
     void settime(double Time, double Base);
+    /// The same with a base in years below 1900, as the compatibility functions take it. Throws illegalvalue for a
+    /// negative base.
+    void settime_in_years(double Time, double BaseYrs);
     /// A start and a number of months, with which month ends stay month ends.
     void settime(const date& Time, int months);
     /// Below 1900 a whole number of months from the start; otherwise the end, as a year or date number. An end before

@@ -46,6 +46,20 @@ TEST_F(Times, BaseIsMonthsOrAnEnd) {
     EXPECT_EQ(shown(call(period, {missing_cell(), number_cell(1)})), "#NUM!");
 }
 
+TEST_F(Times, BaseInYearsForTheCompatibilityFunctions) {
+    const auto text = [](double time, double base) {
+        timeperiod period;
+        period.settime_in_years(time, base);
+        return describe(period);
+    };
+    EXPECT_EQ(text(2005, 15), "1Jan2005 to 1Jan2020") << "180 months";
+    EXPECT_EQ(text(2000, 2005), "1Jan2000 to 1Jan2005");
+    for (int months = 1; months <= 12; ++months)
+        EXPECT_EQ(text(2005, months / 12.0), text(2005, 2005 + months / 12.0)) << months;
+    EXPECT_EQ(text(2005, 0), "1Jan2005 to 1Jan2005");
+    EXPECT_THROW(text(2005, -1), illegalvalue);
+}
+
 TEST_F(Times, OneFigureOfASequence) {
     host.caller = sref_cell({0, 0, 1, 1});
     EXPECT_EQ(figures(required, number_cell(4)), "{1.01,4.01,7.01,10.01}");
