@@ -21,8 +21,7 @@ namespace qx {
 
 namespace declaring {
 
-// --- What a routine's parameter takes from the cells
-// ---------------------------------------------------------
+// --- What a routine's parameter takes from the cells -----------------------------------------------------------------
 
 template <class T>
 inline constexpr Kind kind_of = Kind::none;
@@ -117,8 +116,7 @@ struct Thunk<routine> {
     }
 };
 
-// --- The array twin
-// -------------------------------------------------------------------------------------------
+// --- The array twin --------------------------------------------------------------------------------------------------
 
 /// Where a twin keeps its answers and its dates: slots that no scalar argument uses.
 inline constexpr int twin_times_slot = range_slots<date>;
@@ -167,8 +165,7 @@ inline constexpr Calls core = declaring::Thunk<routine>::Inputs::calls(&declarin
 template <auto routine>
 inline constexpr Calls twin = declaring::TwinThunk<routine>::Inputs::calls(&declaring::TwinThunk<routine>::run);
 
-// --- The soundness of a declaration
-// ---------------------------------------------------------------------------
+// --- The soundness of a declaration ----------------------------------------------------------------------------------
 
 namespace declaring {
 

@@ -152,7 +152,7 @@ void return_list(const Range<T, N>& list, const ListWords& words, FunctionContex
         if (tracing) context.setmessage(text_of(message, count, end));
         throw erroutrange(context);
     };
-    if (n > N || n > most_cells) fail(words.list, N, " cells");
+    if (n > std::min(N, most_cells)) fail(words.list, N, " cells");
     Shape shape{};
     if (n == 0 || !target_shape(n, shape)) {
         result = nil_cell();
