@@ -1,0 +1,49 @@
+// The workbook's own functions: the everyday ones of every spreadsheet.
+//
+// One table; each row says with letters what its arguments are, and the calculator converts them before the body runs:
+// n a number, t a text, b a truth value, v any single value, e any single value or error, r as it comes (a reference,
+// an array or a value). Optional ones stand after |, and * repeats the last letters from the slash before it. A
+// function of single values is applied to each element of an array.
+#pragma once
+
+#include "hosts/sheet/value.h"
+
+#include <cstdint>
+#include <functional>
+#include <string_view>
+
+namespace qx::sheet {
+
+class Calculator;
+
+/// The arguments of one call, converted.
+struct Arguments {
+    Calculator& calculator;
+    const Value* values;
+    int count;
+
+    bool has(int i) const { return i < count && !values[i].is(Type::missing); }
+    double number(int i) const { return values[i].number(); }
+    double number(int i, double preset) const { return has(i) ? values[i].number() : preset; }
+    std::string_view text(int i) const { return values[i].text(); }
+    bool truth(int i) const { return values[i].boolean(); }
+    const Value& operator[](int i) const { return values[i]; }
+};
+
+struct Builtin {
+    const char* name;
+    const char* kinds;
+    Value (*body)(const Arguments&);
+    bool is_volatile = false;
+    // Worked out from the letters.
+    int least = 0, most = 0;
+
+    char kind(int i) const; ///< letter of an argument, from 0
+};
+
+/// The function of a name in any case, or null.
+const Builtin* find_builtin(std::string_view name);
+/// Calls back with the name of each.
+void for_each_builtin(const std::function<void(const Builtin&)>& visit);
+
+} // namespace qx::sheet

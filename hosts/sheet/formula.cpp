@@ -1,0 +1,536 @@
+#include "hosts/sheet/formula.h"
+
+#include "hosts/sheet/builtins.h"
+#include "hosts/sheet/text.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace qx::sheet {
+
+namespace {
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+bool is_letter(char c) { return static_cast<char>(c | 0x20) >= 'a' && static_cast<char>(c | 0x20) <= 'z'; }
+bool begins_word(char c) { return is_letter(c) || c == '_' || c == '\\' || static_cast<unsigned char>(c) >= 0x80; }
+bool in_word(char c) { return begins_word(c) || is_digit(c) || c == '.' || c == '?'; }
+
+struct Operator {
+    std::string_view sign;
+    Code code;
+    int rank;
+};
+// Longer signs first. A higher rank binds tighter; signs in front of a value bind tighter than all of these.
+constexpr Operator operators[] = {
+    {"<=", Code::at_most, 1}, {">=", Code::at_least, 1}, {"<>", Code::unequal, 1}, {"=", Code::equal, 1},
+    {"<", Code::less, 1},     {">", Code::greater, 1},   {"&", Code::concatenate, 2}, {"+", Code::add, 3},
+    {"-", Code::subtract, 3}, {"*", Code::multiply, 4},  {"/", Code::divide, 4},   {"^", Code::power, 5},
+};
+
+/// One half of a reference: a cell, a column or a row, as far as the text gives them.
+struct Corner {
+    bool has_column = false, has_row = false;
+    std::uint32_t column = 0, row = 0;
+    std::size_t length = 0;
+};
+
+/// The corner at the start of the text; length 0 if there is none. Letters without a row are a column.
+Corner read_corner(std::string_view text) {
+    Corner corner;
+    std::size_t at = 0;
+    std::uint32_t column = 0, row = 0;
+    std::size_t letters = 0, figures = 0;
+    const bool column_fixed = at < text.size() && text[at] == '$';
+    std::size_t start = at + column_fixed;
+    while (start + letters < text.size() && is_letter(text[start + letters]) && letters < 4)
+        column = column * 26 + static_cast<std::uint32_t>((text[start + letters++] | 0x20) - 'a' + 1);
+    if (letters > 0) at = start + letters;
+    start = at + (at < text.size() && text[at] == '$');
+    while (start + figures < text.size() && is_digit(text[start + figures]) && figures < 8)
+        row = row * 10 + static_cast<std::uint32_t>(text[start + figures++] - '0');
+    if (figures > 0) at = start + figures;
+    if (letters > 3 || figures > 7 || (letters > 0 && (column > max_columns || column == 0)) ||
+        (figures > 0 && (row > max_rows || row == 0)) || (letters == 0 && figures == 0))
+        return corner;
+    if (at < text.size() && (in_word(text[at]) || text[at] == '$' || text[at] == '(')) return corner;
+    corner.has_column = letters > 0;
+    corner.has_row = figures > 0;
+    corner.column = column - 1;
+    corner.row = row - 1;
+    corner.length = at;
+    return corner;
+}
+
+Area area_between(const Corner& a, const Corner& b, std::uint16_t sheet) {
+    Area area;
+    area.sheet = sheet;
+    if (a.has_row) {
+        area.first_row = std::min(a.row, b.row);
+        area.last_row = std::max(a.row, b.row);
+    } else {
+        area.last_row = max_rows - 1;
+    }
+    if (a.has_column) {
+        area.first_column = static_cast<std::uint16_t>(std::min(a.column, b.column));
+        area.last_column = static_cast<std::uint16_t>(std::max(a.column, b.column));
+    } else {
+        area.last_column = static_cast<std::uint16_t>(max_columns - 1);
+    }
+    return area;
+}
+
+/// The reference at the start of the text; returns its length, 0 if there is none.
+std::size_t match_area(std::string_view text, std::uint16_t sheet, Area& area) {
+    const Corner first = read_corner(text);
+    if (first.length == 0) return 0;
+    if (first.length < text.size() && text[first.length] == ':') {
+        const Corner second = read_corner(text.substr(first.length + 1));
+        if (second.length > 0 && second.has_column == first.has_column && second.has_row == first.has_row) {
+            area = area_between(first, second, sheet);
+            return first.length + 1 + second.length;
+        }
+    }
+    if (!first.has_column || !first.has_row) return 0;
+    area = area_between(first, first, sheet);
+    return first.length;
+}
+
+class Reader {
+  public:
+    Reader(std::string_view text, Names& names, std::uint16_t sheet) : text_(text), names_(names), sheet_(sheet) {
+        formula_.text = text;
+        const std::size_t equals = text.find_first_not_of(" \t\r\n");
+        if (equals != std::string_view::npos && text[equals] == '=') {
+            at_ = equals + 1;
+            formula_.text = text.substr(at_);
+        }
+    }
+
+    Formula read() {
+        skip_blanks();
+        if (at_ == text_.size()) fail("the formula is empty");
+        expression(1);
+        if (at_ < text_.size()) fail("unexpected " + here() + ", expected an operator or the end");
+        return std::move(formula_);
+    }
+
+  private:
+    // --- Text ---------------------------------------------------------------------------------------------------
+
+    char peek(std::size_t ahead = 0) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
+    std::string_view rest() const { return text_.substr(at_); }
+    void skip_blanks() {
+        while (at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t' || text_[at_] == '\r' || text_[at_] == '\n')) ++at_;
+    }
+    bool take(char c) {
+        if (peek() != c || at_ >= text_.size()) return false;
+        ++at_;
+        skip_blanks();
+        return true;
+    }
+
+    [[noreturn]] void fail(const std::string& message, std::size_t at) const {
+        throw FormulaError(message, character_count(text_.substr(0, at)) + 1);
+    }
+    [[noreturn]] void fail(const std::string& message) const { fail(message, at_); }
+
+    /// What stands at the place where reading stopped, for a message.
+    std::string here() const {
+        if (at_ >= text_.size()) return "end of the formula";
+        const std::size_t length = character_offset(rest(), 1);
+        return "\"" + valid_utf8(rest().substr(0, length)) + "\"";
+    }
+
+    // --- Steps --------------------------------------------------------------------------------------------------
+
+    std::size_t step(Code code, std::size_t count, std::size_t index, int growth) {
+        formula_.steps.push_back({code, static_cast<std::uint16_t>(count), static_cast<std::uint32_t>(index)});
+        waiting_ = static_cast<std::uint32_t>(static_cast<int>(waiting_) + growth);
+        formula_.depth = std::max(formula_.depth, waiting_);
+        return formula_.steps.size() - 1;
+    }
+    template <class T>
+    static std::size_t keep(std::vector<T>& list, T item) {
+        list.push_back(std::move(item));
+        return list.size() - 1;
+    }
+    void constant(Value value) { step(Code::constant, 0, keep(formula_.constants, std::move(value)), +1); }
+    std::uint32_t next() const { return static_cast<std::uint32_t>(formula_.steps.size()); }
+
+    // --- Grammar ------------------------------------------------------------------------------------------------
+
+    /// Values joined by operators of at least a rank, from left to right.
+    void expression(int rank) {
+        signed_value();
+        for (;;) {
+            const Operator* found = nullptr;
+            for (const Operator& candidate : operators)
+                if (rest().starts_with(candidate.sign)) {
+                    found = &candidate;
+                    break;
+                }
+            if (found == nullptr || found->rank < rank) return;
+            at_ += found->sign.size();
+            skip_blanks();
+            expression(found->rank + 1);
+            step(found->code, 0, 0, -1);
+        }
+    }
+
+    /// Signs bind tighter than powers: -2^2 is 4.
+    void signed_value() {
+        bool negative = false, sign = false;
+        while (peek() == '-' || peek() == '+') {
+            sign = true;
+            negative ^= peek() == '-';
+            ++at_;
+            skip_blanks();
+        }
+        value();
+        while (peek() == ':') {
+            ++at_;
+            skip_blanks();
+            value();
+            step(Code::range, 0, 0, -1);
+        }
+        while (take('%')) step(Code::percent, 0, 0, 0);
+        if (sign) step(negative ? Code::minus : Code::plus, 0, 0, 0);
+    }
+
+    void value() {
+        if (at_ >= text_.size()) fail("the formula ends where a value is expected");
+        const char c = peek();
+        if (c == '(') {
+            nest();
+            const std::size_t opened = at_;
+            take('(');
+            expression(1);
+            if (!take(')')) fail_unclosed("bracket", opened);
+            --nesting_;
+            return;
+        }
+        if (c == '"') return constant(Value::text(quoted('"', "text")));
+        if (c == '{') return array();
+        if (c == '#') {
+            constant(error_literal());
+            return;
+        }
+        if (is_digit(c) || (c == '.' && is_digit(peek(1)))) {
+            Area area; // 3:5 are rows
+            if (const std::size_t length = match_area(rest(), sheet_, area); length > 0) return reference(area, length);
+            constant(Value::number(number()));
+            return;
+        }
+        if (c == '\'' || c == '!' || c == '[' || c == '$' || begins_word(c)) return named_thing();
+        fail("unexpected " + here() + ", expected a value");
+    }
+
+    [[noreturn]] void fail_unclosed(const char* what, std::size_t opened) const {
+        if (at_ < text_.size()) fail("unexpected " + here() + ", expected an operator or a closing bracket");
+        fail(std::string("the ") + what + " opened at character " +
+             std::to_string(character_count(text_.substr(0, opened)) + 1) + " is not closed");
+    }
+
+    void nest() {
+        if (++nesting_ > deepest_nesting) fail("nested too deeply (more than " + std::to_string(deepest_nesting) + " levels)");
+    }
+
+    /// A text between quotes, of which doubled ones stand for one.
+    std::string quoted(char quote, const char* what) {
+        const std::size_t opened = at_++;
+        std::string text;
+        for (;; ++at_) {
+            if (at_ >= text_.size()) fail(std::string("the ") + what + " is not closed by a quote", opened);
+            if (text_[at_] == quote && peek(1) != quote) break;
+            if (text_[at_] == quote) ++at_;
+            text += text_[at_];
+        }
+        ++at_;
+        if (quote == '"') skip_blanks();
+        return text;
+    }
+
+    double number() {
+        const std::size_t start = at_;
+        while (is_digit(peek())) ++at_;
+        if (peek() == '.') ++at_;
+        while (is_digit(peek())) ++at_;
+        if ((peek() | 0x20) == 'e') {
+            const std::size_t sign = peek(1) == '+' || peek(1) == '-';
+            if (is_digit(peek(1 + sign))) {
+                at_ += 1 + sign;
+                while (is_digit(peek())) ++at_;
+            }
+        }
+        if (in_word(peek())) fail("unexpected " + here() + " in a number");
+        double x = 0.0;
+        const std::string_view digits = text_.substr(start, at_ - start);
+        const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), x);
+        if (result.ec == std::errc::result_out_of_range) {
+            const std::size_t exponent = digits.find_first_of("eE");
+            if (exponent == std::string_view::npos || digits[exponent + 1] != '-') fail("the number is too large", start);
+            x = 0.0;
+        }
+        skip_blanks();
+        return x;
+    }
+
+    Value error_literal() {
+        std::uint16_t code = 0;
+        const std::size_t length = match_error(rest(), code);
+        if (length == 0) fail("unknown error value");
+        at_ += length;
+        skip_blanks();
+        return Value::error(code);
+    }
+
+    /// {1,2;3,4}: commas go across, semicolons down.
+    void array() {
+        const std::size_t opened = at_;
+        take('{');
+        std::vector<Value> cells;
+        std::uint32_t rows = 1, columns = 0, width = 0;
+        for (;;) {
+            cells.push_back(array_item());
+            ++width;
+            if (take(',')) continue;
+            if (columns == 0) columns = width;
+            if (width != columns) fail("the rows of the array differ in length");
+            if (take('}')) break;
+            if (!take(';')) fail_unclosed("array", opened);
+            ++rows;
+            width = 0;
+        }
+        if (columns > max_columns || rows > max_rows) fail("the array is too large", opened);
+        Value value = Value::array(rows, columns);
+        for (std::uint32_t row = 0, i = 0; row < rows; ++row)
+            for (std::uint32_t column = 0; column < columns; ++column) value.cell(row, column) = std::move(cells[i++]);
+        constant(std::move(value));
+    }
+
+    Value array_item() {
+        if (peek() == '"') return Value::text(quoted('"', "text"));
+        if (peek() == '#') return error_literal();
+        bool negative = false;
+        if (peek() == '-' || peek() == '+') {
+            negative = peek() == '-';
+            ++at_;
+            skip_blanks();
+        } else if (begins_word(peek())) {
+            for (const bool truth : {true, false}) {
+                const std::string_view word = truth ? "TRUE" : "FALSE";
+                if (!equal_ignoring_case(rest().substr(0, word.size()), word) || in_word(peek(word.size()))) continue;
+                at_ += word.size();
+                skip_blanks();
+                return Value::boolean(truth);
+            }
+        }
+        if (!is_digit(peek()) && !(peek() == '.' && is_digit(peek(1))))
+            fail("unexpected " + here() + ", expected a number, a text, TRUE, FALSE or an error value in the array");
+        const double x = number();
+        return Value::number(negative ? -x : x);
+    }
+
+    void reference(const Area& area, std::size_t length) {
+        at_ += length;
+        skip_blanks();
+        step(Code::reference, 0, keep(formula_.areas, area), +1);
+    }
+
+    std::string_view word() {
+        const std::size_t start = at_;
+        while (at_ < text_.size() && in_word(text_[at_])) ++at_;
+        return text_.substr(start, at_ - start);
+    }
+
+    /// A reference, name, function or truth value, perhaps on a sheet that stands in front with "!".
+    void named_thing() {
+        const std::size_t start = at_;
+        std::uint16_t sheet = sheet_;
+        bool on_sheet = false, sheet_exists = true;
+        std::string sheet_name;
+        if (peek() == '!') { // the current sheet
+            on_sheet = true;
+            ++at_;
+        } else if (peek() == '\'') {
+            sheet_name = quoted('\'', "name of the sheet");
+            if (peek() != '!') fail("expected \"!\" after the name of a sheet");
+            on_sheet = true;
+            ++at_;
+        } else {
+            std::size_t end = at_;
+            if (peek() == '[') {
+                while (end < text_.size() && text_[end] != ']') ++end;
+                if (end == text_.size()) fail("the name of the workbook is not closed by \"]\"");
+                ++end;
+            }
+            while (end < text_.size() && in_word(text_[end])) ++end;
+            if (end < text_.size() && text_[end] == '!') {
+                sheet_name = text_.substr(at_, end - at_);
+                on_sheet = true;
+                at_ = end + 1;
+            } else if (peek() == '[') {
+                fail("expected the name of a sheet and \"!\" after the workbook");
+            }
+        }
+        if (!sheet_name.empty()) {
+            const int number = names_.sheet_number(sheet_name);
+            sheet_exists = number >= 0;
+            if (sheet_exists)
+                sheet = static_cast<std::uint16_t>(number);
+            else
+                formula_.unknown.push_back("there is no sheet \"" + valid_utf8(sheet_name) + "\"");
+        }
+        Area area;
+        if (const std::size_t length = match_area(rest(), sheet, area); length > 0) {
+            if (sheet_exists) return reference(area, length);
+            at_ += length;
+            skip_blanks();
+            return constant(Value::error(xlerrRef));
+        }
+        if (on_sheet && peek() == '#') return constant(error_literal());
+        if (!begins_word(peek())) fail("unexpected " + here() + ", expected a reference");
+        const std::size_t word_start = at_;
+        const std::string_view name = word();
+        skip_blanks();
+        if (peek() == '(' && !on_sheet) return call(name, start);
+        if (!on_sheet && equal_ignoring_case(name, "TRUE")) return constant(Value::boolean(true));
+        if (!on_sheet && equal_ignoring_case(name, "FALSE")) return constant(Value::boolean(false));
+        if (!sheet_exists) return constant(Value::error(xlerrRef));
+        if (peek() == '(') fail("a function has no sheet", word_start);
+        const std::uint32_t number = names_.name_number(name);
+        if (std::find(formula_.names.begin(), formula_.names.end(), number) == formula_.names.end())
+            formula_.names.push_back(number);
+        step(Code::name, 0, number, +1);
+    }
+
+    // --- Functions ----------------------------------------------------------------------------------------------
+
+    void call(std::string_view name, std::size_t start) {
+        nest();
+        const std::size_t opened = at_;
+        take('(');
+        if (equal_ignoring_case(name, "IF")) {
+            choice(start, opened);
+        } else if (equal_ignoring_case(name, "IFERROR")) {
+            catch_errors(false, start, opened);
+        } else if (equal_ignoring_case(name, "IFNA")) {
+            catch_errors(true, start, opened);
+        } else if (const Function* const function = find_function(name)) {
+            const std::size_t count = arguments(opened);
+            if (count > static_cast<std::size_t>(function->arity()))
+                too_many(function->name, static_cast<std::size_t>(function->arity()), start);
+            if (function->is_volatile) formula_.is_volatile = true;
+            step(Code::function, count, keep(formula_.functions, function), 1 - static_cast<int>(count));
+        } else if (const Builtin* const builtin = find_builtin(name)) {
+            const std::size_t count = arguments(opened);
+            if (count < static_cast<std::size_t>(builtin->least))
+                fail(std::string(builtin->name) + " needs " + std::to_string(builtin->least) + " argument" +
+                         (builtin->least == 1 ? "" : "s"), start);
+            if (count > static_cast<std::size_t>(builtin->most)) too_many(builtin->name, static_cast<std::size_t>(builtin->most), start);
+            if (builtin->is_volatile) formula_.is_volatile = true;
+            step(Code::builtin, count, keep(formula_.builtins, builtin), 1 - static_cast<int>(count));
+        } else {
+            formula_.unknown.push_back("unknown function \"" + valid_utf8(name) + "\"");
+            const std::size_t count = arguments(opened);
+            step(Code::unknown, count, 0, 1 - static_cast<int>(count));
+        }
+        --nesting_;
+    }
+
+    [[noreturn]] void too_many(std::string_view name, std::size_t most, std::size_t start) const {
+        fail(std::string(name) + " takes " + (most == 0 ? "no" : "at most " + std::to_string(most)) + " argument" +
+                 (most == 1 ? "" : "s"), start);
+    }
+
+    /// One argument; one that is left out pushes a missing value.
+    void argument() {
+        if (peek() == ',' || peek() == ')')
+            constant(Value::missing());
+        else
+            expression(1);
+    }
+
+    /// The arguments up to the closing bracket. Returns how many there are.
+    std::size_t arguments(std::size_t opened) {
+        if (take(')')) return 0;
+        std::size_t count = 0;
+        for (;;) {
+            argument();
+            if (++count > 255) fail("more than 255 arguments");
+            if (take(')')) return count;
+            if (!take(',')) fail_unclosed("bracket", opened);
+        }
+    }
+
+    /// The next of the arguments of a choice, if there is one.
+    bool another(std::size_t opened) {
+        if (take(',')) return true;
+        if (peek() != ')') fail_unclosed("bracket", opened);
+        return false;
+    }
+
+    void open_choice() { formula_.choices = std::max(formula_.choices, ++choices_); }
+
+    void choice(std::size_t start, std::size_t opened) {
+        open_choice();
+        argument();
+        const std::size_t then = step(Code::if_then, 0, 0, 0);
+        if (!another(opened)) fail("IF needs 2 arguments", start);
+        argument();
+        const std::size_t otherwise = step(Code::if_else, 0, 0, 0);
+        formula_.steps[then].index = next();
+        if (another(opened)) {
+            argument();
+            if (another(opened)) too_many("IF", 3, start);
+        } else {
+            constant(Value::boolean(false));
+        }
+        formula_.steps[otherwise].index = next();
+        step(Code::if_end, 0, 0, -2);
+        take(')');
+        --choices_;
+    }
+
+    void catch_errors(bool only_na, std::size_t start, std::size_t opened) {
+        const char* const name = only_na ? "IFNA" : "IFERROR";
+        open_choice();
+        argument();
+        const std::size_t test = step(Code::if_error, only_na, 0, 0);
+        if (!another(opened)) fail(std::string(name) + " needs 2 arguments", start);
+        argument();
+        if (another(opened)) too_many(name, 2, start);
+        formula_.steps[test].index = next();
+        step(Code::error_end, only_na, 0, -1);
+        take(')');
+        --choices_;
+    }
+
+    std::string_view text_;
+    Names& names_;
+    std::uint16_t sheet_;
+    std::size_t at_ = 0;
+    Formula formula_;
+    std::uint32_t waiting_ = 0;
+    std::uint32_t choices_ = 0;
+    int nesting_ = 0;
+};
+
+} // namespace
+
+Formula read_formula(std::string_view text, Names& names, std::uint16_t sheet) {
+    return Reader(text, names, sheet).read();
+}
+
+bool read_area(std::string_view text, std::uint16_t sheet, Area& area) {
+    return !text.empty() && match_area(text, sheet, area) == text.size();
+}
+
+bool is_name(std::string_view text) {
+    if (text.empty() || text.size() > 255 || !begins_word(text[0])) return false;
+    Area area;
+    return std::all_of(text.begin(), text.end(), in_word) && !read_area(text, 0, area) &&
+           !equal_ignoring_case(text, "TRUE") && !equal_ignoring_case(text, "FALSE");
+}
+
+} // namespace qx::sheet

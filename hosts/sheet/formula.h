@@ -1,0 +1,95 @@
+// A formula, read once and kept as a list of steps for a stack of values.
+//
+//     Formula formula = read_formula("SUM(A1:A3)*2", names, 0);
+#pragma once
+
+#include "addin/function.h"
+#include "hosts/sheet/value.h"
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qx::sheet {
+
+struct Builtin;
+
+/// A formula that cannot be read: what is wrong, and at which character, counted from 1.
+struct FormulaError : std::runtime_error {
+    FormulaError(const std::string& message, std::size_t column) : std::runtime_error(message), column(column) {}
+    std::size_t column;
+};
+
+enum class Code : std::uint8_t {
+    constant,  ///< pushes constants[index]
+    reference, ///< pushes areas[index]
+    name,      ///< pushes what the workbook's name number `index` stands for
+    plus,
+    minus,
+    percent,
+    add,
+    subtract,
+    multiply,
+    divide,
+    power,
+    concatenate,
+    equal,
+    unequal,
+    less,
+    at_most,
+    greater,
+    at_least,
+    range,    ///< the smallest rectangle around two references
+    builtin,  ///< builtins[index] of `count` arguments
+    function, ///< functions[index] of `count` arguments
+    unknown,  ///< a function that does not exist
+    // Choices: a branch not taken is jumped over unless the condition is an array.
+    if_then,   ///< on false goes on after the if_else at `index`
+    if_else,   ///< the end of the first branch; goes on at the if_end at `index`
+    if_end,
+    if_error,  ///< without an error goes on at the error_end at `index`; count 1 catches #N/A only
+    error_end,
+};
+
+struct Step {
+    Code code;
+    std::uint16_t count = 0;
+    std::uint32_t index = 0;
+};
+
+struct Formula {
+    std::vector<Step> steps;
+    std::vector<Value> constants;
+    std::vector<Area> areas;
+    std::vector<const Builtin*> builtins;
+    std::vector<const Function*> functions;
+    std::vector<std::uint32_t> names;
+    std::vector<std::string> unknown; ///< what the formula asks for and nobody knows, as messages
+    std::uint32_t depth = 0;          ///< the most values that wait at once
+    std::uint32_t choices = 0;        ///< the most choices that are open at once
+    bool is_volatile = false;
+    std::string text; ///< as written, without the equals sign
+};
+
+/// What a formula may refer to beside cells.
+class Names {
+  public:
+    virtual ~Names() = default;
+    virtual int sheet_number(std::string_view name) const = 0; ///< -1 for none
+    virtual std::uint32_t name_number(std::string_view name) = 0;
+};
+
+/// Reads a formula, with or without the equals sign in front. Its references without a sheet are to `sheet`. Throws
+/// FormulaError.
+Formula read_formula(std::string_view text, Names& names, std::uint16_t sheet);
+
+/// Reads a reference such as "B7" or "$A$1:C3". False if the text is something else.
+bool read_area(std::string_view text, std::uint16_t sheet, Area& area);
+
+/// True if the text can be given to a cell or range as a name.
+bool is_name(std::string_view text);
+
+inline constexpr int deepest_nesting = 256;
+
+} // namespace qx::sheet

@@ -1,0 +1,165 @@
+// A workbook without a window: sheets of cells, names, and their recalculation.
+//
+//     Workbook book;
+//     book.set_value(cell, Value::number(38000));
+//     book.set_formula(next_cell, "=MonthEnd(A1)");
+//     book.recalculate();
+//
+// A cell is calculated when it is read, and what it reads before it. A change marks whatever depends on it. A formula
+// that depends on itself shows #REF! and is told of in problems().
+#pragma once
+
+#include "hosts/sheet/calculator.h"
+#include "hosts/sheet/formula.h"
+#include "hosts/sheet/grid.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace qx::sheet {
+
+/// A formula with the cells that it fills, and the formulas that read these cells.
+struct Node {
+    enum State : std::uint8_t {
+        clean,
+        dirty,
+        computing, ///< on the stack of cells being calculated
+        waiting,   ///< for a precedent too deep below it to be reached in one go
+        deferred,  ///< for a value that no cell gives, as a variable not yet set
+    };
+
+    explicit Node(Area target) : target(target) {}
+
+    Area target; ///< one cell, or the rectangle of an array formula
+    std::unique_ptr<Formula> formula;
+    State state = clean;
+    bool is_array = false;
+    bool cyclic = false; ///< found to depend on itself
+    bool listed = false; ///< in the list of those to calculate
+    std::vector<Node*> readers;
+};
+
+/// Something wrong with a cell.
+struct Problem {
+    CellAddress cell;
+    std::string message;
+};
+
+class Workbook final : public Names {
+  public:
+    Workbook(); ///< with the one sheet "Sheet1"
+    ~Workbook() override;
+    Workbook(const Workbook&) = delete;
+    Workbook& operator=(const Workbook&) = delete;
+
+    // --- Contents -----------------------------------------------------------------------------------------------
+
+    std::uint16_t add_sheet(std::string_view name);
+    std::uint16_t sheet_count() const { return static_cast<std::uint16_t>(sheets_.size()); }
+    const std::string& sheet_name(std::uint16_t sheet) const { return sheets_[sheet].name; }
+    void rename_sheet(std::uint16_t sheet, std::string_view name) { sheets_[sheet].name = name; }
+    Grid& grid(std::uint16_t sheet) { return sheets_[sheet].grid; }
+
+    void set_value(CellAddress cell, Value value);
+    /// Throws FormulaError.
+    void set_formula(CellAddress cell, std::string_view text);
+    /// One formula for all cells of an area, each showing its part of the result. Throws FormulaError.
+    void set_array_formula(const Area& area, std::string_view text);
+    /// Gives a formula a name, as "B2:B9" or "0.05". Throws FormulaError.
+    void define_name(std::string_view name, std::string_view text);
+    /// Empties all cells and forgets the names.
+    void clear();
+
+    /// The formula of a cell without the equals sign, or null.
+    const Formula* formula(CellAddress cell);
+    bool is_array_formula(CellAddress cell, Area& target);
+
+    // --- Calculation --------------------------------------------------------------------------------------------
+
+    /// The value of a cell, calculated if it has to be.
+    Value value(CellAddress cell);
+    /// The value of a formula that stands in no cell. References to one cell and several come as such.
+    Value evaluate(const Formula& formula, const Area& caller);
+    Formula read(std::string_view text, std::uint16_t sheet = 0) { return read_formula(text, *this, sheet); }
+    /// Calculates what has changed, and the volatile functions.
+    void recalculate();
+    void recalculate_all();
+    /// Has a cell calculated anew at the next recalculation, and what depends on it.
+    void mark_dirty(CellAddress cell);
+
+    /// What is wrong with the formulas as they stand after a recalculation, in the order of the cells.
+    std::vector<Problem> problems() const;
+    std::size_t formula_count() const;
+
+    /// Told now and then how many formulas of how many are calculated.
+    std::function<void(std::size_t done, std::size_t all)> progress;
+
+    // --- For the calculator ---------------------------------------------------------------------------------------
+
+    /// The value of a cell for a formula that reads it.
+    const Value& read_cell(CellAddress cell) {
+        Cell* const found = sheets_[cell.sheet].grid.find(cell.row, cell.column);
+        if (found == nullptr) return blank_;
+        return found->node == nullptr || found->node->state == Node::clean ? found->value : settle_for_reader(*found);
+    }
+    const Value& read_cell(Cell& cell) {
+        return cell.node == nullptr || cell.node->state == Node::clean ? cell.value : settle_for_reader(cell);
+    }
+    /// The value of a cell if it needs no calculation, else null.
+    const Value* peek(Cell& cell) const;
+    Value read_name(std::uint32_t number);
+    Calculator& calculator() { return calculator_; }
+
+    int sheet_number(std::string_view name) const override;
+    std::uint32_t name_number(std::string_view name) override;
+
+  private:
+    struct Sheet {
+        std::string name;
+        Grid grid;
+        std::unordered_map<std::uint64_t, std::vector<std::pair<Area, Node*>>> range_readers; ///< by tile of cells
+        std::vector<std::pair<Area, Node*>> wide_range_readers;
+    };
+    struct Name {
+        std::string name;
+        std::unique_ptr<Formula> formula;
+        bool busy = false;
+    };
+
+    Node& node_at(CellAddress cell);
+    void install(Node& node, Formula formula);
+    void remove_formula(Cell& cell);
+    void enlist(Node& node);
+    void prepare_change();
+
+    void link_all();
+    void link(Node& node);
+    void link(Node& node, const Formula& formula, int depth);
+    void touch(const Area& changed);
+
+    const Value& settle_for_reader(Cell& cell);
+    void calculate(Node& node);
+    void settle(Node& root);
+    void store(Node& node, const Value& result);
+    void report_cycle(Node& node);
+
+    std::deque<Sheet> sheets_;
+    std::deque<Node> nodes_;
+    std::deque<Name> names_;
+    std::map<std::string, std::uint32_t, std::less<>> name_numbers_; ///< by name in capitals
+    std::vector<Node*> formulas_; ///< every node that has, or had, a formula
+    std::vector<Node*> pending_;  ///< to be calculated
+    std::vector<Node*> path_;     ///< being calculated, each read by the one before
+    std::vector<Problem> cycles_;
+    bool calculated_ = false; ///< some cell was calculated since the last clear
+    bool linked_ = false;     ///< the readers of all cells are known
+    const Value blank_;
+    const Value cycle_value_ = Value::error(xlerrRef);
+    Calculator calculator_;
+};
+
+} // namespace qx::sheet
