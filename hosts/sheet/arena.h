@@ -1,4 +1,5 @@
-// Memory for the length of a call: taken in order and given back all at once, without touching the heap in the long run.
+// Memory for the length of a call: taken in order and given back all at once, without touching the heap in the long
+// run.
 #pragma once
 
 #include <cstddef>

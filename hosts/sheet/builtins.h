@@ -9,7 +9,7 @@
 #include "hosts/sheet/value.h"
 
 #include <cstdint>
-#include <functional>
+#include <span>
 #include <string_view>
 
 namespace qx::sheet {
@@ -31,19 +31,26 @@ struct Arguments {
 };
 
 struct Builtin {
-    const char* name;
-    const char* kinds;
-    Value (*body)(const Arguments&);
-    bool is_volatile = false;
-    // Worked out from the letters.
-    int least = 0, most = 0;
+    Builtin(const char* name, const char* kinds, Value (*body)(const Arguments&), bool is_volatile = false);
 
-    char kind(int i) const; ///< letter of an argument, from 0
+    /// The letter of an argument, counted from 0.
+    char kind(int i) const {
+        return i < letters_ ? kinds_[i] : kinds_[letters_ - repeated_ + (i - letters_) % repeated_];
+    }
+
+    const char* name;
+    Value (*body)(const Arguments&);
+    bool is_volatile;
+    int least = 0, most = 0; ///< number of arguments
+
+  private:
+    char kinds_[8] = {};
+    int letters_ = 0, repeated_ = 0;
 };
 
 /// The function of a name in any case, or null.
 const Builtin* find_builtin(std::string_view name);
-/// Calls back with the name of each.
-void for_each_builtin(const std::function<void(const Builtin&)>& visit);
+/// All of them.
+std::span<const Builtin> all_builtins();
 
 } // namespace qx::sheet

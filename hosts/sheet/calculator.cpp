@@ -155,6 +155,11 @@ Value Calculator::element(const Value& value, std::uint32_t row, std::uint32_t c
 
 namespace {
 
+/// A date and a number of days make a date.
+bool makes_date(Code code, const Value& a, const Value& b) {
+    return code == Code::add ? a.is_date() != b.is_date() : code == Code::subtract && a.is_date() && !b.is_date();
+}
+
 Value arithmetic(Code code, double a, double b) {
     switch (code) {
     case Code::add:
@@ -203,7 +208,8 @@ Value Calculator::apply_single(Code code, const Value& a, const Value& b) {
         double x = 0.0, y = 0.0;
         Value error;
         if (!to_number(a, x, error) || !to_number(b, y, error)) return error;
-        return arithmetic(code, x, y);
+        const Value result = arithmetic(code, x, y);
+        return makes_date(code, a, b) && result.is_number() ? Value::date(result.number()) : result;
     }
     }
 }
@@ -441,7 +447,8 @@ Value Calculator::call_single(const Builtin& builtin, Value* arguments, int coun
     return builtin.body({*this, arguments, count});
 }
 
-// --- Functions of the library -----------------------------------------------------------------------------------------
+// --- Functions of the library
+// -----------------------------------------------------------------------------------------
 
 void Calculator::to_oper(OPER& cell, const Value& value) {
     switch (value.type()) {
@@ -496,8 +503,8 @@ void Calculator::to_oper(OPER& cell, const Area& given) {
     // Of a whole column or row only what the sheet uses is meant.
     if (area.rows() == max_rows) area.last_row = std::max(area.first_row, std::max(grid.rows(), 1u) - 1);
     if (area.columns() == max_columns)
-        area.last_column = static_cast<std::uint16_t>(
-            std::max<std::uint32_t>(area.first_column, std::max(grid.columns(), 1u) - 1));
+        area.last_column =
+            static_cast<std::uint16_t>(std::max<std::uint32_t>(area.first_column, std::max(grid.columns(), 1u) - 1));
     const std::size_t cells = std::size_t{area.rows()} * area.columns();
     if (area.rows() > largest_argument_side || cells > largest_argument) {
         cell = error_cell(xlerrNum);
@@ -539,6 +546,20 @@ void Calculator::require(const Area& area) {
     });
 }
 
+namespace {
+
+/// The numbers of a result marked as dates.
+Value as_dates(Value value) {
+    if (value.is_number()) return Value::date(value.number());
+    if (!value.is(Type::array)) return value;
+    for (std::uint32_t row = 0; row < value.rows(); ++row)
+        for (std::uint32_t column = 0; column < value.columns(); ++column)
+            if (Value& cell = value.cell(row, column); cell.is_number()) cell = Value::date(cell.number());
+    return value;
+}
+
+} // namespace
+
 Value Calculator::call(const Function& function, const Value* arguments, int count) {
     if (in_function_) return Value::error(xlerrValue); // a function's own formula cannot call another one
     Arena::Scope scope(arena_);
@@ -560,7 +581,8 @@ Value Calculator::call(const Function& function, const Value* arguments, int cou
         in_function_ = true;
         const OPER* const result = perform(function, pointers);
         in_function_ = false;
-        if (result != nullptr) return from_oper(*result, book_);
+        if (result != nullptr)
+            return function.calls.gives_dates ? as_dates(from_oper(*result, book_)) : from_oper(*result, book_);
         if (!has_uncalculated_ || (again && uncalculated_ == last)) throw NotReady{};
         last = uncalculated_;
         require(last);

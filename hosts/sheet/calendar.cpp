@@ -72,7 +72,8 @@ bool parse_date(std::string_view text, double& serial) {
     int year = 0, month = 0, day = 0;
     if (text.size() == 10 && text[4] == '-' && text[7] == '-') {
         if (!digits(text, 0, 4, year) || !digits(text, 5, 2, month) || !digits(text, 8, 2, day)) return false;
-    } else if ((text.size() == 11 || text.size() == 10) && text[text.size() - 5] == '-' && text[text.size() - 9] == '-') {
+    } else if ((text.size() == 11 || text.size() == 10) && text[text.size() - 5] == '-' &&
+               text[text.size() - 9] == '-') {
         if (!digits(text, 0, text.size() - 9, day) || !digits(text, text.size() - 4, 4, year)) return false;
         month = month_of(text.substr(text.size() - 8, 3));
     } else {

@@ -23,8 +23,8 @@ bool parse_date(std::string_view text, double& serial);
 /// "2026-11-21", with " 13:45:00" if the number has a time of day.
 std::string date_text(double serial);
 
-const char* month_name(int month);      ///< "January" for 1
-const char* weekday_name(int weekday);  ///< "Sunday" for 1
-int weekday_of(int serial);             ///< 1 for Sunday to 7
+const char* month_name(int month);     ///< "January" for 1
+const char* weekday_name(int weekday); ///< "Sunday" for 1
+int weekday_of(int serial);            ///< 1 for Sunday to 7
 
 } // namespace qx::sheet

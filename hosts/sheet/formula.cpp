@@ -22,9 +22,9 @@ struct Operator {
 };
 // Longer signs first. A higher rank binds tighter; signs in front of a value bind tighter than all of these.
 constexpr Operator operators[] = {
-    {"<=", Code::at_most, 1}, {">=", Code::at_least, 1}, {"<>", Code::unequal, 1}, {"=", Code::equal, 1},
+    {"<=", Code::at_most, 1}, {">=", Code::at_least, 1}, {"<>", Code::unequal, 1},    {"=", Code::equal, 1},
     {"<", Code::less, 1},     {">", Code::greater, 1},   {"&", Code::concatenate, 2}, {"+", Code::add, 3},
-    {"-", Code::subtract, 3}, {"*", Code::multiply, 4},  {"/", Code::divide, 4},   {"^", Code::power, 5},
+    {"-", Code::subtract, 3}, {"*", Code::multiply, 4},  {"/", Code::divide, 4},      {"^", Code::power, 5},
 };
 
 /// One half of a reference: a cell, a column or a row, as far as the text gives them.
@@ -120,7 +120,9 @@ class Reader {
     char peek(std::size_t ahead = 0) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
     std::string_view rest() const { return text_.substr(at_); }
     void skip_blanks() {
-        while (at_ < text_.size() && (text_[at_] == ' ' || text_[at_] == '\t' || text_[at_] == '\r' || text_[at_] == '\n')) ++at_;
+        while (at_ < text_.size() &&
+               (text_[at_] == ' ' || text_[at_] == '\t' || text_[at_] == '\r' || text_[at_] == '\n'))
+            ++at_;
     }
     bool take(char c) {
         if (peek() != c || at_ >= text_.size()) return false;
@@ -232,7 +234,8 @@ class Reader {
     }
 
     void nest() {
-        if (++nesting_ > deepest_nesting) fail("nested too deeply (more than " + std::to_string(deepest_nesting) + " levels)");
+        if (++nesting_ > deepest_nesting)
+            fail("nested too deeply (more than " + std::to_string(deepest_nesting) + " levels)");
     }
 
     /// A text between quotes, of which doubled ones stand for one.
@@ -268,7 +271,8 @@ class Reader {
         const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), x);
         if (result.ec == std::errc::result_out_of_range) {
             const std::size_t exponent = digits.find_first_of("eE");
-            if (exponent == std::string_view::npos || digits[exponent + 1] != '-') fail("the number is too large", start);
+            if (exponent == std::string_view::npos || digits[exponent + 1] != '-')
+                fail("the number is too large", start);
             x = 0.0;
         }
         skip_blanks();
@@ -426,8 +430,10 @@ class Reader {
             const std::size_t count = arguments(opened);
             if (count < static_cast<std::size_t>(builtin->least))
                 fail(std::string(builtin->name) + " needs " + std::to_string(builtin->least) + " argument" +
-                         (builtin->least == 1 ? "" : "s"), start);
-            if (count > static_cast<std::size_t>(builtin->most)) too_many(builtin->name, static_cast<std::size_t>(builtin->most), start);
+                         (builtin->least == 1 ? "" : "s"),
+                     start);
+            if (count > static_cast<std::size_t>(builtin->most))
+                too_many(builtin->name, static_cast<std::size_t>(builtin->most), start);
             if (builtin->is_volatile) formula_.is_volatile = true;
             step(Code::builtin, count, keep(formula_.builtins, builtin), 1 - static_cast<int>(count));
         } else {
@@ -440,7 +446,8 @@ class Reader {
 
     [[noreturn]] void too_many(std::string_view name, std::size_t most, std::size_t start) const {
         fail(std::string(name) + " takes " + (most == 0 ? "no" : "at most " + std::to_string(most)) + " argument" +
-                 (most == 1 ? "" : "s"), start);
+                 (most == 1 ? "" : "s"),
+             start);
     }
 
     /// One argument; one that is left out pushes a missing value.

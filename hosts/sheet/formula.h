@@ -45,10 +45,10 @@ enum class Code : std::uint8_t {
     function, ///< functions[index] of `count` arguments
     unknown,  ///< a function that does not exist
     // Choices: a branch not taken is jumped over unless the condition is an array.
-    if_then,   ///< on false goes on after the if_else at `index`
-    if_else,   ///< the end of the first branch; goes on at the if_end at `index`
+    if_then, ///< on false goes on after the if_else at `index`
+    if_else, ///< the end of the first branch; goes on at the if_end at `index`
     if_end,
-    if_error,  ///< without an error goes on at the error_end at `index`; count 1 catches #N/A only
+    if_error, ///< without an error goes on at the error_end at `index`; count 1 catches #N/A only
     error_end,
 };
 

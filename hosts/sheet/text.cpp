@@ -143,7 +143,8 @@ std::optional<double> read_time(std::string_view text) {
     for (std::size_t at = 0;; ++at) {
         if (count == 3) return {};
         const std::size_t start = at;
-        while (at < text.size() && is_digit(text[at]) && at - start < 4) parts[count] = 10 * parts[count] + (text[at++] - '0');
+        while (at < text.size() && is_digit(text[at]) && at - start < 4)
+            parts[count] = 10 * parts[count] + (text[at++] - '0');
         if (at == start) return {};
         ++count;
         if (at == text.size()) break;
@@ -200,7 +201,8 @@ std::optional<double> read_plain_number(std::string_view text) {
         has_digit = has_digit || is_digit(c);
         if (length < sizeof plain) plain[length++] = c;
     }
-    if (!has_digit || length == sizeof plain || plain[0] == '-' || plain[0] == '+' || plain[0] == 'e' || plain[0] == 'E')
+    if (!has_digit || length == sizeof plain || plain[0] == '-' || plain[0] == '+' || plain[0] == 'e' ||
+        plain[0] == 'E')
         return {};
     double value = 0.0;
     const auto [end, problem] = std::from_chars(plain, plain + length, value);
@@ -237,7 +239,8 @@ std::string general_text(double x, int digits) {
     // Digits and exponent of the number rounded to the wanted precision.
     const auto scientific = [x](int precision, std::string& figures) {
         char text[40];
-        const auto end = std::to_chars(text, text + sizeof text, std::fabs(x), std::chars_format::scientific, precision - 1).ptr;
+        const auto end =
+            std::to_chars(text, text + sizeof text, std::fabs(x), std::chars_format::scientific, precision - 1).ptr;
         const std::string_view all(text, static_cast<std::size_t>(end - text));
         const std::size_t e = all.find('e');
         figures.assign(1, all[0]);
@@ -391,7 +394,8 @@ std::optional<std::string> date_in_format(double x, std::vector<Token>& tokens) 
             if (width <= 2)
                 text += padded(date.month, width);
             else
-                text += width == 4 ? std::string(month_name(date.month)) : std::string(month_name(date.month), width == 5 ? 1 : 3);
+                text += width == 4 ? std::string(month_name(date.month))
+                                   : std::string(month_name(date.month), width == 5 ? 1 : 3);
             break;
         case 'd':
             if (width <= 2)
@@ -421,7 +425,8 @@ std::optional<std::string> date_in_format(double x, std::vector<Token>& tokens) 
 /// |x| with a number of decimals, halves away from zero as the decimal number reads.
 std::string decimal_digits(double x, int decimals) {
     char text[400];
-    const auto [end, problem] = std::to_chars(text, text + sizeof text, rounded(std::fabs(x), decimals), std::chars_format::fixed, decimals);
+    const auto [end, problem] =
+        std::to_chars(text, text + sizeof text, rounded(std::fabs(x), decimals), std::chars_format::fixed, decimals);
     return problem == std::errc{} ? std::string(text, end) : std::string("0");
 }
 
@@ -536,7 +541,8 @@ std::optional<std::string> formatted_text(double x, std::string_view format) {
     if (std::any_of(tokens->begin(), tokens->end(), [](const Token& token) { return token.kind == Token::date; }))
         return date_in_format(x, *tokens);
     auto text = number_in_format(x, *tokens);
-    if (text && x < 0.0 && section == 0 && text->find_first_of("123456789") != std::string::npos) text->insert(0, 1, '-');
+    if (text && x < 0.0 && section == 0 && text->find_first_of("123456789") != std::string::npos)
+        text->insert(0, 1, '-');
     return text;
 }
 

@@ -36,8 +36,8 @@ struct Area {
     Area() = default;
     Area(std::uint16_t sheet, std::uint32_t first_row, std::uint16_t first_column, std::uint32_t last_row,
          std::uint16_t last_column)
-        : first_row(first_row), last_row(last_row), first_column(first_column), last_column(last_column),
-          sheet(sheet) {}
+        : first_row(first_row), last_row(last_row), first_column(first_column), last_column(last_column), sheet(sheet) {
+    }
     explicit Area(CellAddress cell) : Area(cell.sheet, cell.row, cell.column, cell.row, cell.column) {}
 
     std::uint32_t rows() const { return last_row - first_row + 1; }
@@ -73,8 +73,10 @@ enum class Type : std::uint8_t {
 class Value {
   public:
     Value() : Value(Type::blank) {}
-    Value(const Value& other) : payload_(other.payload_), type_(other.type_) { keep(); }
-    Value(Value&& other) noexcept : payload_(other.payload_), type_(other.type_) { other.type_ = Type::blank; }
+    Value(const Value& other) : payload_(other.payload_), type_(other.type_), date_(other.date_) { keep(); }
+    Value(Value&& other) noexcept : payload_(other.payload_), type_(other.type_), date_(other.date_) {
+        other.type_ = Type::blank;
+    }
     Value& operator=(const Value& other) {
         Value copy(other);
         swap(copy);
@@ -90,11 +92,18 @@ class Value {
     void swap(Value& other) noexcept {
         std::swap(payload_, other.payload_);
         std::swap(type_, other.type_);
+        std::swap(date_, other.date_);
     }
 
     static Value number(double x) {
         Value value(Type::number);
         value.payload_.number = x;
+        return value;
+    }
+    /// A number that is to be shown as a date.
+    static Value date(double x) {
+        Value value = number(x);
+        value.date_ = true;
         return value;
     }
     static Value boolean(bool x) {
@@ -121,6 +130,7 @@ class Value {
     Type type() const { return type_; }
     bool is(Type type) const { return type_ == type; }
     bool is_number() const { return type_ == Type::number; }
+    bool is_date() const { return type_ == Type::number && date_; }
     bool is_error() const { return type_ == Type::error; }
     bool is_text() const { return type_ == Type::text; }
     bool is_blank() const { return type_ == Type::blank || type_ == Type::missing; }
@@ -143,7 +153,7 @@ class Value {
     /// The text with the count byte in front: at most 255 bytes, cut between characters.
     unsigned char* counted_text() const { return &payload_.text->count; }
 
-    /// Equal in type and content, numbers to the bit.
+    /// Equal in type and content, numbers to the bit, shown as dates or not.
     bool identical(const Value& other) const;
 
   private:
@@ -179,12 +189,11 @@ class Value {
 
     Payload payload_;
     Type type_;
+    bool date_ = false;
 };
 
 /// The value or, when it is no finite number, #NUM!.
-inline Value number_or_error(double x) {
-    return x - x == 0.0 ? Value::number(x) : Value::error(xlerrNum);
-}
+inline Value number_or_error(double x) { return x - x == 0.0 ? Value::number(x) : Value::error(xlerrNum); }
 
 /// "#NUM!" and its like.
 const char* error_text(std::uint16_t code);

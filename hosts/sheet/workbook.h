@@ -16,7 +16,9 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
+#include <tuple>
 #include <unordered_map>
 #include <vector>
 
@@ -39,6 +41,7 @@ struct Node {
     State state = clean;
     bool is_array = false;
     bool cyclic = false; ///< found to depend on itself
+    bool known = false;  ///< in the list of formulas
     bool listed = false; ///< in the list of those to calculate
     std::vector<Node*> readers;
 };
@@ -85,6 +88,10 @@ class Workbook final : public Names {
     /// The value of a formula that stands in no cell. References to one cell and several come as such.
     Value evaluate(const Formula& formula, const Area& caller);
     Formula read(std::string_view text, std::uint16_t sheet = 0) { return read_formula(text, *this, sheet); }
+    /// A reference as the values that it refers to; any other value as it is.
+    Value look_up(const Value& value);
+    /// Names in a formula that stand for nothing.
+    std::vector<std::string> undefined_names(const Formula& formula) const;
     /// Calculates what has changed, and the volatile functions.
     void recalculate();
     void recalculate_all();
@@ -109,10 +116,13 @@ class Workbook final : public Names {
     const Value& read_cell(Cell& cell) {
         return cell.node == nullptr || cell.node->state == Node::clean ? cell.value : settle_for_reader(cell);
     }
-    /// The value of a cell if it needs no calculation, else null.
-    const Value* peek(Cell& cell) const;
+    /// The value of a cell if it needs no calculation, else null. A cell found to depend on itself has one.
+    const Value* peek(const Cell& cell) const {
+        if (cell.node == nullptr || cell.node->state == Node::clean) return &cell.value;
+        return cell.node->cyclic ? &cycle_value_ : nullptr;
+    }
     Value read_name(std::uint32_t number);
-    Calculator& calculator() { return calculator_; }
+    std::uint16_t caller_sheet() const { return calculator_.caller().sheet; }
 
     int sheet_number(std::string_view name) const override;
     std::uint32_t name_number(std::string_view name) override;
@@ -151,9 +161,9 @@ class Workbook final : public Names {
     std::deque<Node> nodes_;
     std::deque<Name> names_;
     std::map<std::string, std::uint32_t, std::less<>> name_numbers_; ///< by name in capitals
-    std::vector<Node*> formulas_; ///< every node that has, or had, a formula
-    std::vector<Node*> pending_;  ///< to be calculated
-    std::vector<Node*> path_;     ///< being calculated, each read by the one before
+    std::vector<Node*> formulas_;                                    ///< every node that has, or had, a formula
+    std::vector<Node*> pending_;                                     ///< to be calculated
+    std::vector<Node*> path_;                                        ///< being calculated, each read by the one before
     std::vector<Problem> cycles_;
     bool calculated_ = false; ///< some cell was calculated since the last clear
     bool linked_ = false;     ///< the readers of all cells are known

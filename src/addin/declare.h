@@ -78,8 +78,8 @@ struct Parameters {
     static_assert(cells <= max_arguments, "a worksheet function takes at most 29 cells");
     static_assert(((kind_of<P> != Kind::none) && ...), "a parameter of a type that no cell converts to");
 
-    static constexpr Calls calls(void (*run)(Frame&)) {
-        Calls calls{run, cells, {}};
+    static constexpr Calls calls(void (*run)(Frame&), bool gives_dates) {
+        Calls calls{run, cells, {}, gives_dates};
         int cell = 0;
         const auto add = [&](Kind kind) {
             calls.kinds[cell++] = kind;
@@ -102,9 +102,14 @@ struct Parameters {
 template <auto routine>
 struct Thunk;
 
+template <class R>
+inline constexpr bool gives_dates =
+    std::is_same_v<std::remove_cvref_t<R>, date> || std::is_same_v<std::remove_cvref_t<R>, Range<date>>;
+
 template <class R, class... A, R (*routine)(A...)>
 struct Thunk<routine> {
     using Inputs = Parameters<std::remove_cvref_t<A>...>;
+    static constexpr Calls calls() { return Inputs::calls(&run, gives_dates<R>); }
     static void run(Frame& frame) { run(frame, std::index_sequence_for<A...>{}); }
 
     template <std::size_t... I>
@@ -159,11 +164,11 @@ struct TwinThunk<routine> {
 
 /// The calls of a core routine, whatever its parameters.
 template <auto routine>
-inline constexpr Calls core = declaring::Thunk<routine>::Inputs::calls(&declaring::Thunk<routine>::run);
+inline constexpr Calls core = declaring::Thunk<routine>::calls();
 
 /// The calls of a routine of a time period that has an array twin.
 template <auto routine>
-inline constexpr Calls twin = declaring::TwinThunk<routine>::Inputs::calls(&declaring::TwinThunk<routine>::run);
+inline constexpr Calls twin = declaring::TwinThunk<routine>::Inputs::calls(&declaring::TwinThunk<routine>::run, false);
 
 // --- The soundness of a declaration ----------------------------------------------------------------------------------
 

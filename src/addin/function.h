@@ -108,6 +108,7 @@ struct Calls {
     void (*run)(Frame&) = nullptr;
     int cells = 0;
     Kind kinds[max_arguments] = {};
+    bool gives_dates = false; ///< the numbers of the result are dates, for a host that formats its cells
 };
 
 struct Function {

@@ -1,0 +1,28 @@
+// Explains one piece of work: runs it with the trace on and keeps the tree.
+#pragma once
+
+#include "commands/trace_tree.h"
+
+#include <string>
+#include <utility>
+
+namespace qx::app {
+
+/// The tree of what `work` makes the library do. The first failure ends a trace.
+template <class Work>
+TraceTree traced(Work work) {
+    static TraceTree tree;
+    clsTrace2& the_trace = qx::trace();
+    const clsTrace2::Viewer former = the_trace.viewer;
+    the_trace.viewer = [](clsTrace2& shown) { tree = build_trace_tree(shown); };
+    the_trace.TraceStart();
+    work();
+    if (the_trace.ison()) the_trace.TraceShow();
+    the_trace.viewer = former;
+    return std::move(tree);
+}
+
+/// Prints the tree, or writes it to a file as a page. Returns the exit status.
+int show(const TraceTree& tree, const std::string& title, const std::string& html);
+
+} // namespace qx::app

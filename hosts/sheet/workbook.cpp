@@ -1,0 +1,458 @@
+#include "hosts/sheet/workbook.h"
+
+#include "hosts/sheet/text.h"
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+
+namespace qx::sheet {
+
+namespace {
+
+// The index of who reads a range: tiles of cells, each with the ranges that touch it.
+constexpr std::uint32_t tile_rows = 64;
+constexpr std::uint32_t tile_columns = 16;
+constexpr std::uint64_t most_tiles = 1024; ///< a range over more stands in a list of its own
+
+std::uint64_t tile_of(std::uint32_t row, std::uint32_t column) {
+    return (std::uint64_t{row / tile_rows} << 32) | (column / tile_columns);
+}
+
+std::uint64_t tile_count(const Area& area) {
+    return std::uint64_t{area.last_row / tile_rows - area.first_row / tile_rows + 1} *
+           (area.last_column / tile_columns - area.first_column / tile_columns + 1u);
+}
+
+template <class Visit>
+void for_each_tile(const Area& area, Visit visit) {
+    for (std::uint32_t row = area.first_row / tile_rows; row <= area.last_row / tile_rows; ++row)
+        for (std::uint32_t column = area.first_column / tile_columns; column <= area.last_column / tile_columns;
+             ++column)
+            visit((std::uint64_t{row} << 32) | column);
+}
+
+constexpr int deepest_names = 32; ///< names that stand for names
+
+} // namespace
+
+Workbook::Workbook() : calculator_(*this) { add_sheet("Sheet1"); }
+Workbook::~Workbook() = default;
+
+// --- Contents -------------------------------------------------------------------------------------------------------
+
+std::uint16_t Workbook::add_sheet(std::string_view name) {
+    if (sheets_.size() == 65535) throw std::length_error("too many sheets");
+    sheets_.emplace_back().name = name;
+    return static_cast<std::uint16_t>(sheets_.size() - 1);
+}
+
+int Workbook::sheet_number(std::string_view name) const {
+    if (name.starts_with('[')) name.remove_prefix(std::min(name.size(), name.find(']') + 1)); // the only workbook
+    for (std::size_t sheet = 0; sheet < sheets_.size(); ++sheet)
+        if (equal_ignoring_case(sheets_[sheet].name, name)) return static_cast<int>(sheet);
+    return -1;
+}
+
+std::uint32_t Workbook::name_number(std::string_view name) {
+    const auto [found, added] = name_numbers_.try_emplace(upper_case(name), static_cast<std::uint32_t>(names_.size()));
+    if (added) names_.emplace_back().name = name;
+    return found->second;
+}
+
+void Workbook::define_name(std::string_view name, std::string_view text) {
+    Formula formula = read(text);
+    prepare_change();
+    names_[name_number(name)].formula = std::make_unique<Formula>(std::move(formula));
+    for (Node* const node : formulas_) {
+        if (!node->formula || node->formula->names.empty()) continue;
+        if (linked_) link(*node);
+        touch(node->target);
+        node->state = Node::dirty;
+        enlist(*node);
+    }
+}
+
+Node& Workbook::node_at(CellAddress at) {
+    Cell& cell = sheets_[at.sheet].grid.make(at.row, at.column);
+    if (cell.node == nullptr) cell.node = &nodes_.emplace_back(Area(at));
+    return *cell.node;
+}
+
+/// Before a change of a calculated workbook the readers of its cells must be known.
+void Workbook::prepare_change() {
+    if (calculated_ && !linked_) link_all();
+}
+
+void Workbook::set_value(CellAddress at, Value value) {
+    prepare_change();
+    Cell& cell = sheets_[at.sheet].grid.make(at.row, at.column);
+    remove_formula(cell);
+    cell.value = std::move(value);
+    touch(Area(at));
+}
+
+void Workbook::remove_formula(Cell& cell) {
+    if (cell.node == nullptr || !cell.node->formula) return;
+    if (cell.node->is_array) throw std::invalid_argument("a part of an array formula cannot be changed");
+    cell.node->formula.reset();
+    cell.node->state = Node::clean;
+}
+
+void Workbook::install(Node& node, Formula formula) {
+    node.formula = std::make_unique<Formula>(std::move(formula));
+    if (!node.known) formulas_.push_back(&node);
+    node.known = true;
+    node.state = Node::clean;
+    if (linked_) link(node);
+    touch(node.target);
+    node.state = Node::dirty;
+    enlist(node);
+}
+
+void Workbook::enlist(Node& node) {
+    if (node.listed) return;
+    node.listed = true;
+    pending_.push_back(&node);
+}
+
+void Workbook::set_formula(CellAddress at, std::string_view text) {
+    Formula formula = read(text, at.sheet);
+    prepare_change();
+    Cell& cell = sheets_[at.sheet].grid.make(at.row, at.column);
+    remove_formula(cell);
+    install(node_at(at), std::move(formula));
+}
+
+void Workbook::set_array_formula(const Area& area, std::string_view text) {
+    Formula formula = read(text, area.sheet);
+    prepare_change();
+    Grid& grid = sheets_[area.sheet].grid;
+    Node& node = nodes_.emplace_back(area);
+    for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
+        for (std::uint32_t column = area.first_column; column <= area.last_column; ++column)
+            remove_formula(grid.make(row, column));
+    for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
+        for (std::uint32_t column = area.first_column; column <= area.last_column; ++column) {
+            Cell& cell = grid.make(row, column);
+            if (cell.node != nullptr)
+                node.readers.insert(node.readers.end(), cell.node->readers.begin(), cell.node->readers.end());
+            cell.node = &node;
+        }
+    node.is_array = true;
+    install(node, std::move(formula));
+}
+
+void Workbook::clear() {
+    for (Sheet& sheet : sheets_) {
+        sheet.grid = Grid();
+        sheet.range_readers.clear();
+        sheet.wide_range_readers.clear();
+    }
+    nodes_.clear();
+    names_.clear();
+    name_numbers_.clear();
+    formulas_.clear();
+    pending_.clear();
+    cycles_.clear();
+    calculated_ = linked_ = false;
+}
+
+const Formula* Workbook::formula(CellAddress at) {
+    const Cell* const cell = sheets_[at.sheet].grid.find(at.row, at.column);
+    return cell == nullptr || cell->node == nullptr ? nullptr : cell->node->formula.get();
+}
+
+bool Workbook::is_array_formula(CellAddress at, Area& target) {
+    const Cell* const cell = sheets_[at.sheet].grid.find(at.row, at.column);
+    if (cell == nullptr || cell->node == nullptr || !cell->node->formula || !cell->node->is_array) return false;
+    target = cell->node->target;
+    return true;
+}
+
+std::size_t Workbook::formula_count() const {
+    return static_cast<std::size_t>(
+        std::count_if(formulas_.begin(), formulas_.end(), [](const Node* node) { return node->formula != nullptr; }));
+}
+
+// --- Who reads what -------------------------------------------------------------------------------------------------
+
+void Workbook::link_all() {
+    for (Node& node : nodes_) node.readers.clear();
+    for (Sheet& sheet : sheets_) {
+        sheet.range_readers.clear();
+        sheet.wide_range_readers.clear();
+    }
+    linked_ = true;
+    for (Node* const node : formulas_)
+        if (node->formula) link(*node);
+}
+
+void Workbook::link(Node& node) { link(node, *node.formula, 0); }
+
+void Workbook::link(Node& node, const Formula& formula, int depth) {
+    for (const Area& area : formula.areas) {
+        if (area.is_cell()) {
+            node_at(area.first()).readers.push_back(&node);
+            continue;
+        }
+        Sheet& sheet = sheets_[area.sheet];
+        if (tile_count(area) > most_tiles)
+            sheet.wide_range_readers.emplace_back(area, &node);
+        else
+            for_each_tile(area, [&](std::uint64_t tile) { sheet.range_readers[tile].emplace_back(area, &node); });
+    }
+    if (depth == deepest_names) return;
+    for (const std::uint32_t name : formula.names)
+        if (names_[name].formula) link(node, *names_[name].formula, depth + 1);
+}
+
+/// Marks what depends on the cells of an area.
+void Workbook::touch(const Area& changed) {
+    if (!linked_) return;
+    std::vector<Area> areas{changed};
+    const auto mark = [&](Node* reader) {
+        if (!reader->formula || reader->state == Node::dirty) return;
+        reader->state = Node::dirty;
+        enlist(*reader);
+        areas.push_back(reader->target);
+    };
+    while (!areas.empty()) {
+        const Area area = areas.back();
+        areas.pop_back();
+        Sheet& sheet = sheets_[area.sheet];
+        for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
+            for (std::uint32_t column = area.first_column; column <= area.last_column; ++column) {
+                const CellAddress cell{row, static_cast<std::uint16_t>(column), area.sheet};
+                if (const Cell* const found = sheet.grid.find(row, column); found != nullptr && found->node != nullptr)
+                    for (Node* const reader : found->node->readers) mark(reader);
+                if (const auto tile = sheet.range_readers.find(tile_of(row, column)); tile != sheet.range_readers.end())
+                    for (const auto& [range, reader] : tile->second)
+                        if (range.contains(cell)) mark(reader);
+                for (const auto& [range, reader] : sheet.wide_range_readers)
+                    if (range.contains(cell)) mark(reader);
+            }
+    }
+}
+
+void Workbook::mark_dirty(CellAddress at) {
+    prepare_change();
+    Cell* const cell = sheets_[at.sheet].grid.find(at.row, at.column);
+    if (cell == nullptr || cell->node == nullptr || !cell->node->formula) return;
+    touch(cell->node->target);
+    cell->node->state = Node::dirty;
+    enlist(*cell->node);
+}
+
+// --- Calculation ----------------------------------------------------------------------------------------------------
+
+Value Workbook::value(CellAddress at) {
+    Cell* const cell = sheets_[at.sheet].grid.find(at.row, at.column);
+    if (cell == nullptr) return {};
+    if (cell->node != nullptr && cell->node->state != Node::clean) {
+        const Calculator::Entry entry(calculator_);
+        settle(*cell->node);
+    }
+    return cell->value;
+}
+
+Value Workbook::evaluate(const Formula& formula, const Area& caller) {
+    const Calculator::Entry entry(calculator_);
+    for (;;) {
+        try {
+            return calculator_.run(formula, caller);
+        } catch (const TooDeep& deep) {
+            settle(*deep.node);
+        } catch (const NotReady&) {
+            return Value::uncalculated();
+        }
+    }
+}
+
+Value Workbook::look_up(const Value& value) {
+    const Calculator::Entry entry(calculator_);
+    for (;;) {
+        try {
+            return calculator_.looked_up(value);
+        } catch (const TooDeep& deep) {
+            settle(*deep.node);
+        } catch (const NotReady&) {
+            return Value::uncalculated();
+        }
+    }
+}
+
+std::vector<std::string> Workbook::undefined_names(const Formula& formula) const {
+    std::vector<std::string> names;
+    for (const std::uint32_t name : formula.names)
+        if (!names_[name].formula) names.push_back(valid_utf8(names_[name].name));
+    return names;
+}
+
+Value Workbook::read_name(std::uint32_t number) {
+    Name& name = names_[number];
+    if (!name.formula || name.busy) return Value::error(xlerrName);
+    struct Busy {
+        bool& flag;
+        explicit Busy(bool& flag) : flag(flag) { flag = true; }
+        ~Busy() { flag = false; }
+    } busy(name.busy);
+    return calculator_.run(*name.formula, calculator_.caller());
+}
+
+/// The value of a cell that is not calculated yet, for the formula that reads it.
+const Value& Workbook::settle_for_reader(Cell& cell) {
+    Node& node = *cell.node;
+    switch (node.state) {
+    case Node::computing:
+    case Node::waiting:
+        report_cycle(node);
+        return cycle_value_;
+    case Node::deferred:
+        throw NotReady{};
+    default:
+        break;
+    }
+    if (calculator_.in_function()) throw Uncalculated{node.target};
+    calculator_.check_stack(node);
+    calculate(node);
+    return cell.value;
+}
+
+void Workbook::calculate(Node& node) {
+    node.state = Node::computing;
+    node.cyclic = false;
+    path_.push_back(&node);
+    try {
+        Value result = calculator_.run(*node.formula, node.target);
+        // A formula that shows nothing but an empty cell shows zero.
+        if (result.is(Type::area)) {
+            result = node.is_array ? calculator_.looked_up(result) : read_cell(result.area().first());
+            if (result.is_blank()) result = Value::number(0.0);
+        }
+        store(node, node.cyclic ? cycle_value_ : result);
+        node.state = Node::clean;
+    } catch (const NotReady&) {
+        node.state = Node::deferred;
+        store(node, Value::uncalculated());
+        path_.pop_back();
+        throw;
+    } catch (...) {
+        node.state = Node::dirty;
+        path_.pop_back();
+        throw;
+    }
+    path_.pop_back();
+    calculated_ = true;
+}
+
+void Workbook::store(Node& node, const Value& result) {
+    const Area& target = node.target;
+    Grid& grid = sheets_[target.sheet].grid;
+    for (std::uint32_t row = target.first_row; row <= target.last_row; ++row)
+        for (std::uint32_t column = target.first_column; column <= target.last_column; ++column)
+            grid.make(row, column).value =
+                calculator_.element(result, row - target.first_row, column - target.first_column);
+}
+
+/// Calculates a cell and whatever it needs, however deep that is.
+void Workbook::settle(Node& root) {
+    std::vector<Node*> waiting{&root};
+    while (!waiting.empty()) {
+        Node& node = *waiting.back();
+        if (node.state == Node::clean || node.state == Node::deferred) {
+            waiting.pop_back();
+            continue;
+        }
+        try {
+            calculate(node);
+        } catch (const TooDeep& deep) {
+            node.state = Node::waiting;
+            waiting.push_back(deep.node);
+        } catch (const NotReady&) {}
+    }
+}
+
+void Workbook::report_cycle(Node& node) {
+    const auto start = std::find(path_.begin(), path_.end(), &node);
+    const bool told = node.cyclic;
+    node.cyclic = true;
+    for (auto member = start == path_.end() ? path_.begin() : start; member != path_.end(); ++member)
+        (*member)->cyclic = true;
+    if (told) return;
+    constexpr std::ptrdiff_t most_shown = 12;
+    std::string text = "circular reference: " + address_text(node.target);
+    const auto first = start == path_.end() ? path_.begin() : start + 1;
+    for (auto member = first; member != path_.end(); ++member) {
+        if (member - first == most_shown && path_.end() - member > 2) {
+            text += " -> ...";
+            member = path_.end() - 2;
+        }
+        text += " -> " + address_text((*member)->target);
+    }
+    cycles_.push_back({node.target.first(), text + " -> " + address_text(node.target)});
+}
+
+void Workbook::recalculate() {
+    for (Node* const node : formulas_)
+        if (node->formula && node->formula->is_volatile && node->state == Node::clean) mark_dirty(node->target.first());
+    const Calculator::Entry entry(calculator_);
+    cycles_.erase(std::remove_if(cycles_.begin(), cycles_.end(),
+                                 [&](const Problem& problem) {
+                                     const Cell* const cell =
+                                         sheets_[problem.cell.sheet].grid.find(problem.cell.row, problem.cell.column);
+                                     return cell == nullptr || cell->node == nullptr ||
+                                            cell->node->state != Node::clean;
+                                 }),
+                  cycles_.end());
+    // Formulas that waited for something are tried again for as long as others got what they waited for.
+    std::vector<Node*> left;
+    left.swap(pending_);
+    for (Node* const node : left) node->listed = false;
+    while (!left.empty()) {
+        for (Node* const node : left)
+            if (node->state == Node::deferred) node->state = Node::dirty;
+        std::size_t done = 0;
+        for (Node* const node : left) {
+            if (node->state == Node::dirty) settle(*node);
+            if (++done % 512 == 0 && progress) progress(done, left.size());
+        }
+        const std::size_t tried = left.size();
+        left.erase(
+            std::remove_if(left.begin(), left.end(), [](const Node* node) { return node->state != Node::deferred; }),
+            left.end());
+        if (left.size() == tried) break;
+    }
+    for (Node* const node : left) enlist(*node);
+}
+
+void Workbook::recalculate_all() {
+    for (Node* const node : formulas_) {
+        if (!node->formula) continue;
+        node->state = Node::dirty;
+        enlist(*node);
+    }
+    recalculate();
+}
+
+std::vector<Problem> Workbook::problems() const {
+    std::vector<Problem> problems = cycles_;
+    for (const Node* const node : formulas_) {
+        if (!node->formula) continue;
+        const CellAddress cell = node->target.first();
+        std::set<std::string> told;
+        for (const std::string& what : node->formula->unknown)
+            if (told.insert(what).second) problems.push_back({cell, what});
+        for (const std::string& name : undefined_names(*node->formula))
+            problems.push_back({cell, "unknown name \"" + name + "\""});
+        if (node->state == Node::deferred)
+            problems.push_back({cell, "not calculated: it waits for a value that nothing sets"});
+    }
+    std::stable_sort(problems.begin(), problems.end(), [](const Problem& a, const Problem& b) {
+        return std::tuple(a.cell.sheet, a.cell.row, a.cell.column) <
+               std::tuple(b.cell.sheet, b.cell.row, b.cell.column);
+    });
+    return problems;
+}
+
+} // namespace qx::sheet
