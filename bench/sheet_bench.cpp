@@ -1,0 +1,65 @@
+// What a recalculation of the headless workbook costs.
+#include "hosts/sheet/csv.h"
+
+#include <benchmark/benchmark.h>
+
+namespace qx::sheet {
+namespace {
+
+CellAddress at(std::uint32_t row, std::uint16_t column) { return {row, column, 0}; }
+
+/// 5000 periods of ten cells, such as a cash flow has: dates and labels of the library, flags, amounts, running
+/// totals and lookups.
+void fill(Workbook& book) {
+    constexpr std::uint32_t periods = 5000;
+    book.set_value(at(0, 12), Value::number(0.05));
+    book.set_value(at(1, 12), Value::number(1250.0));
+    for (std::uint32_t row = 0; row < periods; ++row) {
+        const std::string here = std::to_string(row + 1), before = std::to_string(row);
+        if (row == 0)
+            book.set_value(at(0, 0), Value::number(36526));
+        else
+            book.set_formula(at(row, 0), "MonthEnd(A" + before + "+15)");
+        book.set_formula(at(row, 1), "DaysInMonth(A" + here + ")");
+        book.set_formula(at(row, 2), "DayName(A" + here + ")");
+        book.set_formula(at(row, 3), "AND(A" + here + ">=40000,B" + here + "=31)");
+        book.set_formula(at(row, 4), "IF(D" + here + ",$M$2*(1+$M$1/12)^2,0)");
+        book.set_formula(at(row, 5), row == 0 ? "E1" : "F" + before + "+E" + here);
+        book.set_formula(at(row, 6), "ROUND(E" + here + "*B" + here + "/365,2)");
+        book.set_formula(at(row, 7), "SUM(E" + here + ":G" + here + ")");
+        book.set_formula(at(row, 8), "DYear(A" + here + ")-INT(DYear(A" + here + "))");
+        book.set_formula(at(row, 9), "C" + here + "&\" \"&MonthName(A" + here + ")");
+    }
+}
+
+void fifty_thousand_cells(benchmark::State& state) {
+    Workbook book;
+    fill(book);
+    for (auto step : state) book.recalculate_all();
+    state.counters["cells"] = static_cast<double>(book.formula_count());
+}
+BENCHMARK(fifty_thousand_cells)->Unit(benchmark::kMillisecond);
+
+void one_input_changed(benchmark::State& state) {
+    Workbook book;
+    fill(book);
+    book.recalculate();
+    double rent = 1000.0;
+    for (auto step : state) {
+        book.set_value(at(1, 12), Value::number(rent += 1.0));
+        book.recalculate();
+    }
+}
+BENCHMARK(one_input_changed)->Unit(benchmark::kMillisecond);
+
+void formulas_read(benchmark::State& state) {
+    for (auto step : state) {
+        Workbook book;
+        fill(book);
+        benchmark::DoNotOptimize(book.formula_count());
+    }
+}
+BENCHMARK(formulas_read)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace qx::sheet
