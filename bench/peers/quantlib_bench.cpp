@@ -1,0 +1,190 @@
+// Ours beside QuantLib's and std::chrono's, on the same dates, in one run.
+#include "calendar/annual_sequence.h"
+#include "calendar/date.h"
+#include "calendar/day_count.h"
+#include "calendar/holidays.h"
+#include "calendar/time_period.h"
+
+#include <benchmark/benchmark.h>
+#include <ql/time/calendars/unitedkingdom.hpp>
+#include <ql/time/calendars/unitedstates.hpp>
+#include <ql/time/date.hpp>
+#include <ql/time/daycounters/actual360.hpp>
+#include <ql/time/daycounters/actual365fixed.hpp>
+#include <ql/time/daycounters/actualactual.hpp>
+#include <ql/time/daycounters/business252.hpp>
+#include <ql/time/daycounters/thirty360.hpp>
+#include <ql/time/schedule.hpp>
+
+#include <chrono>
+#include <random>
+#include <vector>
+
+namespace {
+
+namespace ql = QuantLib;
+
+constexpr int how_many = 1024;
+
+/// Date numbers from 2001 to 2040, which both libraries count alike.
+const std::vector<int>& serials() {
+    static const std::vector<int> numbers = [] {
+        std::mt19937 random(1);
+        std::uniform_int_distribution<int> day(36892, 51501);
+        std::vector<int> made(how_many);
+        for (int& number : made) number = day(random);
+        return made;
+    }();
+    return numbers;
+}
+
+template <class Date, class Make>
+std::vector<Date> dates(Make make) {
+    std::vector<Date> made;
+    for (const int serial : serials()) made.push_back(make(serial));
+    return made;
+}
+const std::vector<qx::date>& our_dates() {
+    static const auto made = dates<qx::date>([](int serial) { return qx::date(static_cast<double>(serial)); });
+    return made;
+}
+const std::vector<ql::Date>& ql_dates() {
+    static const auto made = dates<ql::Date>([](int serial) { return ql::Date(serial); });
+    return made;
+}
+
+/// Calls an operation for each pair of neighbours in turn.
+template <class Dates, class Operation>
+void each_pair(benchmark::State& state, const Dates& days, Operation operation) {
+    int i = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(operation(days[i], days[i + 1]));
+        i = i == how_many - 2 ? 0 : i + 1;
+    }
+}
+
+// --- Date numbers ---------------------------------------------------------------------------------------------
+
+void serial_to_ymd_ours(benchmark::State& state) {
+    each_pair(state, serials(), [](int serial, int) { return qx::date::from_dtn(serial).day(); });
+}
+BENCHMARK(serial_to_ymd_ours);
+
+void serial_to_ymd_quantlib(benchmark::State& state) {
+    each_pair(state, serials(), [](int serial, int) {
+        const ql::Date day(serial);
+        return day.dayOfMonth() + day.month() + day.year();
+    });
+}
+BENCHMARK(serial_to_ymd_quantlib);
+
+void serial_to_ymd_chrono(benchmark::State& state) {
+    constexpr int excel_epoch = 25569;
+    each_pair(state, serials(), [](int serial, int) {
+        const std::chrono::year_month_day day{std::chrono::sys_days{std::chrono::days{serial - excel_epoch}}};
+        return static_cast<unsigned>(day.day()) + static_cast<unsigned>(day.month()) + static_cast<int>(day.year());
+    });
+}
+BENCHMARK(serial_to_ymd_chrono);
+
+void ymd_to_serial_ours(benchmark::State& state) {
+    each_pair(state, our_dates(),
+              [](const qx::date& day, const qx::date&) { return qx::date(day.year(), day.month(), day.day()).dtn(); });
+}
+BENCHMARK(ymd_to_serial_ours);
+
+void ymd_to_serial_chrono(benchmark::State& state) {
+    std::vector<std::chrono::year_month_day> days;
+    for (const qx::date& day : our_dates())
+        days.emplace_back(std::chrono::year{day.year()}, std::chrono::month{static_cast<unsigned>(day.month())},
+                          std::chrono::day{static_cast<unsigned>(day.day())});
+    each_pair(state, days, [](const auto& day, const auto&) { return std::chrono::sys_days{day}.time_since_epoch(); });
+}
+BENCHMARK(ymd_to_serial_chrono);
+
+// --- Day counts -----------------------------------------------------------------------------------------------
+
+void daycount_ours(benchmark::State& state) {
+    const double code = static_cast<double>(state.range(0));
+    const qx::AnnualSequence quarters(4);
+    each_pair(state, our_dates(), [&](const qx::date& from, const qx::date& to) {
+        return qx::diffmonths(from, to, code, quarters);
+    });
+}
+BENCHMARK(daycount_ours)->DenseRange(0, 13);
+
+void composite_daycount_ours(benchmark::State& state) {
+    const qx::AnnualSequence quarters(4);
+    each_pair(state, our_dates(), [&](const qx::date& from, const qx::date& to) {
+        return qx::diffmonths(from, to, 2.03, quarters);
+    });
+}
+BENCHMARK(composite_daycount_ours);
+
+void daycount_quantlib(benchmark::State& state, const ql::DayCounter& count) {
+    each_pair(state, ql_dates(),
+              [&](const ql::Date& from, const ql::Date& to) { return count.yearFraction(from, to); });
+}
+BENCHMARK_CAPTURE(daycount_quantlib, thirty_360_isda, ql::Thirty360(ql::Thirty360::ISDA));
+BENCHMARK_CAPTURE(daycount_quantlib, actual_actual_isda, ql::ActualActual(ql::ActualActual::ISDA));
+BENCHMARK_CAPTURE(daycount_quantlib, actual_360, ql::Actual360());
+BENCHMARK_CAPTURE(daycount_quantlib, actual_365_fixed, ql::Actual365Fixed());
+BENCHMARK_CAPTURE(daycount_quantlib, business_252, ql::Business252());
+
+// --- Business days --------------------------------------------------------------------------------------------
+
+void business_day_ours(benchmark::State& state) {
+    const int family = static_cast<int>(state.range(0));
+    each_pair(state, our_dates(), [&](const qx::date& day, const qx::date&) { return qx::isbd(day, family); });
+}
+BENCHMARK(business_day_ours)->Arg(101)->Arg(200);
+
+void business_day_quantlib(benchmark::State& state, const ql::Calendar& calendar) {
+    each_pair(state, ql_dates(),
+              [&](const ql::Date& day, const ql::Date&) { return calendar.isBusinessDay(day); });
+}
+BENCHMARK_CAPTURE(business_day_quantlib, united_kingdom, ql::UnitedKingdom());
+BENCHMARK_CAPTURE(business_day_quantlib, new_york, ql::UnitedStates(ql::UnitedStates::NYSE));
+
+void next_business_day_ours(benchmark::State& state) {
+    each_pair(state, our_dates(), [](const qx::date& day, const qx::date&) { return qx::nextbd(day, 101).dtn(); });
+}
+BENCHMARK(next_business_day_ours);
+
+void next_business_day_quantlib(benchmark::State& state) {
+    const ql::UnitedKingdom calendar;
+    each_pair(state, ql_dates(), [&](const ql::Date& day, const ql::Date&) {
+        return calendar.adjust(day, ql::Following).serialNumber();
+    });
+}
+BENCHMARK(next_business_day_quantlib);
+
+// --- Schedules: 25 years of quarters, rolled to UK business days ------------------------------------------------
+
+void schedule_ours(benchmark::State& state) {
+    qx::AnnualSequence quarters(4);
+    quarters.setrolling(101, 0);
+    const qx::date end(2030, 1, 2);
+    for (auto _ : state) {
+        qx::date day(2005, 1, 1);
+        int n = 0;
+        while (day < end) {
+            day = quarters.nextdate(day, false);
+            ++n;
+        }
+        benchmark::DoNotOptimize(n);
+    }
+}
+BENCHMARK(schedule_ours);
+
+void schedule_quantlib(benchmark::State& state) {
+    for (auto _ : state) {
+        const ql::Schedule schedule(ql::Date(1, ql::January, 2005), ql::Date(1, ql::January, 2030),
+                                    ql::Period(ql::Quarterly), ql::UnitedKingdom(), ql::Following, ql::Following,
+                                    ql::DateGeneration::Forward, false);
+        benchmark::DoNotOptimize(schedule.size());
+    }
+}
+BENCHMARK(schedule_quantlib);
+
+} // namespace
