@@ -16,6 +16,7 @@
 #include "core/utilities.h"
 
 #include <compare>
+#include <cstdint>
 #include <string>
 
 namespace qx {
@@ -145,7 +146,8 @@ class date {
 
   private:
     void set_number(double number);
-    void set_dtn(int dtn);                       ///< all from the date number
+    void set_dtn(int dtn); ///< all from the date number
+    void set_calendar_dtn(std::uint32_t dtn);
     void set_months(double months, int seconds); ///< all from the count of months
     void set_ymd();                              ///< all from year, month and day
     void set_leaps() {
