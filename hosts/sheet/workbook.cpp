@@ -101,8 +101,10 @@ void Workbook::remove_formula(Cell& cell) {
 
 void Workbook::install(Node& node, Formula formula) {
     node.formula = std::make_unique<Formula>(std::move(formula));
-    if (!node.known) formulas_.push_back(&node);
-    node.known = true;
+    if (node.order == 0) {
+        formulas_.push_back(&node);
+        node.order = static_cast<std::uint32_t>(formulas_.size());
+    }
     node.state = Node::clean;
     if (linked_) link(node);
     touch(node.target);
@@ -409,6 +411,8 @@ void Workbook::recalculate() {
     std::vector<Node*> left;
     left.swap(pending_);
     for (Node* const node : left) node->listed = false;
+    // In the order in which they were entered most find their precedents calculated.
+    std::sort(left.begin(), left.end(), [](const Node* a, const Node* b) { return a->order < b->order; });
     while (!left.empty()) {
         for (Node* const node : left)
             if (node->state == Node::deferred) node->state = Node::dirty;

@@ -40,9 +40,9 @@ struct Node {
     std::unique_ptr<Formula> formula;
     State state = clean;
     bool is_array = false;
-    bool cyclic = false; ///< found to depend on itself
-    bool known = false;  ///< in the list of formulas
-    bool listed = false; ///< in the list of those to calculate
+    bool cyclic = false;     ///< found to depend on itself
+    std::uint32_t order = 0; ///< place in the list of formulas, counted from 1
+    bool listed = false;     ///< in the list of those to calculate
     std::vector<Node*> readers;
 };
 
