@@ -2,6 +2,7 @@
 // an example. Types come from the core routine's signature; what could disagree is compared by the compiler.
 #pragma once
 
+#include "addin/api.h"
 #include "addin/arguments.h"
 #include "addin/export_lists.h"
 #include "addin/frame.h"
@@ -10,12 +11,6 @@
 #include <tuple>
 #include <type_traits>
 #include <utility>
-
-#if defined(_WIN32)
-#define QX_API __declspec(dllexport)
-#else
-#define QX_API __attribute__((visibility("default")))
-#endif
 
 namespace qx {
 

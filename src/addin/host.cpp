@@ -83,6 +83,10 @@ void message_box(std::string_view title, std::string_view text) {
     if (the_host != nullptr) the_host->message_box(title, text);
 }
 
+void show_help(std::string_view file, HelpPage page, std::string_view topic) {
+    if (the_host != nullptr) the_host->show_help(file, page, topic);
+}
+
 bool stackok(std::string_view name, bool quiet) {
     constexpr int enough = 10;
     OPER left = nil_cell();

@@ -12,6 +12,9 @@
 
 namespace qx {
 
+/// What to open of a help file: its first page, or the page of a topic's number. The values are the platform's.
+enum class HelpPage { first = 0, topic = 15 };
+
 class Host {
   public:
     virtual ~Host() = default;
@@ -21,6 +24,8 @@ class Host {
     virtual void debug(std::string_view) {}
     /// A message to the user outside any calculation's result; dropped unless a host shows it.
     virtual void message_box(std::string_view /*title*/, std::string_view /*text*/) {}
+    /// Opens a help file with the platform's viewer; nothing unless a host has one.
+    virtual void show_help(std::string_view /*file*/, HelpPage, std::string_view /*topic*/) {}
 };
 
 /// Sets the host of the process and returns the former one. A null pointer sets none.
@@ -43,6 +48,9 @@ const char* host_return_text(int code);
 
 /// Shows a message box, if the host has any.
 void message_box(std::string_view title, std::string_view text);
+
+/// Opens a help file, if the host can.
+void show_help(std::string_view file, HelpPage page, std::string_view topic);
 
 /// True if at least 10 kilobytes of stack are left, by the host's word. If not, and unless quiet, the user is told.
 bool stackok(std::string_view name, bool quiet);

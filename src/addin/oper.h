@@ -94,6 +94,7 @@ inline constexpr int xlStack = 16385;
 inline constexpr int xlCoerce = 16386;
 inline constexpr int xlSheetId = 16388;
 inline constexpr int xlSheetNm = 16389;
+inline constexpr int xlAbort = 16390;
 inline constexpr int xlGetName = 16393;
 inline constexpr int xlfSetName = 88;
 inline constexpr int xlfCaller = 89;
@@ -105,6 +106,7 @@ inline constexpr int xlfEvaluate = 257;
 inline constexpr int xlfRegisterId = 267;
 inline constexpr int xlfGetWorkbook = 268;
 inline constexpr int xlcAlert = 32886;
+inline constexpr int xlcGoalSeek = 32966;
 
 // What a host operation answers: bits.
 inline constexpr int xlretSuccess = 0;
