@@ -63,7 +63,8 @@ std::string register_goal_seek(const Reference& TargetCell, const Cell& TargetVa
     entry.order = Order;
     entry.index = ++list.count;
     list.entries[list.count] = entry;
-    return here.returning(!iszero(Order) ? "GoalSeeking [" + describe(Order) + "] = ..." : std::string("GoalSeeking..."));
+    return here.returning(!iszero(Order) ? "GoalSeeking [" + describe(Order) + "] = ..."
+                                         : std::string("GoalSeeking..."));
 }
 
 double goal_seek_target(const Reference& TargetCell, const Reference& ChangingCell) {
