@@ -94,6 +94,13 @@ class Routine {
         if (qx::traced()) trace().change_note(number, text);
     }
 
+    /// The note of an old form that a newer function took the place of.
+    void superseded_by(const char* newer) const {
+        if (qx::traced())
+            trace().change_note(63, text_of("See Change in Behaviour 63, Oct-03 :Function Obsolete, superceded by ",
+                                            newer, " (100% compatible)"));
+    }
+
     /// One pass of a loop: the block lasts as long as the object returned.
     template <class... Pieces>
     [[nodiscard]] TraceBlock pass(int index, const Pieces&... pieces) const {

@@ -1,0 +1,363 @@
+#include "calendar/business_days.h"
+
+#include "calendar/date_functions.h"
+#include "calendar/day_count.h"
+#include "calendar/holidays.h"
+#include "core/routine.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qx {
+
+namespace {
+
+constexpr int longest_slip = 30; ///< days tried for a business day
+
+void limit_switch(Routine& here, double BusDaySwitch) { here.limit(BusDaySwitch, 0, 1000, "BusDaySwitch"); }
+void limit_daycount(Routine& here, double DayCount) { here.limit(DayCount, 0, 999, "DayCount"); }
+
+int switch_of(double rolling_float) { return RollingFloat::of(rolling_float).switch_number; }
+
+/// The entry of an old form: the limit of its switch and the note of what took its place.
+Routine superseded(const char* name, const char* by, double BusDaySwitch) {
+    Routine here{name};
+    limit_switch(here, BusDaySwitch);
+    here.superseded_by(by);
+    return here;
+}
+
+bool isweekend(const date& day, const Range<int>& WeekendDays) {
+    const int weekday = day.dayofweek();
+    if (WeekendDays.size() == 0) return weekday == 1 || weekday == 7;
+    return std::find(WeekendDays.begin(), WeekendDays.end(), weekday) != WeekendDays.end();
+}
+
+/// The date a number of business days after (or before) another.
+date plus_business_days(const date& from, int days, const Holidays& holidays) {
+    date day = from;
+    if (day.iszero()) return day;
+    const int step = days < 0 ? -1 : 1;
+    for (int counted = 0; counted < std::abs(days);) {
+        day.adddays(step);
+        if (!day.isregular()) {
+            FunctionContext context("DpDBD", "Days");
+            throw errlibdateoutofrange(context);
+        }
+        if (holidays.isbd(day)) ++counted;
+    }
+    return day;
+}
+
+} // namespace
+
+// --- The test -------------------------------------------------------------------------------------------------
+
+bool Holidays::isbd(const date& day) const {
+    if (!qx::isbd(day, BusDaySwitch)) return false;
+    if (std::find(HolDates.begin(), HolDates.end(), day) != HolDates.end()) return false;
+    return AnnHols.size() == 0 || !AnnHols.isdate(day);
+}
+
+date Holidays::nextbd(const date& day) const {
+    if (BusDaySwitch == 0) return day;
+    date slipped = day;
+    for (int tests = 1; tests <= longest_slip && !isbd(slipped); ++tests) slipped.adddays(1);
+    if (traced() && slipped != day) trace().info(text_of(day, " slipped to next Business Day ", slipped));
+    return slipped;
+}
+
+date Holidays::prevbd(const date& day) const {
+    if (BusDaySwitch == 0) return day;
+    date slipped = day;
+    for (int tests = 1; tests <= longest_slip && !isbd(slipped); ++tests) slipped.adddays(-1);
+    if (traced() && slipped != day) trace().info(text_of(day, " slipped to previous Business Day ", slipped));
+    return slipped;
+}
+
+bool IsBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    Routine here{"IsBD"};
+    here.arguments(QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
+    limit_switch(here, BusDaySwitch);
+    return here.returning(Holidays{BusDaySwitch, AnnHols, HolDates}.isbd(TheDate));
+}
+
+date NextBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    Routine here{"NextBD"};
+    here.arguments(QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
+    limit_switch(here, BusDaySwitch);
+    return here.returning("DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.nextbd(TheDate));
+}
+
+date PrevBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    Routine here{"PrevBD"};
+    here.arguments(QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
+    limit_switch(here, BusDaySwitch);
+    return here.returning("DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.prevbd(TheDate));
+}
+
+bool IsBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    const Routine here = superseded("IsBDX", "IsBD", BusDaySwitch);
+    return here.returning(IsBD(TheDate, switch_of(BusDaySwitch), AnnHols, HolDates));
+}
+
+date NextBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    const Routine here = superseded("NextBDX", "NextBD", BusDaySwitch);
+    return here.returning("DateResult", NextBD(TheDate, switch_of(BusDaySwitch), AnnHols, HolDates));
+}
+
+date PrevBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    const Routine here = superseded("PrevBDX", "PrevBD", BusDaySwitch);
+    return here.returning("DateResult", PrevBD(TheDate, switch_of(BusDaySwitch), AnnHols, HolDates));
+}
+
+bool IsWE(const date& TheDate, const Range<int>& WeekendDays) {
+    Routine here{"IsWE"};
+    here.arguments(QX_NAMED(TheDate, WeekendDays));
+    return here.returning(isweekend(TheDate, WeekendDays));
+}
+
+// --- Named holidays -------------------------------------------------------------------------------------------
+
+bool IsHol(const date& TheDate, int BusDaySwitch) {
+    Routine here{"IsHol"};
+    here.arguments(QX_NAMED(TheDate, BusDaySwitch));
+    limit_switch(here, BusDaySwitch);
+    return here.returning(!isbd(TheDate, BusDaySwitch));
+}
+
+std::string WhatHol(const date& TheDate, int BusDaySwitch) {
+    Routine here{"WhatHol"};
+    here.arguments(QX_NAMED(TheDate, BusDaySwitch));
+    limit_switch(here, BusDaySwitch);
+    return here.returning(holidays_on(TheDate, BusDaySwitch));
+}
+
+date Holiday(int HolNum, const date& YearOrDate) {
+    Routine here{"Holiday"};
+    here.arguments(QX_NAMED(HolNum, YearOrDate));
+    return here.returning("DateResult", holiday(YearOrDate, HolNum));
+}
+
+std::string DescribeHol(int HolNum) {
+    Routine here{"DescribeHol"};
+    here.arguments(QX_NAMED(HolNum));
+    return here.returning(std::string(holiday_name(HolNum)));
+}
+
+date WesternEaster(const date& YearOrDate) {
+    Routine here{"WesternEaster"};
+    here.arguments(QX_NAMED(YearOrDate));
+    return here.returning("DateResult", easter_sunday(YearOrDate.year()));
+}
+
+std::string DescribeBD(int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    Routine here{"DescribeBD"};
+    here.arguments(QX_NAMED(BusDaySwitch, AnnHols, HolDates));
+    limit_switch(here, BusDaySwitch);
+    std::string text = business_days_name(BusDaySwitch);
+    if (AnnHols.size() > 0) text += ", and annual holidays (" + describe(AnnHols) + ")";
+    if (HolDates.size() > 0) text += ", and " + describe(HolDates.size()) + " other dates";
+    return here.returning(std::move(text));
+}
+
+date CreateDate(const date& YearOrDate, int MonthInYearOpt, int DayInMonthOpt, int OccurrenceNo, int DayinWeekOpt,
+                int Relativity, int FirstYear, int RecurringYrs, int MoveWeekend, const date& AfterDate,
+                int DaysRelative) {
+    Routine here{"CreateDate"};
+    here.arguments(QX_NAMED(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity,
+                            FirstYear, RecurringYrs, MoveWeekend, AfterDate, DaysRelative));
+    return here.returning("DateResult",
+                          calcdatex(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity,
+                                    FirstYear, RecurringYrs, MoveWeekend, AfterDate, DaysRelative));
+}
+
+date CalcDateX(const date& YearOrDate, int MonthInYearOpt, int DayInMonthOpt, int OccurrenceNo, int DayinWeekOpt,
+               int Relativity, int FirstYear, int RecurringYrs, int MoveWeekend, const date& AfterDate,
+               int DaysRelative) {
+    Routine here{"CalcDateX"};
+    return here.returning("DateResult",
+                          CreateDate(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity,
+                                     FirstYear, RecurringYrs, MoveWeekend, AfterDate, DaysRelative));
+}
+
+date CalcDate(const date& YearOrDate, int MonthInYear, int DayInMonth, int FirstYear, int RecurringYrs, int MoveWeekend,
+              const date& AfterDate) {
+    Routine here{"CalcDate"};
+    here.arguments(QX_NAMED(YearOrDate, MonthInYear, DayInMonth, FirstYear, RecurringYrs, MoveWeekend, AfterDate));
+    here.info("Function hidden: superceded (compatibly) by CreateDate");
+    return here.returning(
+        "DateResult", calcdate(YearOrDate, MonthInYear, DayInMonth, FirstYear, RecurringYrs, MoveWeekend, AfterDate));
+}
+
+// --- Counting -------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// Working days by whole weeks, without holidays.
+double weeks_and_rest(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays) {
+    const int days = days_between(FromDate, ToDate) + 1;
+    const int weeks = days / 7;
+    const int rest = days - 7 * weeks;
+    int result = days - weeks * WeekendDays.size();
+    for (int i = 1; i <= rest; ++i) {
+        const int weekday = (ToDate.dayofweek() - (i - 1) + 6) % 7 + 1;
+        result -= static_cast<int>(std::count(WeekendDays.begin(), WeekendDays.end(), weekday));
+    }
+    return result;
+}
+
+/// Working days one by one. The dates of an annual sequence are met in their order, so each is found once.
+double day_by_day(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays, const Holidays& holidays) {
+    bool weekend[8] = {};
+    for (int weekday = 1; weekday <= 7; ++weekday)
+        weekend[weekday] = WeekendDays.size() == 0
+                               ? weekday == 1 || weekday == 7
+                               : std::find(WeekendDays.begin(), WeekendDays.end(), weekday) != WeekendDays.end();
+    const AnnualSequence& yearly = holidays.AnnHols;
+    const Range<date>& dates = holidays.HolDates;
+    const auto is_one_off = [&](const date& day) { return std::find(dates.begin(), dates.end(), day) != dates.end(); };
+    int count = 0;
+    date next_yearly;
+    for (date day = FromDate; day <= ToDate; day.adddays(1)) {
+        if (day.iszero()) break; // the zero date does not move
+        if (weekend[day.dayofweek()] || !isbd(day, holidays.BusDaySwitch) || is_one_off(day)) continue;
+        if (yearly.size() > 0) {
+            if (next_yearly < day || yearly.BusDaySwitch() != 0) next_yearly = yearly.nextdate(day, true);
+            if (next_yearly == day) continue;
+        }
+        ++count;
+    }
+    return count;
+}
+
+double working_days(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays,
+                    const AnnualSequence& AnnHols, const Range<date>& HolDates, int BusDaySwitch) {
+    if (AnnHols.size() == 0 && HolDates.size() == 0 && BusDaySwitch == 0)
+        return weeks_and_rest(FromDate, ToDate, WeekendDays);
+    return day_by_day(FromDate, ToDate, WeekendDays, {BusDaySwitch, AnnHols, HolDates});
+}
+
+} // namespace
+
+double NetWorkDaysX(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays,
+                    const AnnualSequence& AnnHols, const Range<date>& HolDates, int BusDaySwitch) {
+    Routine here{"NetWorkDaysX"};
+    here.arguments(QX_NAMED(FromDate, ToDate, WeekendDays, AnnHols, HolDates, BusDaySwitch));
+    limit_switch(here, BusDaySwitch);
+    return here.returning(working_days(FromDate, ToDate, WeekendDays, AnnHols, HolDates, BusDaySwitch));
+}
+
+double NetWorkDaysQX(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays,
+                     const AnnualSequence& AnnHols, const Range<date>& HolDates, int BusDaySwitch) {
+    Routine here{"NetWorkDaysQX"};
+    here.arguments(QX_NAMED(FromDate, ToDate, WeekendDays, AnnHols, HolDates, BusDaySwitch));
+    limit_switch(here, BusDaySwitch);
+    return here.returning(working_days(FromDate, ToDate, WeekendDays, AnnHols, HolDates, BusDaySwitch));
+}
+
+// --- Date plus, rolled ----------------------------------------------------------------------------------------
+
+date DpDBD(const date& TheDate, double Days, int BusDaySwitch, const AnnualSequence& AnnHols,
+           const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods, int BDOption) {
+    Routine here{"DpDBD"};
+    here.arguments(QX_NAMED(TheDate, Days, BusDaySwitch, AnnHols, HolDates, DayCount, Periods, BDOption));
+    limit_switch(here, BusDaySwitch);
+    limit_daycount(here, DayCount);
+    here.limit(BDOption, 0, 1, "BDOption");
+    const Holidays holidays{BusDaySwitch, AnnHols, HolDates};
+    const date moved =
+        BDOption == 1 ? plus_business_days(TheDate, whole(Days), holidays) : plusdays(TheDate, Days, DayCount);
+    return here.returning("DateResult", holidays.nextbd(moved));
+}
+
+date DpMBD(const date& TheDate, double Months, int BusDaySwitch, const AnnualSequence& AnnHols,
+           const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
+    Routine here{"DpMBD"};
+    here.arguments(QX_NAMED(TheDate, Months, BusDaySwitch, AnnHols, HolDates, DayCount, Periods));
+    limit_switch(here, BusDaySwitch);
+    limit_daycount(here, DayCount);
+    return here.returning(
+        "DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.nextbd(plusmonths(TheDate, Months, DayCount, Periods)));
+}
+
+date DpYBD(const date& TheDate, double Yrs, int BusDaySwitch, const AnnualSequence& AnnHols,
+           const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
+    Routine here{"DpYBD"};
+    here.arguments(QX_NAMED(TheDate, Yrs, BusDaySwitch, AnnHols, HolDates, DayCount, Periods));
+    limit_switch(here, BusDaySwitch);
+    limit_daycount(here, DayCount);
+    return here.returning("DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.nextbd(
+                                            plusmonths(TheDate, Yrs * 12.0, DayCount, Periods)));
+}
+
+date DpDBDX(const date& TheDate, double Days, double BusDaySwitch, const AnnualSequence& AnnHols,
+            const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
+    const Routine here = superseded("DpDBDX", "DpDBD", BusDaySwitch);
+    return here.returning("DateResult",
+                          DpDBD(TheDate, Days, switch_of(BusDaySwitch), AnnHols, HolDates, DayCount, Periods, 0));
+}
+
+date DpMBDX(const date& TheDate, double Months, double BusDaySwitch, const AnnualSequence& AnnHols,
+            const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
+    const Routine here = superseded("DpMBDX", "DpMBD", BusDaySwitch);
+    return here.returning("DateResult",
+                          DpMBD(TheDate, Months, switch_of(BusDaySwitch), AnnHols, HolDates, DayCount, Periods));
+}
+
+date DpYBDX(const date& TheDate, double Yrs, double BusDaySwitch, const AnnualSequence& AnnHols,
+            const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
+    const Routine here = superseded("DpYBDX", "DpYBD", BusDaySwitch);
+    return here.returning("DateResult",
+                          DpYBD(TheDate, Yrs, switch_of(BusDaySwitch), AnnHols, HolDates, DayCount, Periods));
+}
+
+// --- Next and previous, rolled --------------------------------------------------------------------------------
+
+date NextDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates, int BusDaySwitch,
+                   const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    Routine here{"NextDateSeqBD"};
+    here.arguments(QX_NAMED(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates));
+    limit_switch(here, BusDaySwitch);
+    return here.returning("DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.nextbd(
+                                            NextDateSeq(TheDate, AnnDateSeq, SpecificDates)));
+}
+
+date PrevDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates, int BusDaySwitch,
+                   const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    Routine here{"PrevDateSeqBD"};
+    here.arguments(QX_NAMED(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates));
+    limit_switch(here, BusDaySwitch);
+    return here.returning("DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.nextbd(
+                                            PrevDateSeq(TheDate, AnnDateSeq, SpecificDates)));
+}
+
+date NextDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
+                    double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    const Routine here = superseded("NextDateSeqBDX", "NextDateSeqBD", BusDaySwitch);
+    return here.returning(
+        "DateResult", NextDateSeqBD(TheDate, AnnDateSeq, SpecificDates, switch_of(BusDaySwitch), AnnHols, HolDates));
+}
+
+date PrevDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
+                    double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+    const Routine here = superseded("PrevDateSeqBDX", "PrevDateSeqBD", BusDaySwitch);
+    return here.returning(
+        "DateResult", PrevDateSeqBD(TheDate, AnnDateSeq, SpecificDates, switch_of(BusDaySwitch), AnnHols, HolDates));
+}
+
+date NextDateListBD(const date& TheDate, Range<date>& SpecificDates, int BusDaySwitch) {
+    Routine here{"NextDateListBD"};
+    here.arguments(QX_NAMED(TheDate, SpecificDates, BusDaySwitch));
+    limit_switch(here, BusDaySwitch);
+    return here.returning("DateResult", nextbd(NextDateList(TheDate, SpecificDates), BusDaySwitch));
+}
+
+date PrevDateListBD(const date& TheDate, Range<date>& SpecificDates, int BusDaySwitch) {
+    Routine here{"PrevDateListBD"};
+    here.arguments(QX_NAMED(TheDate, SpecificDates, BusDaySwitch));
+    limit_switch(here, BusDaySwitch);
+    return here.returning("DateResult", nextbd(PrevDateList(TheDate, SpecificDates), BusDaySwitch));
+}
+
+} // namespace qx

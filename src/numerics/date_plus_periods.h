@@ -1,0 +1,14 @@
+// DpP: a date plus a number of periods, found by the solver.
+#pragma once
+
+#include "calendar/annual_sequence.h"
+#include "calendar/date.h"
+
+namespace qx {
+
+/// The date that lies a number of periods of a sequence (parts of a period by its days) after another: the solver finds
+/// the months between them. The date itself for 0 periods. Throws errlibnotbracketed for a negative number: no later
+/// date is that far.
+date DpP(const date& TheDate, double NPer, const AnnualSequence& Periods);
+
+} // namespace qx
