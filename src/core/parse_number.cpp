@@ -49,7 +49,7 @@ Number parse(std::string text, Number otherwise, Number largest) {
     Number number{};
     const std::errc failure = std::from_chars(digits.data(), digits.data() + digits.size(), number).ec;
     if (failure == std::errc::invalid_argument) return otherwise;
-    if (failure == std::errc::result_out_of_range) number = largest;
+    if (failure == std::errc::result_out_of_range) number = digits.front() == '-' ? -largest : largest;
     return negative ? -number : number;
 }
 

@@ -111,6 +111,8 @@ TEST_F(Conversions, OneWholeNumber) {
                               {number_cell(infinity), "#NUM!", "errinpint"},
                               {cells.text("12.7"), "12"},
                               {cells.text("x"), "0"},
+                              {cells.text("99999999999"), "2147483647"},
+                              {cells.text("--99999999999"), "2147483647"}, // one sign is taken off, one is read
                               {nil_cell(), "0"},
                               {bool_cell(true), "#NUM!", "inputerror"},
                           });
