@@ -107,17 +107,15 @@ BENCHMARK(ymd_to_serial_chrono);
 void daycount_ours(benchmark::State& state) {
     const double code = static_cast<double>(state.range(0));
     const qx::AnnualSequence quarters(4);
-    each_pair(state, our_dates(), [&](const qx::date& from, const qx::date& to) {
-        return qx::diffmonths(from, to, code, quarters);
-    });
+    each_pair(state, our_dates(),
+              [&](const qx::date& from, const qx::date& to) { return qx::diffmonths(from, to, code, quarters); });
 }
 BENCHMARK(daycount_ours)->DenseRange(0, 13);
 
 void composite_daycount_ours(benchmark::State& state) {
     const qx::AnnualSequence quarters(4);
-    each_pair(state, our_dates(), [&](const qx::date& from, const qx::date& to) {
-        return qx::diffmonths(from, to, 2.03, quarters);
-    });
+    each_pair(state, our_dates(),
+              [&](const qx::date& from, const qx::date& to) { return qx::diffmonths(from, to, 2.03, quarters); });
 }
 BENCHMARK(composite_daycount_ours);
 
@@ -140,8 +138,7 @@ void business_day_ours(benchmark::State& state) {
 BENCHMARK(business_day_ours)->Arg(101)->Arg(200);
 
 void business_day_quantlib(benchmark::State& state, const ql::Calendar& calendar) {
-    each_pair(state, ql_dates(),
-              [&](const ql::Date& day, const ql::Date&) { return calendar.isBusinessDay(day); });
+    each_pair(state, ql_dates(), [&](const ql::Date& day, const ql::Date&) { return calendar.isBusinessDay(day); });
 }
 BENCHMARK_CAPTURE(business_day_quantlib, united_kingdom, ql::UnitedKingdom());
 BENCHMARK_CAPTURE(business_day_quantlib, new_york, ql::UnitedStates(ql::UnitedStates::NYSE));
@@ -153,9 +150,8 @@ BENCHMARK(next_business_day_ours);
 
 void next_business_day_quantlib(benchmark::State& state) {
     const ql::UnitedKingdom calendar;
-    each_pair(state, ql_dates(), [&](const ql::Date& day, const ql::Date&) {
-        return calendar.adjust(day, ql::Following).serialNumber();
-    });
+    each_pair(state, ql_dates(),
+              [&](const ql::Date& day, const ql::Date&) { return calendar.adjust(day, ql::Following).serialNumber(); });
 }
 BENCHMARK(next_business_day_quantlib);
 
