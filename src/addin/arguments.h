@@ -33,4 +33,57 @@ constexpr Argument Periods(int preset = 4) {
                     "arrears, or a range of mm.dd figures");
 }
 
+/// The basis of a projection, and the delay of its payments.
+constexpr Argument ProjMode(double preset = 0.0) {
+    return optional(
+        "ProjMode", preset,
+        "Accruals=0, Cash=1. The first two decimals are a delay of payments in days: 1.05 is cash, received "
+        "5 days late");
+}
+/// When cash is paid, in functions that name it so.
+constexpr Argument CashBasis(int preset = 4) {
+    return sequence("CashBasis", preset,
+                    "Either an option number, or a range of floats, describing the accruals periods or the timing of "
+                    "cash payments, in the format mm.dd for payments in advance or -mm.dd for payments in arrears");
+}
+
+// Dates, lists of dates and business days.
+
+constexpr Argument Date1() { return {"Date1", "Date to measure from"}; }
+constexpr Argument Date2() { return {"Date2", "Date to measure to"}; }
+constexpr Argument FromDate() { return {"FromDate", "Date to start from"}; }
+constexpr Argument ToDate() { return {"ToDate", "Date to go up to"}; }
+/// A mandatory sequence of dates in the year.
+constexpr Argument AnnDateSeq(const char* name = "AnnDateSeq") {
+    return {name, "Dates that recur every year: 1, 2, 4, 12 (13 English quarter days), negative in arrears, one mm.dd "
+                  "figure, or a range of them, as 3.25 for 25 March"};
+}
+constexpr Argument SpecificDates(const char* name = "SpecificDates") {
+    return optional(name, "List of dates that do not recur, in any order");
+}
+/// One of several sequences that may be left out.
+constexpr Argument AnnDateSeqOpt(const char* name) {
+    return sequence(name, 999,
+                    "Dates that recur every year, as a preset number or a range of mm.dd figures; none if "
+                    "left out");
+}
+constexpr Argument BusDaySwitch(int preset = 20) {
+    return optional("BusDaySwitch", preset,
+                    "Business days: 0 every day, 20 to 22 weekends only excluded, 100 UK, 101 England and Wales, 102 "
+                    "Scotland, 103 Northern Ireland, 200 USA (NYSE), 201 USA (federal), 300 Canada, 400 Australia, 500 "
+                    "Brazil",
+                    preset == 20 ? "weekends only excluded" : nullptr);
+}
+/// The switch of older forms, whose whole part counts.
+constexpr Argument BusDaySwitchX() {
+    return optional("BusDaySwitch", 20.0,
+                    "Business days, as in the function that took this one's place: the whole part is the switch, two "
+                    "decimals may hold a rolling convention");
+}
+constexpr Argument AnnHols() {
+    return sequence("AnnHols", 999, "Holidays that recur every year, as mm.dd figures: 12.25 for 25 December");
+}
+constexpr Argument HolDates() { return optional("HolDates", "List of one-off holidays"); }
+constexpr Argument RoundMethod() { return optional("RoundMethod", 0, "0 to the nearest, 1 back, 2 forward"); }
+
 } // namespace qx
