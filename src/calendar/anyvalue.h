@@ -128,11 +128,8 @@ inline std::string describe(const anyvalue& value) {
     return value.istext() ? value.text() : value.isblank() ? "blank" : describe(value.number());
 }
 
-template <>
-inline constexpr int range_slots<anyvalue> = 7;
-template <>
-inline constexpr int range_slots<dateorfloat> = 3;
-template <>
-inline constexpr int range_slots<floatblank> = 1;
+QX_RANGE_POOL(anyvalue, 7);
+QX_RANGE_POOL(dateorfloat, 3);
+QX_RANGE_POOL(floatblank, 1);
 
 } // namespace qx

@@ -196,7 +196,6 @@ inline int months_between(const date& from, const date& to) {
     return 12 * (to.year() - from.year()) + (to.month() - from.month());
 }
 
-template <>
-inline constexpr int range_slots<date> = 15;
+QX_RANGE_POOL(date, 15);
 
 } // namespace qx

@@ -29,16 +29,6 @@ class VarPool {
 /// How many range slots a type has.
 template <class T>
 inline constexpr int range_slots = 0;
-template <>
-inline constexpr int range_slots<double> = 25;
-template <>
-inline constexpr int range_slots<int> = 6;
-template <>
-inline constexpr int range_slots<std::string> = 3;
-template <>
-inline constexpr int range_slots<bool> = 3;
-template <>
-inline constexpr int range_slots<ministring> = 2;
 
 /// The store of ranges of a type.
 template <class T>
@@ -49,7 +39,6 @@ class RangePool {
 
     /// The range of a number, 1 to `slots`. Throws outofrange beyond.
     static Range<T>& get(int slot) {
-        static Range<T> ranges[slots];
         if (slot > slots || slot < 1) {
             FunctionContext context;
             context.setclass("RangePool");
@@ -61,6 +50,26 @@ class RangePool {
         }
         return ranges[slot - 1];
     }
+
+  private:
+    static Range<T> ranges[slots];
 };
+
+/// Gives a type a pool of ranges: this in a header, and in one source file QX_RANGE_POOL_STORAGE. (The definition of
+/// a template would stand in the library's file on Windows with all its zeros.)
+#define QX_RANGE_POOL(type_, slots_)                                                                                   \
+    template <>                                                                                                        \
+    inline constexpr int range_slots<type_> = slots_;                                                                  \
+    template <>                                                                                                        \
+    Range<type_> RangePool<type_>::ranges[slots_]
+#define QX_RANGE_POOL_STORAGE(type_)                                                                                   \
+    template <>                                                                                                        \
+    Range<type_> RangePool<type_>::ranges[range_slots<type_>] {}
+
+QX_RANGE_POOL(double, 25);
+QX_RANGE_POOL(int, 6);
+QX_RANGE_POOL(std::string, 3);
+QX_RANGE_POOL(bool, 3);
+QX_RANGE_POOL(ministring, 2);
 
 } // namespace qx
