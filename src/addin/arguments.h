@@ -86,4 +86,19 @@ constexpr Argument AnnHols() {
 constexpr Argument HolDates() { return optional("HolDates", "List of one-off holidays"); }
 constexpr Argument RoundMethod() { return optional("RoundMethod", 0, "0 to the nearest, 1 back, 2 forward"); }
 
+// Lists.
+
+constexpr Argument CombineSwitch() {
+    return {"CombineSwitch",
+            "0 multiply, 1 divide, 2 add, 3 subtract, 4 greatest, 5 smallest, 6 greatest but non-zero, 7 "
+            "smallest but non-zero"};
+}
+constexpr Argument InclusiveOpt() {
+    return optional("InclusiveOpt", 0, "What counts of the two ends: 0 the first, 1 both, 2 neither, 3 the second",
+                    "the first end only");
+}
+constexpr Argument RangeOperation() {
+    return optional("RangeOperation", 0, "0 sum, 1 average, 2 count, 3 greatest, 4 smallest, 5 product", "sum");
+}
+
 } // namespace qx

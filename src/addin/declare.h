@@ -118,40 +118,60 @@ struct Thunk<routine> {
 
 // --- The array twin --------------------------------------------------------------------------------------------------
 
-/// Where a twin keeps its answers and its dates: slots that no scalar argument uses.
+/// Where a twin keeps its answers and what it loops over: slots that no scalar argument uses.
 inline constexpr int twin_times_slot = range_slots<date>;
 inline constexpr int twin_result_slot = range_slots<double>;
+inline constexpr int twin_values_slot = range_slots<double> - 1;
 
-/// The one loop of all array twins: a routine called for each period of a time base.
-const Range<double>& each_period(const char* name, const Range<date>& times, double (*call)(const timeperiod&));
+/// The one loop of all array twins: a routine called for each period of a time base, or for each of a list of numbers.
+const Range<double>& each_of(const char* name, const Range<date>& times, double (*call)(const timeperiod&));
+const Range<double>& each_of(const char* name, const Range<double>& values, double (*call)(const double&));
+
+/// What a twin loops over, by the routine's first parameter.
+template <class First>
+struct Leading;
+template <>
+struct Leading<timeperiod> {
+    using Many = Range<date>;
+    static constexpr int slot = twin_times_slot;
+    static void input(Frame& frame, Many& times) { frame.input_times(times); }
+};
+template <>
+struct Leading<double> {
+    using Many = Range<double>;
+    static constexpr int slot = twin_values_slot;
+    static void input(Frame& frame, Many& values) { frame.input(values); }
+};
 
 template <auto routine>
 struct TwinThunk;
 
-template <class... A, double (*routine)(const timeperiod&, A...)>
+template <class First, class... A, double (*routine)(First, A...)>
 struct TwinThunk<routine> {
-    using Inputs = Parameters<timeperiod, std::remove_cvref_t<A>...>;
+    using One = std::remove_cvref_t<First>;
+    using Many = typename Leading<One>::Many;
+    using Inputs = Parameters<One, std::remove_cvref_t<A>...>;
 
     static void run(Frame& frame) { run(frame, std::index_sequence_for<A...>{}); }
 
     template <std::size_t... I>
     static void run(Frame& frame, std::index_sequence<I...>) {
         const bool array = frame.wants_array();
-        timeperiod& period = VarPool<timeperiod>::get(1);
-        Range<date>& times = RangePool<date>::get(twin_times_slot);
+        One& one = VarPool<One>::get(1);
+        Many& many = RangePool<typename Many::value_type>::get(Leading<One>::slot);
         if (array)
-            frame.input_times(times);
+            Leading<One>::input(frame, many);
         else
-            frame.input(period);
+            frame.input(one);
         (frame.input(Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I + 1>())), ...);
         frame.inputs_concluded();
-        const auto call = [](const timeperiod& time) {
-            return routine(time, Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I + 1>())...);
+        const auto call = [](const One& leading) {
+            return routine(leading, Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I + 1>())...);
         };
         if (array)
-            frame.reply(each_period(frame.function.name, times, call));
+            frame.reply(each_of(frame.function.name, many, call));
         else
-            frame.reply(call(period));
+            frame.reply(call(one));
     }
 };
 
@@ -161,7 +181,7 @@ struct TwinThunk<routine> {
 template <auto routine>
 inline constexpr Calls core = declaring::Thunk<routine>::calls();
 
-/// The calls of a routine of a time period that has an array twin.
+/// The calls of a routine of a time period, or of a number, that has an array twin.
 template <auto routine>
 inline constexpr Calls twin = declaring::TwinThunk<routine>::Inputs::calls(&declaring::TwinThunk<routine>::run, false);
 

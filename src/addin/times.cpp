@@ -189,27 +189,45 @@ void Frame::input_figures(AnnualSequence& slot, const OPER& array) {
 
 namespace declaring {
 
-const Range<double>& each_period(const char* name, const Range<date>& times, double (*call)(const timeperiod&)) {
+namespace {
+
+/// The loop of a twin over n items, called by a word in the trace, of which `next` gives the one of an index.
+template <class Item, class Next>
+const Range<double>& each(const char* name, const char* list, const char* word, int n, double (*call)(const Item&),
+                          Next next) {
     const std::string label = traced() ? std::string(name) + "AF" : std::string();
     Routine here{label.c_str(), Routine::array};
     Range<double>& results = RangePool<double>::get(twin_result_slot);
-    const int n = times.size();
     if (n == 0) {
         here.warning("No timeperiods set for this array function");
-        here.fail<inputerror>("Times");
+        here.fail<inputerror>(list);
     }
     results.dimension(n);
     {
         const TraceBlock loop = here.loop("Timeperiod Loop", "Looping over each timeperiod in the array function");
-        static timeperiod period;
         for (int i = 1; i <= n; ++i) {
-            period.setfromtimebase(times, i);
-            const TraceBlock pass = here.pass(i, "TimePeriod ", period);
-            results(i) = call(period);
+            const Item& item = next(i);
+            const TraceBlock pass = here.pass(i, word, item);
+            results(i) = call(item);
         }
     }
     here.returning();
     return results;
+}
+
+} // namespace
+
+const Range<double>& each_of(const char* name, const Range<date>& times, double (*call)(const timeperiod&)) {
+    static timeperiod period;
+    return each(name, "Times", "TimePeriod ", times.size(), call, [&times](int i) -> const timeperiod& {
+        period.setfromtimebase(times, i);
+        return period;
+    });
+}
+
+const Range<double>& each_of(const char* name, const Range<double>& values, double (*call)(const double&)) {
+    return each(name, values.name(), "Value ", values.size(), call,
+                [&values](int i) -> const double& { return values.get(i); });
 }
 
 } // namespace declaring

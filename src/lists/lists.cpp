@@ -1,0 +1,182 @@
+#include "lists/lists.h"
+
+#include "core/routine.h"
+#include "numerics/combine.h"
+
+#include <algorithm>
+#include <boost/crc.hpp>
+#include <cassert>
+#include <cstdint>
+#include <initializer_list>
+
+namespace qx {
+
+namespace {
+
+void check_switch(Routine& here, int CombineSwitch) {
+    here.limit(CombineSwitch, combine_multiply, combine_smallest_nonzero, "CombineSwitch");
+}
+
+/// Up to four lists side by side, of which one of a single value serves for all.
+class Lists {
+  public:
+    explicit Lists(std::initializer_list<const Range<double>*> lists) {
+        for (const Range<double>* list : lists) {
+            if (list->size() == 0) continue;
+            lists_[count_++] = list;
+            if (list->size() > longest().size()) longest_ = count_ - 1;
+        }
+        for (int k = 0; k < count_; ++k)
+            if (lists_[k]->size() != 1) longest().checksamesize(*lists_[k]);
+    }
+
+    /// The list that gives the others their length and shape.
+    const Range<double>& longest() const { return *lists_[longest_]; }
+    double combined(int CombineSwitch, int i) const {
+        double amounts[most];
+        for (int k = 0; k < count_; ++k) amounts[k] = lists_[k]->get(lists_[k]->size() == 1 ? 1 : i);
+        return combine(CombineSwitch, amounts, count_);
+    }
+
+  private:
+    static constexpr int most = 4;
+    const Range<double>* lists_[most] = {};
+    int count_ = 0;
+    int longest_ = 0;
+};
+
+char small_letter(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+/// Below, at or above zero as a is before, like or after b in the alphabet.
+int alphabetical(const std::string& a, const std::string& b) {
+    const std::size_t shared = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < shared; ++i) {
+        const int difference =
+            static_cast<unsigned char>(small_letter(a[i])) - static_cast<unsigned char>(small_letter(b[i]));
+        if (difference != 0) return difference;
+    }
+    if (a.size() != b.size()) return a.size() < b.size() ? -1 : 1;
+    return a.compare(b);
+}
+
+} // namespace
+
+const Range<double>& ApplyToList(int CombineSwitch, const Range<double>& Values, double Value) {
+    Routine here{"ApplyToList"};
+    here.arguments(QX_NAMED(CombineSwitch, Values, Value));
+    check_switch(here, CombineSwitch);
+    static Range<double> results;
+    results.dimension(Values.size(), Values.getcolumns());
+    for (int i = 1; i <= Values.size(); ++i) {
+        const double amounts[] = {Values.get(i), Value};
+        results(i) = combine(CombineSwitch, amounts, 2);
+    }
+    here.returning();
+    return results;
+}
+
+const Range<double>& CombineLists(int CombineSwitch, const Range<double>& Values, const Range<double>& Values2,
+                                  const Range<double>& Values3, const Range<double>& Values4) {
+    Routine here{"CombineLists"};
+    here.arguments(QX_NAMED(CombineSwitch, Values, Values2, Values3, Values4));
+    check_switch(here, CombineSwitch);
+    const Lists lists({&Values, &Values2, &Values3, &Values4});
+    static Range<double> results;
+    results.dimension(lists.longest().size(), lists.longest().getcolumns());
+    for (int i = 1; i <= results.size(); ++i) results(i) = lists.combined(CombineSwitch, i);
+    here.returning();
+    return results;
+}
+
+double SumCombine(int CombineSwitch, const Range<double>& Values, const Range<double>& Values2,
+                  const Range<double>& Values3, const Range<double>& Values4) {
+    Routine here{"SumCombine"};
+    here.arguments(QX_NAMED(CombineSwitch, Values, Values2, Values3, Values4));
+    check_switch(here, CombineSwitch);
+    const Lists lists({&Values, &Values2, &Values3, &Values4});
+    double sum = 0.0;
+    for (int i = 1; i <= lists.longest().size(); ++i) {
+        const double amount = lists.combined(CombineSwitch, i);
+        sum += amount;
+        const auto pass = here.pass(i, amount, ", cumulative total now ", sum);
+    }
+    return here.returning(sum);
+}
+
+const Range<std::string>& SortText(const Range<std::string>& Texts, int Direction) {
+    Routine here{"SortText"};
+    here.arguments(QX_NAMED(Texts, Direction));
+    here.limit(Direction, ascending, descending, "Direction");
+    static Range<std::string> sorted;
+    sorted = Texts;
+    std::sort(sorted.begin(), sorted.end(), [Direction](const std::string& a, const std::string& b) {
+        if (a.empty() || b.empty()) return b.empty() && !a.empty();
+        const int order = alphabetical(a, b);
+        return Direction == ascending ? order < 0 : order > 0;
+    });
+    here.returning();
+    return sorted;
+}
+
+const Range<double>& TransposeNum(const Range<double>& Values) {
+    Routine here{"TransposeNum"};
+    here.arguments(QX_NAMED(Values));
+    static Range<double> turned;
+    turned = Values;
+    turned.transpose();
+    here.returning();
+    return turned;
+}
+
+const Range<double>& AddGaps(double FirstValue, const Range<double>& Gaps) {
+    Routine here{"AddGaps"};
+    here.arguments(QX_NAMED(FirstValue, Gaps));
+    static Range<double> values;
+    values.dimension(Gaps.size() + 1);
+    values(1) = FirstValue;
+    for (int i = 1; i <= Gaps.size(); ++i) values(i + 1) = values(i) + Gaps.get(i);
+    here.returning();
+    return values;
+}
+
+const Range<double>& DiffGaps(const Range<double>& Values) {
+    Routine here{"DiffGaps"};
+    here.arguments(QX_NAMED(Values));
+    static Range<double> gaps;
+    gaps.dimension(std::max(Values.size() - 1, 0));
+    for (int i = 1; i <= gaps.size(); ++i) gaps(i) = Values.get(i + 1) - Values.get(i);
+    here.returning();
+    return gaps;
+}
+
+SubRange sub_range(int FirstOne, int LastOne, int length) {
+    Routine here{"sub_range", Routine::internal};
+    here.at_least(FirstOne, 1, "FirstOne");
+    here.at_least(LastOne, 0, "LastOne");
+    const auto check = [&here, length](int position, const char* variable) {
+        if (position > length) here.fail<outofrange>(variable, "There is no item ", position, " in a list of ", length);
+    };
+    check(FirstOne, "FirstOne");
+    check(LastOne, "LastOne");
+    here.returning();
+    return {FirstOne, LastOne == 0 ? length : LastOne};
+}
+
+int CRC_fl(const Range<double>& InputRange) {
+    Routine here{"CRC_fl"};
+    here.arguments(QX_NAMED(InputRange));
+    // The bytes of 2, 4, 31, 67, 98 and of the place of the sum itself, low byte first.
+    constexpr unsigned char data[] = {2, 0, 4, 0, 31, 0, 67, 0, 98, 0, 0, 0};
+    constexpr std::size_t sum_size = 2;
+    constexpr std::uint16_t initial = 0x123;
+    const std::uint16_t sum = boost::augmented_crc<16, 0x8005>(data, sizeof(data), initial);
+
+    const std::uint16_t start = boost::augmented_crc<16, 0x8005>(data + sizeof(data) - sum_size, sum_size, initial);
+    boost::crc_basic<16> plain(0x8005, start);
+    plain.process_bytes(data, sizeof(data) - sum_size);
+    assert(plain.checksum() == sum && "crc2.checksum() == crc1");
+    here.info("All tests passed.");
+    return here.returning(static_cast<int>(sum));
+}
+
+} // namespace qx

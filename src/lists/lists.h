@@ -1,0 +1,45 @@
+// Lists made out of lists: combined, sorted, turned, spread, rounded.
+#pragma once
+
+#include "core/range.h"
+
+#include <string>
+
+namespace qx {
+
+/// Each of the values combined with one value, by a CombineSwitch of numerics/combine.h.
+const Range<double>& ApplyToList(int CombineSwitch, const Range<double>& Values, double Value);
+
+/// Two to four lists combined item by item. They have one length, but for a list of one value, which serves them all.
+/// Lists that are empty are left out. Throws inputrangelength2.
+const Range<double>& CombineLists(int CombineSwitch, const Range<double>& Values, const Range<double>& Values2,
+                                  const Range<double>& Values3, const Range<double>& Values4);
+
+/// The sum of the lists as CombineLists combines them.
+double SumCombine(int CombineSwitch, const Range<double>& Values, const Range<double>& Values2,
+                  const Range<double>& Values3, const Range<double>& Values4);
+
+/// Texts in alphabetical order (Direction 0) or its reverse (1), small and capital letters alike; empty ones last.
+const Range<std::string>& SortText(const Range<std::string>& Texts, int Direction);
+
+/// A rectangle with its rows and columns exchanged.
+const Range<double>& TransposeNum(const Range<double>& Values);
+
+/// A value, and the values that each gap in turn leads to.
+const Range<double>& AddGaps(double FirstValue, const Range<double>& Gaps);
+
+/// The gaps between neighbours: each value less the one before.
+const Range<double>& DiffGaps(const Range<double>& Values);
+
+/// The positions of a part of a list, from `first` to `last`.
+struct SubRange {
+    int first, last;
+};
+/// The part of a list of a length from FirstOne to LastOne, 0 standing for its end. Throws errlibmin for positions
+/// below 1, outofrange for those beyond the list.
+SubRange sub_range(int FirstOne, int LastOne, int length);
+
+/// A check value of the library's cyclic redundancy sums, whatever the list.
+int CRC_fl(const Range<double>& InputRange);
+
+} // namespace qx

@@ -1,0 +1,150 @@
+#include "lists/seek.h"
+
+#include "core/routine.h"
+#include "lists/criteria.h"
+
+#include <algorithm>
+
+namespace qx {
+
+namespace {
+
+/// The item of a place, of which one below 1 is the first.
+double pick(int WhichOne, const Range<double>& list) { return list.get(std::max(WhichOne, 1)); }
+
+void sort_copy(Range<double>& sorted, const Range<double>& Values, int Direction) {
+    sorted = Values;
+    sorted.setname(Values.name());
+    sorted.heapsort(Direction == ascending);
+}
+
+/// The place of the first cell that equals the one sought, or 0.
+int place_of(const anyvalue& sought, const Range<anyvalue>& list) {
+    for (int i = 1; i <= list.size(); ++i)
+        if (list.get(i) == sought) return i;
+    return 0;
+}
+
+/// A new item at the end of a list.
+anyvalue& next_of(Range<anyvalue>& list) {
+    list.dimension(list.size() + 1);
+    return list(list.size());
+}
+
+/// True for a list without content: left out, or nothing but blank cells.
+bool is_empty(const Range<anyvalue>& list) { return list.size() == 0 || list.lastnonblank() == 0; }
+
+} // namespace
+
+double PickNum(int WhichOne, const Range<double>& OutputRange) {
+    Routine here{"PickNum"};
+    here.arguments(QX_NAMED(WhichOne, OutputRange));
+    return here.returning(pick(WhichOne, OutputRange));
+}
+
+double PickMatrix(const Range<double>& OutputMatrix, int i, int j) {
+    Routine here{"PickMatrix"};
+    here.arguments(QX_NAMED(OutputMatrix, i, j));
+    return here.returning(OutputMatrix.getxy(std::max(i, 1), std::max(j, 1)));
+}
+
+const Range<double>& SortNum(const Range<double>& Values, int Direction) {
+    Routine here{"SortNum"};
+    here.arguments(QX_NAMED(Values, Direction));
+    here.limit(Direction, ascending, descending, "Direction");
+    static Range<double> sorted;
+    sort_copy(sorted, Values, Direction);
+    here.returning();
+    return sorted;
+}
+
+double SortPick(int WhichOne, const Range<double>& Values, int Direction) {
+    Routine here{"SortPick"};
+    here.arguments(QX_NAMED(WhichOne, Values, Direction));
+    here.limit(Direction, ascending, descending, "Direction");
+    static Range<double> sorted;
+    sort_copy(sorted, Values, Direction);
+    return here.returning(pick(WhichOne, sorted));
+}
+
+const Range<anyvalue>& Seek(const Range<anyvalue>& InputRangePoly, const Range<anyvalue>& OutputRangePoly,
+                            const Range<anyvalue>& InputPoly_s, const Maybe<anyvalue>& DefaultPoly) {
+    Routine here{"Seek"};
+    here.arguments(QX_NAMED(InputRangePoly, OutputRangePoly, InputPoly_s, DefaultPoly));
+    static Range<anyvalue> results;
+    results.dimension(InputPoly_s.size());
+    for (int i = 1; i <= InputPoly_s.size(); ++i) {
+        const auto pass = here.pass(i, InputPoly_s.get(i));
+        const int found = place_of(InputPoly_s.get(i), InputRangePoly);
+        if (found > 0) {
+            here.info("Found at position ", found);
+            results(i) = OutputRangePoly.get(found);
+            continue;
+        }
+        if (DefaultPoly.is_missing())
+            here.fail<errliblookupfailed>("InputPoly_s", "Failed to find what we were looking for and no default "
+                                                         "specified, so its going to have to be an error");
+        here.info("Failed to find what we were after, so we are returning the default instead");
+        results(i) = DefaultPoly.value;
+    }
+    here.returning();
+    return results;
+}
+
+const Range<anyvalue>& SeekList(const Range<anyvalue>& InputRangePoly, const Range<anyvalue>& OutputMatrixPoly,
+                                const anyvalue& InputPoly) {
+    Routine here{"SeekList"};
+    here.arguments(QX_NAMED(InputRangePoly, OutputMatrixPoly, InputPoly));
+    const int columns = OutputMatrixPoly.getcolumns(), rows = OutputMatrixPoly.getrows();
+    const bool across = InputRangePoly.size() == columns;
+    if (!across && InputRangePoly.size() != rows)
+        here.fail<inputrangelength2>("InputRangePoly",
+                                     "The length of InputRangePoly must be the same as the x (horizontal) dimension of "
+                                     "OutputMatrixPoly, and it is not (",
+                                     InputRangePoly.size(), " != ", columns, ")");
+    const int found = place_of(InputPoly, InputRangePoly);
+    if (found == 0) here.fail<errliblookupfailed>("InputPoly", "Lookup Failed");
+    here.info("Found at position ", found, across ? ", returning the column" : ", returning the row");
+    static Range<anyvalue> results;
+    results.dimension(across ? rows : columns);
+    for (int i = 1; i <= results.size(); ++i)
+        results(i) = across ? OutputMatrixPoly.getxy(found, i) : OutputMatrixPoly.getxy(i, found);
+    here.returning();
+    return results;
+}
+
+const Range<anyvalue>& FindIf(const Range<anyvalue>& InpList, const Range<anyvalue>& OutList,
+                              const Range<anyvalue>& Criteria, int FindSwitch, int CritOpts) {
+    Routine here{"FindIf"};
+    here.arguments(QX_NAMED(InpList, OutList, Criteria, FindSwitch, CritOpts));
+    here.limit(FindSwitch, find_values, find_all_positions, "FindSwitch");
+    const Range<anyvalue>& values = is_empty(OutList) ? InpList : OutList;
+    InpList.checksamesize(values);
+    const bool positions = FindSwitch == find_positions || FindSwitch == find_all_positions;
+    const FunctionContext context = here.context("Criteria");
+    static Range<anyvalue> found;
+    found.dimension(0);
+    for (int i = 1; i <= InpList.size(); ++i) {
+        const auto pass = here.pass(i, InpList.get(i));
+        if (!meets_criteria(InpList.get(i), Criteria, CritOpts, context)) continue;
+        if (positions)
+            next_of(found).setnumber(i);
+        else
+            next_of(found) = values.get(i);
+    }
+    here.returning();
+    return found;
+}
+
+const Range<anyvalue>& Unique(const Range<anyvalue>& InputRangePoly) {
+    Routine here{"Unique"};
+    here.arguments(QX_NAMED(InputRangePoly));
+    static Range<anyvalue> values;
+    values.dimension(0);
+    for (const anyvalue& item : InputRangePoly)
+        if (!item.isblank() && place_of(item, values) == 0) next_of(values) = item;
+    here.returning();
+    return values;
+}
+
+} // namespace qx

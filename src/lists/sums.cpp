@@ -1,0 +1,245 @@
+#include "lists/sums.h"
+
+#include "core/routine.h"
+#include "lists/lists.h"
+#include "numerics/lookup.h"
+#include "numerics/range_operation.h"
+
+#include <algorithm>
+
+namespace qx {
+
+namespace {
+
+/// The sum of the values that pass a test.
+template <class Test>
+double sum_where(const Range<double>& values, Test passes) {
+    double sum = 0.0;
+    for (const double value : values)
+        if (passes(value)) sum += value;
+    return sum;
+}
+
+bool is_chosen(const anyvalue& category, const Range<anyvalue>& chosen) {
+    return std::any_of(chosen.begin(), chosen.end(),
+                       [&category](const anyvalue& choice) { return !choice.isblank() && choice == category; });
+}
+
+/// The choice of values by one or two sets of categories.
+class Choice {
+  public:
+    Choice(Routine& here, const Range<double>& values, const Range<anyvalue>& Categories,
+           const Range<anyvalue>& ChosenCategories, const Range<anyvalue>& Categories2,
+           const Range<anyvalue>& ChosenCategories2)
+        : categories_{&Categories, &Categories2}, chosen_{&ChosenCategories, &ChosenCategories2} {
+        values.checksamesize(Categories);
+        if (Categories2.size() == 0 && ChosenCategories2.size() == 0) return;
+        if (Categories2.size() == 0) here.fail<errliboptreq>("Categories2");
+        if (ChosenCategories2.size() == 0) here.fail<errliboptreq>("ChosenCategories2");
+        values.checksamesize(Categories2);
+        sets_ = 2;
+    }
+
+    bool includes(int i) const {
+        for (int set = 0; set < sets_; ++set)
+            if (!is_chosen(categories_[set]->get(i), *chosen_[set])) return false;
+        return true;
+    }
+
+  private:
+    const Range<anyvalue>* categories_[2];
+    const Range<anyvalue>* chosen_[2];
+    int sets_ = 1;
+};
+
+void check_inclusive(Routine& here, int InclusiveOpt) {
+    here.limit(InclusiveOpt, first_end_only, second_end_only, "InclusiveOpt");
+}
+
+double position_of(double value) { return value; }
+double position_of(const date& day) { return day.dtn(); }
+
+/// The figures of the values whose positions lie between two ends.
+template <class T>
+Tally tally_between(const Routine& here, double from, double to, const Range<T>& positions, const Range<double>& values,
+                    int InclusiveOpt) {
+    Tally tally;
+    const int n = std::min(positions.size(), values.size());
+    for (int i = 1; i <= n; ++i) {
+        if (!lies_between(position_of(positions.get(i)), from, to, InclusiveOpt)) continue;
+        here.info("Item number ", i, " lies between: ", values.get(i));
+        tally.add(values.get(i));
+    }
+    return tally;
+}
+
+double extreme_between(const char* name, int RangeOperation, const date& FromDate, const date& ToDate,
+                       const Range<date>& Dates, const Range<double>& Values, int InclusiveOpt) {
+    Routine here{name};
+    here.arguments(QX_NAMED(FromDate, ToDate, Dates, Values, InclusiveOpt));
+    check_inclusive(here, InclusiveOpt);
+    return here.returning(tally_between(here, position_of(FromDate), position_of(ToDate), Dates, Values, InclusiveOpt)
+                              .result(RangeOperation));
+}
+
+} // namespace
+
+double SumPos(const Range<double>& Values) {
+    Routine here{"SumPos"};
+    here.arguments(QX_NAMED(Values));
+    return here.returning(sum_where(Values, [](double value) { return value > 0.0; }));
+}
+
+double SumNeg(const Range<double>& Values) {
+    Routine here{"SumNeg"};
+    here.arguments(QX_NAMED(Values));
+    return here.returning(sum_where(Values, [](double value) { return value < 0.0; }));
+}
+
+double SumBounds(const Range<double>& Values, const Maybe<double>& MinValue, const Maybe<double>& MaxValue) {
+    Routine here{"SumBounds"};
+    here.arguments(QX_NAMED(Values, MinValue, MaxValue));
+    return here.returning(sum_where(Values, [&](double value) {
+        if (!MinValue.is_missing() && value < MinValue.value && !isequal(value, MinValue.value)) return false;
+        return MaxValue.is_missing() || value < MaxValue.value || isequal(value, MaxValue.value);
+    }));
+}
+
+double SumSubRange(const Range<double>& Values, int FirstOne, int LastOne) {
+    Routine here{"SumSubRange"};
+    here.arguments(QX_NAMED(Values, FirstOne, LastOne));
+    const SubRange part = sub_range(FirstOne, LastOne, Values.size());
+    double sum = 0.0;
+    for (int i = part.first; i <= part.last; ++i) sum += Values.get(i);
+    return here.returning(sum);
+}
+
+double SumDiv(const Range<double>& Values, const Range<double>& Divisors) {
+    Routine here{"SumDiv"};
+    here.arguments(QX_NAMED(Values, Divisors));
+    const bool single = Divisors.size() == 1;
+    if (!single) Values.checksamesize(Divisors);
+    double sum = 0.0;
+    for (int i = 1; i <= Values.size(); ++i) sum += safe_divide(Values.get(i), Divisors.get(single ? 1 : i));
+    return here.returning(sum);
+}
+
+double SumCat(const Range<double>& Values, const Range<anyvalue>& Categories, const anyvalue& ChosenCategory) {
+    Routine here{"SumCat"};
+    here.arguments(QX_NAMED(Values, Categories, ChosenCategory));
+    Values.checksamesize(Categories);
+    double sum = 0.0;
+    for (int i = 1; i <= Values.size(); ++i)
+        if (!ChosenCategory.isblank() && Categories.get(i) == ChosenCategory) sum += Values.get(i);
+    return here.returning(sum);
+}
+
+double SumCats(const Range<double>& Values, const Range<anyvalue>& Categories, const Range<anyvalue>& ChosenCategories,
+               const Range<anyvalue>& Categories2, const Range<anyvalue>& ChosenCategories2) {
+    Routine here{"SumCats"};
+    here.arguments(QX_NAMED(Values, Categories, ChosenCategories, Categories2, ChosenCategories2));
+    const Choice choice(here, Values, Categories, ChosenCategories, Categories2, ChosenCategories2);
+    double sum = 0.0;
+    for (int i = 1; i <= Values.size(); ++i) {
+        if (!choice.includes(i)) continue;
+        sum += Values.get(i);
+        here.info("Item number ", i, " added because of its category. Cumulative total now ", sum);
+    }
+    return here.returning(sum);
+}
+
+const Range<double>& SelCats(const Range<double>& Values, const Range<anyvalue>& Categories,
+                             const Range<anyvalue>& ChosenCategories, const Range<anyvalue>& Categories2,
+                             const Range<anyvalue>& ChosenCategories2) {
+    Routine here{"SelCats"};
+    here.arguments(QX_NAMED(Values, Categories, ChosenCategories, Categories2, ChosenCategories2));
+    const Choice choice(here, Values, Categories, ChosenCategories, Categories2, ChosenCategories2);
+    static Range<double> selected;
+    selected.dimension(Values.size());
+    int count = 0;
+    for (int i = 1; i <= Values.size(); ++i)
+        if (choice.includes(i)) selected(++count) = Values.get(i);
+    selected.dimension(count);
+    here.returning();
+    return selected;
+}
+
+double MeanNZ(const Range<double>& Values) {
+    Routine here{"MeanNZ"};
+    here.arguments(QX_NAMED(Values));
+    Tally tally;
+    for (const double value : Values)
+        if (!iszero(value)) tally.add(value);
+    return here.returning(tally.result(operation_average));
+}
+
+double WeightAv(const Range<double>& Values, const Range<double>& Weights) {
+    Routine here{"WeightAv"};
+    here.arguments(QX_NAMED(Values, Weights));
+    Values.checksamesize(Weights);
+    double weighted = 0.0, weight = 0.0;
+    for (int i = 1; i <= Values.size(); ++i) {
+        weighted += Values.get(i) * Weights.get(i);
+        weight += Weights.get(i);
+    }
+    return here.returning(safe_divide(weighted, weight));
+}
+
+int RangeDir(const Range<double>& Values) {
+    Routine here{"RangeDir"};
+    here.arguments(QX_NAMED(Values));
+    return here.returning(static_cast<int>(Values.thisdirection()));
+}
+
+double MaxBetween(const date& FromDate, const date& ToDate, const Range<date>& Dates, const Range<double>& Values,
+                  int InclusiveOpt) {
+    return extreme_between("MaxBetween", operation_greatest, FromDate, ToDate, Dates, Values, InclusiveOpt);
+}
+
+double MinBetween(const date& FromDate, const date& ToDate, const Range<date>& Dates, const Range<double>& Values,
+                  int InclusiveOpt) {
+    return extreme_between("MinBetween", operation_smallest, FromDate, ToDate, Dates, Values, InclusiveOpt);
+}
+
+double DoBetweenX(double FromValue, double ToValue, const Range<double>& InputRange, const Range<double>& OutputRange,
+                  int InclusiveOpt, int RangeOperation) {
+    Routine here{"DoBetweenX"};
+    here.arguments(QX_NAMED(FromValue, ToValue, InputRange, OutputRange, InclusiveOpt, RangeOperation));
+    check_inclusive(here, InclusiveOpt);
+    here.limit(RangeOperation, operation_sum, operation_product, "RangeOperation");
+    return here.returning(
+        tally_between(here, FromValue, ToValue, InputRange, OutputRange, InclusiveOpt).result(RangeOperation));
+}
+
+double Intersection(const Range<double>& InputRange, const Range<double>& OutputRange,
+                    const Range<double>& OutputRange2, int WhichOne, double OnErrorN) {
+    Routine here{"Intersection"};
+    here.arguments(QX_NAMED(InputRange, OutputRange, OutputRange2, WhichOne, OnErrorN));
+    here.at_least(WhichOne, 1, "WhichOne");
+    InputRange.checksamesize(OutputRange);
+    InputRange.checksamesize(OutputRange2);
+    if (InputRange.thisdirection() == mixed)
+        here.fail<errlibbadlistprogression>("InputRange",
+                                            "Cannot resolve whether your list is ascending or descending");
+    const auto gap = [&](int i) { return OutputRange.get(i) - OutputRange2.get(i); };
+    int met = 0;
+    for (int i = 1; i <= InputRange.size(); ++i) {
+        const double here_gap = gap(i), before = i > 1 ? gap(i - 1) : 1.0;
+        double point = InputRange.get(i);
+        if (iszero(here_gap)) {
+            if (iszero(before)) continue; // still the same meeting
+        } else if (i > 1 && !iszero(before) && (before > 0.0) != (here_gap > 0.0)) {
+            const double start = InputRange.get(i - 1);
+            point = start + (InputRange.get(i) - start) * before / (before - here_gap);
+        } else {
+            continue;
+        }
+        here.info("The curves meet at ", point);
+        if (++met == WhichOne) return here.returning(point);
+    }
+    if (isequal(OnErrorN, no_fallback))
+        here.fail<errliblookupfailed>("OutputRange2", "The curves meet ", met, " times, not ", WhichOne);
+    return here.returning(OnErrorN);
+}
+
+} // namespace qx
