@@ -52,7 +52,7 @@ const PresetSequence* find_preset(int number) {
 
 constexpr int longest_month(int month) { return date::days_in_month(month, true); }
 
-double figure_of(int month, int day) { return month + day / 100.0; }
+double figure_of(int month, int day) { return (100 * month + day) / 100.0; }
 
 } // namespace
 
