@@ -1,0 +1,34 @@
+// Merging of stepped rates: up to four lists of dates and rates to one list of dates and combined rates.
+#pragma once
+
+#include "calendar/date.h"
+#include "core/range.h"
+
+namespace qx {
+
+/// How the rates in force on a date combine.
+enum class CombineSwitch : int {
+    multiply,
+    division,
+    add,
+    subtraction,
+    maximum,
+    minimum,
+    maximum_nonzero,
+    minimum_nonzero,
+};
+
+/// The name of a switch 0 to 7, as "Maximum (but non-zero)"; empty for any other.
+const char* combine_switch_name(int combine_switch);
+
+/// Stepped rates: each holds from its date on until the next.
+struct SteppedRates {
+    const Range<date>& dates;
+    const Range<double>& rates;
+};
+
+/// Merges lists of ascending dates: the rate on each date combines the rates in force of those lists that have begun.
+/// Throws outofrange if a list has fewer rates than dates are reached, and errliboveriterated at 1000 dates.
+void merge_rates(const SteppedRates* lists, int count, CombineSwitch combine, Range<date>& dates, Range<double>& rates);
+
+} // namespace qx
