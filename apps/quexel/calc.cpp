@@ -2,10 +2,12 @@
 #include "apps/quexel/output.h"
 #include "apps/quexel/tracing.h"
 
+#include "commands/goal_seek.h"
 #include "core/logs.h"
 #include "hosts/sheet/csv.h"
 #include "hosts/sheet/text.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -90,6 +92,22 @@ void print_sheet(sheet::Workbook& book, bool dates) {
     print_table(std::cout, rows);
 }
 
+/// Runs the goal seeks that the cells ask for.
+void seek_goals(sheet::Workbook& book) {
+    book.run(CPPQX_GoalSeekInit);
+    book.recalculate_all();
+    book.run(CPPQX_GoalSeek);
+    book.recalculate_all();
+}
+
+/// Writes the report of the goal seeks without the line end that it begins with.
+void print_report(std::ostream& out) {
+    std::string report = goal_seek_report();
+    report.erase(0, report.find_first_not_of("\r\n"));
+    report.erase(std::remove(report.begin(), report.end(), '\r'), report.end());
+    out << (report.empty() ? "No goal seek in this model" : report) << '\n';
+}
+
 } // namespace
 
 int calc(const CalcOptions& options) {
@@ -105,14 +123,17 @@ int calc(const CalcOptions& options) {
     {
         const Progress progress(book);
         if (options.monitor) CalcMonStart();
-        book.recalculate();
+        if (options.seek)
+            seek_goals(book);
+        else
+            book.recalculate();
         if (options.monitor) CalcMonStop();
     }
     const std::vector<Problem> of_formulas = book.problems();
     problems.insert(problems.end(), of_formulas.begin(), of_formulas.end());
     tell(options.file, problems);
 
-    int status = problems.empty() ? 0 : 1;
+    int status = problems.empty() && (!options.seek || goal_seek_failures() == 0) ? 0 : 1;
     if (!options.trace.empty()) {
         if (book.formula(traced_cell.first()) == nullptr) {
             std::cerr << options.trace << " holds no formula\n";
@@ -129,6 +150,10 @@ int calc(const CalcOptions& options) {
         print_sheet(book, options.dates);
     else if (!write_file(options.out, save_csv(book, 0)))
         status = 1;
+    if (options.seek) {
+        if (options.out.empty()) std::cout << '\n';
+        print_report(options.out == "-" ? std::cerr : std::cout);
+    }
     return status;
 }
 

@@ -19,6 +19,7 @@ struct CalcOptions {
     std::string trace; ///< cell to explain
     std::string html;  ///< file for the trace as a page
     bool monitor = false;
+    bool seek = false; ///< run the goal seeks of the model
     bool dates = true;
 };
 int calc(const CalcOptions& options);

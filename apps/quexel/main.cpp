@@ -61,6 +61,8 @@ int main(int argc, char** argv) {
     calc_command->add_option("--out", calc_options.out, "Write the results as CSV to this file, - for standard output");
     calc_command->add_option("--trace", calc_options.trace, "Explain this cell, as B7");
     calc_command->add_option("--html", calc_options.html, "Write the explanation to this file as a page");
+    calc_command->add_flag("--seek", calc_options.seek,
+                           "Run the goal seeks that the model asks for, and report on them");
     calc_command->add_flag("--monitor", calc_options.monitor, "Write the time of each call to qx_CalcMon.qxl");
     calc_command->add_flag("--dates,!--no-dates", calc_options.dates,
                            "Print dates as 2026-11-21 (the default) or as numbers");

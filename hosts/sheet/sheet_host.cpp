@@ -1,6 +1,7 @@
 #include "hosts/sheet/sheet_host.h"
 
 #include "hosts/sheet/calculator.h"
+#include "hosts/sheet/goal_seek.h"
 #include "hosts/sheet/text.h"
 #include "hosts/sheet/workbook.h"
 
@@ -9,6 +10,7 @@
 #include <cstring>
 #include <filesystem>
 #include <limits>
+#include <stdexcept>
 
 namespace qx::sheet {
 
@@ -184,6 +186,11 @@ int SheetHost::call(int xlfn, OPER* result, int count, OPER* const* arguments) {
         std::fprintf(stderr, "%s\n", valid_utf8(text_of_oper(*arguments[0])).c_str());
         answer = bool_cell(true);
         return xlretSuccess;
+    case xlAbort:
+        answer = bool_cell(false);
+        return xlretSuccess;
+    case xlcGoalSeek:
+        return seek(&answer, count, arguments);
     case xlfSelection: {
         answer = sref_cell(caller());
         return xlretSuccess;
@@ -261,6 +268,21 @@ int SheetHost::coerce(OPER* result, int count, OPER* const* arguments) {
         return xlretFailed;
     }
     return xlretSuccess;
+}
+
+int SheetHost::seek(OPER* result, int count, OPER* const* arguments) {
+    if (count < 3) return xlretInvCount;
+    Area target, changing;
+    if (!area_of(*arguments[0], target) || !area_of(*arguments[2], changing) || arguments[1]->type() != xltypeNum ||
+        calculator_.in_function())
+        return xlretFailed;
+    try {
+        *result = bool_cell(goal_seek(book_, target.first(), arguments[1]->val.num, changing.first()));
+        book_.recalculate();
+        return xlretSuccess;
+    } catch (const std::invalid_argument&) {
+        return xlretFailed;
+    }
 }
 
 int SheetHost::evaluate(OPER* result, const OPER& text) {

@@ -22,6 +22,7 @@ class SheetHost final : public Host {
     int workbook_info(OPER* result, int count, OPER* const* arguments);
     int sheet_id(OPER* result, int count, OPER* const* arguments);
     int sheet_name(OPER* result, int count, OPER* const* arguments);
+    int seek(OPER* result, int count, OPER* const* arguments);
     /// The caller as a rectangle that a reference can hold. One beyond the 256th column or the 65536th row keeps its
     /// shape and stands at the end of these.
     XLREF caller() const;

@@ -439,6 +439,11 @@ void Workbook::recalculate_all() {
     recalculate();
 }
 
+int Workbook::run(int (*command)()) {
+    const Calculator::Entry entry(calculator_);
+    return command();
+}
+
 std::vector<Problem> Workbook::problems() const {
     std::vector<Problem> problems = cycles_;
     for (const Node* const node : formulas_) {

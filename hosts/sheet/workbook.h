@@ -95,6 +95,8 @@ class Workbook final : public Names {
     /// Calculates what has changed, and the volatile functions.
     void recalculate();
     void recalculate_all();
+    /// Runs a command of the library with this workbook as its host.
+    int run(int (*command)());
     /// Has a cell calculated anew at the next recalculation, and what depends on it.
     void mark_dirty(CellAddress cell);
 

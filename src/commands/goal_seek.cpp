@@ -17,6 +17,7 @@ constexpr double reached = 0.1; ///< a target this near to its value is reached,
 constexpr int alert_question = 1;
 
 std::string report;
+int failures = 0;
 
 /// A cell's value as the host gives it.
 struct Number {
@@ -160,7 +161,6 @@ void run_all() {
     HostCell abort;
     const bool break_pending = Excel(xlAbort, abort.get(), 0) == xlretSuccess && is_true(*abort);
     sort_by_order(list);
-    int failures = 0;
     for (int i = 1; i <= list.count; ++i) {
         if (break_pending && is_cancelled()) {
             report += "\r\nQuexel GoalSeek was cancelled";
@@ -176,6 +176,7 @@ void run_all() {
 
 /// Ends a run that an error has broken off.
 void report_error(const std::string& description) {
+    ++failures;
     report += description;
     if (traced()) trace().additem("Quexel Error\t\t" + report, TraceKind::info, 0);
 }
@@ -183,6 +184,7 @@ void report_error(const std::string& description) {
 } // namespace
 
 const std::string& goal_seek_report() { return report; }
+int goal_seek_failures() { return failures; }
 
 } // namespace qx
 
@@ -191,6 +193,7 @@ using namespace qx;
 QX_COMMAND(GoalSeek, "Runs the goal seeks that the model's cells have entered since the list was opened, in order") {
     GoalSeekRegistering = false;
     report.clear();
+    failures = 0;
     try {
         if (goal_seeks().count > 0) run_all();
     } catch (const cls_exception& e) {

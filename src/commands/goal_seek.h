@@ -9,6 +9,8 @@ namespace qx {
 
 /// What the last run of the goal seeks reports, one line each, with the failures and the time at its end.
 const std::string& goal_seek_report();
+/// How many goal seeks of the last run failed; one that was broken off counts too.
+int goal_seek_failures();
 
 } // namespace qx
 
