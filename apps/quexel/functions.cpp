@@ -1,6 +1,6 @@
 #include "apps/quexel/commands.h"
 
-#include "addin/function.h"
+#include "addin/registration.h"
 #include "apps/quexel/output.h"
 #include "hosts/sheet/text.h"
 
@@ -141,7 +141,7 @@ int functions(const FunctionsOptions& options) {
             }
             all.push_back({{"name", function->name},
                            {"category", category_name(function->category)},
-                           {"topic", function->topic},
+                           {"topic", topic_of(*function)},
                            {"help", function->help},
                            {"arguments", arguments}});
         }
