@@ -7,6 +7,7 @@
 #include "addin/function.h"
 #include "addin/host.h"
 #include "addin/registration.h"
+#include "core/context.h"
 #include "numerics/random.h"
 
 #include <algorithm>
@@ -43,7 +44,7 @@ class Recorder : public Host {
 // The linker sends every call of perform() here (--wrap).
 extern "C" OPER* __real__ZN2qx7performERKNS_8FunctionEPKPNS_4OPERE(const Function& function, OPER* const* cells);
 extern "C" OPER* __wrap__ZN2qx7performERKNS_8FunctionEPKPNS_4OPERE(const Function& function, OPER* const* cells) {
-    std::cout << "call " << function.name;
+    std::cout << (tracing ? "traced " : "call ") << function.name;
     for (int i = 0; i < function.arity(); ++i) std::cout << ' ' << test::written(*cells[i]);
     std::cout << '\n';
     const Recorder recorder;

@@ -250,7 +250,7 @@ void replay(const Addin& addin, const char* file) {
     int calls = 0;
     for (std::string line; std::getline(transcript, line);) {
         if (line.ends_with('\r')) line.pop_back();
-        if (line.starts_with("call ")) {
+        if (line.starts_with("call ") || line.starts_with("traced ")) {
             call = split(line, ' ');
             excel.script.clear();
         } else if (line.starts_with("ask ")) {
@@ -266,7 +266,10 @@ void replay(const Addin& addin, const char* file) {
             }
             excel.call += ")";
             excel.asked = 0;
+            const bool traced = call[0] == "traced";
+            if (traced) addin.run("CPPQX_TraceOn");
             const OPER* const result = addin.call(call[1], arguments);
+            if (traced) addin.run("CPPQX_TraceShow");
             const std::string expected = line.substr(7);
             if (expected == "uncalculated" || result == nullptr) {
                 check(expected == "uncalculated" && result == nullptr, excel.call + " waits, or should");

@@ -5,7 +5,8 @@
 //     ask 16386 q0:0:0:0 i64 -> 0 a1x1[n4000000000000000]
 //     result n40e290c000000000
 //
-// A cell is a letter and its payload; numbers are the 16 digits of their bits, texts the digits of their bytes.
+// A call with the trace on begins with "traced". A cell is a letter and its payload; numbers are the 16 digits of their
+// bits, texts the digits of their bytes.
 #pragma once
 
 #include "addin/oper.h"
