@@ -18,6 +18,9 @@ constexpr std::uint64_t largest_array = 4'000'000;
 constexpr std::uint64_t largest_argument = 1'000'000;
 constexpr std::uint32_t largest_argument_side = 65535;
 
+/// True if an array of this shape is more than a formula may work on.
+bool too_large(std::uint32_t rows, std::uint32_t columns) { return std::uint64_t{rows} * columns > largest_array; }
+
 std::uint32_t height(const Value& value) { return value.is(Type::array) ? value.rows() : 1; }
 std::uint32_t width(const Value& value) { return value.is(Type::array) ? value.columns() : 1; }
 
@@ -134,7 +137,7 @@ Value Calculator::looked_up(const Value& value) {
     if (!value.is(Type::area)) return value;
     const Area& area = value.area();
     if (area.is_cell()) return book_.read_cell(area.first());
-    if (std::uint64_t{area.rows()} * area.columns() > largest_array) return Value::error(xlerrNum);
+    if (too_large(area.rows(), area.columns())) return Value::error(xlerrNum);
     Value array = Value::array(area.rows(), area.columns());
     book_.grid(area.sheet).visit(area, [&](std::uint32_t row, std::uint32_t column, Cell& cell) {
         array.cell(row - area.first_row, column - area.first_column) = book_.read_cell(cell);
@@ -220,6 +223,7 @@ Value Calculator::apply(Code code, const Value& a, const Value& b) {
     if (left.is_error()) return left;
     if (right.is_error()) return right;
     const std::uint32_t rows = std::max(height(left), height(right)), columns = std::max(width(left), width(right));
+    if (too_large(rows, columns)) return Value::error(xlerrNum);
     Value result = Value::array(rows, columns);
     for (std::uint32_t row = 0; row < rows; ++row)
         for (std::uint32_t column = 0; column < columns; ++column)
@@ -246,6 +250,7 @@ Value Calculator::choose(const Value& condition, const Value& yes, const Value& 
     const Value tests = looked_up(condition), left = looked_up(yes), right = looked_up(no);
     const std::uint32_t rows = std::max({height(tests), height(left), height(right)});
     const std::uint32_t columns = std::max({width(tests), width(left), width(right)});
+    if (too_large(rows, columns)) return Value::error(xlerrNum);
     Value result = Value::array(rows, columns);
     for (std::uint32_t row = 0; row < rows; ++row)
         for (std::uint32_t column = 0; column < columns; ++column) {
@@ -259,6 +264,7 @@ Value Calculator::choose(const Value& condition, const Value& yes, const Value& 
 Value Calculator::replace_errors(const Value& value, const Value& instead, bool only_na) {
     const Value left = looked_up(value), right = looked_up(instead);
     const std::uint32_t rows = std::max(height(left), height(right)), columns = std::max(width(left), width(right));
+    if (too_large(rows, columns)) return Value::error(xlerrNum);
     Value result = Value::array(rows, columns);
     for (std::uint32_t row = 0; row < rows; ++row)
         for (std::uint32_t column = 0; column < columns; ++column) {
@@ -281,10 +287,22 @@ Calculator::Entry::~Entry() {
     set_host(former_host_);
 }
 
-void Calculator::check_stack(Node& node) {
+std::size_t Calculator::stack_used() const {
     const char here = 0;
     const std::ptrdiff_t used = stack_base_ - &here;
-    if (static_cast<std::size_t>(used < 0 ? -used : used) > stack_budget) throw TooDeep{&node};
+    return static_cast<std::size_t>(used < 0 ? -used : used);
+}
+
+void Calculator::check_stack(Node& node) {
+    if (stack_used() > stack_budget) throw TooDeep{&node};
+}
+
+int Calculator::stack_left(int most) const {
+    constexpr std::size_t smallest_stack = 1 << 20; // what a thread has at least, as a rule
+    const std::size_t used = stack_used();
+    return used >= smallest_stack
+               ? 0
+               : static_cast<int>(std::min<std::size_t>(smallest_stack - used, static_cast<std::size_t>(most)));
 }
 
 Value Calculator::run(const Formula& formula, const Area& caller) {
@@ -399,6 +417,7 @@ Value Calculator::call(const Builtin& builtin, Value* arguments, int count) {
 
     Arena::Scope scope(arena_);
     Stack elements(arena_, static_cast<std::size_t>(count));
+    if (too_large(rows, columns)) return Value::error(xlerrNum);
     Value result = Value::array(rows, columns);
     for (std::uint32_t row = 0; row < rows; ++row)
         for (std::uint32_t column = 0; column < columns; ++column) {
@@ -583,7 +602,7 @@ Value Calculator::call(const Function& function, const Value* arguments, int cou
         in_function_ = false;
         if (result != nullptr)
             return function.calls.gives_dates ? as_dates(from_oper(*result, book_)) : from_oper(*result, book_);
-        if (!has_uncalculated_ || (again && uncalculated_ == last)) throw NotReady{};
+        if (!has_uncalculated_ || (again && uncalculated_ == last)) book_.not_ready();
         last = uncalculated_;
         require(last);
     }

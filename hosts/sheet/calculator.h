@@ -41,6 +41,8 @@ class Calculator {
     }
     /// Throws TooDeep for the node if too little of the stack is left.
     void check_stack(Node& node);
+    /// Bytes of the thread's stack that are left, as far as one can tell, but at most so many.
+    int stack_left(int most) const;
     /// Sets the place from which the depth of the stack is counted, and the host of the library, for its lifetime.
     class Entry {
       public:
@@ -86,6 +88,7 @@ class Calculator {
     Area uncalculated_;
     bool has_uncalculated_ = false;
     bool in_function_ = false;
+    std::size_t stack_used() const;
     const char* stack_base_ = nullptr;
 };
 

@@ -156,7 +156,7 @@ int SheetHost::call(int xlfn, OPER* result, int count, OPER* const* arguments) {
         for (int i = 0; i < count; ++i) free_oper(*arguments[i]);
         return xlretSuccess;
     case xlStack:
-        answer = int_cell(std::numeric_limits<std::int16_t>::max());
+        answer = int_cell(calculator_.stack_left(std::numeric_limits<std::int16_t>::max()));
         return xlretSuccess;
     case xlfCaller:
         answer = sref_cell(caller());
@@ -183,7 +183,7 @@ int SheetHost::call(int xlfn, OPER* result, int count, OPER* const* arguments) {
     }
     case xlcAlert:
         if (count < 1) return xlretInvCount;
-        std::fprintf(stderr, "%s\n", valid_utf8(text_of_oper(*arguments[0])).c_str());
+        message_box("Quexel", text_of_oper(*arguments[0]));
         answer = bool_cell(true);
         return xlretSuccess;
     case xlAbort:
@@ -198,6 +198,10 @@ int SheetHost::call(int xlfn, OPER* result, int count, OPER* const* arguments) {
     default: // functions are known without being registered, and there is no window
         return xlretFailed;
     }
+}
+
+void SheetHost::message_box(std::string_view title, std::string_view text) {
+    std::fprintf(stderr, "%s: %s\n", valid_utf8(title).c_str(), valid_utf8(text).c_str());
 }
 
 int SheetHost::coerce(OPER* result, int count, OPER* const* arguments) {

@@ -14,6 +14,7 @@ class SheetHost final : public Host {
     SheetHost(Workbook& book, Calculator& calculator) : book_(book), calculator_(calculator) {}
 
     int call(int xlfn, OPER* result, int count, OPER* const* arguments) override;
+    void message_box(std::string_view title, std::string_view text) override; ///< to standard error
 
   private:
     int coerce(OPER* result, int count, OPER* const* arguments);

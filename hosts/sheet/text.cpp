@@ -230,7 +230,9 @@ std::optional<ReadNumber> read_number(std::string_view text) {
 
 std::string shortest_text(double x) {
     char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, x == 0.0 ? 0.0 : x).ptr;
+    if (x == std::trunc(x) && std::fabs(x) < 1e15) // a whole number without an exponent
+        return {text, std::to_chars(text, text + sizeof text, static_cast<long long>(x)).ptr};
+    const auto end = std::to_chars(text, text + sizeof text, x).ptr;
     return {text, end};
 }
 

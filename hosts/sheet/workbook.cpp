@@ -302,6 +302,11 @@ Value Workbook::read_name(std::uint32_t number) {
     return calculator_.run(*name.formula, calculator_.caller());
 }
 
+void Workbook::not_ready() {
+    abandoned_as_ = Node::deferred;
+    throw NotReady{};
+}
+
 /// The value of a cell that is not calculated yet, for the formula that reads it.
 const Value& Workbook::settle_for_reader(Cell& cell) {
     Node& node = *cell.node;
@@ -311,10 +316,11 @@ const Value& Workbook::settle_for_reader(Cell& cell) {
         report_cycle(node);
         return cycle_value_;
     case Node::deferred:
-        throw NotReady{};
+        not_ready();
     default:
         break;
     }
+    abandoned_as_ = Node::dirty;
     if (calculator_.in_function()) throw Uncalculated{node.target};
     calculator_.check_stack(node);
     calculate(node);
@@ -322,29 +328,34 @@ const Value& Workbook::settle_for_reader(Cell& cell) {
 }
 
 void Workbook::calculate(Node& node) {
-    node.state = Node::computing;
-    node.cyclic = false;
-    path_.push_back(&node);
-    try {
-        Value result = calculator_.run(*node.formula, node.target);
-        // A formula that shows nothing but an empty cell shows zero.
-        if (result.is(Type::area)) {
-            result = node.is_array ? calculator_.looked_up(result) : read_cell(result.area().first());
-            if (result.is_blank()) result = Value::number(0.0);
+    // An exception leaves through many of these at once, so they hold no handler.
+    class Attempt {
+      public:
+        Attempt(Workbook& book, Node& node) : book_(book), node_(node) {
+            node_.state = Node::computing;
+            node_.cyclic = false;
+            book_.path_.push_back(&node_);
         }
-        store(node, node.cyclic ? cycle_value_ : result);
-        node.state = Node::clean;
-    } catch (const NotReady&) {
-        node.state = Node::deferred;
-        store(node, Value::uncalculated());
-        path_.pop_back();
-        throw;
-    } catch (...) {
-        node.state = Node::dirty;
-        path_.pop_back();
-        throw;
+        ~Attempt() {
+            book_.path_.pop_back();
+            if (node_.state != Node::computing) return;
+            node_.state = book_.abandoned_as_;
+            if (node_.state == Node::deferred) book_.store(node_, Value::uncalculated());
+        }
+
+      private:
+        Workbook& book_;
+        Node& node_;
+    } attempt(*this, node);
+
+    Value result = calculator_.run(*node.formula, node.target);
+    if (result.is(Type::area)) {
+        result = node.is_array ? calculator_.looked_up(result) : read_cell(result.area().first());
+        // A formula that shows nothing but an empty cell shows zero.
+        if (result.is_blank()) result = Value::number(0.0);
     }
-    path_.pop_back();
+    store(node, node.cyclic ? cycle_value_ : result);
+    node.state = Node::clean;
     calculated_ = true;
 }
 
@@ -370,21 +381,56 @@ void Workbook::settle(Node& root) {
             calculate(node);
         } catch (const TooDeep& deep) {
             node.state = Node::waiting;
+            settle_from_below(*deep.node);
             waiting.push_back(deep.node);
         } catch (const NotReady&) {}
     }
 }
 
+/// Calculates what a formula refers to before the formula, so that no calculation has to go deep. What it cannot
+/// calculate this way, as a circle, it leaves.
+void Workbook::settle_from_below(Node& root) {
+    std::vector<Node*> stack{&root};
+    while (!stack.empty()) {
+        Node& node = *stack.back();
+        if (node.state == Node::dirty && !node.entered) {
+            node.entered = true;
+            push_dirty(*node.formula, stack, 0);
+            continue;
+        }
+        stack.pop_back();
+        node.entered = false;
+        if (node.state != Node::dirty) continue;
+        try {
+            calculate(node);
+        } catch (const TooDeep&) {
+        } catch (const NotReady&) {}
+    }
+}
+
+/// Appends the formulas to be calculated to which a formula refers.
+void Workbook::push_dirty(const Formula& formula, std::vector<Node*>& nodes, int depth) {
+    for (const Area& area : formula.areas)
+        sheets_[area.sheet].grid.visit(area, [&](std::uint32_t, std::uint32_t, Cell& cell) {
+            if (cell.node != nullptr && cell.node->state == Node::dirty && !cell.node->entered)
+                nodes.push_back(cell.node);
+            return true;
+        });
+    if (depth == deepest_names) return;
+    for (const std::uint32_t name : formula.names)
+        if (names_[name].formula) push_dirty(*names_[name].formula, nodes, depth + 1);
+}
+
 void Workbook::report_cycle(Node& node) {
-    const auto start = std::find(path_.begin(), path_.end(), &node);
     const bool told = node.cyclic;
     node.cyclic = true;
-    for (auto member = start == path_.end() ? path_.begin() : start; member != path_.end(); ++member)
-        (*member)->cyclic = true;
+    const auto start = std::find(path_.begin(), path_.end(), &node);
+    const bool whole = start != path_.end(); // else the cells between are not on the path any more
+    const auto first = whole ? start + 1 : path_.begin();
+    for (auto member = first; member != path_.end(); ++member) (*member)->cyclic = true;
     if (told) return;
     constexpr std::ptrdiff_t most_shown = 12;
-    std::string text = "circular reference: " + address_text(node.target);
-    const auto first = start == path_.end() ? path_.begin() : start + 1;
+    std::string text = "circular reference: " + address_text(node.target) + (whole ? "" : " -> ...");
     for (auto member = first; member != path_.end(); ++member) {
         if (member - first == most_shown && path_.end() - member > 2) {
             text += " -> ...";

@@ -43,6 +43,7 @@ struct Node {
     bool cyclic = false;     ///< found to depend on itself
     std::uint32_t order = 0; ///< place in the list of formulas, counted from 1
     bool listed = false;     ///< in the list of those to calculate
+    bool entered = false;    ///< what it refers to is being calculated
     std::vector<Node*> readers;
 };
 
@@ -124,6 +125,8 @@ class Workbook final : public Names {
         return cell.node->cyclic ? &cycle_value_ : nullptr;
     }
     Value read_name(std::uint32_t number);
+    /// Leaves the formulas being calculated for later, since one of them waits for something that no cell gives.
+    [[noreturn]] void not_ready();
     std::uint16_t caller_sheet() const { return calculator_.caller().sheet; }
 
     int sheet_number(std::string_view name) const override;
@@ -156,6 +159,8 @@ class Workbook final : public Names {
     const Value& settle_for_reader(Cell& cell);
     void calculate(Node& node);
     void settle(Node& root);
+    void settle_from_below(Node& root);
+    void push_dirty(const Formula& formula, std::vector<Node*>& nodes, int depth);
     void store(Node& node, const Value& result);
     void report_cycle(Node& node);
 
@@ -167,8 +172,9 @@ class Workbook final : public Names {
     std::vector<Node*> pending_;                                     ///< to be calculated
     std::vector<Node*> path_;                                        ///< being calculated, each read by the one before
     std::vector<Problem> cycles_;
-    bool calculated_ = false; ///< some cell was calculated since the last clear
-    bool linked_ = false;     ///< the readers of all cells are known
+    Node::State abandoned_as_ = Node::dirty; ///< what becomes of cells whose calculation an exception ends
+    bool calculated_ = false;                ///< some cell was calculated since the last clear
+    bool linked_ = false;                    ///< the readers of all cells are known
     const Value blank_;
     const Value cycle_value_ = Value::error(xlerrRef);
     Calculator calculator_;

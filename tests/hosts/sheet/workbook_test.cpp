@@ -1,0 +1,207 @@
+#include "hosts/sheet/workbook.h"
+
+#include "support/cases.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace qx::sheet {
+namespace {
+
+CellAddress at(std::string_view text) {
+    Area area;
+    EXPECT_TRUE(read_area(text, 0, area)) << text;
+    return area.first();
+}
+
+class WorkbookTest : public testing::Test {
+  protected:
+    void set(std::string_view cell, std::string_view text) {
+        if (text.starts_with('='))
+            book.set_formula(at(cell), text);
+        else
+            book.set_value(at(cell), book.evaluate(book.read(text), Area(at(cell))));
+    }
+    std::string get(std::string_view cell) { return test::shown(book.value(at(cell))); }
+    std::string messages() {
+        std::string text;
+        for (const Problem& problem : book.problems())
+            text += address_text(problem.cell) + ": " + problem.message + "\n";
+        return text;
+    }
+
+    Workbook book;
+};
+
+TEST_F(WorkbookTest, AChangeReachesWhatDependsOnIt) {
+    set("A1", "1");
+    set("A2", "=A1*2");
+    set("A3", "=SUM(A1:A2)");
+    set("A4", "=SUM(A:A)-A4x"); // a name not there yet
+    set("B1", "=A3+10");
+    set("B2", "=SUM(A1:C1000)*0+A2"); // holds itself
+    book.define_name("Rate", "B1");
+    set("C1", "=Rate*2");
+    book.recalculate();
+    EXPECT_EQ(get("B1"), "13");
+    EXPECT_EQ(get("C1"), "26");
+    set("A1", "5");
+    EXPECT_EQ(get("C1"), "50");
+    set("A2", "100"); // a value in place of a formula
+    EXPECT_EQ(get("A3"), "105");
+    set("A2", "=A1+1"); // and back
+    EXPECT_EQ(get("B1"), "21");
+    book.define_name("rate", "A1");
+    EXPECT_EQ(get("C1"), "10");
+    EXPECT_NE(messages().find("A4: unknown name \"A4x\""), std::string::npos) << messages();
+    EXPECT_NE(messages().find("B2: circular reference: B2 -> B2"), std::string::npos) << messages();
+}
+
+TEST_F(WorkbookTest, ACircleIsToldOnceAndTheRestIsCalculated) {
+    set("A1", "=B1+1");
+    set("B1", "=IFERROR(C1,7)"); // nothing inside a circle hides it
+    set("C1", "=A1*2");
+    set("D1", "=C1+1");
+    set("E1", "=IF(ISERROR(C1),\"broken\",\"fine\")");
+    set("F1", "=1+1");
+    set("G1", "=G1");
+    book.recalculate();
+    for (const char* const cell : {"A1", "B1", "C1", "D1", "G1"}) EXPECT_EQ(get(cell), "#REF!") << cell;
+    EXPECT_EQ(get("E1"), "\"broken\"");
+    EXPECT_EQ(get("F1"), "2");
+    EXPECT_EQ(messages(), "A1: circular reference: A1 -> B1 -> C1 -> A1\nG1: circular reference: G1 -> G1\n");
+    set("C1", "3"); // the circle is cut
+    book.recalculate();
+    EXPECT_EQ(get("A1"), "4");
+    EXPECT_EQ(messages(), "G1: circular reference: G1 -> G1\n");
+}
+
+// A choice that is not taken closes no circle.
+TEST_F(WorkbookTest, OnlyWhatIsReadCounts) {
+    set("A1", "=IF(C1=1,B1,10)");
+    set("B1", "=IF(C1=1,20,A1)");
+    set("C1", "1");
+    book.recalculate();
+    EXPECT_EQ(get("A1") + get("B1") + messages(), "2020");
+    set("C1", "2");
+    book.recalculate();
+    EXPECT_EQ(get("A1") + get("B1") + messages(), "1010");
+}
+
+TEST_F(WorkbookTest, ChainsAreAsLongAsTheyAre) {
+    constexpr std::uint32_t length = 100000;
+    const auto place = [](std::uint32_t row) { return CellAddress{row, 0, 0}; };
+    for (std::uint32_t row = 0; row + 1 < length; ++row)
+        book.set_formula(place(row), "A" + std::to_string(row + 2) + "+1");
+    book.set_value(place(length - 1), Value::number(1.0));
+    book.recalculate();
+    EXPECT_EQ(get("A1"), "100000");
+    book.set_value(place(length - 1), Value::number(2.0));
+    EXPECT_EQ(get("A1"), "100001");
+    book.set_formula(place(length - 1), "A1"); // a circle of all of them
+    book.recalculate();
+    EXPECT_EQ(get("A1"), "#REF!");
+    EXPECT_EQ(get("A50000"), "#REF!");
+    EXPECT_EQ(book.problems().size(), 1u);
+    EXPECT_LT(book.problems()[0].message.size(), 300u);
+}
+
+TEST_F(WorkbookTest, AnArrayFormulaFillsItsCells) {
+    book.set_array_formula({0, 0, 0, 2, 1}, "{1,2}*10");
+    set("C1", "=SUM(A1:B3)");
+    EXPECT_EQ(get("A3") + " " + get("B2") + " " + get("C1"), "10 20 90");
+    book.set_array_formula({0, 0, 3, 1, 4}, "{1;2;3}"); // D1:E2: repeated across, cut below
+    EXPECT_EQ(get("D2") + " " + get("E1"), "2 1");
+    book.set_array_formula({0, 4, 0, 6, 0}, "{1;2}"); // A5:A7
+    EXPECT_EQ(get("A7"), "#N/A");
+    EXPECT_THROW(set("A2", "1"), std::invalid_argument);
+    EXPECT_THROW(set("A2", "=1"), std::invalid_argument);
+    Area target;
+    EXPECT_TRUE(book.is_array_formula(at("B3"), target));
+    EXPECT_EQ(address_text(target), "A1:B3");
+}
+
+TEST_F(WorkbookTest, OtherSheetsAndTheEndsOfASheet) {
+    const std::uint16_t second = book.add_sheet("Cash Flow");
+    book.set_value({0, 0, second}, Value::number(7));
+    set("A1", "='Cash Flow'!A1+'cash flow'!XFD1048576");
+    book.set_formula({1048575, 16383, second}, "Sheet1!A2");
+    set("A2", "3");
+    EXPECT_EQ(get("A1"), "10");
+    set("A2", "4");
+    EXPECT_EQ(get("A1"), "11");
+    book.set_formula({4, 4, second}, "SUM(A1:XFD1048576)"); // a wide range, and with itself inside
+    book.recalculate();
+    EXPECT_EQ(book.problems().size(), 1u);
+}
+
+TEST_F(WorkbookTest, VolatileCellsAndTheirReadersAreCalculatedAnew) {
+    set("A1", "=RAND()");
+    set("B1", "=A1+1");
+    book.recalculate();
+    const std::string before = get("B1");
+    book.recalculate();
+    EXPECT_NE(get("B1"), before);
+}
+
+// After any changes the workbook shows what a fresh one with the same contents shows.
+TEST(Workbook, ChangesLeadWhereAFreshCalculationLeads) {
+    std::mt19937 random(7);
+    const auto pick = [&](std::uint32_t count) {
+        return std::uniform_int_distribution<std::uint32_t>(0, count - 1)(random);
+    };
+    constexpr std::uint32_t rows = 130, columns = 3;
+    const auto name = [](std::uint32_t cell) {
+        return address_text(CellAddress{cell / columns, static_cast<std::uint16_t>(cell % columns), 0});
+    };
+    std::vector<std::string> contents(rows * columns);
+    Workbook book;
+    const auto change = [&](Workbook& target, std::uint32_t cell) {
+        const CellAddress place{cell / columns, static_cast<std::uint16_t>(cell % columns), 0};
+        const std::string& text = contents[cell];
+        if (text.starts_with('='))
+            target.set_formula(place, text);
+        else
+            target.set_value(place, Value::number(std::stod(text)));
+    };
+    const auto draw = [&](std::uint32_t cell) {
+        // Formulas look upwards, so that there is no circle.
+        const std::uint32_t a = cell == 0 ? 0 : pick(cell), b = cell == 0 ? 0 : pick(cell);
+        switch (cell == 0 ? 0 : pick(5)) {
+        case 0:
+            return std::to_string(pick(100));
+        case 1:
+            return "=" + name(a) + "+" + name(b);
+        case 2:
+            return "=IF(" + name(a) + ">50," + name(b) + ",1)";
+        case 3:
+            return cell < columns ? "=" + name(a) : "=MOD(SUM(A1:C" + std::to_string(cell / columns) + "),1000)";
+        default:
+            return "=INDEX(A:C," + std::to_string(a / columns + 1) + "," + std::to_string(a % columns + 1) + ")*0.5";
+        }
+    };
+    for (std::uint32_t cell = 0; cell < contents.size(); ++cell) {
+        contents[cell] = draw(cell);
+        // A whole column holds the formula itself; keep those few that would read themselves out.
+        if (contents[cell].starts_with("=INDEX") && cell % 7 != 0) contents[cell] = "2";
+        change(book, cell);
+    }
+    for (int round = 0; round < 60; ++round) {
+        const auto cell = pick(static_cast<std::uint32_t>(contents.size()));
+        contents[cell] = draw(cell);
+        change(book, cell);
+        if (round % 3 == 0) book.recalculate();
+        if (round % 10 != 9) continue;
+        Workbook fresh;
+        for (std::uint32_t i = 0; i < contents.size(); ++i) change(fresh, i);
+        fresh.recalculate();
+        for (std::uint32_t i = 0; i < contents.size(); ++i) {
+            const CellAddress place{i / columns, static_cast<std::uint16_t>(i % columns), 0};
+            ASSERT_EQ(test::shown(book.value(place)), test::shown(fresh.value(place))) << name(i) << " " << contents[i];
+        }
+    }
+}
+
+} // namespace
+} // namespace qx::sheet
