@@ -76,7 +76,7 @@ struct Parameters {
     static constexpr Calls calls(void (*run)(Frame&), bool gives_dates) {
         Calls calls{run, cells, {}, gives_dates};
         int cell = 0;
-        const auto add = [&](Kind kind) {
+        [[maybe_unused]] const auto add = [&](Kind kind) {
             calls.kinds[cell++] = kind;
             if (kind == Kind::period_start) calls.kinds[cell++] = Kind::period_base;
         };

@@ -1,0 +1,151 @@
+// The quexel program as its users and scripts meet it: standard output, standard error, exit status.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+
+namespace {
+
+struct Outcome {
+    std::string out, err;
+    int status;
+};
+
+std::string content(const std::string& file) {
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+void write(const std::string& file, const std::string& text) { std::ofstream(file, std::ios::binary) << text; }
+
+/// Runs the program with arguments as a shell takes them, and a standard input.
+Outcome quexel(const std::string& arguments, const std::string& input = "") {
+    write("input", input);
+    const int status = std::system((std::string(QX_PROGRAM) + " " + arguments + " <input >out 2>err").c_str());
+    return {content("out"), content("err"), WIFEXITED(status) ? WEXITSTATUS(status) : -1};
+}
+
+TEST(QuexelEval, PrintsValuesAsAPersonReadsThem) {
+    EXPECT_EQ(quexel("eval 'MonthEnd(38000)'").out, "38017\n");
+    EXPECT_EQ(quexel("eval --dates 'MonthEnd(38000)+1'").out, "2004-02-01\n");
+    EXPECT_EQ(quexel("eval '{1,22;333,4}/3'").out, "0.333333333333333  7.33333333333333\n"
+                                                   "              111  1.33333333333333\n");
+    EXPECT_EQ(quexel("eval -SUM'(1,2)'").out, "-3\n");
+    const Outcome fault = quexel("eval '1+*2'");
+    EXPECT_EQ(fault.err, "character 3: unexpected \"*\", expected a value\n");
+    EXPECT_EQ(fault.status, 1);
+    const Outcome unknown = quexel("eval 'nosuch(1)'");
+    EXPECT_EQ(unknown.out + unknown.err, "#NAME?\nunknown function \"nosuch\"\n");
+    EXPECT_EQ(unknown.status, 1);
+}
+
+TEST(QuexelEval, AnswersALineOfJsonForEachFormula) {
+    const Outcome outcome = quexel("eval --json -", "MonthEnd(38000)\r\n"
+                                                    "=1/3\n"
+                                                    "100000*3\n"
+                                                    "1=1\n"
+                                                    "\"say \"\"é\"\"\"\n"
+                                                    "\"\xff\"\n"
+                                                    "MonthEnd(-1)\n"
+                                                    "ZZ99\n"
+                                                    "1+\n"
+                                                    "{1,\"a\";TRUE,#N/A}\n"
+                                                    "nosuch()\n"
+                                                    "\n"
+                                                    "10^308*10");
+    EXPECT_EQ(outcome.out, "38017\n"
+                           "0.3333333333333333\n"
+                           "300000\n"
+                           "true\n"
+                           "\"say \\\"é\\\"\"\n"
+                           "\"\xEF\xBF\xBD\"\n"
+                           "{\"error\":\"#NUM!\"}\n"
+                           "{\"empty\":true}\n"
+                           "{\"syntax\":\"the formula ends where a value is expected\",\"at\":3}\n"
+                           "{\"rows\":2,\"columns\":2,\"cells\":[1,\"a\",true,{\"error\":\"#N/A\"}]}\n"
+                           "{\"error\":\"#NAME?\"}\n"
+                           "{\"syntax\":\"the formula is empty\",\"at\":1}\n"
+                           "{\"error\":\"#NUM!\"}\n");
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.status, 1); // for the syntax
+    EXPECT_EQ(quexel("eval --json -", "nosuch()\nNA()\n").status, 0);
+}
+
+TEST(QuexelCalc, PrintsTheTableAndTellsWhatIsWrong) {
+    write("model.csv",
+          "Date,End,Days\n2026-11-21,=MonthEnd(A2),=B2-A2\n=A2+30,=MonthEnd(A3),=B3-A3\nloop,=B4,=SUM(C2:C3)\n");
+    const Outcome outcome = quexel("calc model.csv");
+    EXPECT_EQ(outcome.out, "Date        End         Days\n"
+                           "2026-11-21  2026-11-30     9\n"
+                           "2026-12-21  2026-12-31    10\n"
+                           "loop        #REF!         19\n");
+    EXPECT_EQ(outcome.err, "model.csv: B4: circular reference: B4 -> B4\n");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(quexel("calc model.csv --out results.csv").out, "");
+    EXPECT_EQ(content("results.csv"),
+              "Date,End,Days\r\n2026-11-21,2026-11-30,9\r\n2026-12-21,2026-12-31,10\r\nloop,#REF!,19\r\n");
+    EXPECT_EQ(quexel("calc model.csv --no-dates --out -").out, content("results.csv"));
+    const Outcome none = quexel("calc nosuch.csv");
+    EXPECT_EQ(none.err, "nosuch.csv: cannot be read: No such file or directory\n");
+    EXPECT_EQ(none.status, 1);
+    EXPECT_NE(quexel("calc model.csv --out /nosuch/folder/x.csv").err.find("cannot be written"), std::string::npos);
+}
+
+TEST(QuexelCalc, TracesACellAndMonitorsTheCalls) {
+    write("model.csv", "2026-11-21,=MonthEnd(A1),=DaysInMonth(B1)\n");
+    const Outcome outcome = quexel("calc model.csv --trace C1 --monitor");
+    EXPECT_NE(outcome.out.find("DaysInMonth"), std::string::npos);
+    EXPECT_EQ(outcome.out.find("MonthEnd"), std::string::npos) << "only the cell itself is explained";
+    const std::string monitor = content("qx_CalcMon.qxl");
+    EXPECT_NE(monitor.find("\nMonthEnd,"), std::string::npos) << monitor;
+    EXPECT_NE(monitor.find("\nDaysInMonth,"), std::string::npos) << monitor;
+    EXPECT_EQ(quexel("calc model.csv --trace A1").err, "A1 holds no formula\n");
+    EXPECT_EQ(quexel("calc model.csv --trace A1:B2").status, 1);
+}
+
+TEST(QuexelTrace, PrintsTheTree) {
+    const Outcome outcome = quexel("trace 'MonthEnd(DYear(38000))'");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out.find("DYear "), 0u) << "the inner call comes first";
+    EXPECT_NE(outcome.out.find("\n  Inputs "), std::string::npos);
+    EXPECT_NE(outcome.out.find("\n  MonthEnd "), std::string::npos);
+    EXPECT_NE(outcome.out.find(" lines"), std::string::npos);
+    const Outcome failed = quexel("trace 'MonthEnd(-1)'");
+    EXPECT_NE(failed.out.find("Error LIB40: Date less than minimum allowed value"), std::string::npos) << failed.out;
+    EXPECT_NE(quexel("trace '1+1'").out.find("Nothing To Report"), std::string::npos);
+    EXPECT_EQ(quexel("trace '1+'").status, 1);
+}
+
+TEST(QuexelFunctions, TellsWhatIsDeclared) {
+    const auto all = nlohmann::json::parse(quexel("functions --json").out);
+    ASSERT_TRUE(all.is_array());
+    const auto found = std::find_if(all.begin(), all.end(), [](const auto& one) { return one["name"] == "DateYMD"; });
+    ASSERT_NE(found, all.end());
+    EXPECT_EQ((*found)["category"], "QX: Date and Time Calculations");
+    EXPECT_EQ((*found)["arguments"].size(), 3u);
+    EXPECT_EQ((*found)["arguments"][1]["name"], "Mnth");
+    EXPECT_EQ((*found)["arguments"][1]["optional"], false);
+    EXPECT_NE(quexel("functions --category 'date and time calculations'").out.find("MonthEnd"), std::string::npos);
+    EXPECT_EQ(quexel("functions --category nosuch").status, 1);
+    EXPECT_EQ(quexel("help MONTHEND").out.find("MonthEnd(TheDate)\n"), 0u);
+    const Outcome wrong = quexel("help MonthEnds");
+    EXPECT_EQ(wrong.status, 1);
+    EXPECT_NE(wrong.err.find("MonthEnd"), std::string::npos) << wrong.err;
+}
+
+TEST(Quexel, MisuseIsTold) {
+    EXPECT_EQ(quexel("--version").out.find("quexel "), 0u);
+    EXPECT_EQ(quexel("").status, 2);
+    EXPECT_EQ(quexel("nosuch").status, 2);
+    EXPECT_EQ(quexel("eval").status, 2);
+    EXPECT_EQ(quexel("--help").status, 0);
+}
+
+} // namespace
