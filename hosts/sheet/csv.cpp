@@ -192,7 +192,8 @@ class ArrayFormulas {
 
 std::string formula_problem(const FormulaError& error, std::string_view text) {
     const std::size_t bracket = text.starts_with('{'); // of an array formula, not read with it
-    std::string message = "character " + std::to_string(error.column + bracket) + " of " + valid_utf8(text) + ": " + error.what();
+    std::string message =
+        "character " + std::to_string(error.column + bracket) + " of " + valid_utf8(text) + ": " + error.what();
     if (text.find('(') != std::string_view::npos && text.find(',') == std::string_view::npos &&
         std::count(text.begin(), text.end(), '(') > std::count(text.begin(), text.end(), ')'))
         message += " (a formula with commas stands in quotes)";
