@@ -181,10 +181,9 @@ class Reader {
 
     /// Signs bind tighter than powers: -2^2 is 4.
     void signed_value() {
-        bool negative = false, sign = false;
-        while (peek() == '-' || peek() == '+') {
-            sign = true;
-            negative ^= peek() == '-';
+        std::size_t minuses = 0, signs = 0;
+        for (; peek() == '-' || peek() == '+'; ++signs) {
+            minuses += peek() == '-';
             ++at_;
             skip_blanks();
         }
@@ -196,7 +195,9 @@ class Reader {
             step(Code::range, 0, 0, -1);
         }
         while (take('%')) step(Code::percent, 0, 0, 0);
-        if (sign) step(negative ? Code::minus : Code::plus, 0, 0, 0);
+        if (signs > 0 && minuses == 0) step(Code::plus, 0, 0, 0);
+        // Two minuses turn a truth value into a number; more of them do no more.
+        for (std::size_t i = minuses > 2 ? minuses % 2 + 2 : minuses; i > 0; --i) step(Code::minus, 0, 0, 0);
     }
 
     void value() {

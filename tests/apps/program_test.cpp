@@ -3,8 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include <array>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -108,6 +108,18 @@ TEST(QuexelCalc, TracesACellAndMonitorsTheCalls) {
     EXPECT_NE(monitor.find("\nDaysInMonth,"), std::string::npos) << monitor;
     EXPECT_EQ(quexel("calc model.csv --trace A1").err, "A1 holds no formula\n");
     EXPECT_EQ(quexel("calc model.csv --trace A1:B2").status, 1);
+}
+
+TEST(QuexelCalc, TheExamplesAreInOrder) {
+    int models = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(QX_SOURCE_DIR "/examples")) {
+        if (entry.path().extension() != ".csv") continue;
+        ++models;
+        const Outcome outcome = quexel("calc '" + entry.path().string() + "'");
+        EXPECT_EQ(outcome.status, 0) << entry.path() << "\n" << outcome.err;
+        EXPECT_EQ(outcome.out.find('#'), std::string::npos) << entry.path() << " shows an error\n" << outcome.out;
+    }
+    EXPECT_GT(models, 0);
 }
 
 TEST(QuexelTrace, PrintsTheTree) {
