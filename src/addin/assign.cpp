@@ -395,6 +395,11 @@ void Frame::input(Range<dateorfloat>& slot) { input_range(slot); }
 void Frame::input(Range<floatblank>& slot) { input_range(slot); }
 
 void Frame::input(Cell& slot) { slot.oper = &next_cell(), ++argument_; }
-void Frame::input(Reference& slot) { slot.oper = &next_cell(), ++argument_; }
+void Frame::input(Reference& slot) {
+    const Input in = next("AssignReference", "AssignReferenceOpt");
+    if (in.cell.type() == xltypeMissing && !in.argument.is_optional()) throw missingarg(context);
+    slot.oper = &in.cell;
+    if (traced()) trace().setlevel(in.level);
+}
 
 } // namespace qx
