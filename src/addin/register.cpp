@@ -1,4 +1,5 @@
 #include "addin/function.h"
+#include "core/utilities.h"
 
 #include <algorithm>
 #include <string>
@@ -12,8 +13,7 @@ Registered* first_registered = nullptr;
 
 std::string lower(std::string_view name) {
     std::string text(name);
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; });
+    std::transform(text.begin(), text.end(), text.begin(), small_letter);
     return text;
 }
 

@@ -525,6 +525,19 @@ date DateFloor(const date& TheDate, const AnnualSequence& Periods) {
     return here.returning("DateResult", round_to(TheDate, Periods, 1));
 }
 
+std::string DescribeRounding(int Round) {
+    Routine here{"DescribeRounding"};
+    here.arguments(QX_NAMED(Round));
+    here.at_least(Round, 0, "Round");
+    static constexpr const char* texts[] = {
+        "Rounded to the NEAREST payment/accrual date",
+        "Rounded DOWN to the LAST payment/accrual date",
+        "Rounded UP to the NEXT payment/accrual date",
+        "Not rounded",
+    };
+    return here.returning(std::string(texts[std::min(Round, 3)]));
+}
+
 date RoundDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, int RoundMethod) {
     Routine here{"RoundDateSeq"};
     here.arguments(QX_NAMED(TheDate, AnnDateSeq, RoundMethod));

@@ -121,6 +121,8 @@ date DateRound(const date& TheDate, const AnnualSequence& Periods, int Round);
 date DateCeiling(const date& TheDate, const AnnualSequence& Periods);
 date DateFloor(const date& TheDate, const AnnualSequence& Periods);
 date RoundDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, int RoundMethod);
+/// The Round of DateRound in words. Throws errlibmin below 0.
+std::string DescribeRounding(int Round);
 /// A date rounded to a day of the year, of the month or of the week: RoundMethod 0 to the nearest, 1 back, 2 forward.
 date RoundMD(const date& TheDate, int Mnth, int Day, int RoundMethod);
 date RoundMonthDay(const date& TheDate, int DayInMonth, int RoundMethod);

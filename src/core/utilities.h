@@ -30,6 +30,9 @@ inline double safe_divide(double dividend, double divisor) {
 double SafePow(double base, double exponent);
 double SafePow(double base, int n);
 
+/// A letter of the English alphabet in lower case; any other character as it is.
+constexpr char small_letter(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
 /// The whole part of x, held to the ends of a 32-bit integer; 0 for NaN.
 inline int whole(double x) {
     if (!(x > -2147483648.0)) return std::isnan(x) ? 0 : INT32_MIN;

@@ -45,8 +45,6 @@ class Lists {
     int longest_ = 0;
 };
 
-char small_letter(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
 /// Below, at or above zero as a is before, like or after b in the alphabet.
 int alphabetical(const std::string& a, const std::string& b) {
     const std::size_t shared = std::min(a.size(), b.size());

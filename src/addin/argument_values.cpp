@@ -1,0 +1,106 @@
+#include "addin/argument_values.h"
+
+#include "calendar/date_functions.h"
+#include "core/routine.h"
+#include "numerics/combine.h"
+#include "numerics/lookup.h"
+#include "projections/descriptions.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace qx {
+
+namespace {
+
+constexpr const char* day_counts[] = {
+    "0:30/360 PSA",
+    "1:ACT/ACT",
+    "2:ACT/360",
+    "3:ACT/365",
+    "4:30E/360",
+    "5:Decimal Year (ACTM/12)",
+    "6:ACT/ACT in period",
+    "7:30/360 PSA",
+    "8:ACT NonLeap/365",
+    "9:30/365",
+    "10:30/360 ISDA",
+    "11:30/360 ISDA+FebAdj",
+    "12:30/360 ISDA+FebAdj+EOMAdj\t",
+};
+constexpr const char* projection_modes[] = {"0:Accruals", "1:Cash", "2:Accruals(inc last day)", "3:Cash(inc last day)"};
+constexpr const char* sequences[] = {
+    "-1:Annually in arrear",
+    "-2:BiAnnually in arrear",
+    "-4:Quarterly in arrear",
+    "-12:Monthly in arrear",
+    "-13:Real Estate English Quarter Days in arrear",
+    "1:Annually in advance",
+    "2:BiAnnually in advance",
+    "4:Quarterly in advance",
+    "12:Monthly in advance",
+    "13:Real Estate English Quarter Days in advance",
+    "14:Continuous",
+};
+constexpr const char* directions[] = {"0:Ascending", "1:Descending"};
+constexpr const char* ends[] = {"0:First end only", "1:Both ends", "2:Neither end", "3:Second end only"};
+constexpr const char* operations[] = {"0:Sum", "1:Average", "2:Count", "3:Greatest", "4:Smallest", "5:Product"};
+constexpr const char* find_switches[] = {"0:Values", "1:Positions", "2:All values", "3:All positions"};
+constexpr const char* criteria_options[] = {"0:Condition is OR", "1:Condition is AND"};
+
+/// The values of one argument: a list of texts, or the words that a function has for the numbers from 0.
+struct Values {
+    const char* argument;
+    const char* const* texts;
+    int count;
+    std::string (*describe)(int) = nullptr;
+};
+
+template <std::size_t n>
+constexpr Values listed(const char* argument, const char* const (&texts)[n]) {
+    return {argument, texts, static_cast<int>(n)};
+}
+constexpr Values described(const char* argument, std::string (*describe)(int), int last) {
+    return {argument, nullptr, last + 1, describe};
+}
+
+constexpr Values known[] = {
+    listed("DayCount", day_counts),
+    listed("ProjMode", projection_modes),
+    listed("Periods", sequences),
+    listed("CashBasis", sequences),
+    listed("Direction", directions),
+    listed("InclusiveOpt", ends),
+    listed("RangeOperation", operations),
+    listed("FindSwitch", find_switches),
+    listed("CritOpts", criteria_options),
+    described("LookupSwitch", DescribeLookup, closest),
+    described("CombineSwitch", DescribeCombineSwitch, combine_smallest_nonzero),
+    described("LevelSwitchOpt", DescribeLevelSwitch, 5),
+    described("Round", DescribeRounding, 3),
+};
+
+bool same_name(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return small_letter(x) == small_letter(y); });
+}
+
+} // namespace
+
+const Range<std::string>& ArgValues(const std::string& ArgName) {
+    Routine here{"ArgValues"};
+    here.arguments(QX_NAMED(ArgName));
+    const auto values = std::find_if(std::begin(known), std::end(known),
+                                     [&ArgName](const Values& entry) { return same_name(entry.argument, ArgName); });
+    if (values == std::end(known))
+        here.fail<errliblookupfailed>("ArgName", "There is no argument with set values of the name ", ArgName);
+    static Range<std::string> texts;
+    texts.dimension(values->count);
+    for (int i = 0; i < values->count; ++i)
+        texts(i + 1) = values->texts != nullptr ? values->texts[i] : std::to_string(i) + ":" + values->describe(i);
+    here.returning();
+    return texts;
+}
+
+} // namespace qx
