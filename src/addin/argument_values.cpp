@@ -1,8 +1,8 @@
 #include "addin/argument_values.h"
 
 #include "calendar/date_functions.h"
+#include "core/combine.h"
 #include "core/routine.h"
-#include "numerics/combine.h"
 #include "numerics/lookup.h"
 #include "projections/descriptions.h"
 
@@ -76,7 +76,7 @@ constexpr Values known[] = {
     listed("FindSwitch", find_switches),
     listed("CritOpts", criteria_options),
     described("LookupSwitch", DescribeLookup, closest),
-    described("CombineSwitch", DescribeCombineSwitch, combine_smallest_nonzero),
+    described("CombineSwitch", DescribeCombineSwitch, last_combine_switch),
     described("LevelSwitchOpt", DescribeLevelSwitch, 5),
     described("Round", DescribeRounding, 3),
 };

@@ -88,7 +88,7 @@ constexpr Argument RoundMethod() { return optional("RoundMethod", 0, "0 to the n
 
 // Lists.
 
-constexpr Argument CombineSwitch() {
+constexpr Argument CombineBy() {
     return {"CombineSwitch",
             "0 multiply, 1 divide, 2 add, 3 subtract, 4 greatest, 5 smallest, 6 greatest but non-zero, 7 "
             "smallest but non-zero"};

@@ -11,46 +11,7 @@ namespace {
 constexpr int most_lists = 4;
 constexpr int most_passes = 999;
 
-constexpr const char* names[] = {
-    "Multiply",
-    "Division",
-    "Add",
-    "Subtraction",
-    "Maximum",
-    "Minimum",
-    "Maximum (but non-zero)",
-    "Minimum (but non-zero)",
-};
-
-/// Takes a further rate into the combination of those before it.
-double combined(double so_far, double rate, CombineSwitch combine) {
-    switch (combine) {
-    case CombineSwitch::multiply:
-        return so_far * rate;
-    case CombineSwitch::division:
-        return safe_divide(so_far, rate);
-    case CombineSwitch::add:
-        return so_far + rate;
-    case CombineSwitch::subtraction:
-        return so_far - rate;
-    case CombineSwitch::maximum:
-        return std::max(so_far, rate);
-    case CombineSwitch::minimum:
-        return std::min(so_far, rate);
-    case CombineSwitch::maximum_nonzero:
-    case CombineSwitch::minimum_nonzero:
-        break;
-    }
-    if (iszero(so_far)) return rate;
-    if (iszero(rate)) return so_far;
-    return combine == CombineSwitch::maximum_nonzero ? std::max(so_far, rate) : std::min(so_far, rate);
-}
-
 } // namespace
-
-const char* combine_switch_name(int combine_switch) {
-    return combine_switch >= 0 && combine_switch < static_cast<int>(std::size(names)) ? names[combine_switch] : "";
-}
 
 void merge_rates(const SteppedRates* lists, int count, CombineSwitch combine, Range<date>& dates,
                  Range<double>& rates) {
@@ -85,7 +46,8 @@ void merge_rates(const SteppedRates* lists, int count, CombineSwitch combine, Ra
             begun = true;
         }
         if (!moved) break; // what is left lies beyond the calendar
-        here.info("Combine the rates (", rate, ") using CombineSwitch ", names[static_cast<int>(combine)]);
+        here.info("Combine the rates (", rate, ") using CombineSwitch ",
+                  combine_switch_name(static_cast<int>(combine)));
         dates.dimension(dates.size() + 1);
         rates.dimension(rates.size() + 1);
         dates(dates.size()) = next;

@@ -2,24 +2,10 @@
 #pragma once
 
 #include "calendar/date.h"
+#include "core/combine.h"
 #include "core/range.h"
 
 namespace qx {
-
-/// How the rates in force on a date combine.
-enum class CombineSwitch : int {
-    multiply,
-    division,
-    add,
-    subtraction,
-    maximum,
-    minimum,
-    maximum_nonzero,
-    minimum_nonzero,
-};
-
-/// The name of a switch 0 to 7, as "Maximum (but non-zero)"; empty for any other.
-const char* combine_switch_name(int combine_switch);
 
 /// Stepped rates: each holds from its date on until the next.
 struct SteppedRates {

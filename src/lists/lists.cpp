@@ -1,7 +1,7 @@
 #include "lists/lists.h"
 
+#include "core/combine.h"
 #include "core/routine.h"
-#include "numerics/combine.h"
 
 #include <algorithm>
 #include <boost/crc.hpp>
@@ -14,7 +14,7 @@ namespace qx {
 namespace {
 
 void check_switch(Routine& here, int CombineSwitch) {
-    here.limit(CombineSwitch, combine_multiply, combine_smallest_nonzero, "CombineSwitch");
+    here.limit(CombineSwitch, 0, last_combine_switch, "CombineSwitch");
 }
 
 /// Up to four lists side by side, of which one of a single value serves for all.
@@ -35,7 +35,7 @@ class Lists {
     double combined(int CombineSwitch, int i) const {
         double amounts[most];
         for (int k = 0; k < count_; ++k) amounts[k] = lists_[k]->get(lists_[k]->size() == 1 ? 1 : i);
-        return combine(CombineSwitch, amounts, count_);
+        return qx::combined(amounts, count_, qx::CombineSwitch{CombineSwitch});
     }
 
   private:
@@ -66,8 +66,7 @@ const Range<double>& ApplyToList(int CombineSwitch, const Range<double>& Values,
     static Range<double> results;
     results.dimension(Values.size(), Values.getcolumns());
     for (int i = 1; i <= Values.size(); ++i) {
-        const double amounts[] = {Values.get(i), Value};
-        results(i) = combine(CombineSwitch, amounts, 2);
+        results(i) = combined(Values.get(i), Value, qx::CombineSwitch{CombineSwitch});
     }
     here.returning();
     return results;

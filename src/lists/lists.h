@@ -7,7 +7,7 @@
 
 namespace qx {
 
-/// Each of the values combined with one value, by a CombineSwitch of numerics/combine.h.
+/// Each of the values combined with one value, by a CombineSwitch of core/combine.h.
 const Range<double>& ApplyToList(int CombineSwitch, const Range<double>& Values, double Value);
 
 /// Two to four lists combined item by item. They have one length, but for a list of one value, which serves them all.

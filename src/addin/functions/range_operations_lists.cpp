@@ -1,8 +1,8 @@
 // Lists made out of lists of numbers and texts.
 #include "addin/declare.h"
+#include "core/combine.h"
 #include "lists/lists.h"
 #include "lists/seek.h"
-#include "numerics/combine.h"
 
 namespace qx::worksheet {
 
@@ -20,7 +20,7 @@ constexpr Function ApplyToList{
     .category = category,
     .calls = core<qx::ApplyToList>,
     .help = "Each number of a list combined with one number: multiplied by it, or added to it, and so on",
-    .args = {CombineSwitch(), {"Values", "The numbers"}, {"Value", "The number to combine each of them with"}},
+    .args = {CombineBy(), {"Values", "The numbers"}, {"Value", "The number to combine each of them with"}},
     .examples = {"ApplyToList(0,{100;200},1.05) ~ {105,210} 1e-9", "ApplyToList(4,{-5;7},0) = {0,7}"},
     .see_also = "CombineLists,DescribeCombineSwitch",
 };
@@ -31,7 +31,7 @@ constexpr Function CombineLists{
     .category = category,
     .calls = core<qx::CombineLists>,
     .help = "Two to four lists combined item by item: multiplied, added, and so on",
-    .args = {CombineSwitch(), List("Values"), List("Values2"), OptionalList("Values3"), OptionalList("Values4")},
+    .args = {CombineBy(), List("Values"), List("Values2"), OptionalList("Values3"), OptionalList("Values4")},
     .examples = {"CombineLists(2,{1;2;3},{10;20;30},{100;200;300}) = {111,222,333}",
                  "CombineLists(1,{10;20},{5;0}) = {2,0}"},
     .see_also = "SumCombine,ApplyToList,DescribeCombineSwitch",
@@ -43,7 +43,7 @@ constexpr Function SumCombine{
     .category = category,
     .calls = core<qx::SumCombine>,
     .help = "The sum of two to four lists that are combined item by item, such as a sum of products",
-    .args = {CombineSwitch(), List("Values"), List("Values2"), OptionalList("Values3"), OptionalList("Values4")},
+    .args = {CombineBy(), List("Values"), List("Values2"), OptionalList("Values3"), OptionalList("Values4")},
     .examples = {"SumCombine(0,{1;2;3},{10;20;30}) = 140"},
     .see_also = "CombineLists,SumDiv,WeightAv",
 };
