@@ -121,7 +121,12 @@ void AnnualSequence::expand() {
                                                     "quarters (1 Jan,1 Apr,1 Jul,1 Oct)"));
     }
     dimension(n);
-    for (int i = 1; i <= n; ++i) item(i) = entries[i - 1];
+    for (int i = 1; i <= n; ++i) store(i, entries[i - 1]);
+}
+
+void AnnualSequence::store(int i, double figure) {
+    item(i) = figure;
+    month_days_[i] = month_day(figure);
 }
 
 void AnnualSequence::setdefault(int preset) {
@@ -181,7 +186,7 @@ void AnnualSequence::setentry(int i, double figure) {
         if (traced()) trace().warning(text_of("Warning: Annual Sequence entry rectified: ", figure));
     }
     if (i == 1) arrears_ = figure < 0.0;
-    item(i) = std::fabs(figure);
+    store(i, std::fabs(figure));
     preset_ = own_list;
     presetset_ = true;
 }
@@ -193,7 +198,7 @@ AnnualSequence::MonthDay AnnualSequence::month_day(double figure) {
 void AnnualSequence::validate() {
     for (int i = 1; i <= size(); ++i) {
         if (i > 1 && !(item(i) > item(i - 1))) fail<errlibannseq>("Annual Sequence values must be ascending");
-        const auto [month, day] = month_day(item(i));
+        const auto [month, day] = month_days_[i];
         if (month < 1 || month > 12) fail<errlibannseq>("Month is not in the range 1 to 12, ", month);
         const int longest = longest_month(month);
         if (longest == 31) {
@@ -210,7 +215,7 @@ void AnnualSequence::validate() {
                 trace().info("AnnSeq Validate: 29th February Specified.  This means the last day in February");
         }
         if (day <= longest) continue;
-        item(i) = figure_of(month, longest);
+        store(i, figure_of(month, longest));
         if (traced())
             trace().info(text_of(month == 2 ? "AnnSeq Validate: More than 29 days specified in February, sequence date "
                                               "changed to 29Feb, "
@@ -238,19 +243,20 @@ void AnnualSequence::generate(double first, int NumPmtsPerYr, bool EOMRule) {
         setentry(i, figure_of(month, monthend ? longest_month(month) : std::min(day, longest_month(month))));
     }
     heapsort(true);
+    for (int i = 1; i <= size(); ++i) store(i, item(i));
     validate();
 }
 
 // --- Finding dates --------------------------------------------------------------------------------------------
 
 date AnnualSequence::on(const Place& place) const {
-    const auto [month, day] = month_day(item(place.index));
+    const auto [month, day] = month_days_[place.index];
     const int length = month < 1 || month > 12 ? 31 : date::days_in_month(month, date::is_leap(place.year));
     return date::from_ymd(place.year, month, std::min(day, length));
 }
 
 AnnualSequence::Found AnnualSequence::rolled(const Place& place) const {
-    return {nextbd(on(place), bus_day_switch_), place.index, place.year * size() + place.index};
+    return {nextbd(on(place), bus_day_switch_), place.index, number_of(place)};
 }
 
 AnnualSequence::Place AnnualSequence::place_before(const Place& place) const {
@@ -260,7 +266,7 @@ AnnualSequence::Place AnnualSequence::place_before(const Place& place) const {
 AnnualSequence::Place AnnualSequence::prevplace(const date& from, bool strict) const {
     if (size() == 0) fail<errlibannseq>("The annual sequence has no dates");
     for (int i = size(); i >= 1; --i) {
-        const auto [month, day] = month_day(item(i));
+        const auto [month, day] = month_days_[i];
         if (month > from.month()) continue;
         if (month < from.month()) return {from.year(), i};
         const int limited = std::min(day, from.daysinmonth());
@@ -272,7 +278,7 @@ AnnualSequence::Place AnnualSequence::prevplace(const date& from, bool strict) c
 AnnualSequence::Place AnnualSequence::nextplace(const date& from, bool inclusive) const {
     if (size() == 0) fail<errlibannseq>("The annual sequence has no dates");
     for (int i = 1; i <= size(); ++i) {
-        const auto [month, day] = month_day(item(i));
+        const auto [month, day] = month_days_[i];
         if (month < from.month()) continue;
         if (month > from.month()) return {from.year(), i};
         const int limited = std::min(day, from.daysinmonth());
@@ -283,7 +289,7 @@ AnnualSequence::Place AnnualSequence::nextplace(const date& from, bool inclusive
 
 AnnualSequence::Found AnnualSequence::findprev(const date& from, bool strict) const {
     Place place = prevplace(from, strict);
-    if (bus_day_switch_ == 0) return {on(place), place.index, place.year * size() + place.index};
+    if (bus_day_switch_ == 0) return {on(place), place.index, number_of(place)};
     for (int round = 1;; ++round) {
         const Found found = rolled(place);
         const bool past = strict ? found.when >= from : found.when > from;
@@ -294,7 +300,7 @@ AnnualSequence::Found AnnualSequence::findprev(const date& from, bool strict) co
 
 AnnualSequence::Found AnnualSequence::findnext(const date& from, bool inclusive) const {
     const Place place = nextplace(from, inclusive);
-    if (bus_day_switch_ == 0) return {on(place), place.index, place.year * size() + place.index};
+    if (bus_day_switch_ == 0) return {on(place), place.index, number_of(place)};
     const Found earlier = rolled(place_before(place)); // rolling may have carried it past the given date
     if (inclusive ? earlier.when >= from : earlier.when > from) return earlier;
     return rolled(place);
@@ -312,19 +318,31 @@ date AnnualSequence::nextdateshift(const date& from, bool inclusive, bool shift)
 
 // --- Periods --------------------------------------------------------------------------------------------------
 
+AnnualSequence::Bracket AnnualSequence::bracket(const date& day) const {
+    if (bus_day_switch_ != 0) {
+        const Found before = findprev(day, true), after = findnext(day, true);
+        return {before.when, after.when, before.number, after.number, false};
+    }
+    const Place after = nextplace(day, true), before = place_before(after);
+    const auto [month, day_of_month] = month_days_[after.index];
+    const bool exact =
+        after.year == day.year() && month == day.month() && std::min(day_of_month, day.daysinmonth()) == day.day();
+    if (exact) return {day, day, number_of(before), number_of(after), true};
+    return {on(before), on(after), number_of(before), number_of(after), false};
+}
+
 double AnnualSequence::periodsbetween(const date& date1, const date& date2) const {
     if (date2 <= date1) return 0.0;
     const auto days = [](const date& from, const date& to) { return static_cast<double>(days_between(from, to)); };
-    const Found p1 = findprev(date1, true);
-    const Found q1 = findnext(date1, true);
-    if (q1.when >= date2) return safe_divide(days(date1, date2), days(p1.when, q1.when));
-    const Found p2 = findprev(date2, true);
-    const Found q2 = findnext(date2, true);
-    if (traced() && (p1.when > date1 || date2 > q2.when))
+    const Bracket first = bracket(date1);
+    if (first.after >= date2) return safe_divide(days(date1, date2), days(first.before, first.after));
+    const Bracket last = bracket(date2);
+    if (traced() && (first.before > date1 || date2 > last.after))
         trace().warning("                    Warning: Inconsistent periods (Bug in date arithmetic, please notify "
                         "whoever supports this add-in)");
-    return (p2.number - q1.number) + safe_divide(days(date1, q1.when), days(p1.when, q1.when)) +
-           safe_divide(days(p2.when, date2), days(p2.when, q2.when));
+    const double start = first.exact ? 0.0 : safe_divide(days(date1, first.after), days(first.before, first.after));
+    const double end = last.exact ? 1.0 : safe_divide(days(last.before, date2), days(last.before, last.after));
+    return (last.before_number - first.after_number) + start + end;
 }
 
 double AnnualSequence::monthsbetween(const date& date1, const date& date2) const {

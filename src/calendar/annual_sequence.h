@@ -122,13 +122,22 @@ class AnnualSequence : public Range<double, 100> {
     struct Place {
         int year, index;
     };
+    /// The dates of the sequence before a date and on or after it.
+    struct Bracket {
+        date before, after;
+        int before_number, after_number;
+        bool exact; ///< the date is one of the sequence; the dates are not worked out
+    };
 
     date on(const Place& place) const;
+    int number_of(const Place& place) const { return place.year * size() + place.index; }
     Found rolled(const Place& place) const;
+    Bracket bracket(const date& day) const;
     Place place_before(const Place& place) const;
     Place prevplace(const date& from, bool strict) const;
     Place nextplace(const date& from, bool inclusive) const;
     bool named(const char* variable) const;
+    void store(int i, double figure);
     void expand();
     template <class E, class... Pieces>
     [[noreturn]] void fail(const Pieces&... pieces) const;
@@ -137,6 +146,7 @@ class AnnualSequence : public Range<double, 100> {
     using Range::set;
     using Range::setxy;
 
+    MonthDay month_days_[capacity + 1]; ///< the entries as months and days
     int preset_ = unset;
     bool presetset_ = false;
     bool arrears_ = false;

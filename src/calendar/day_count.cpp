@@ -175,10 +175,13 @@ double daycountmonths(const date& from, const date& to, int code) {
 
 double diffmonths(const date& date1, const date& date2, double DayCount, const AnnualSequence& Periods, bool AllowNeg,
                   bool ComponentPart) {
-    if (date1 > date2) return AllowNeg ? -diffmonths(date2, date1, DayCount, Periods, false, ComponentPart) : 0.0;
-    timeperiod period;
-    period.setends(date1, date2);
-    return period.lenmonths(date1, date2, DayCount, Periods, AllowNeg, ComponentPart);
+    if (date1 >= date2) {
+        if (date1 == date2 || !AllowNeg) return 0.0;
+        return -diffmonths(date2, date1, DayCount, Periods, false, ComponentPart);
+    }
+    const DayCountCodes codes = DayCountCodes::of(DayCount);
+    if (!codes.composite(DayCount)) return daycountmonths(date1, date2, codes.core);
+    return timeperiod(date1, date2).lenmonths(date1, date2, DayCount, Periods, AllowNeg, ComponentPart);
 }
 
 date plusdays(const date& from, double days, double DayCount) {

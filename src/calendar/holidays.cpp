@@ -186,8 +186,6 @@ bool test(const date& day, const Family& family) {
 
 constexpr int first_known_year = 1910;
 constexpr int known_years = date::maxyear - first_known_year + 1;
-constexpr int first_known_dtn = 3654;  // 1 January 1910
-constexpr int last_known_dtn = 640637; // 31 December 3653
 
 struct Year {
     enum State : std::uint8_t { unknown, known, irregular };
@@ -209,13 +207,12 @@ class MutedTrace {
     bool before_ = TraceMuted;
 };
 
-/// Works out the year of a date. A year in which a holiday has no date stays irregular: its days are tested one by
-/// one.
-void learn(Year& year, const date& day, const Family& family) {
+/// Works out the year that starts on a date. A year in which a holiday has no date stays irregular: its days are tested
+/// one by one.
+void learn(Year& year, const date& start, const Family& family) {
     const MutedTrace muted;
     std::uint64_t days[6] = {};
     try {
-        const date start = day.yearstart();
         const int length = start.daysinyear();
         for (int i = 0, weekday = start.dayofweek(); i < length; ++i, weekday = weekday % 7 + 1)
             if (weekday != 1 && weekday != 7) days[i >> 6] |= std::uint64_t{1} << (i & 63);
@@ -235,12 +232,11 @@ void learn(Year& year, const date& day, const Family& family) {
     }
 }
 
-/// What is known of the year of a date; null where the days must be tested one by one.
-const Year* year_of(const date& day, int family) {
+/// What is known of a year from 1910 to 3653; null where the days must be tested one by one.
+const Year* known_year(int number, int family) {
     static Year years[family_count][known_years];
-    if (day.dtn() < first_known_dtn || day.dtn() > last_known_dtn) return nullptr;
-    Year& year = years[family][day.year() - first_known_year];
-    if (year.state == Year::unknown) learn(year, day, families[family]);
+    Year& year = years[family][number - first_known_year];
+    if (year.state == Year::unknown) learn(year, date::from_ymd(number, 1, 1), families[family]);
     return year.state == Year::known ? &year : nullptr;
 }
 
@@ -259,6 +255,14 @@ int business_days_before(const Year& year, int day) {
     return count;
 }
 
+/// Business days of a family from one date up to another, tested one by one.
+int walk(const date& from, const date& to, const Family& family) {
+    if (from.iszero()) return test(from, family) ? days_between(from, to) : 0; // the zero date does not move
+    int count = 0;
+    for (date day = from; day < to; day.adddays(1)) count += test(day, family) ? 1 : 0;
+    return count;
+}
+
 } // namespace
 
 RollingFloat RollingFloat::of(double figure) {
@@ -268,8 +272,8 @@ RollingFloat RollingFloat::of(double figure) {
 bool isbd(const date& day, int BusDaySwitch) {
     const int family = family_of(BusDaySwitch);
     if (family < 0) return true;
-    if (!traced())
-        if (const Year* const year = year_of(day, family); year != nullptr) {
+    if (!traced() && day.isregular())
+        if (const Year* const year = known_year(day.year(), family); year != nullptr) {
             const int i = day.dtn() - year->first;
             return (year->days[i >> 6] >> (i & 63) & 1) != 0;
         }
@@ -307,23 +311,13 @@ int diffbusdays(const date& date1, const date& date2, int BusDaySwitch) {
     check_walk(date1, date2);
     const int family = family_of(BusDaySwitch);
     if (family < 0) return n;
-    if (date1.iszero()) return test(date1, families[family]) ? n : 0; // the zero date does not move
+    if (!date1.isregular() || !date2.isregular()) return walk(date1, date2, families[family]);
     int count = 0;
-    date day = date1;
-    while (day < date2) {
-        const Year* const year = year_of(day, family);
-        if (year == nullptr) {
-            if (test(day, families[family])) ++count;
-            day.adddays(1);
-            continue;
-        }
-        const int length = day.daysinyear();
-        const int from = day.dtn() - year->first;
-        const int to = date2.dtn() - year->first;
-        count -= business_days_before(*year, from);
-        if (to < length) return count + business_days_before(*year, to);
-        count += year->business_days;
-        day.adddays(length - from);
+    for (int number = date1.year(); number <= date2.year(); ++number) {
+        const Year* const year = known_year(number, family);
+        if (year == nullptr) return walk(date1, date2, families[family]);
+        if (number == date1.year()) count -= business_days_before(*year, date1.dtn() - year->first);
+        count += number == date2.year() ? business_days_before(*year, date2.dtn() - year->first) : year->business_days;
     }
     return count;
 }
