@@ -123,8 +123,10 @@ inline constexpr int twin_times_slot = range_slots<date>;
 inline constexpr int twin_result_slot = range_slots<double>;
 inline constexpr int twin_values_slot = range_slots<double> - 1;
 
-/// The one loop of all array twins: a routine called for each period of a time base, or for each of a list of numbers.
+/// The one loop of all array twins: a routine called for each period of a time base, or for each of a list of dates or
+/// numbers.
 const Range<double>& each_of(const char* name, const Range<date>& times, double (*call)(const timeperiod&));
+const Range<double>& each_of(const char* name, const Range<date>& dates, double (*call)(const date&));
 const Range<double>& each_of(const char* name, const Range<double>& values, double (*call)(const double&));
 
 /// What a twin loops over, by the routine's first parameter.
@@ -135,6 +137,12 @@ struct Leading<timeperiod> {
     using Many = Range<date>;
     static constexpr int slot = twin_times_slot;
     static void input(Frame& frame, Many& times) { frame.input_times(times); }
+};
+template <>
+struct Leading<date> {
+    using Many = Range<date>;
+    static constexpr int slot = twin_times_slot;
+    static void input(Frame& frame, Many& dates) { frame.input(dates); }
 };
 template <>
 struct Leading<double> {
@@ -181,7 +189,7 @@ struct TwinThunk<routine> {
 template <auto routine>
 inline constexpr Calls core = declaring::Thunk<routine>::calls();
 
-/// The calls of a routine of a time period, or of a number, that has an array twin.
+/// The calls of a routine of a time period, a date or a number that has an array twin.
 template <auto routine>
 inline constexpr Calls twin = declaring::TwinThunk<routine>::Inputs::calls(&declaring::TwinThunk<routine>::run, false);
 

@@ -191,9 +191,9 @@ namespace declaring {
 
 namespace {
 
-/// The loop of a twin over n items, called by a word in the trace, of which `next` gives the one of an index.
-template <class Item, class Next>
-const Range<double>& each(const char* name, const char* list, const char* word, int n, double (*call)(const Item&),
+/// The loop of a twin over n items: `next` gives the one of an index, `word` what the trace puts before it.
+template <class Item, class Word, class Next>
+const Range<double>& each(const char* name, const char* list, Word word, int n, double (*call)(const Item&),
                           Next next) {
     const std::string label = traced() ? std::string(name) + "AF" : std::string();
     Routine here{label.c_str(), Routine::array};
@@ -207,7 +207,7 @@ const Range<double>& each(const char* name, const char* list, const char* word, 
         const TraceBlock loop = here.loop("Timeperiod Loop", "Looping over each timeperiod in the array function");
         for (int i = 1; i <= n; ++i) {
             const Item& item = next(i);
-            const TraceBlock pass = here.pass(i, word, item);
+            const TraceBlock pass = here.pass(i, traced() ? word(i) : std::string(), item);
             results(i) = call(item);
         }
     }
@@ -219,14 +219,21 @@ const Range<double>& each(const char* name, const char* list, const char* word, 
 
 const Range<double>& each_of(const char* name, const Range<date>& times, double (*call)(const timeperiod&)) {
     static timeperiod period;
-    return each(name, "Times", "TimePeriod ", times.size(), call, [&times](int i) -> const timeperiod& {
+    const auto word = [](int) { return std::string("TimePeriod "); };
+    return each(name, "Times", word, times.size(), call, [&times](int i) -> const timeperiod& {
         period.setfromtimebase(times, i);
         return period;
     });
 }
 
+const Range<double>& each_of(const char* name, const Range<date>& dates, double (*call)(const date&)) {
+    const auto word = [](int i) { return text_of("TheDate(", i, ") "); };
+    return each(name, dates.name(), word, dates.size(), call, [&dates](int i) -> const date& { return dates.get(i); });
+}
+
 const Range<double>& each_of(const char* name, const Range<double>& values, double (*call)(const double&)) {
-    return each(name, values.name(), "Value ", values.size(), call,
+    const auto word = [](int) { return std::string("Value "); };
+    return each(name, values.name(), word, values.size(), call,
                 [&values](int i) -> const double& { return values.get(i); });
 }
 
