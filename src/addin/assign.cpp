@@ -394,7 +394,11 @@ void Frame::input(Range<anyvalue>& slot) { input_range(slot); }
 void Frame::input(Range<dateorfloat>& slot) { input_range(slot); }
 void Frame::input(Range<floatblank>& slot) { input_range(slot); }
 
-void Frame::input(Cell& slot) { slot.oper = &next_cell(), ++argument_; }
+void Frame::input(Cell& slot) {
+    const Input in = next("Cell", "Cell");
+    slot.oper = &in.cell;
+    if (traced()) trace().return_value(in.argument.name, in.cell, context.function(), in.level);
+}
 void Frame::input(Reference& slot) {
     const Input in = next("AssignReference", "AssignReferenceOpt");
     if (in.cell.type() == xltypeMissing && !in.argument.is_optional()) throw missingarg(context);

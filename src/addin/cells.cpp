@@ -2,12 +2,93 @@
 
 #include "core/errors.h"
 #include "core/trace.h"
+#include "core/utilities.h"
+
+#include <algorithm>
+#include <span>
 
 namespace qx {
 
-std::string text_in(const OPER& cell) {
-    return cell.val.str == nullptr ? std::string{}
-                                   : std::string(reinterpret_cast<const char*>(cell.val.str + 1), cell.val.str[0]);
+std::string_view view_of(const OPER& cell) {
+    return cell.val.str == nullptr ? std::string_view{}
+                                   : std::string_view(reinterpret_cast<const char*>(cell.val.str + 1), cell.val.str[0]);
+}
+
+std::string text_in(const OPER& cell) { return std::string(view_of(cell)); }
+
+const char* error_name(std::uint16_t code) {
+    switch (code) {
+    case xlerrNull:
+        return "#NULL!";
+    case xlerrDiv0:
+        return "#DIV/0!";
+    case xlerrValue:
+        return "#VALUE!";
+    case xlerrRef:
+        return "#REF!";
+    case xlerrName:
+        return "#NAME?";
+    case xlerrNum:
+        return "#NUM!";
+    case xlerrNA:
+        return "#N/A";
+    default:
+        return "an error";
+    }
+}
+
+std::string describe(const OPER& cell) {
+    switch (cell.type()) {
+    case xltypeNum:
+        return describe(cell.val.num);
+    case xltypeInt:
+        return describe(static_cast<int>(cell.val.w));
+    case xltypeStr:
+        return text_in(cell);
+    case xltypeBool:
+        return describe(cell.val.xbool != 0);
+    case xltypeErr:
+        return error_name(cell.val.err);
+    case xltypeMulti:
+        return text_of("an array of ", static_cast<int>(cell.val.array.rows), " rows and ",
+                       static_cast<int>(cell.val.array.columns), " columns");
+    case xltypeMissing:
+        return "missing";
+    case xltypeNil:
+        return "blank";
+    default:
+        return "a reference";
+    }
+}
+
+void KeptCell::keep(const OPER& cell) {
+    cells_.clear();
+    texts_.clear();
+    append(cell);
+    if (cell.type() == xltypeMulti)
+        cell_ = array_cell(cells_.data(), cell.val.array.rows, cell.val.array.columns);
+    else
+        cell_ = cells_.front();
+}
+
+void KeptCell::append(const OPER& cell) {
+    const bool array = cell.type() == xltypeMulti;
+    const long long count = array ? std::max(cell_count(cell), 0LL) : 1;
+    const OPER* const source = array ? cell.val.array.lparray : &cell;
+    cells_.insert(cells_.end(), source, source + count);
+    for (const OPER& item : std::span(source, static_cast<std::size_t>(count)))
+        if (item.type() == xltypeStr) {
+            const std::string_view text = view_of(item);
+            texts_ += static_cast<char>(static_cast<unsigned char>(text.size()));
+            texts_ += text;
+        }
+    auto* at = reinterpret_cast<unsigned char*>(texts_.data()); // the texts may have moved
+    for (OPER& item : cells_)
+        if (item.type() == xltypeStr) {
+            item.val.str = at;
+            at += 1 + *at;
+        }
+    cell_ = array_cell(cells_.data(), static_cast<int>(cells_.size()), 1);
 }
 
 void throw_error_cell(const OPER& cell, FunctionContext& context) {

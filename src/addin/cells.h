@@ -5,6 +5,8 @@
 #include "core/context.h"
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace qx {
 
@@ -15,6 +17,30 @@ inline constexpr const char* unexpected_reference =
 
 /// The text of a text cell.
 std::string text_in(const OPER& cell);
+std::string_view view_of(const OPER& cell);
+
+/// An error value as a sheet writes it: "#N/A".
+const char* error_name(std::uint16_t code);
+/// A cell as text, for the trace.
+std::string describe(const OPER& cell);
+
+/// A cell or an array kept with all that it points to, for longer than a call.
+class KeptCell {
+  public:
+    KeptCell() = default;
+    KeptCell(const KeptCell&) = delete;
+    KeptCell& operator=(const KeptCell&) = delete;
+    void keep(const OPER& cell);
+    /// Adds the cells of a value at the end, which makes the whole one column.
+    void append(const OPER& cell);
+    void clear() { keep(nil_cell()); }
+    const OPER& cell() const { return cell_; }
+
+  private:
+    OPER cell_ = nil_cell();
+    std::vector<OPER> cells_;
+    std::string texts_; ///< counted, in the order of the cells
+};
 
 /// The cells of an array as a signed count: a broken array may have negative dimensions.
 long long cell_count(const OPER& array);

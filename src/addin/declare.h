@@ -53,8 +53,19 @@ inline constexpr Kind kind_of<Range<T>> = Kind::list;
 template <class T>
 inline constexpr Kind kind_of<Maybe<T>> = kind_of<T>;
 
+template <class A, class B, int n>
+inline constexpr Kind kind_of<Pairs<A, B, n>> = kind_of<A>;
+
 template <class T>
 inline constexpr int cells_of = std::is_same_v<T, timeperiod> ? 2 : 1;
+template <class A, class B, int n>
+inline constexpr int cells_of<Pairs<A, B, n>> = 2 * n;
+
+/// The kind of a parameter's last cell, where it takes several.
+template <class T>
+inline constexpr Kind last_kind_of = std::is_same_v<T, timeperiod> ? Kind::period_base : kind_of<T>;
+template <class A, class B, int n>
+inline constexpr Kind last_kind_of<Pairs<A, B, n>> = kind_of<B>;
 
 /// The slot of a number in the pool of a type.
 template <class T>
@@ -76,11 +87,10 @@ struct Parameters {
     static constexpr Calls calls(void (*run)(Frame&), bool gives_dates) {
         Calls calls{run, cells, {}, gives_dates};
         int cell = 0;
-        [[maybe_unused]] const auto add = [&](Kind kind) {
-            calls.kinds[cell++] = kind;
-            if (kind == Kind::period_start) calls.kinds[cell++] = Kind::period_base;
+        [[maybe_unused]] const auto add = [&](int count, Kind first, Kind last) {
+            for (int i = 0; i < count; ++i) calls.kinds[cell++] = i % 2 == 0 ? first : last;
         };
-        (add(kind_of<P>), ...);
+        (add(cells_of<P>, kind_of<P>, last_kind_of<P>), ...);
         return calls;
     }
 

@@ -1,5 +1,6 @@
 #include "addin/frame.h"
 
+#include "addin/cells.h"
 #include "addin/host.h"
 #include "core/call_state.h"
 #include "core/logs.h"
@@ -48,6 +49,8 @@ OPER* fail(std::uint16_t code, std::string_view reason) {
 bool monitor_line_open = false;
 
 } // namespace
+
+std::string describe(const Cell& cell) { return describe(*cell.oper); }
 
 const ErrorClass* last_error() { return the_last_error; }
 const FunctionContext& last_error_context() { return the_last_context; }

@@ -10,6 +10,7 @@
 #include "calendar/anyvalue.h"
 #include "calendar/date.h"
 #include "core/maybe.h"
+#include "core/pairs.h"
 #include "core/pools.h"
 
 #include <string>
@@ -23,6 +24,7 @@ class timeperiod;
 struct Cell {
     const OPER* oper;
 };
+std::string describe(const Cell& cell);
 /// The same for an argument that must keep an unresolved reference.
 struct Reference {
     const OPER* oper;
@@ -62,6 +64,13 @@ class Frame {
         slot.state = state_of_next();
         input(slot.value);
     }
+    template <class A, class B, int n>
+    void input(Pairs<A, B, n>& slot) {
+        for (int i = 0; i < n; ++i) {
+            input(slot.first[i]);
+            input(slot.second[i]);
+        }
+    }
 
     void start();
     void inputs_concluded();
@@ -85,7 +94,8 @@ class Frame {
     void reply(const Range<dateorfloat>& list);
     void reply(const Range<floatblank>& list);
     void reply(const AnnualSequence& sequence);
-    void reply(const OPER& cell); ///< a cell made by a function that handles cells as they come
+    /// A cell made by a function that handles cells as they come; copied with its text or array.
+    void reply(const OPER& cell);
 
     /// True if the caller's formula spans cells, or the next argument does: the call wants an array twin.
     bool wants_array();

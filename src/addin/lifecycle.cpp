@@ -1,5 +1,7 @@
 #include "addin/lifecycle.h"
 
+#include "addin/any_cells.h"
+
 #include "addin/cells.h"
 #include "addin/goal_seeks.h"
 #include "addin/host.h"
@@ -103,6 +105,9 @@ void open_steps(bool with_log) {
 
     log.write("Initialising QX Random Number Generator ...");
     seed_random(default_seed);
+
+    log.write("Initialising Save Vars ...");
+    clear_formula_variables();
 
     log.write("All done.  Closing Log File.");
 }

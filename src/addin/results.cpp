@@ -1,5 +1,6 @@
 // Typed results as cells. Everything returned lives in static storage until the next call: the host copies it
 // at once, and nothing returned is ever the host's to free.
+#include "addin/cells.h"
 #include "addin/frame.h"
 #include "addin/host.h"
 #include "calendar/annual_sequence.h"
@@ -55,6 +56,24 @@ OPER cell_of(const anyvalue& value) {
 template <class Value>
 requires std::is_same_v<Value, dateorfloat> || std::is_same_v<Value, floatblank> OPER cell_of(const Value& value) {
     return value.isblank() ? nil_cell() : cell_of(value.number());
+}
+
+/// A cell as it came, with its text copied.
+OPER cell_of(const OPER& cell) {
+    switch (cell.type()) {
+    case xltypeNum:
+        return cell_of(cell.val.num);
+    case xltypeInt:
+        return cell_of(static_cast<int>(cell.val.w));
+    case xltypeStr:
+        return text_cell(view_of(cell));
+    case xltypeMissing:
+        return nil_cell();
+    case xltypeMulti: // within an array
+        return error_cell(xlerrValue);
+    default:
+        return cell;
+    }
 }
 
 /// What the messages about too large a list call it.
@@ -247,6 +266,21 @@ void Frame::reply(const AnnualSequence& sequence) {
     for (int i = 1; i <= sequence.size(); ++i) figures(i) = sequence.figure(i);
     return_list(figures, sequence_words, context);
 }
-void Frame::reply(const OPER& cell) { ResultOper() = cell; }
+void Frame::reply(const OPER& cell) {
+    trace().result(cell);
+    result_texts_used = 0;
+    if (cell.type() != xltypeMulti) {
+        ResultOper() = cell_of(cell);
+        return;
+    }
+    const long long count = cell_count(cell);
+    if (count < 0 || count > most_cells) {
+        if (tracing) context.setmessage(text_of("Tried to output a range bigger than limit of ", most_cells, " cells"));
+        throw erroutrange(context);
+    }
+    std::transform(cell.val.array.lparray, cell.val.array.lparray + count, result_cells,
+                   [](const OPER& item) { return cell_of(item); });
+    ResultOper() = count == 0 ? nil_cell() : array_cell(result_cells, cell.val.array.rows, cell.val.array.columns);
+}
 
 } // namespace qx

@@ -1,0 +1,7 @@
+#include "core/version.h"
+
+namespace qx {
+
+const char* version() { return QX_VERSION; }
+
+} // namespace qx

@@ -1,0 +1,196 @@
+#include "lists/regular_expressions.h"
+
+#include "core/routine.h"
+
+#include <algorithm>
+#include <iterator>
+#include <stdexcept>
+
+#define BOOST_REGEX_MAX_STATE_COUNT 1'000'000 // for a text that is read letter by letter
+#include <boost/regex.hpp>
+
+namespace qx {
+
+namespace {
+
+/// How often the engine has looked at the text in this call. Its own bound, the count of states, is only tested when a
+/// try fails, which some repeats of nothing never do.
+long looks = 0;
+constexpr long most_looks = 5'000'000;
+
+void look() {
+    if (++looks == most_looks)
+        throw std::runtime_error("The search takes too long"); // once: what unwinds looks as well
+}
+
+/// A place in a text that counts how often it is looked at.
+class Letter {
+  public:
+    using iterator_category = std::bidirectional_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = const char&;
+
+    Letter() = default;
+    explicit Letter(const char* at) : at_(at) {}
+    reference operator*() const { return look(), *at_; }
+    Letter& operator++() { return ++at_, *this; }
+    Letter& operator--() { return --at_, *this; }
+    Letter operator++(int) { return Letter(at_++); }
+    Letter operator--(int) { return Letter(at_--); }
+    friend bool operator==(const Letter& a, const Letter& b) { return look(), a.at_ == b.at_; }
+
+  private:
+    const char* at_ = nullptr;
+};
+
+using Match = boost::match_results<Letter>;
+
+/// An expression compiled, from a small store of those used last.
+const boost::regex& compiled(const std::string& expression) {
+    struct Entry {
+        std::string expression;
+        boost::regex compiled;
+        unsigned long used = 0;
+    };
+    static Entry store[16];
+    static unsigned long clock = 0;
+    Entry* oldest = store;
+    for (Entry& entry : store) {
+        if (entry.used > 0 && entry.expression == expression) {
+            entry.used = ++clock;
+            return entry.compiled;
+        }
+        if (entry.used < oldest->used) oldest = &entry;
+    }
+    oldest->used = 0; // not valid if the compilation fails
+    oldest->compiled.assign(expression);
+    oldest->expression = expression;
+    oldest->used = ++clock;
+    return oldest->compiled;
+}
+
+std::string lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return text;
+}
+
+/// A text and the expression sought in it.
+class Search {
+  public:
+    Search(const std::string& text, const std::string& expression, bool lower_case)
+        : text_(lower_case ? lower(text) : text), expression_(compiled(lower_case ? lower(expression) : expression)) {}
+
+    const boost::regex& expression() const { return expression_; }
+    Letter begin() const { return Letter(text_.data()); }
+    Letter end() const { return Letter(text_.data() + text_.size()); }
+    boost::regex_iterator<Letter> matches() const { return {begin(), end(), expression_}; }
+
+  private:
+    std::string text_;
+    const boost::regex& expression_;
+};
+
+/// Runs a search with every failure of the engine as errlibregexp.
+template <class Run>
+auto guarded(const Routine& here, const Run& run) -> decltype(run()) {
+    looks = 0;
+    try {
+        return run();
+    } catch (const cls_exception&) {
+        throw;
+    } catch (const std::exception& failure) {
+        here.fail<errlibregexp>("RegSought", failure.what());
+    } catch (...) {
+        here.fail<errlibregexp>("RegSought");
+    }
+}
+
+void append(Range<std::string>& list, const std::string& text) {
+    list.dimension(list.size() + 1);
+    list.set(list.size(), text);
+}
+
+} // namespace
+
+int RegNMatches(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive) {
+    Routine here{"RegNMatches"};
+    here.arguments(QX_NAMED(Textstring, RegSought, CaseInSensitive));
+    return here.returning(guarded(here, [&] {
+        const Search search(Textstring, RegSought, CaseInSensitive);
+        return static_cast<int>(std::distance(search.matches(), {}));
+    }));
+}
+
+std::string RegSMatch(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive) {
+    Routine here{"RegSMatch"};
+    here.arguments(QX_NAMED(Textstring, RegSought, CaseInSensitive));
+    here.info("RegEx Exp ", RegSought);
+    return here.returning(guarded(here, [&] {
+        const Search search(Textstring, RegSought, CaseInSensitive);
+        Match match;
+        const bool found = boost::regex_search(search.begin(), search.end(), match, search.expression());
+        here.info(found ? "Matched" : "Not Matched");
+        return found ? match.str() : std::string{};
+    }));
+}
+
+const Range<std::string>& RegSMatches(const std::string& Textstring, const std::string& RegSought,
+                                      bool CaseInSensitive) {
+    Routine here{"RegSMatches"};
+    here.arguments(QX_NAMED(Textstring, RegSought, CaseInSensitive));
+    static Range<std::string> found;
+    found.setname("RegSMatches");
+    found.dimension(0);
+    guarded(here, [&] {
+        const Search search(Textstring, RegSought, CaseInSensitive);
+        for (auto match = search.matches(); match != boost::regex_iterator<Letter>(); ++match)
+            append(found, match->str());
+    });
+    here.info("Matches found:", found.size());
+    return here.returning(found);
+}
+
+const Range<std::string>& RegSplit(const std::string& Textstring, const std::string& RegSought, int SplitMode,
+                                   bool CaseInSensitive) {
+    Routine here{"RegSplit"};
+    here.arguments(QX_NAMED(Textstring, RegSought, SplitMode, CaseInSensitive));
+    here.limit(SplitMode, 0, 1, "SplitMode");
+    static Range<std::string> pieces;
+    pieces.setname("RegSplit");
+    pieces.dimension(0);
+    guarded(here, [&] {
+        const Search search(Textstring, RegSought, CaseInSensitive);
+        const int sub_match = SplitMode == 0 ? -1 : 0;
+        boost::regex_token_iterator<Letter> token(search.begin(), search.end(), search.expression(), sub_match);
+        for (; token != boost::regex_token_iterator<Letter>(); ++token) append(pieces, token->str());
+    });
+    here.info(pieces.size(), SplitMode == 0 ? " pieces found" : " matches found");
+    return here.returning(pieces);
+}
+
+std::string RegReplace(const std::string& Textstring, const std::string& RegSought, const std::string& Replacement,
+                       bool CaseInSensitive) {
+    Routine here{"RegReplace"};
+    here.arguments(QX_NAMED(Textstring, RegSought, Replacement, CaseInSensitive));
+    return here.returning(guarded(here, [&] {
+        const Search search(Textstring, RegSought, CaseInSensitive);
+        std::string replaced;
+        boost::regex_replace(std::back_inserter(replaced), search.begin(), search.end(), search.expression(),
+                             Replacement);
+        return replaced;
+    }));
+}
+
+bool RegMatchWhole(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive) {
+    Routine here{"RegMatchWhole"};
+    here.arguments(QX_NAMED(Textstring, RegSought, CaseInSensitive));
+    return here.returning(guarded(here, [&] {
+        const Search search(Textstring, RegSought, CaseInSensitive);
+        return boost::regex_match(search.begin(), search.end(), search.expression());
+    }));
+}
+
+} // namespace qx
