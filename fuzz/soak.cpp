@@ -266,7 +266,7 @@ class SoakHost : public Host {
         unreliable_ = unreliable;
         asked_ = 0;
     }
-    int call(int xlfn, OPER* result, int, OPER* const*) override {
+    int call(int xlfn, OPER* result, int, OPER* const* arguments) override {
         static OPER cells[] = {number_cell(38000), number_cell(12), nil_cell(), number_cell(0.05)};
         ++asked_;
         if (unreliable_ && xlfn != xlFree && asked_ % 3 == 0) return asked_ % 2 ? xlretFailed : xlretUncalced;
@@ -275,10 +275,10 @@ class SoakHost : public Host {
             *result = caller_;
             return xlretSuccess;
         case xlCoerce:
-            *result = array_cell(cells, 1 + asked_ % 4, 1);
+            *result = array_cell(cells, 1 + arguments[0]->val.sref.ref.rwLast % 4, 1); // the trace asks more often
             return xlretSuccess;
         case xlfEvaluate:
-            *result = asked_ % 2 ? bool_cell(asked_ % 4 == 1) : number_cell(asked_);
+            *result = evaluated(formula_text(*arguments[0]));
             return xlretSuccess;
         case xlFree:
             return xlretSuccess;
@@ -291,6 +291,13 @@ class SoakHost : public Host {
     }
 
   private:
+    /// The same answer to the same formula, however often something else was asked.
+    static OPER evaluated(const std::string& formula) {
+        const std::size_t hash = std::hash<std::string>{}(formula);
+        if (hash % 16 == 0) return error_cell(static_cast<std::uint16_t>(hash / 16 % 50));
+        return hash % 16 == 1 ? number_cell(12) : bool_cell(hash % 2 == 0);
+    }
+
     OPER caller_ = nil_cell();
     bool unreliable_ = false;
     int asked_ = 0;
@@ -303,6 +310,8 @@ bool is_cell(const OPER& cell) {
     case xltypeBool:
     case xltypeErr:
     case xltypeNil:
+    case xltypeSRef: // of a function that makes references
+    case xltypeRef:
         return true;
     default:
         return false;
@@ -365,7 +374,7 @@ void one_call(const Function& function, std::uint64_t seed, std::uint64_t number
         find("slow", number,
              std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count()) + " ms");
     if (plain.rfind("NOT A CELL", 0) == 0) find("broken result", number, plain);
-    if (number % traced_every != 0 || function.is_volatile) return;
+    if (number % traced_every != 0 || function.is_volatile || unreliable) return;
 
     host.begin(caller, unreliable);
     trace().TraceStart();

@@ -21,7 +21,9 @@ class Cells {
             coerce(looked_up_, *source_, context);
             source_ = looked_up_.get();
         }
-        if (is_array() && cell_count(*source_) < 0) here.fail<inputerror>(name);
+        if (!is_array()) return;
+        const long long count = cell_count(*source_);
+        if (count < 0 || (count > 0 && source_->val.array.lparray == nullptr)) here.fail<inputerror>(name);
     }
 
     bool is_missing() const { return source_->type() == xltypeMissing; }
