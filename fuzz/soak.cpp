@@ -8,6 +8,7 @@
 #include "addin/frame.h"
 #include "addin/host.h"
 #include "core/trace.h"
+#include "numerics/random.h"
 
 #include <CLI/CLI.hpp>
 
@@ -262,6 +263,7 @@ class Generator {
 class SoakHost : public Host {
   public:
     void begin(const OPER& caller, bool unreliable) {
+        seed_random(default_seed); // a draw is the same with and without the trace
         caller_ = caller;
         unreliable_ = unreliable;
         asked_ = 0;

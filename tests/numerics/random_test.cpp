@@ -19,6 +19,14 @@ TEST(Random, HashGivesThePublishedWords) {
     EXPECT_NE(psdes({1, 1}), psdes({1, 1}, published_mask));
 }
 
+// Steps of 2^-23 of the first sequence, reckoned in the whole numbers of another language.
+TEST(Random, SequencesRepeatFromReleaseToRelease) {
+    seed_random(default_seed);
+    EXPECT_EQ(pick_random(1) * 8388608.0, 5181248.0);
+    EXPECT_EQ(pick_random(2) * 8388608.0, 2314852.0);
+    EXPECT_EQ(pick_random(1000000) * 8388608.0, 1650498.0);
+}
+
 TEST(Random, ANumberOfTheRunDependsOnSeedAndPositionOnly) {
     seed_random(7);
     EXPECT_EQ(random_position(), 1);
