@@ -101,4 +101,58 @@ constexpr Argument RangeOperation() {
     return optional("RangeOperation", 0, "0 sum, 1 average, 2 count, 3 greatest, 4 smallest, 5 product", "sum");
 }
 
+// Rates, annuities and cash flows.
+
+constexpr Argument InterestAER(const char* name = "InterestAER") {
+    return {name, "Annual equivalent interest rate as a fraction: 0.08 is growth of 8% over one year"};
+}
+constexpr Argument InterestCont() { return {"InterestCont", "Continuously compounded annual interest rate"}; }
+constexpr Argument InterestSimple() {
+    return {"InterestSimple",
+            "Simple annual interest rate as a fraction: interest paid is the part of the year times it"};
+}
+constexpr Argument DisAER() { return {"DisAER", "Discount rate, an annual equivalent rate above -1 (-100%)"}; }
+constexpr Argument PmtsPerYear(const char* name = "PmtsPerYear") {
+    return {name,
+            "Number of payments per year (eg +4 = quarterly in advance, -4 = quarterly in arrear); 0 is read as -1"};
+}
+constexpr Argument TermYrs() { return {"TermYrs", "Term in years, whole or decimal"}; }
+constexpr Argument AnnGrowthRate() { return {"AnnGrowthRate", "Growth rate a year as a fraction"}; }
+constexpr Argument GrowRevsPerYrOpt() {
+    return optional("GrowRevsPerYrOpt", 1.0, "Steps of growth a year; 0 for growth at every moment", "once a year");
+}
+constexpr Argument FVOpt() { return optional("FVOpt", 0.0, "Future value: a single amount at the end of the term"); }
+/// The day count and the sequence of lengths of time in discounting.
+constexpr Argument DayCountDisc(const char* name = "DayCountDisc") {
+    return optional(name, 5.0,
+                    "Day count convention of the times to discount over, 0 to 999: 0 30/360 PSA, 1 actual/actual, 2 "
+                    "actual/360, 3 actual/365, 4 30E/360, 5 decimal year, 6 actual/actual in period",
+                    "Actual Days/Actual Days In Month ('Decimal Year')");
+}
+constexpr Argument PrdsDisc(const char* name = "PrdsDisc") {
+    return sequence(name, -4,
+                    "Dates in the year that bound the periods of the day count: 1, 2, 4, 12, negative in arrears, or a "
+                    "range of mm.dd figures; quarterly in arrear if left out");
+}
+constexpr Argument PrdsInt() {
+    return sequence("PrdsInt", -4,
+                    "Dates in the year on which interest is paid: -1, -2, -4, -12 in arrears, or a range of mm.dd "
+                    "figures; quarterly in arrear if left out");
+}
+constexpr Argument FromDatesInt() { return {"FromDatesInt", "Dates from which the interest rates hold, ascending"}; }
+constexpr Argument IntSimple() {
+    return {"IntSimple", "Simple annual interest rates, one for each of the dates (or one for all)"};
+}
+constexpr Argument NPVDate() { return {"NPVDate", "Date to which values are discounted"}; }
+constexpr Argument Dates(const char* name = "Dates") { return {name, "Dates of the cash flows"}; }
+constexpr Argument Cashflows(const char* name = "Cashflows") {
+    return {name, "Cash flows, one for each date: received positive, paid negative"};
+}
+constexpr Argument StartDCF() {
+    return optional("StartDCF", "Cash flows on or before this date are left out; if omitted, none is");
+}
+constexpr Argument FinishDCF() {
+    return optional("FinishDCF", "Cash flows from this date on are left out; if omitted, none is");
+}
+
 } // namespace qx

@@ -112,6 +112,12 @@ bool DayCountCodes::composite(double DayCount) const {
     return core != start_stub || core != end_stub || core == 6 || DayCount >= 20.0;
 }
 
+double DayCountCodes::written(int core, int start_stub, int end_stub) {
+    if (core == start_stub && core == end_stub) return core;
+    if (end_stub == 0 && start_stub != 0) end_stub = 7; // 00 would read as the start stub's code; code 7 is code 0
+    return core + start_stub / 100.0 + end_stub / 10000.0;
+}
+
 int daycountdays(const date& date1, const date& date2, double DayCount) {
     switch (whole(DayCount)) {
     case 0:
@@ -284,13 +290,7 @@ double ChooseRightDC(double DCCore, double DCStart, double DCFinish, const date&
 
 double ChooseRightDC(double DayCount, const date& Start, const date& Finish, const timeperiod& ThisTimePeriod) {
     const DayCountCodes codes = DayCountCodes::of(DayCount);
-    // An end stub written 00 would read as the start stub's code; code 7 is code 0.
-    const auto code = [](int core, int start_stub, int end_stub) {
-        if (end_stub == 0 && start_stub != 0) end_stub = 7;
-        return core + start_stub / 100.0 + end_stub / 10000.0;
-    };
-    return ChooseRightDC(codes.core, code(codes.core, codes.start_stub, codes.core),
-                         code(codes.core, codes.core, codes.end_stub), Start, Finish, ThisTimePeriod);
+    return ChooseRightDC(codes.core, codes.with_start(), codes.with_end(), Start, Finish, ThisTimePeriod);
 }
 
 std::string daycount_text(double DayCount) {

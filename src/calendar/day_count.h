@@ -41,6 +41,13 @@ struct DayCountCodes {
     static DayCountCodes of(double DayCount);
     /// True if the stubs have codes of their own, or the core goes by the periods of a sequence.
     bool composite(double DayCount) const;
+
+    /// The DayCount of a stretch with this start stub and no end stub of its own, and of one with this end stub only.
+    double with_start() const { return written(core, start_stub, core); }
+    double with_end() const { return written(core, core, end_stub); }
+
+  private:
+    static double written(int core, int start_stub, int end_stub);
 };
 
 /// Days from one date to another by the whole part of a DayCount: 30/360 under 0, 4, 7 and 9 to 12, without leap

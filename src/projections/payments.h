@@ -1,0 +1,12 @@
+// Whole amounts on dates: which of them fall into a period.
+#pragma once
+
+#include "calendar/time_period.h"
+#include "core/range.h"
+
+namespace qx {
+
+/// The sum of the payments whose dates lie in a period. The shorter list decides how many there are.
+double MkPmts(const timeperiod& Time, const Range<date>& PmtDates, const Range<double>& Pmts);
+
+} // namespace qx

@@ -1,0 +1,352 @@
+#include "projections/simple_rates.h"
+
+#include "numerics/solver.h"
+#include "projections/interest.h"
+#include "rates/compounding.h"
+#include "rates/rate_conversion.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace qx {
+
+namespace {
+
+constexpr double solve_tolerance = 1e-10;
+constexpr int solve_rounds = 100;
+constexpr int most_periods = 2000; ///< of a present value
+
+void check_arrears(const Routine& here, const AnnualSequence& sequence, const char* variable, const char* message) {
+    if (!sequence.arrears()) here.fail<unnacceptabledata>(variable, message);
+}
+void check_rates(Routine& here, const Range<double>& IntSimple) {
+    for (const double rate : IntSimple) check_rate(here, rate, "IntSimple");
+}
+
+/// The pieces between the dates of a sequence of the time from one date to a later one, in order.
+template <class Piece>
+void for_each_piece(const date& from, const date& to, const AnnualSequence& sequence, Piece&& piece) {
+    for (date start = from; start < to;) {
+        date end = std::min(sequence.nextdate(start, false), to);
+        if (end <= start) end = to; // the calendar's end
+        piece(timeperiod(start, end));
+        start = end;
+    }
+}
+
+/// Dated rates and the rule of accrual.
+struct DatedRates {
+    const Range<date>& FromDatesInt;
+    const Range<double>& IntSimple;
+    double DayCount;
+    const AnnualSequence& Periods;
+
+    /// The interest received in a piece on a capital.
+    double interest(const timeperiod& piece, double capital, double margin = 0.0) const {
+        return -InterestXX(piece, FromDatesInt, IntSimple, piece.from(), piece.to(), capital, margin, DayCount, Periods,
+                           0.0);
+    }
+    double growth(const date& from, const date& to) const { return 1.0 + interest(timeperiod(from, to), 1.0); }
+};
+
+/// The growth of 1 from one date to a later one.
+double growth(const Routine& here, const DatedRates& rates, const date& from, const date& to, double margin) {
+    double growth = 1.0;
+    int i = 0;
+    for_each_piece(from, to, rates.Periods, [&](const timeperiod& piece) {
+        const TraceBlock pass = here.pass(++i, piece);
+        double interest = rates.interest(piece, 1.0, margin);
+        if (growth != 1.0) interest += rates.interest(piece, growth - 1.0);
+        growth += interest;
+        here.info("Growth=", growth);
+    });
+    return growth;
+}
+
+/// A list of one value, in a place for each of its uses.
+const Range<date>& from_the_start() {
+    static Range<date> dates;
+    dates.dimension(1);
+    return dates;
+}
+const Range<double>& one_rate(double rate) {
+    static Range<double> rates;
+    rates.dimension(1);
+    rates(1) = rate;
+    return rates;
+}
+
+/// Discount factors from one date to many. Dates that ascend share the growth from one date of the sequence to the
+/// next.
+class SharedFactors {
+  public:
+    SharedFactors(const date& NPVDate, const DatedRates& rates) : NPVDate_(NPVDate), rates_(rates), reached_(NPVDate) {}
+
+    double operator()(const date& day) {
+        if (day < NPVDate_) return past(day);
+        if (day < reached_) {
+            reached_ = NPVDate_;
+            growth_ = 1.0;
+        }
+        for (date next = after(reached_); next <= day && next > reached_; next = after(reached_)) {
+            growth_ *= rates_.growth(reached_, next);
+            reached_ = next;
+        }
+        return 1.0 / (day > reached_ ? growth_ * rates_.growth(reached_, day) : growth_);
+    }
+
+  private:
+    date after(const date& day) const { return rates_.Periods.nextdate(day, false); }
+
+    double past(const date& day) {
+        const date next = after(day);
+        if (next >= NPVDate_) return rates_.growth(day, NPVDate_);
+        if (since_.iszero() || next < since_) {
+            since_ = next;
+            since_growth_ = 1.0;
+            for_each_piece(since_, NPVDate_, rates_.Periods,
+                           [&](const timeperiod& piece) { since_growth_ *= rates_.growth(piece.from(), piece.to()); });
+        }
+        for (; since_ < next; since_ = after(since_)) since_growth_ /= rates_.growth(since_, after(since_));
+        return rates_.growth(day, next) * since_growth_;
+    }
+
+    const date NPVDate_;
+    const DatedRates& rates_;
+    date reached_;              ///< NPVDate, or a date of the sequence after it
+    double growth_ = 1.0;       ///< from NPVDate to there
+    date since_;                ///< a date of the sequence before NPVDate
+    double since_growth_ = 1.0; ///< from there to NPVDate
+};
+
+/// The factor at a flat rate, less the one that is wanted.
+class clsSimpIntSolve final : public clsSolveBase {
+  public:
+    clsSimpIntSolve(double target, const date& FromDate, const date& ToDate, double DayCount,
+                    const AnnualSequence& Periods)
+        : target_(target), backward_(ToDate < FromDate), from_(std::min(FromDate, ToDate)),
+          to_(std::max(FromDate, ToDate)), DayCount_(DayCount), Periods_(Periods) {}
+    /// The lengths of the pieces in years: at a flat rate nothing else counts.
+    void setup() override {
+        pieces_ = 0;
+        for_each_piece(from_, to_, Periods_, [&](const timeperiod& piece) {
+            if (pieces_ == range_capacity) throw outofrange(FunctionContext("DFToSimpleX", "ToDate"));
+            lengths()[pieces_++] = piece.lenyrs(piece.from(), piece.to(), DayCount_, Periods_);
+        });
+    }
+    double eval(double rate) override {
+        double growth = 1.0;
+        for (int i = 0; i < pieces_; ++i) {
+            const double grown = 1.0 + rate * lengths()[i];
+            if (grown <= 0.0) return std::numeric_limits<double>::quiet_NaN(); // more than all is lost
+            growth *= grown;
+        }
+        return (backward_ ? growth : 1.0 / growth) - target_;
+    }
+
+  private:
+    static double* lengths() {
+        static double lengths[range_capacity];
+        return lengths;
+    }
+
+    double target_;
+    bool backward_;
+    date from_, to_;
+    double DayCount_;
+    const AnnualSequence& Periods_;
+    int pieces_ = 0;
+};
+
+} // namespace
+
+double SimpleToDFXX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
+                    const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc, double MarginOpt) {
+    Routine here{"SimpleToDFXX", Routine::internal};
+    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc, MarginOpt));
+    check_rates(here, IntSimple);
+    check_daycount(here, DayCountDisc, "DayCountDisc");
+    check_arrears(here, PrdsDisc, "PrdsSource", "PrdsSource MUST be in arrears for this function");
+    const DatedRates rates{FromDatesInt, IntSimple, DayCountDisc, PrdsDisc};
+    if (ToDate < FromDate) return here.returning(growth(here, rates, ToDate, FromDate, MarginOpt));
+    return here.returning(reciprocal(growth(here, rates, FromDate, ToDate, MarginOpt)));
+}
+
+double SimpleToDFX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
+                   const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+    Routine here{"SimpleToDFX"};
+    return here.returning(SimpleToDFXX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc, 0.0));
+}
+
+double SimpleToDFXS(double InterestSimple, const date& FromDate, const date& ToDate, double DayCountDisc,
+                    const AnnualSequence& PrdsDisc) {
+    return SimpleToDFX(from_the_start(), one_rate(InterestSimple), FromDate, ToDate, DayCountDisc, PrdsDisc);
+}
+
+double DFToSimpleX(double DiscountFactor, const date& FromDate, const date& ToDate, double DayCountDisc,
+                   const AnnualSequence& PrdsDisc) {
+    Routine here{"DFToSimpleX"};
+    return here.returning(DFToSimpleXX(DiscountFactor, FromDate, ToDate, DayCountDisc, PrdsDisc, 0.0));
+}
+
+double DFToSimpleXX(double DiscountFactor, const date& FromDate, const date& ToDate, double DayCountDisc,
+                    const AnnualSequence& PrdsDisc, double MarginOpt) {
+    Routine here{"DFToSimpleXX", Routine::internal};
+    here.arguments(QX_NAMED(DiscountFactor, FromDate, ToDate, DayCountDisc, PrdsDisc, MarginOpt));
+    check_daycount(here, DayCountDisc, "DayCountDisc");
+    check_arrears(here, PrdsDisc, "PrdsDisc", "PrdsDisc MUST be in arrears for this function");
+    if (FromDate == ToDate) return here.returning(-MarginOpt);
+    clsSimpIntSolve problem(DiscountFactor, FromDate, ToDate, DayCountDisc, PrdsDisc);
+    problem.setup();
+    const double rate = problem.solve(-0.99999, 10000.0, solve_tolerance, solve_rounds, rate_of_return, here.context());
+    return here.returning(rate - MarginOpt);
+}
+
+double SimpleToAERX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
+                    const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+    Routine here{"SimpleToAERX"};
+    const double factor = SimpleToDFX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc);
+    return here.returning(DFToAER(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
+}
+
+double AERToSimpleX(double InterestAER, const date& FromDate, const date& ToDate, double DayCountDisc,
+                    const AnnualSequence& PrdsDisc) {
+    Routine here{"AERToSimpleX"};
+    const double factor = AERToDF(InterestAER, FromDate, ToDate, DayCountDisc, PrdsDisc);
+    return here.returning(DFToSimpleX(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
+}
+
+double SimpleToContX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
+                     const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+    Routine here{"SimpleToContX"};
+    const double factor = SimpleToDFX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc);
+    return here.returning(DFToCont(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
+}
+
+double ContToSimpleX(double InterestCont, const date& FromDate, const date& ToDate, double DayCountDisc,
+                     const AnnualSequence& PrdsDisc) {
+    Routine here{"ContToSimpleX"};
+    const double factor = ContToDF(InterestCont, FromDate, ToDate, DayCountDisc, PrdsDisc);
+    return here.returning(DFToSimpleX(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
+}
+
+double SimpleToSimpleX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
+                       const date& ToDate, double DayCountSource, double DayCountTarget,
+                       const AnnualSequence& PrdsSource, const AnnualSequence& PrdsTarget) {
+    Routine here{"SimpleToSimpleX"};
+    check_daycount(here, DayCountSource, "DayCountSource");
+    check_daycount(here, DayCountTarget, "DayCountTarget");
+    const double factor = SimpleToDFX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountSource, PrdsSource);
+    return here.returning(DFToSimpleX(factor, FromDate, ToDate, DayCountTarget, PrdsTarget));
+}
+
+double RateConvert(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
+                   const date& ToDate, double DayCountSource, double DayCountTarget, const AnnualSequence& PrdsSource,
+                   const AnnualSequence& PrdsTarget, double MarginOpt) {
+    Routine here{"RateConvert"};
+    check_daycount(here, DayCountSource, "DayCountSource");
+    check_daycount(here, DayCountTarget, "DayCountTarget");
+    if (!iszero(MarginOpt)) here.info("If MarginOpt is not zero, then Total interest rate = Interest Rate + Margin.");
+    const double factor =
+        SimpleToDFXX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountSource, PrdsSource, MarginOpt);
+    return here.returning(DFToSimpleXX(factor, FromDate, ToDate, DayCountTarget, PrdsTarget, MarginOpt) + MarginOpt);
+}
+
+double SimpleToAPRX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
+                    const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+    Routine here{"SimpleToAPRX"};
+    here.info(superseded_apr);
+    return here.returning(SimpleToAERX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
+}
+
+double APRToSimpleX(double InterestAPR, const date& FromDate, const date& ToDate, double DayCountDisc,
+                    const AnnualSequence& PrdsDisc) {
+    Routine here{"APRToSimpleX"};
+    here.info(superseded_apr);
+    return here.returning(AERToSimpleX(InterestAPR, FromDate, ToDate, DayCountDisc, PrdsDisc));
+}
+
+// --- Present values ---------------------------------------------------------------------------------------------
+
+double PVTSFX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple, Range<date>& Dates,
+              Range<double>& Cashflows, double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF,
+              const date& FinishDCF) {
+    Routine here{"PVTSFX"};
+    here.arguments(
+        QX_NAMED(NPVDate, FromDatesInt, IntSimple, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF));
+    check_rates(here, IntSimple);
+    check_daycount(here, DayCountDisc, "DayCountDisc");
+    check_arrears(here, PrdsDisc, "PrdsDisc", "PrdsDisc MUST be in arrears for this function");
+    Dates.datesize(Cashflows);
+    const DatedRates rates{FromDatesInt, IntSimple, DayCountDisc, PrdsDisc};
+    SharedFactors factor(NPVDate, rates);
+    double sum = 0.0;
+    for (int i = 1; i <= Dates.size(); ++i) {
+        const date& day = Dates.get(i);
+        const double flow = Cashflows.get(i);
+        if (!FinishDCF.iszero() && day >= FinishDCF) break;
+        if ((!StartDCF.iszero() && day <= StartDCF) || iszero(flow)) continue;
+        const TraceBlock pass = here.pass(i, flow, " on ", day);
+        const double value = flow * factor(day);
+        here.info("PV=", value);
+        sum += value;
+    }
+    return here.returning(sum);
+}
+
+double PVOneX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& TheDate,
+              double Payment, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+    Routine here{"PVOneX"};
+    return here.returning(Payment * SimpleToDFX(FromDatesInt, IntSimple, NPVDate, TheDate, DayCountDisc, PrdsDisc));
+}
+
+double PVFInterest(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
+                   const date& Finish, const Range<date>& FromDates, const Range<double>& Balances, double DayCount,
+                   const AnnualSequence& PrdsInt) {
+    Routine here{"PVFInterest"};
+    here.arguments(QX_NAMED(NPVDate, FromDatesInt, IntSimple, Finish, FromDates, Balances, DayCount, PrdsInt));
+    check_rates(here, IntSimple);
+    check_daycount(here, DayCount);
+    check_arrears(here, PrdsInt, "PrdsInt", "PrdsInt MUST be in arrears for this function");
+    if (FromDates.size() == 0) return here.returning(0.0);
+    const DatedRates rates{FromDatesInt, IntSimple, DayCount, PrdsInt};
+    SharedFactors factor(NPVDate, rates);
+    double sum = 0.0;
+    date start = FromDates.get(1);
+    for (int i = 1; start < Finish; ++i) {
+        if (i > most_periods) here.fail<errliboveriterated>("Finish");
+        date end = std::min(PrdsInt.nextdate(start, false), Finish);
+        if (end <= start) end = Finish; // the calendar's end
+        const TraceBlock pass = here.pass(i, timeperiod(start, end));
+        const double paid = FInterest(timeperiod(start, end), FromDatesInt, IntSimple, Finish, FromDates, Balances,
+                                      DayCount, PrdsInt, 0.0);
+        const double value = paid * factor(end);
+        here.info("PV=", value);
+        sum += value;
+        start = end;
+    }
+    return here.returning(sum);
+}
+
+double PVInterestX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
+                   const date& Start, const date& Finish, double Balance, double DayCount,
+                   const AnnualSequence& PrdsInt) {
+    Routine here{"PVInterestX"};
+    static Range<date> from_dates;
+    static Range<double> balances;
+    from_dates.dimension(1);
+    balances.dimension(1);
+    from_dates(1) = Start;
+    balances(1) = Balance;
+    return here.returning(
+        PVFInterest(NPVDate, FromDatesInt, IntSimple, Finish, from_dates, balances, DayCount, PrdsInt));
+}
+
+double PVInterest(const date& NPVDate, double InterestSimple, const date& Start, const date& Finish, double Balance,
+                  double DayCount, const AnnualSequence& PrdsInt) {
+    Routine here{"PVInterest"};
+    return here.returning(
+        PVInterestX(NPVDate, from_the_start(), one_rate(InterestSimple), Start, Finish, Balance, DayCount, PrdsInt));
+}
+
+} // namespace qx

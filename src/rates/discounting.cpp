@@ -1,0 +1,122 @@
+#include "rates/discounting.h"
+
+#include "rates/cash_flow.h"
+#include "rates/compounding.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace qx {
+
+namespace {
+
+constexpr int solve_rounds = 100;
+constexpr double nearest_to_total_loss = -1.0 + 1e-11; ///< stands for -100%, at which nothing can be discounted
+
+/// Years over which flow i of several is received: up to the next date; for the last, as long as since the one before.
+double receipt_period(const Range<date>& Dates, int i, int n, const DiscountRules& rules) {
+    const int first = i < n ? i : n - 1;
+    return years_between(Dates.get(first), Dates.get(first + 1), rules.DayCount, rules.Periods);
+}
+
+} // namespace
+
+const AnnualSequence& default_periods() {
+    static const AnnualSequence quarters(-4, "PrdsDisc");
+    return quarters;
+}
+
+FlowSchedule& work_schedule() {
+    static FlowSchedule schedule;
+    return schedule;
+}
+
+void add_flows(FlowSchedule& schedule, const DiscountRules& rules, const Range<date>& Dates,
+               const Range<double>& Cashflows) {
+    const int n = std::min(Dates.size(), Cashflows.size());
+    for (int i = 1; i <= n; ++i) {
+        const date& day = Dates.get(i);
+        const double flow = Cashflows.get(i);
+        if (!rules.FinishDCF.iszero() && day >= rules.FinishDCF) break;
+        if ((!rules.StartDCF.iszero() && day <= rules.StartDCF) || iszero(flow)) continue;
+        const double years = years_between(rules.NPVDate, day, rules.DayCount, rules.Periods);
+        if ((rules.options & flows_received_evenly) != 0 && n > 1)
+            schedule.add_spread(flow, years, receipt_period(Dates, i, n, rules));
+        else
+            schedule.add(flow, years);
+    }
+}
+
+double CashFlowSolve::eval(double rate) {
+    if (rate < -1.0) return std::numeric_limits<double>::quiet_NaN();
+    Routine here{"pvt", Routine::internal};
+    here.arguments(QX_NAMED(rate));
+    return here.returning(net_present_value(std::max(rate, nearest_to_total_loss)));
+}
+
+double solve_irr(const Routine& here, CashFlowSolve& problem, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt) {
+    const bool usual = isequal(IRRMinOpt, irr_min) && isequal(IRRMaxOpt, irr_max);
+    return problem.solve(IRRMinOpt, IRRMaxOpt, IRRAccOpt, solve_rounds, usual ? rate_of_return : plain_with_recovery,
+                         here.context());
+}
+
+double average_discounted_time(const FlowSchedule& schedule, double rate) {
+    const PowersOf growth(1.0 + rate);
+    double weighted = 0.0, total = 0.0;
+    for (int i = 0; i < schedule.size(); ++i) {
+        const double value = schedule.value(i, growth);
+        if (traced())
+            trace().info(text_of("PV(", schedule.amount(i), ") at time ", schedule.years(i), " years = ", value));
+        weighted += value * schedule.years(i);
+        total += value;
+    }
+    return safe_divide(weighted, total);
+}
+
+double average_time(const FlowSchedule& schedule) {
+    double weighted = 0.0, total = 0.0;
+    for (int i = 0; i < schedule.size(); ++i) {
+        weighted += schedule.amount(i) * schedule.years(i);
+        total += schedule.amount(i);
+    }
+    return safe_divide(weighted, total);
+}
+
+const Range<double>& discounted_flows(double DisAER, const Range<date>& Dates, const Range<double>& Cashflows,
+                                      double DayCount, const AnnualSequence& Periods) {
+    static Range<double> discounted;
+    const PowersOf growth(1.0 + DisAER);
+    const int n = std::min(Dates.size(), Cashflows.size());
+    discounted.dimension(n);
+    for (int i = 1; i <= n; ++i)
+        discounted(i) = Cashflows.get(i) / growth(years_between(Dates.get(1), Dates.get(i), DayCount, Periods));
+    return discounted;
+}
+
+date payback_date(const Routine& here, const Range<date>& Dates, const Range<double>& Cashflows, double MinPayBack,
+                  bool Interpolate, double DayCount, const AnnualSequence& Periods, int PayBackOptions) {
+    const int n = std::min(Dates.size(), Cashflows.size());
+    if (n == 0) return date();
+    const auto reached = [MinPayBack](double sum) { return sum > MinPayBack || isequal(sum, MinPayBack); };
+    double before = 0.0, sum = 0.0;
+    for (int i = 1; i <= n; ++i) {
+        const double flow = Cashflows.get(i);
+        const TraceBlock pass = here.pass(i, Dates.get(i), ": ", flow);
+        before = sum;
+        if ((PayBackOptions & payback_rezeros) != 0 && before > 0.0 && flow < 0.0) {
+            here.info("Payback Options: Payback accumulator rezeros if cashflow goes from positive to negative");
+            before = 0.0;
+        }
+        sum = before + flow;
+        here.info("Sum of the cashflows=", sum);
+        if (reached(before) || !reached(sum)) continue;
+        if (!Interpolate || i == 1) return Dates.get(i);
+        const date& last = Dates.get(i - 1);
+        const double part = safe_divide(-before, sum - before);
+        here.info("Payback lies at the fraction ", part, " of the time from ", last, " to ", Dates.get(i));
+        return plusmonths(last, part * diffmonths(last, Dates.get(i), DayCount, Periods), DayCount, Periods);
+    }
+    here.fail<errlibnopayback>("Cashflows");
+}
+
+} // namespace qx

@@ -1,0 +1,44 @@
+// FlowSchedule: a cash flow reduced to what a present value needs, amounts and their times in years. The times are
+// measured once; present_value() is then asked at as many rates as a search for the internal rate of return needs.
+//
+//     schedule.clear();
+//     schedule.add(-1000.0, 0.0);
+//     schedule.add(1100.0, 1.0);
+//     schedule.present_value(0.1);   // 0
+#pragma once
+
+#include "core/range.h"
+#include "rates/powers.h"
+
+namespace qx {
+
+class FlowSchedule {
+  public:
+    static constexpr int capacity = 4 * range_capacity + 4;
+
+    void clear() { n_ = 0, longest_ = 0.0, spread_ = false; }
+    int size() const { return n_; }
+    /// A flow at a time in years, received at once.
+    void add(double amount, double years);
+    /// A flow received evenly over a period of some years (0 or more) from that time on.
+    void add_spread(double amount, double years, double period);
+
+    double amount(int i) const { return amounts_[i]; } ///< of flow i, from 0
+    double years(int i) const { return years_[i]; }
+    /// The value of flow i at time 0 under the growth of a year, 1 + rate.
+    double value(int i, const PowersOf& growth) const;
+    /// The sum of all values. With the trace on it shows each.
+    double present_value(double rate) const;
+
+  private:
+    int n_ = 0;
+    double longest_ = 0.0; ///< of the times, without sign
+    bool spread_ = false;
+    alignas(16) double amounts_[capacity] = {};
+    alignas(16) double years_[capacity] = {};
+    alignas(16) double years_high_[capacity] = {}; ///< years as two parts for PowersOf
+    alignas(16) double years_low_[capacity] = {};
+    double periods_[capacity] = {}; ///< years over which a flow is received; negative for one received at once
+};
+
+} // namespace qx
