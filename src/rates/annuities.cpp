@@ -169,11 +169,14 @@ double CorrectionDC(const date& NPVDate, double DisAER, double DayCount, const A
     const date year_end = NPVDate.plusyears(1.0, false);
     double worth = 0.0;
     int payments = 0;
+    date last = NPVDate;
     for (date day = CashBasis.nextdate(NPVDate, advance); advance ? day < year_end : day <= year_end;
          day = CashBasis.nextdate(day, false)) {
+        if (payments > 0 && day <= last) break; // the calendar's end
         const double y = years_between(NPVDate, day, DayCount, CashBasis);
         const TraceBlock pass = here.pass(++payments, day, " at time ", y, " years");
         worth += SafePow(1.0 + DisAER, -y);
+        last = day;
     }
     return here.returning("AdjustmentFactor", (1.0 + DisAER) * safe_divide(worth, payments));
 }
