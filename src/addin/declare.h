@@ -55,11 +55,15 @@ inline constexpr Kind kind_of<Maybe<T>> = kind_of<T>;
 
 template <class A, class B, int n>
 inline constexpr Kind kind_of<Pairs<A, B, n>> = kind_of<A>;
+template <class T, int n>
+inline constexpr Kind kind_of<Repeated<T, n>> = kind_of<T>;
 
 template <class T>
 inline constexpr int cells_of = std::is_same_v<T, timeperiod> ? 2 : 1;
 template <class A, class B, int n>
 inline constexpr int cells_of<Pairs<A, B, n>> = 2 * n;
+template <class T, int n>
+inline constexpr int cells_of<Repeated<T, n>> = n;
 
 /// The kind of a parameter's last cell, where it takes several.
 template <class T>

@@ -12,6 +12,7 @@
 #include "core/maybe.h"
 #include "core/pairs.h"
 #include "core/pools.h"
+#include "core/repeated.h"
 
 #include <string>
 
@@ -70,6 +71,10 @@ class Frame {
             input(slot.first[i]);
             input(slot.second[i]);
         }
+    }
+    template <class T, int n>
+    void input(Repeated<T, n>& slot) {
+        for (T& item : slot.items) input(item);
     }
 
     void start();

@@ -50,7 +50,10 @@ double SFloor(double Number, double Multiple, double Origin) {
     return to_multiple("SFloor", Number, Multiple, Origin, [](double count) { return std::floor(count); });
 }
 double SRound(double Number, double Multiple, double Origin) {
-    return to_multiple("SRound", Number, Multiple, Origin, [](double count) { return std::round(count); });
+    return to_multiple("SRound", Number, Multiple, Origin, [](double count) {
+        return std::round(count +
+                          std::copysign(tolerance * std::max(1.0, std::fabs(count)), count)); // 1.15 / 0.1 is a half
+    });
 }
 
 } // namespace qx

@@ -2,12 +2,16 @@
 
 #include "core/combine.h"
 #include "core/routine.h"
+#include "core/safe_arithmetic.h"
 
 #include <algorithm>
 #include <boost/crc.hpp>
 #include <cassert>
+#include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <initializer_list>
+#include <numeric>
 
 namespace qx {
 
@@ -144,6 +148,65 @@ const Range<double>& DiffGaps(const Range<double>& Values) {
     for (int i = 1; i <= gaps.size(); ++i) gaps(i) = Values.get(i + 1) - Values.get(i);
     here.returning();
     return gaps;
+}
+
+const Range<double>& RoundList(const Range<double>& Values, double Multiple, bool KeepTotal) {
+    Routine here{"RoundList"};
+    here.arguments(QX_NAMED(Values, Multiple, KeepTotal));
+    static Range<double> rounded;
+    rounded = Values;
+    const int n = Values.size();
+    const double step = std::fabs(Multiple);
+    if (iszero(step)) {
+        here.warning("The multiple is zero, returning the values as they are");
+        here.returning();
+        return rounded;
+    }
+    double total = 0.0, total_down = 0.0;
+    for (int i = 1; i <= n; ++i) {
+        total += Values.get(i);
+        rounded(i) = KeepTotal ? SFloor(Values.get(i), step, 0.0) : SRound(Values.get(i), step, 0.0);
+        total_down += rounded(i);
+    }
+    if (KeepTotal) {
+        // What each lost in billionths of a step, so that a tie is a tie.
+        static struct Loss {
+            int position;
+            long long amount;
+        } losses[range_capacity];
+        for (int i = 1; i <= n; ++i) losses[i - 1] = {i, std::llround((Values.get(i) - rounded(i)) / step * 1e9)};
+        std::sort(losses, losses + n, [](const Loss& a, const Loss& b) {
+            return a.amount != b.amount ? a.amount > b.amount : a.position < b.position;
+        });
+        const int missing = std::clamp(whole(std::round((SRound(total, step, 0.0) - total_down) / step)), 0, n);
+        here.info("Rounded down to ", total_down, ", steps to add: ", missing);
+        for (int k = 0; k < missing; ++k) rounded(losses[k].position) += step;
+    }
+    here.returning();
+    return rounded;
+}
+
+const Range<int>& Disperse(int Tot, int iStart, int iFinish) {
+    Routine here{"Disperse"};
+    here.arguments(QX_NAMED(Tot, iStart, iFinish));
+    here.at_least(iStart, 1, "iStart");
+    here.limit(iFinish, iStart, range_capacity, "iFinish");
+    const int n = iFinish - iStart + 1;
+    const int each = Tot / n;
+    const int extra = std::abs(Tot - n * each);
+    here.info("Minimum Periodic Amount ", each);
+    here.info("Rem ", Tot - n * each);
+    static Range<int> amounts;
+    amounts.dimension(iFinish);
+    for (int i = 1; i <= iFinish; ++i) amounts(i) = i < iStart ? 0 : each;
+    if (extra > 0) here.info("Step between adjustments ", static_cast<double>(n) / extra);
+    for (int k = 0; k < extra; ++k) {
+        const int position = iStart + static_cast<int>((2LL * k + 1) * n / (2LL * extra)); // the middle of its step
+        here.info(k == 0 ? "Step starts at period " : "Extra pmt at n=", position);
+        amounts(position) += Tot > 0 ? 1 : -1;
+    }
+    here.returning();
+    return amounts;
 }
 
 SubRange sub_range(int FirstOne, int LastOne, int length) {

@@ -31,6 +31,16 @@ const Range<double>& AddGaps(double FirstValue, const Range<double>& Gaps);
 /// The gaps between neighbours: each value less the one before.
 const Range<double>& DiffGaps(const Range<double>& Values);
 
+/// The values rounded to multiples; a multiple of zero leaves them as they are. With KeepTotal their sum is the sum of
+/// the values, rounded: each is rounded down, and what is then missing goes to those that lost most. Without it each
+/// goes to its nearest multiple, halfway away from zero. Largest remainder, or Hare-Niemeyer, method.
+const Range<double>& RoundList(const Range<double>& Values, double Multiple, bool KeepTotal);
+
+/// Tot spread over the positions iStart to iFinish of a list as evenly as whole numbers can be, the units that do not
+/// go round at regular steps; 0 before iStart. Throws errlibmin for iStart below 1 and iFinish below iStart, errlibmax
+/// for iFinish above 10,000.
+const Range<int>& Disperse(int Tot, int iStart, int iFinish);
+
 /// The positions of a part of a list, from `first` to `last`.
 struct SubRange {
     int first, last;

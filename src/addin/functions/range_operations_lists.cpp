@@ -115,4 +115,31 @@ constexpr Function DiffGaps{
 };
 QX_EXPORT(DiffGaps, 1);
 
+constexpr Function RoundList{
+    .name = "RoundList",
+    .category = Category::Miscellaneous,
+    .calls = core<qx::RoundList>,
+    .help = "A list rounded to multiples so that it still sums to its rounded total",
+    .args = {{"Values", "The numbers to round"},
+             optional("Multiple", 1.0, "The step to round to, such as 0.01; its sign does not matter"),
+             optional("KeepTotal", true, "FALSE to round each number by itself")},
+    .examples = {"RoundList({33.4;33.3;33.3}) = {34,33,33}", "RoundList({0.5;1.5;2.5}, 1, FALSE) = {1,2,3}",
+                 "SUM(RoundList({1.25;1.25;1.25;1.25}, 0.5)) = 5"},
+    .see_also = "SRound,Disperse",
+};
+QX_EXPORT(RoundList, 3);
+
+constexpr Function Disperse{
+    .name = "Disperse",
+    .category = Category::Miscellaneous,
+    .calls = core<qx::Disperse>,
+    .help = "A whole number spread over positions of a list as evenly as whole numbers can be",
+    .args = {{"Tot", "The whole number to spread"},
+             {"iStart", "The first position that takes part, counting from 1; 0 before it"},
+             {"iFinish", "The last position, where the list ends"}},
+    .examples = {"Disperse(10, 1, 4) = {2,3,2,3}", "Disperse(6, 3, 5) = {0,0,2,2,2}"},
+    .see_also = "RoundList",
+};
+QX_EXPORT(Disperse, 3);
+
 } // namespace qx::worksheet
