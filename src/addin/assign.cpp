@@ -332,9 +332,14 @@ void Frame::input_range(Range<T>& slot) {
         convert(slot(1), in.cell, from);
         slot.setlastnonblank(0);
         break;
+    case xltypeBool:
+        if constexpr (!std::is_same_v<T, bool>) {
+            if (traced()) trace().warning(type_warning);
+            throw inputerror(context);
+        }
+        [[fallthrough]];
     case xltypeNum:
     case xltypeStr:
-    case xltypeBool:
         slot.dimension(1, 1);
         convert(slot(1), in.cell, from);
         break;

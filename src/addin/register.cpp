@@ -1,4 +1,5 @@
 #include "addin/function.h"
+#include "core/trace.h"
 #include "core/utilities.h"
 
 #include <algorithm>
@@ -37,6 +38,22 @@ const Function* find_function(std::string_view name) {
     const auto found = by_name.find(lower(name));
     return found == by_name.end() ? nullptr : found->second;
 }
+
+namespace {
+
+/// What the trace says of an argument of a worksheet function's routine: its help.
+std::string_view help_of(std::string_view function, std::string_view argument) {
+    const Function* const found = find_function(function);
+    if (found == nullptr) return {};
+    const Argument* const end = found->args + found->arity();
+    const Argument* const same =
+        std::find_if(found->args, end, [argument](const Argument& known) { return known.name == argument; });
+    return same == end ? std::string_view{} : same->help;
+}
+
+[[maybe_unused]] const clsTrace2::Describer connected = trace().describe_argument = help_of;
+
+} // namespace
 
 std::string argument_text(const Function& function) {
     std::string text;

@@ -226,6 +226,7 @@ TEST_F(Conversions, ListsOfNumbers) {
             {number_cell(4), "4"},
             {cells.text("1,5"), "15"},
             {nil_cell(), "0"},
+            {bool_cell(true), "#NUM!", "inputerror"},
             {missing_cell(), "#NUM!", "missingarg"},
             {error_cell(xlerrNA), "#N/A"},
             {cells.array(2, 1, {number_cell(1), error_cell(xlerrDiv0)}), "#DIV/0!"},

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 namespace qx::test {
@@ -94,6 +95,16 @@ TEST_F(FrameTest, TraceOfACall) {
     for (std::size_t i = 0; i < traced_lines.size(); ++i)
         seen.push_back(std::to_string(traced_levels[i]) + " " + traced_lines[i]);
     EXPECT_EQ(seen, expected);
+}
+
+TEST_F(FrameTest, TraceDescribesTheInputsOfAFunction) {
+    const Function& function = *find_function("DYear");
+    trace().TraceStart();
+    call(function, {number_cell(38000)});
+    trace().TraceShow();
+    EXPECT_EQ(std::count(traced_lines.begin(), traced_lines.end(),
+                         std::string("TheDate\t14Jan2004\t") + function.args[0].help),
+              1);
 }
 
 TEST_F(FrameTest, FailureEndsTheTraceAndTellsWhy) {
