@@ -38,7 +38,7 @@ void fifty_thousand_cells(benchmark::State& state) {
     for (auto step : state) book.recalculate_all();
     state.counters["cells"] = static_cast<double>(book.formula_count());
 }
-BENCHMARK(fifty_thousand_cells)->Unit(benchmark::kMillisecond);
+BENCHMARK(fifty_thousand_cells)->Name("50,000 mixed cells recalculated: ours")->Unit(benchmark::kMillisecond);
 
 void one_input_changed(benchmark::State& state) {
     Workbook book;
@@ -50,7 +50,7 @@ void one_input_changed(benchmark::State& state) {
         book.recalculate();
     }
 }
-BENCHMARK(one_input_changed)->Unit(benchmark::kMillisecond);
+BENCHMARK(one_input_changed)->Name("one input of 50,000 cells changed: ours")->Unit(benchmark::kMillisecond);
 
 void formulas_read(benchmark::State& state) {
     for (auto step : state) {
@@ -59,7 +59,7 @@ void formulas_read(benchmark::State& state) {
         benchmark::DoNotOptimize(book.formula_count());
     }
 }
-BENCHMARK(formulas_read)->Unit(benchmark::kMillisecond);
+BENCHMARK(formulas_read)->Name("50,000 formulas read: ours")->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace qx::sheet

@@ -68,7 +68,7 @@ void each_pair(benchmark::State& state, const Dates& days, Operation operation) 
 void serial_to_ymd_ours(benchmark::State& state) {
     each_pair(state, serials(), [](int serial, int) { return qx::date::from_dtn(serial).day(); });
 }
-BENCHMARK(serial_to_ymd_ours);
+BENCHMARK(serial_to_ymd_ours)->Name("date number to year, month, day: ours");
 
 void serial_to_ymd_quantlib(benchmark::State& state) {
     each_pair(state, serials(), [](int serial, int) {
@@ -76,7 +76,7 @@ void serial_to_ymd_quantlib(benchmark::State& state) {
         return day.dayOfMonth() + day.month() + day.year();
     });
 }
-BENCHMARK(serial_to_ymd_quantlib);
+BENCHMARK(serial_to_ymd_quantlib)->Name("date number to year, month, day: QuantLib");
 
 void serial_to_ymd_chrono(benchmark::State& state) {
     constexpr int excel_epoch = 25569;
@@ -85,13 +85,13 @@ void serial_to_ymd_chrono(benchmark::State& state) {
         return static_cast<unsigned>(day.day()) + static_cast<unsigned>(day.month()) + static_cast<int>(day.year());
     });
 }
-BENCHMARK(serial_to_ymd_chrono);
+BENCHMARK(serial_to_ymd_chrono)->Name("date number to year, month, day: std::chrono");
 
 void ymd_to_serial_ours(benchmark::State& state) {
     each_pair(state, our_dates(),
               [](const qx::date& day, const qx::date&) { return qx::date(day.year(), day.month(), day.day()).dtn(); });
 }
-BENCHMARK(ymd_to_serial_ours);
+BENCHMARK(ymd_to_serial_ours)->Name("year, month, day to date number: ours");
 
 void ymd_to_serial_chrono(benchmark::State& state) {
     std::vector<std::chrono::year_month_day> days;
@@ -100,60 +100,76 @@ void ymd_to_serial_chrono(benchmark::State& state) {
                           std::chrono::day{static_cast<unsigned>(day.day())});
     each_pair(state, days, [](const auto& day, const auto&) { return std::chrono::sys_days{day}.time_since_epoch(); });
 }
-BENCHMARK(ymd_to_serial_chrono);
+BENCHMARK(ymd_to_serial_chrono)->Name("year, month, day to date number: std::chrono");
 
 // --- Day counts -----------------------------------------------------------------------------------------------
 
-void daycount_ours(benchmark::State& state) {
-    const double code = static_cast<double>(state.range(0));
+void daycount_ours(benchmark::State& state, double code) {
     const qx::AnnualSequence quarters(4);
     each_pair(state, our_dates(),
               [&](const qx::date& from, const qx::date& to) { return qx::diffmonths(from, to, code, quarters); });
 }
-BENCHMARK(daycount_ours)->DenseRange(0, 13);
-
-void composite_daycount_ours(benchmark::State& state) {
-    const qx::AnnualSequence quarters(4);
-    each_pair(state, our_dates(),
-              [&](const qx::date& from, const qx::date& to) { return qx::diffmonths(from, to, 2.03, quarters); });
-}
-BENCHMARK(composite_daycount_ours);
-
 void daycount_quantlib(benchmark::State& state, const ql::DayCounter& count) {
     each_pair(state, ql_dates(),
               [&](const ql::Date& from, const ql::Date& to) { return count.yearFraction(from, to); });
 }
-BENCHMARK_CAPTURE(daycount_quantlib, thirty_360_isda, ql::Thirty360(ql::Thirty360::ISDA));
-BENCHMARK_CAPTURE(daycount_quantlib, actual_actual_isda, ql::ActualActual(ql::ActualActual::ISDA));
-BENCHMARK_CAPTURE(daycount_quantlib, actual_360, ql::Actual360());
-BENCHMARK_CAPTURE(daycount_quantlib, actual_365_fixed, ql::Actual365Fixed());
-BENCHMARK_CAPTURE(daycount_quantlib, business_252, ql::Business252());
+
+/// Registers a day count of ours, and one of QuantLib's with the same rule beside it.
+void day_count(const std::string& name, double code, const ql::DayCounter* peer = nullptr) {
+    benchmark::RegisterBenchmark(("day count " + name + ": ours").c_str(), daycount_ours, code);
+    if (peer != nullptr)
+        benchmark::RegisterBenchmark(("day count " + name + ": QuantLib").c_str(), daycount_quantlib, *peer);
+}
+
+const bool day_counts_registered = [] {
+    const ql::Thirty360 european(ql::Thirty360::European), isda(ql::Thirty360::ISDA);
+    const ql::ActualActual actual(ql::ActualActual::ISDA);
+    const ql::Actual360 money_market;
+    const ql::Actual365Fixed fixed, no_leap(ql::Actual365Fixed::NoLeap);
+    const ql::Business252 business;
+    day_count("0, 30/360 PSA", 0);
+    day_count("1, actual/actual", 1, &actual);
+    day_count("2, actual/360", 2, &money_market);
+    day_count("3, actual/365", 3, &fixed);
+    day_count("4, 30E/360", 4, &european);
+    day_count("5, decimal year", 5);
+    day_count("6, actual/actual in period", 6);
+    day_count("8, actual without leap days/365", 8, &no_leap);
+    day_count("9, 30/365", 9);
+    day_count("10, 30/360 ISDA", 10, &isda);
+    day_count("11, 30/360 with February's end", 11);
+    day_count("12, 30/360 ISDA to the month's end", 12);
+    day_count("13, business days/252", 13, &business);
+    day_count("2.03, actual/360 with actual/365 stubs", 2.03);
+    return true;
+}();
 
 // --- Business days --------------------------------------------------------------------------------------------
 
-void business_day_ours(benchmark::State& state) {
-    const int family = static_cast<int>(state.range(0));
+void business_day_ours(benchmark::State& state, int family) {
     each_pair(state, our_dates(), [&](const qx::date& day, const qx::date&) { return qx::isbd(day, family); });
 }
-BENCHMARK(business_day_ours)->Arg(101)->Arg(200);
+BENCHMARK_CAPTURE(business_day_ours, united_kingdom, 101)->Name("business day, UK: ours");
+BENCHMARK_CAPTURE(business_day_ours, new_york, 200)->Name("business day, New York: ours");
 
 void business_day_quantlib(benchmark::State& state, const ql::Calendar& calendar) {
     each_pair(state, ql_dates(), [&](const ql::Date& day, const ql::Date&) { return calendar.isBusinessDay(day); });
 }
-BENCHMARK_CAPTURE(business_day_quantlib, united_kingdom, ql::UnitedKingdom());
-BENCHMARK_CAPTURE(business_day_quantlib, new_york, ql::UnitedStates(ql::UnitedStates::NYSE));
+BENCHMARK_CAPTURE(business_day_quantlib, united_kingdom, ql::UnitedKingdom())->Name("business day, UK: QuantLib");
+BENCHMARK_CAPTURE(business_day_quantlib, new_york, ql::UnitedStates(ql::UnitedStates::NYSE))
+    ->Name("business day, New York: QuantLib");
 
 void next_business_day_ours(benchmark::State& state) {
     each_pair(state, our_dates(), [](const qx::date& day, const qx::date&) { return qx::nextbd(day, 101).dtn(); });
 }
-BENCHMARK(next_business_day_ours);
+BENCHMARK(next_business_day_ours)->Name("next business day, UK: ours");
 
 void next_business_day_quantlib(benchmark::State& state) {
     const ql::UnitedKingdom calendar;
     each_pair(state, ql_dates(),
               [&](const ql::Date& day, const ql::Date&) { return calendar.adjust(day, ql::Following).serialNumber(); });
 }
-BENCHMARK(next_business_day_quantlib);
+BENCHMARK(next_business_day_quantlib)->Name("next business day, UK: QuantLib");
 
 // --- Schedules: 25 years of quarters, rolled to UK business days ------------------------------------------------
 
@@ -171,7 +187,7 @@ void schedule_ours(benchmark::State& state) {
         benchmark::DoNotOptimize(n);
     }
 }
-BENCHMARK(schedule_ours);
+BENCHMARK(schedule_ours)->Name("schedule of 25 years of quarters: ours");
 
 void schedule_quantlib(benchmark::State& state) {
     for (auto _ : state) {
@@ -181,6 +197,6 @@ void schedule_quantlib(benchmark::State& state) {
         benchmark::DoNotOptimize(schedule.size());
     }
 }
-BENCHMARK(schedule_quantlib);
+BENCHMARK(schedule_quantlib)->Name("schedule of 25 years of quarters: QuantLib");
 
 } // namespace

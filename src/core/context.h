@@ -10,10 +10,18 @@
 
 namespace qx {
 
+#ifdef QX_WITHOUT_TRACE // scripts/trace_cost measures what the trace costs while it is off against this
+struct Never {
+    constexpr operator bool() const { return false; }
+    constexpr const Never& operator=(bool) const { return *this; }
+};
+inline constexpr Never tracing, TraceMuted;
+#else
 /// The trace is on: items are stored and contexts keep their texts. Set by TraceStart and TraceShow.
 inline bool tracing = false;
 /// Items are suppressed for a while without ending the trace.
 inline bool TraceMuted = false;
+#endif
 
 /// True if a trace item would be stored: the one test in front of every text that is built for the trace.
 inline bool traced() { return tracing && !TraceMuted; }

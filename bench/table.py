@@ -1,0 +1,62 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks and prints one table: ours beside each peer's, measured in the same run, and the aim.
+
+    bench/table.py build/release/bench/qx_bench [options of Google Benchmark]
+
+A benchmark is named "what is measured: whose"; the median of its repetitions counts.
+"""
+import json
+import subprocess
+import sys
+
+AIMS = {  # nanoseconds
+    "frame and conversion of four arguments": 60,
+    "date number to year, month, day": 5,
+    "year, month, day to date number": 5,
+    "business day, UK": 10,
+    "business day, New York": 10,
+    "day count 6, actual/actual in period": 200,
+    "day count 13, business days/252": 200,
+    "day count 2.03, actual/360 with actual/365 stubs": 200,
+    "day count": 15,  # all others
+    "internal rate of return of 60 dated flows": 3e3,
+    "50,000 mixed cells recalculated": 50e6,
+    "library opened, all rows registered, and closed": 20e6,
+}
+UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
+
+
+def shown(nanoseconds):
+    for unit, size in (("s", 1e9), ("ms", 1e6), ("µs", 1e3), ("ns", 1)):
+        if nanoseconds >= size or unit == "ns":
+            return f"{nanoseconds / size:.3g} {unit}"
+
+
+def measured(program, options):
+    options = ["--benchmark_repetitions=5", "--benchmark_report_aggregates_only=true", "--benchmark_min_time=0.1", *options]
+    run = subprocess.run([program, "--benchmark_format=json", *options], stdout=subprocess.PIPE, check=True)
+    times = {}
+    for entry in json.loads(run.stdout)["benchmarks"]:
+        if entry.get("aggregate_name") == "median":
+            what, _, whose = entry["run_name"].rpartition(": ")
+            times.setdefault(what, {})[whose] = entry["cpu_time"] * UNITS[entry["time_unit"]]
+    return times
+
+
+def main():
+    table = [("what", "ours", "peers, and how many times ours", "aim")]
+    for what, times in measured(sys.argv[1], sys.argv[2:]).items():
+        ours = times.pop("ours", None)
+        peers = ", ".join(f"{whose} {shown(time)}" + (f" ({time / ours:.2g})" if ours else "") for whose, time in times.items())
+        aim = AIMS.get(what, AIMS["day count"] if what.startswith("day count") else None)
+        verdict = "" if aim is None else shown(aim) + ("" if ours is None or ours <= aim else ", missed")
+        table.append((what, shown(ours) if ours else "", peers, verdict))
+    widths = [max(len(row[i]) for row in table) for i in range(4)]
+    for row in table:
+        print("| " + " | ".join(cell.ljust(width) for cell, width in zip(row, widths)) + " |")
+        if row is table[0]:
+            print("|" + "|".join("-" * (width + 2) for width in widths) + "|")
+
+
+if __name__ == "__main__":
+    main()
