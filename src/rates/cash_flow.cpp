@@ -77,6 +77,7 @@ class CapitalReturn {
         capped_ = CapOption > 0.0;
     }
 
+    bool empty() const { return !exists_ || schedule().size() == 0; }
     /// What it is worth at NPVDate.
     double present_value(double rate) const {
         if (!exists_) return 0.0;
@@ -134,6 +135,7 @@ class clsSpecificDCFSolveCX : public clsSpecificDCFSolve {
   public:
     clsSpecificDCFSolveCX(const FlowLists& flows, const DiscountRules& rules, const CapitalReturn& capital)
         : clsSpecificDCFSolve(flows, rules), capital_(capital) {}
+    bool empty() const override { return schedule_.size() == 0 && capital_.empty(); }
 
   protected:
     double net_present_value(double rate) const override {

@@ -55,6 +55,7 @@ double CashFlowSolve::eval(double rate) {
 }
 
 double solve_irr(const Routine& here, CashFlowSolve& problem, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt) {
+    if (problem.empty()) return 0.0;
     const bool usual = isequal(IRRMinOpt, irr_min) && isequal(IRRMaxOpt, irr_max);
     return problem.solve(IRRMinOpt, IRRMaxOpt, IRRAccOpt, solve_rounds, usual ? rate_of_return : plain_with_recovery,
                          here.context());

@@ -38,6 +38,8 @@ class CashFlowSolve : public clsSolveBase {
     explicit CashFlowSolve(FlowSchedule& schedule) : schedule_(schedule) {}
     double eval(double rate) final;
     void setup() override {}
+    /// True if no flow counts.
+    virtual bool empty() const { return schedule_.size() == 0; }
 
   protected:
     /// The present value at a rate above -1.
@@ -45,7 +47,7 @@ class CashFlowSolve : public clsSolveBase {
     FlowSchedule& schedule_;
 };
 
-/// The solve of every internal rate of return.
+/// The solve of every internal rate of return; 0 where no flow counts.
 double solve_irr(const Routine& here, CashFlowSolve& problem, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt);
 
 /// The average of a schedule's times weighted by present values at a rate, and by the amounts themselves; 0 where the
