@@ -381,7 +381,7 @@ date calcdatex(const date& day, int MonthInYear, int DayInMonth, int OccurrenceN
     if (Relativity == 1)
         base = date::from_ymd(day.year(), MonthInYear, 1);
     else if (Relativity == 2) // day 31 of any month: it runs into the next month where there is none
-        base = date::from_dtn(date::from_ymd(day.year(), MonthInYear, 31).dtn());
+        base = date::from_ymd(day.year(), MonthInYear, 31);
     else if (Relativity <= 4)
         base = easter_sunday(day.year());
     else
@@ -390,8 +390,8 @@ date calcdatex(const date& day, int MonthInYear, int DayInMonth, int OccurrenceN
     const bool forward = Relativity % 2 == 1;
     const long long step = forward ? (OccurrenceNo - 1LL) * 7 : OccurrenceNo * 7LL - 1;
     const long long move = std::max(step, 0LL) + DaysRelative;
-    base.adddays(whole(static_cast<double>(forward ? move : -move)));
-    if (DayinWeekOpt >= 1) base.adddays((DayinWeekOpt + 7 - base.dayofweek()) % 7);
+    if (move != 0) base.adddays(whole(static_cast<double>(forward ? move : -move)));
+    if (DayinWeekOpt >= 1 && DayinWeekOpt != base.dayofweek()) base.adddays((DayinWeekOpt + 7 - base.dayofweek()) % 7);
     return here.returning(AfterDate >= base ? AfterDate.plusdays(1) : base);
 }
 
