@@ -295,7 +295,8 @@ double ChooseRightDC(double DayCount, const date& Start, const date& Finish, con
 
 std::string daycount_text(double DayCount) {
     const DayCountCodes codes = DayCountCodes::of(DayCount);
-    if (codes.core == codes.start_stub && codes.core == codes.end_stub) return code_text(codes.core);
+    const bool alike = codes.core == codes.start_stub && codes.core == codes.end_stub;
+    if (alike && DayCount < 20.0) return code_text(codes.core);
     std::string text = std::string("Main Period:") + code_text(codes.core);
     if (codes.start_stub == codes.end_stub) return text + "Stub Periods:" + code_text(codes.start_stub);
     return text + "Stub Periods 1:" + code_text(codes.start_stub) + ", Stub Periods 2:" + code_text(codes.end_stub);
