@@ -59,18 +59,24 @@ int days_30_360(const date& from, const date& to, Rule rule) {
     return 360 * (to.year() - from.year()) + 30 * (to.month() - from.month()) + d2 - d1;
 }
 
-/// Date number of the 1 March on or before a date.
-int last_first_of_march(const date& day) {
-    if (!day.isregular() || day.year() == 1910) return day.prevanniversary(3, 1, false).dtn();
+/// The 1 March on or before a date.
+struct FirstOfMarch {
+    int dtn, year;
+};
+FirstOfMarch last_first_of_march(const date& day) {
+    if (!day.isregular() || day.year() == 1910) {
+        const date march = day.prevanniversary(3, 1, false);
+        return {march.dtn(), march.year()};
+    }
     const int new_year = day.dtn() - day.dayofyear();
-    return day.month() > 2 ? new_year + 59 + (day.leap() ? 1 : 0) : new_year - 306;
+    if (day.month() > 2) return {new_year + 59 + (day.leap() ? 1 : 0), day.year()};
+    return {new_year - 306, day.year() - 1};
 }
 
 int days_without_leap_days(const date& from, const date& to) {
-    const int march1 = last_first_of_march(from);
-    const int march2 = last_first_of_march(to);
-    const int years = (to.year() - (to.month() > 2 ? 0 : 1)) - (from.year() - (from.month() > 2 ? 0 : 1));
-    const int leap_days = march2 - march1 - 365 * years;
+    const FirstOfMarch first = last_first_of_march(from);
+    const FirstOfMarch last = last_first_of_march(to);
+    const int leap_days = last.dtn - first.dtn - 365 * (last.year - first.year);
     return days_between(from, to) - leap_days;
 }
 
