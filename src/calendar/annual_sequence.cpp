@@ -291,7 +291,7 @@ AnnualSequence::Found AnnualSequence::findprev(const date& from, bool strict) co
     Place place = prevplace(from, strict);
     if (bus_day_switch_ == 0) return {on(place), place.index, number_of(place)};
     for (int round = 1;; ++round) {
-        const Found found = rolled(place);
+        Found found = rolled(place);
         const bool past = strict ? found.when >= from : found.when > from;
         if (!past || round == rolling_rounds) return found;
         place = place_before(place);
@@ -301,7 +301,7 @@ AnnualSequence::Found AnnualSequence::findprev(const date& from, bool strict) co
 AnnualSequence::Found AnnualSequence::findnext(const date& from, bool inclusive) const {
     const Place place = nextplace(from, inclusive);
     if (bus_day_switch_ == 0) return {on(place), place.index, number_of(place)};
-    const Found earlier = rolled(place_before(place)); // rolling may have carried it past the given date
+    Found earlier = rolled(place_before(place)); // rolling may have carried it past the given date
     if (inclusive ? earlier.when >= from : earlier.when > from) return earlier;
     return rolled(place);
 }

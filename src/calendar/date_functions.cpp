@@ -439,7 +439,7 @@ namespace {
 
 /// The first day of a year that falls on a weekday.
 date first_weekday(const char* method, int year, int weekday) {
-    const date first = date::from_ymd(year, 1, 1).movetoweekday(weekday, 2);
+    date first = date::from_ymd(year, 1, 1).movetoweekday(weekday, 2);
     if (traced()) trace().info(text_of(method, " method: First ", weekday_name(weekday), " in the year = ", first));
     return first;
 }
