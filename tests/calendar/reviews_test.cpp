@@ -35,7 +35,7 @@ TEST(Reviews, BetweenAndBefore) {
 // days here, so that a day 31 counts as the next month's first; so late starts are left out.
 TEST(Reviews, NextFollowsLast) {
     for (const int day_of_month : {1, 15, 24})
-        for (const double interval : {1.0, 3.0, 12.0, 60.0}) {
+        for (const int interval : {1, 3, 12, 60}) {
             const date start(2003, 12, day_of_month);
             for (date day = start; day.year() < 2034; day.adddays(7)) {
                 if (day.day() == 31) continue;
