@@ -203,6 +203,7 @@ OPER DoIf(const Cell& InpList, const Cell& OutList, const Range<anyvalue>& Crite
     const bool has_output = !output.is_missing() && output.value().type() != xltypeNil;
     if (has_output && output.count() != input.count())
         here.fail<inputrangelength2>("OutList", "The lengths differ: ", input.count(), " and ", output.count());
+    here.info(option_present(all_criteria, CritOpts) ? "Condition is AND" : "Condition is OR");
     const FunctionContext context = here.context("Criteria");
     Tally tally;
     for (int i = 1; i <= input.count(); ++i) {

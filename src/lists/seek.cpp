@@ -1,5 +1,6 @@
 #include "lists/seek.h"
 
+#include "core/options.h"
 #include "core/routine.h"
 #include "lists/criteria.h"
 
@@ -120,6 +121,7 @@ const Range<anyvalue>& FindIf(const Range<anyvalue>& InpList, const Range<anyval
     here.limit(FindSwitch, find_values, find_all_positions, "FindSwitch");
     const Range<anyvalue>& values = is_empty(OutList) ? InpList : OutList;
     InpList.checksamesize(values);
+    here.info(option_present(all_criteria, CritOpts) ? "Condition is AND" : "Condition is OR");
     const bool positions = FindSwitch == find_positions || FindSwitch == find_all_positions;
     const FunctionContext context = here.context("Criteria");
     static Range<anyvalue> found;

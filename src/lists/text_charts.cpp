@@ -23,7 +23,7 @@ class Line {
         int first = static_cast<int>(std::lround(place(a)));
         int last = static_cast<int>(std::lround(place(b)));
         if (first == last) {
-            first = std::min(static_cast<int>(place(a)), length - 1);
+            first = std::min(static_cast<int>(place(a) + 1e-9), length - 1);
             last = first + 1;
         }
         std::fill(letters_.begin() + first, letters_.begin() + last, letter);
@@ -77,7 +77,7 @@ std::string Gantt(const timeperiod& Time, const Range<date>& Starts, const Range
         here.warning("The time period is empty");
         return here.returning(std::string{});
     }
-    Line line(Time.from().dtn(), Time.to().dtn(), length);
+    Line line(Time.from().months(), Time.to().months(), length); // every month as long as the others
     for (int i = 1; i <= Starts.size(); ++i) {
         const date& start = Starts.get(i);
         const date& finish = Finishes.get(i);
@@ -87,7 +87,7 @@ std::string Gantt(const timeperiod& Time, const Range<date>& Starts, const Range
             continue;
         }
         if (finish < start) here.fail<invaliddateorder>("Finishes", finish, " is before ", start);
-        line.draw(start.dtn(), finish.dtn(), letter_of(Letters, i));
+        line.draw(start.months(), finish.months(), letter_of(Letters, i));
     }
     return here.returning(line.text());
 }
