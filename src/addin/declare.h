@@ -74,10 +74,12 @@ inline constexpr Kind last_kind_of<Pairs<A, B, n>> = kind_of<B>;
 /// The slot of a number in the pool of a type.
 template <class T>
 struct Slots {
+    static constexpr int last = VarPool<T>::slots - 1;
     static T& get(int slot) { return VarPool<T>::get(slot); }
 };
 template <class T>
 struct Slots<Range<T>> {
+    static constexpr int last = RangePool<T>::slots;
     static Range<T>& get(int slot) { return RangePool<T>::get(slot); }
 };
 
@@ -87,6 +89,10 @@ struct Parameters {
     static constexpr int cells = (0 + ... + cells_of<P>);
     static_assert(cells <= max_arguments, "a worksheet function takes at most 29 cells");
     static_assert(((kind_of<P> != Kind::none) && ...), "a parameter of a type that no cell converts to");
+
+    template <class T>
+    static constexpr int alike = (0 + ... + (std::is_same_v<T, P> ? 1 : 0));
+    static_assert(((alike<P> <= Slots<P>::last) && ...), "more parameters of one type than its pool has slots");
 
     static constexpr Calls calls(void (*run)(Frame&), bool gives_dates) {
         Calls calls{run, cells, {}, gives_dates};

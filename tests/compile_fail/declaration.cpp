@@ -9,6 +9,7 @@ namespace qx {
 
 double Half(double Value, double Divisor);
 double Unknown(const char* Value);
+double TwoOfOne(Range<floatblank>& First, Range<floatblank>& Second);
 
 constexpr Function Sound{
     .name = "Half",
@@ -69,6 +70,9 @@ QX_EXPORT(Half, 2);
 #endif
 #ifdef NO_SUCH_PARAMETER // expect: a parameter of a type that no cell converts to
 constexpr Calls of_pointer = core<Unknown>;
+#endif
+#ifdef TOO_FEW_SLOTS // expect: more parameters of one type than its pool has slots
+constexpr Calls of_two = core<TwoOfOne>;
 #endif
 
 } // namespace worksheet
