@@ -296,7 +296,10 @@ int SheetHost::evaluate(OPER* result, const OPER& text) {
         // The library runs one function at a time, so a text that calls another one cannot be evaluated.
         if (!formula.functions.empty()) return xlretFailed;
         const Area caller = calculator_.caller();
-        return copy_to_oper(*result, calculator_.run(formula, caller)) ? xlretSuccess : xlretFailed;
+        Value value = calculator_.run(formula, caller);
+        XLREF rectangle;
+        if (value.is(Type::area) && !to_rectangle(value.area(), rectangle)) value = calculator_.looked_up(value);
+        return copy_to_oper(*result, value) ? xlretSuccess : xlretFailed;
     } catch (const FormulaError&) {
         return xlretFailed;
     } catch (const Uncalculated& cells) {

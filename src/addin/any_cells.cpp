@@ -72,7 +72,6 @@ int number_of(const Cell& VarNo, const Routine& here) {
     if (cell->type() == xltypeStr) {
         evaluate(named, view_of(*cell), here);
         cell = &named.cell();
-        if (cell->type() == xltypeMulti && cell_count(*cell) == 1) cell = cell->val.array.lparray;
     }
     FunctionContext context = here.context("VarNo");
     if (cell->type() == xltypeErr) throw_error_cell(*cell, context);

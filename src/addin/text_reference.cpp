@@ -41,6 +41,12 @@ SheetRange classify(std::string_view text, const Routine& here) {
             text.substr(mark + (quoted ? 2 : 1))};
 }
 
+/// The one cell of an array of one, or the value as it is.
+const OPER& value_of(const OPER& cell) {
+    const bool one = cell.type() == xltypeMulti && cell_count(cell) == 1 && cell.val.array.lparray != nullptr;
+    return one ? *cell.val.array.lparray : cell;
+}
+
 using Take = void (KeptCell::*)(const OPER&); ///< keep or append
 
 /// Takes the values of a text that the host understands by itself.
@@ -56,11 +62,11 @@ void evaluate_at_once(KeptCell& values, Take take, std::string_view text, const 
     if (code != xlretSuccess) here.fail<errinput>("Textstring", text, ": ", host_return_text(code));
     if (found->type() == xltypeErr)
         here.fail<errinput>("Textstring", text, ": the reference is not valid, ", error_name(found->val.err));
-    if (found->type() != xltypeRef && found->type() != xltypeSRef) return (values.*take)(*found);
+    if (found->type() != xltypeRef && found->type() != xltypeSRef) return (values.*take)(value_of(*found));
     HostCell cells;
     FunctionContext context = here.context("Textstring");
     coerce(cells, *found, context);
-    (values.*take)(*cells);
+    (values.*take)(value_of(*cells));
 }
 
 /// The name of a sheet without its workbook.

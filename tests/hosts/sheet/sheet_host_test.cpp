@@ -218,6 +218,8 @@ TEST_F(SheetHostTest, TextsAreEvaluatedAsFormulas) {
     EXPECT_EQ(call(evaluate_function, "\"A6*2\""), "\"num 10\""); // not calculated when it is asked for
     EXPECT_EQ(call(evaluate_function, "\"Rent+1\""), "\"num 5\"");
     EXPECT_EQ(call(evaluate_function, "\"Costs!A1:B2\""), "\"ref 2 R0-1C0-1\"");
+    EXPECT_EQ(call(evaluate_function, "\"ZZ1:ZZ2\""),
+              "\"multi 2x1: nil nil\""); // further right than a reference can tell
     EXPECT_EQ(call(evaluate_function, "\"\"\"x\"\"+1\""), "\"err 15\"");
     EXPECT_EQ(call(evaluate_function, "\"1+\""), "\"command failed\"");
     EXPECT_EQ(call(evaluate_function, "\"MonthEnd(38000)>1\""), "\"command failed\""); // one function at a time
