@@ -139,7 +139,9 @@ void AnnualSequence::set_figure(double figure, int preset) {
     const bool iswhole = qx::iszero(fraction(figure));
     if (qx::iszero(figure)) {
         setdefault(preset);
-        if (traced()) trace().info("Date Sequence set to 'Quarterly in Advance'");
+        if (traced())
+            trace().info(preset_ == 4 ? std::string("Date Sequence set to 'Quarterly in Advance'")
+                                      : text_of("Date Sequence set to a preset value of ", preset_));
         return;
     }
     if (iswhole && size < 20.0) {
@@ -147,15 +149,16 @@ void AnnualSequence::set_figure(double figure, int preset) {
         const int n = std::abs(number);
         if (n == 1 || n == 2 || n == 4 || n == 12 || n == 13 || number > 12) {
             setpreset(number);
-            if (traced())
+            if (traced()) {
+                trace().info(text_of("Date Sequence set to a preset value of ", number));
                 trace().info(text_of("Annual Sequence Preset set to a preset option of ", number, " (",
                                      preset_text(number), ")"));
+            }
             return;
         }
     }
     if (!iswhole && size > 1.0 && size <= 12.31) {
         setentry(1, figure);
-        validate();
         if (traced()) trace().info(text_of("Annual Sequence set to a single specific date sequence of ", figure));
         return;
     }

@@ -10,8 +10,8 @@
 //     sequence.setdefault(preset);                    // left out or blank
 //     sequence.set_figure(figure, preset);            // one number: a preset, one mm.dd date, or a rolling float
 //     sequence.start_list(cells);                     // several cells: their number, then
-//     sequence.append(figure);  ...                   //   each figure until the first blank after the first cell,
-//     sequence.validate();                            //   and the check of the whole
+//     sequence.append(figure);  ...                   //   each figure until the first blank after the first cell
+//     sequence.validate();                            // last, always: the check of the whole
 //
 // The entries of a preset are there at once; nothing is expanded later.
 #pragma once

@@ -34,6 +34,7 @@ std::string set_to(double figure, const char* name = "Periods", int preset = 4) 
     sequence.clear(name);
     try {
         sequence.set_figure(figure, preset);
+        sequence.validate();
     } catch (const cls_exception& error) {
         return error.kind().name;
     }
