@@ -6,6 +6,9 @@
 #include "calendar/time_period.h"
 
 #include <benchmark/benchmark.h>
+#include <ql/cashflows/cashflows.hpp>
+#include <ql/cashflows/simplecashflow.hpp>
+#include <ql/settings.hpp>
 #include <ql/time/calendars/unitedkingdom.hpp>
 #include <ql/time/calendars/unitedstates.hpp>
 #include <ql/time/date.hpp>
@@ -198,5 +201,22 @@ void schedule_quantlib(benchmark::State& state) {
     }
 }
 BENCHMARK(schedule_quantlib)->Name("schedule of 25 years of quarters: QuantLib");
+
+// --- Internal rates of return of an investment, level receipts and its sale, as in cash_flow_bench.cpp -----------
+
+void rate_of_return_quantlib(benchmark::State& state, int n) {
+    const ql::Date start(38353);
+    ql::Settings::instance().evaluationDate() = start;
+    ql::Leg receipts;
+    for (int i = 1; i < n; ++i)
+        receipts.push_back(ql::ext::make_shared<ql::SimpleCashFlow>(i == n - 1 ? 1025.0 : 25.0, start + 91 * i));
+    const ql::Actual365Fixed day_counter;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(ql::CashFlows::yield(receipts, 1000.0, day_counter, ql::Compounded, ql::Annual, false,
+                                                      start, start, 1e-10, 100, 0.05));
+}
+BENCHMARK_CAPTURE(rate_of_return_quantlib, flows_60, 60)->Name("internal rate of return of 60 dated flows: QuantLib");
+BENCHMARK_CAPTURE(rate_of_return_quantlib, flows_100, 100)
+    ->Name("internal rate of return of 100 dated flows: QuantLib");
 
 } // namespace

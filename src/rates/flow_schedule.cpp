@@ -40,7 +40,7 @@ void FlowSchedule::add(double amount, double years) {
     years_high_[n_] = PowersOf::split(years);
     years_low_[n_] = years - years_high_[n_];
     periods_[n_] = received_at_once;
-    longest_ = std::fmax(longest_, std::fabs(years));
+    if (std::fabs(years) > longest_) longest_ = std::fabs(years);
     ++n_;
 }
 

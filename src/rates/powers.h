@@ -29,9 +29,12 @@ inline double2 exponential(double2 high, double2 low) {
     const double2 rounded = high * per_ln2 + to_integer;
     const double2 twos = rounded - to_integer;
     const double2 rest = (high - twos * ln2_high) + (low - twos * ln2_low); // |rest| <= ln 2 / 2
-    double2 series = rest * terms[0] + terms[1];
-    for (int i = 2; i < 12; ++i) series = series * rest + terms[i];
-    series = series * rest * rest + rest + 1.0;
+    // The series in halves of halves, which wait less for each other than one nested form.
+    const double2 square = rest * rest, fourth = square * square;
+    const double2 highest = (terms[0] * rest + terms[1]) * square + (terms[2] * rest + terms[3]);
+    const double2 middle = (terms[4] * rest + terms[5]) * square + (terms[6] * rest + terms[7]);
+    const double2 lowest = (terms[8] * rest + terms[9]) * square + (terms[10] * rest + terms[11]);
+    const double2 series = ((highest * fourth + middle) * fourth + lowest) * square + rest + 1.0;
     integer2 bits;
     std::memcpy(&bits, &rounded, sizeof bits);
     bits = (bits + 1023) << 52; // 2^twos
