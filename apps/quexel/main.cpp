@@ -30,6 +30,14 @@ std::vector<std::string> arguments(int argc, char** argv) {
     return {options.rbegin(), options.rend()}; // the parser takes them from the end
 }
 
+/// The status of a run, which has failed if its output has not arrived.
+int finished(int status) {
+    std::cout.flush();
+    if (std::cout) return status;
+    std::cerr << "quexel: standard output cannot be written\n";
+    return status == 0 ? 1 : status;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -87,7 +95,7 @@ int main(int argc, char** argv) {
 
     try {
         program.parse(arguments(argc, argv));
-        return status;
+        return finished(status);
     } catch (const CLI::ParseError& error) {
         return program.exit(error) == 0 ? 0 : 2;
     } catch (const std::exception& error) {

@@ -158,6 +158,7 @@ TEST(Quexel, MisuseIsTold) {
     EXPECT_EQ(quexel("nosuch").status, 2);
     EXPECT_EQ(quexel("eval").status, 2);
     EXPECT_EQ(quexel("--help").status, 0);
+    EXPECT_EQ(WEXITSTATUS(std::system(QX_PROGRAM " eval 1+1 >/dev/full 2>err")), 1) << "a full disk";
 }
 
 } // namespace
