@@ -5,6 +5,7 @@
 #include "lists/criteria.h"
 
 #include <algorithm>
+#include <compare>
 
 namespace qx {
 
@@ -141,10 +142,29 @@ const Range<anyvalue>& FindIf(const Range<anyvalue>& InpList, const Range<anyval
 const Range<anyvalue>& Unique(const Range<anyvalue>& InputRangePoly) {
     Routine here{"Unique"};
     here.arguments(QX_NAMED(InputRangePoly));
+    // Equal items stand together in order; the first of each, in the order of the list, are the result.
+    static int order[range_capacity];
+    int* end = order;
+    for (int i = 1; i <= InputRangePoly.size(); ++i)
+        if (!InputRangePoly.get(i).isblank()) *end++ = i;
+    const auto item = [&](int position) -> const anyvalue& { return InputRangePoly.get(position); };
+    std::sort(order, end, [&](int a, int b) {
+        const anyvalue &x = item(a), &y = item(b);
+        if (x.kind() != y.kind()) return x.kind() < y.kind();
+        const std::weak_ordering by_value =
+            x.istext() ? std::weak_ordering(x.text() <=> y.text()) : std::weak_order(x.number(), y.number());
+        return by_value != 0 ? by_value < 0 : a < b;
+    });
+    int* last = order;
+    for (const int* at = order; at < end; ++at)
+        if (at == order || !(item(*at) == item(at[-1])))
+            *last++ = *at;
+        else
+            last[-1] = std::min(last[-1], *at); // numbers within the tolerance may stand out of their order
+    std::sort(order, last);
     static Range<anyvalue> values;
     values.dimension(0);
-    for (const anyvalue& item : InputRangePoly)
-        if (!item.isblank() && place_of(item, values) == 0) next_of(values) = item;
+    for (const int* at = order; at < last; ++at) next_of(values) = item(*at);
     here.returning();
     return values;
 }
