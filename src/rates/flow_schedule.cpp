@@ -60,10 +60,16 @@ double FlowSchedule::present_value(double rate) const {
     double2 sums[lanes / 2] = {};
     int i = 0;
     if (!spread_ && !traced() && growth.serves(longest_)) {
-        for (; i + lanes <= n_; i += lanes)
-            for (int j = 0; j < lanes; j += 2)
-                sums[j / 2] +=
-                    load(amounts_ + i + j) / growth.pair(load(years_high_ + i + j), load(years_low_ + i + j));
+        const auto pair = [&](int at) {
+            return load(amounts_ + at) / growth.pair(load(years_high_ + at), load(years_low_ + at));
+        };
+        double2 first = {}, second = {}; // not the array, which would be stored and loaded each time
+        for (; i + lanes <= n_; i += lanes) {
+            first += pair(i);
+            second += pair(i + 2);
+        }
+        sums[0] = first;
+        sums[1] = second;
     }
     for (; i < n_; ++i) {
         const double flow = value(i, growth);
