@@ -86,8 +86,7 @@ double of_year(int days, double year) { return days * 12.0 / year; }
 
 } // namespace
 
-DayCountCodes DayCountCodes::of(double DayCount) {
-    if (const int code = whole(DayCount); code == DayCount && code < 20) return {code, code, code};
+DayCountCodes DayCountCodes::split(double DayCount) {
     FunctionContext context("", "DayCount");
     if (DayCount >= 20.0) {
         const int n = whole(DayCount + 0.00005);

@@ -23,6 +23,7 @@
 #pragma once
 
 #include "calendar/date.h"
+#include "core/utilities.h"
 
 #include <string>
 
@@ -38,7 +39,10 @@ struct DayCountCodes {
     int core, start_stub, end_stub;
 
     /// Splits a DayCount. Throws errrbaddaycount for a code above 20 and for an integer form of 1000 or more.
-    static DayCountCodes of(double DayCount);
+    static DayCountCodes of(double DayCount) {
+        if (const int code = whole(DayCount); code == DayCount && code < 20) return {code, code, code};
+        return split(DayCount);
+    }
     /// True if the stubs have codes of their own, or the core goes by the periods of a sequence.
     bool composite(double DayCount) const;
 
@@ -47,6 +51,7 @@ struct DayCountCodes {
     double with_end() const { return written(core, core, end_stub); }
 
   private:
+    static DayCountCodes split(double DayCount);
     static double written(int core, int start_stub, int end_stub);
 };
 
