@@ -17,7 +17,7 @@ constexpr const char* day_names[] = {"", "Sunday", "Monday", "Tuesday", "Wednesd
 // Days before each year of a block of four, for a block without and with a leap year.
 constexpr int days_before_year[2][5] = {{0, 365, 730, 1095, 1460}, {0, 366, 731, 1096, 1461}};
 constexpr int days_before_century[] = {0, 36525, 73049, 109573, 146097};
-constexpr int days_in_400_years = 146097;
+constexpr std::uint32_t days_in_400_years = 146097;
 
 /// The date number of the first day of a block of four years; block 0 begins in 1900.
 constexpr std::int64_t block_start(std::int64_t block) {
@@ -27,6 +27,28 @@ constexpr std::int64_t block_start(std::int64_t block) {
 }
 
 constexpr std::int64_t largest_dtn = 2'000'000'000; // keeps all of the arithmetic in range
+
+/// The part of a month that has passed before a day, for months of 28 to 31 days.
+struct MonthParts {
+    double before[4][31];
+
+    constexpr MonthParts() : before{} {
+        for (int length = 28; length <= 31; ++length)
+            for (int day = 1; day <= 31; ++day) before[length - 28][day - 1] = static_cast<double>(day - 1) / length;
+    }
+};
+constexpr MonthParts parts_of_month;
+
+constexpr int first_calendar_year = 1908; ///< from which date numbers are those of the calendar
+
+/// The date number of a day from 1908 on; one past its month's end runs into the next month.
+constexpr int calendar_number(int year, int month, int day, bool leap) {
+    constexpr int before_1900 = 693594; // one less than the days since year 1: 29 February 1900 has a number
+    const auto passed = static_cast<std::uint32_t>(year - 1);
+    const std::uint32_t centuries = passed / 100;
+    return static_cast<int>(365 * passed + passed / 4 - centuries + centuries / 4) - before_1900 +
+           date::days_before_month(month, leap) + day;
+}
 
 } // namespace
 
@@ -106,11 +128,20 @@ date date::from_months(double months, int seconds) {
     return value;
 }
 
+inline void date::check_month_and_day() const {
+    if (month_ < 1 || month_ > 12 || day_ < 1 || day_ > 31)
+        fail<errlibnonsensicaldate>("From the dateutils dtn routine");
+}
+
 void date::derive_dtn() {
     limit_year();
     set_leaps();
-    if (month_ < 1 || month_ > 12 || day_ < 1 || day_ > 31)
-        fail<errlibnonsensicaldate>("From the dateutils dtn routine");
+    check_month_and_day();
+    if (year_ < first_calendar_year) return derive_early_dtn();
+    dtn_ = calendar_number(year_, month_, day_, leap_);
+}
+
+void date::derive_early_dtn() {
     const int block = (year_ - 1900) / 4;
     const int y = (year_ - 1900) % 4;
     std::int64_t number = block_start(block) + days_before_month(month_, leap_) + day_ - 1;
@@ -119,44 +150,60 @@ void date::derive_dtn() {
     dtn_ = static_cast<int>(number);
 }
 
-/// The day of the calendar with a date number, in a computational calendar whose years begin on 1 March.
-void date::set_calendar_dtn(std::uint32_t dtn) {
-    constexpr std::uint32_t days_from_0000_03_01 = 693899;
-    const std::uint32_t n1 = 4 * (dtn + days_from_0000_03_01) + 3;
-    const std::uint32_t century = n1 / 146097;
-    const std::uint64_t p2 = 2939745ULL * (n1 % 146097 | 3);
-    const std::uint32_t dayofyear = static_cast<std::uint32_t>(p2) / 2939745 / 4;
-    const std::uint32_t n3 = 2141 * dayofyear + 197913;
-    const bool next_year = dayofyear >= 306;
-    year_ = static_cast<int>(100 * century + static_cast<std::uint32_t>(p2 >> 32)) + next_year;
-    month_ = static_cast<int>(n3 >> 16) - (next_year ? 12 : 0);
-    day_ = static_cast<int>((n3 & 0xFFFF) / 2141) + 1;
-    set_leaps();
-    dtn_ = static_cast<int>(dtn);
-    derive_months();
+inline void date::set_calendar(int year, int month, int day, int dtn) {
+    const std::uint32_t block = static_cast<std::uint32_t>(year) / 4;
+    const bool blockleap = block % 25 != 0 || block % 4 == 0;
+    const bool leap = year % 4 == 0 && blockleap;
+    year_ = year;
+    month_ = month;
+    day_ = day;
+    leap_ = leap;
+    blockleap_ = blockleap;
+    months_ = year * 12 + (month - 1) + parts_of_month.before[days_in_month(month, leap) - 28][day - 1];
+    dtn_ = dtn;
 }
 
-void date::set_ymd() {
-    derive_dtn();
+inline void date::set_ymd() {
+    limit_year();
+    check_month_and_day();
+    if (year_ < first_calendar_year) return set_early_ymd();
+    set_calendar(year_, month_, day_, calendar_number(year_, month_, day_, is_leap(year_)));
+}
+
+void date::set_early_ymd() {
+    set_leaps();
+    derive_early_dtn();
     derive_months();
     assert_valid();
 }
 
-void date::set_dtn(int dtn) {
-    // Within the numbers that a user can name the steps below agree with the calendar but for the last days of four
-    // centuries; there the algorithm of Neri and Schneider (2022) gives the same day in a fraction of the time.
-    constexpr std::uint32_t first = 3654, last = 640637;
-    if (static_cast<std::uint32_t>(dtn) - first <= last - first && dtn != 182622 && dtn != 328719 && dtn != 474816 &&
-        dtn != 620913)
-        return set_calendar_dtn(static_cast<std::uint32_t>(dtn));
+inline void date::set_dtn(int dtn) {
+    // Within the numbers that a user can name the steps agree with the calendar but for the last days of four
+    // centuries; there the algorithm of Neri and Schneider (2022) gives the same day in a fraction of the time. Its
+    // years begin on 1 March.
+    constexpr std::uint32_t first = 3654, last = 640637, days_from_0000_03_01 = 693899;
+    const auto number = static_cast<std::uint32_t>(dtn);
+    if (number - first > last - first || number % days_in_400_years == 36525) return set_irregular_dtn(dtn);
+    const std::uint32_t n1 = 4 * (number + days_from_0000_03_01) + 3;
+    const std::uint32_t century = n1 / days_in_400_years;
+    const std::uint64_t p2 = 2939745ULL * (n1 % days_in_400_years | 3);
+    const std::uint32_t dayofyear = static_cast<std::uint32_t>(p2) / 2939745 / 4;
+    const std::uint32_t n3 = 2141 * dayofyear + 197913;
+    const int next_year = dayofyear >= 306 ? 1 : 0;
+    set_calendar(static_cast<int>(100 * century + static_cast<std::uint32_t>(p2 >> 32)) + next_year,
+                 static_cast<int>(n3 >> 16) - 12 * next_year, static_cast<int>((n3 & 0xFFFF) / 2141) + 1, dtn);
+}
+
+/// The date number's day by steps of four years, as it stands outside the calendar of set_dtn.
+void date::set_irregular_dtn(int dtn) {
     int block, y;
     const int beyond1999 = dtn - 36525;
     if (beyond1999 <= 36525) {
         block = (dtn - 1) / 1461;
         y = ((dtn - block * 1461) * 4 - 4) / 1461;
     } else {
-        const int quad = beyond1999 / days_in_400_years;
-        const int r = beyond1999 - quad * days_in_400_years - 1;
+        const int quad = beyond1999 / days_before_century[4];
+        const int r = beyond1999 - quad * days_before_century[4] - 1;
         const int century =
             (r >= days_before_century[1]) + (r >= days_before_century[2]) + (r >= days_before_century[3]);
         const int r2 = r - days_before_century[century];

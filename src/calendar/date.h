@@ -139,17 +139,19 @@ class date {
         return days[month] + (leap && month > 2 ? 1 : 0);
     }
     static constexpr bool is_block_leap(int year) {
-        const int block = year / 4 * 4;
-        return year == 1900 || block % 100 != 0 || block % 400 == 0;
+        const int block = year / 4;
+        return block % 25 != 0 || block % 4 == 0 || year == 1900;
     }
     static constexpr bool is_leap(int year) { return year % 4 == 0 && is_block_leap(year); }
 
   private:
     void set_number(double number);
     void set_dtn(int dtn); ///< all from the date number
-    void set_calendar_dtn(std::uint32_t dtn);
-    void set_months(double months, int seconds); ///< all from the count of months
-    void set_ymd();                              ///< all from year, month and day
+    void set_irregular_dtn(int dtn);
+    void set_calendar(int year, int month, int day, int dtn); ///< a day from 1908 to 3653
+    void set_months(double months, int seconds);              ///< all from the count of months
+    void set_ymd();                                           ///< all from year, month and day
+    void set_early_ymd();
     void set_leaps() {
         blockleap_ = is_block_leap(year_);
         leap_ = year_ % 4 == 0 && blockleap_;
@@ -157,7 +159,9 @@ class date {
     void limit_year() {
         if (year_ > maxyear) year_ = maxyear;
     }
+    void check_month_and_day() const;
     void derive_dtn();
+    void derive_early_dtn();
     void derive_months() { months_ = year_ * 12 + (month_ - 1) + static_cast<double>(day_ - 1) / daysinmonth(); }
     void assert_valid() const;
     [[noreturn]] void fail_valid() const;

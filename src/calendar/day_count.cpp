@@ -59,25 +59,18 @@ int days_30_360(const date& from, const date& to, Rule rule) {
     return 360 * (to.year() - from.year()) + 30 * (to.month() - from.month()) + d2 - d1;
 }
 
-/// The 1 March on or before a date.
-struct FirstOfMarch {
-    int dtn, year;
-};
-FirstOfMarch last_first_of_march(const date& day) {
-    if (!day.isregular() || day.year() == 1910) {
-        const date march = day.prevanniversary(3, 1, false);
-        return {march.dtn(), march.year()};
-    }
-    const int new_year = day.dtn() - day.dayofyear();
-    if (day.month() > 2) return {new_year + 59 + (day.leap() ? 1 : 0), day.year()};
-    return {new_year - 306, day.year() - 1};
-}
-
+/// The days but for the 29 Februaries up to the 1 March on or before each date.
 int days_without_leap_days(const date& from, const date& to) {
-    const FirstOfMarch first = last_first_of_march(from);
-    const FirstOfMarch last = last_first_of_march(to);
-    const int leap_days = last.dtn - first.dtn - 365 * (last.year - first.year);
-    return days_between(from, to) - leap_days;
+    if (!from.isregular() || !to.isregular()) {
+        const date first = from.prevanniversary(3, 1, false), last = to.prevanniversary(3, 1, false);
+        return days_between(from, to) - (days_between(first, last) - 365 * (last.year() - first.year()));
+    }
+    const auto leap_days = [](const date& day) {
+        const auto year = static_cast<unsigned>(day.month() > 2 ? day.year() : day.year() - 1);
+        const unsigned centuries = year / 100;
+        return static_cast<int>(year / 4 - centuries + centuries / 4);
+    };
+    return days_between(from, to) - (leap_days(to) - leap_days(from));
 }
 
 double actual_years(const date& day) { return 12.0 * day.dayofyear() / day.daysinyear(); }
