@@ -291,14 +291,17 @@ AnnualSequence::Place AnnualSequence::nextplace(const date& from, bool inclusive
 }
 
 AnnualSequence::Found AnnualSequence::findprev(const date& from, bool strict) const {
-    Place place = prevplace(from, strict);
+    const Place place = prevplace(from, strict);
     if (bus_day_switch_ == 0) return {on(place), place.index, number_of(place)};
-    for (int round = 1;; ++round) {
-        Found found = rolled(place);
-        const bool past = strict ? found.when >= from : found.when > from;
-        if (!past || round == rolling_rounds) return found;
+    return unrolled_past(rolled(place), place, from, strict);
+}
+
+AnnualSequence::Found AnnualSequence::unrolled_past(Found found, Place place, const date& from, bool strict) const {
+    for (int round = 1; round < rolling_rounds && (strict ? found.when >= from : found.when > from); ++round) {
         place = place_before(place);
+        found = rolled(place);
     }
+    return found;
 }
 
 AnnualSequence::Found AnnualSequence::findnext(const date& from, bool inclusive) const {
@@ -322,11 +325,13 @@ date AnnualSequence::nextdateshift(const date& from, bool inclusive, bool shift)
 // --- Periods --------------------------------------------------------------------------------------------------
 
 AnnualSequence::Bracket AnnualSequence::bracket(const date& day) const {
-    if (bus_day_switch_ != 0) {
-        const Found before = findprev(day, true), after = findnext(day, true);
-        return {before.when, after.when, before.number, after.number, false};
-    }
     const Place after = nextplace(day, true), before = place_before(after);
+    if (bus_day_switch_ != 0) {
+        const Found last = rolled(before);
+        const Found next = last.when >= day ? last : rolled(after); // rolling may have carried it past the date
+        const Found previous = unrolled_past(last, before, day, true);
+        return {previous.when, next.when, previous.number, next.number, false};
+    }
     const auto [month, day_of_month] = month_days_[after.index];
     const bool exact =
         after.year == day.year() && month == day.month() && std::min(day_of_month, day.daysinmonth()) == day.day();

@@ -132,6 +132,8 @@ class AnnualSequence : public Range<double, 100> {
     date on(const Place& place) const;
     int number_of(const Place& place) const { return place.year * size() + place.index; }
     Found rolled(const Place& place) const;
+    /// The dates before one that rolling has carried past a date, back to the first that it has not.
+    Found unrolled_past(Found found, Place place, const date& from, bool strict) const;
     Bracket bracket(const date& day) const;
     Place place_before(const Place& place) const;
     Place prevplace(const date& from, bool strict) const;

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
-#include <cstring>
 #include <iterator>
 
 namespace qx {
@@ -28,7 +27,8 @@ struct Holiday {
 
 constexpr int recurring_years = 1;
 constexpr int first_year = 0;
-constexpr int chained_kind = 2; ///< follows the New Year's Day of the United Kingdom
+constexpr int longest_slip = 30; ///< days tested for a business day
+constexpr int chained_kind = 2;  ///< follows the New Year's Day of the United Kingdom
 
 constexpr Holiday holidays[] = {
     {},                                                                             // 0
@@ -189,10 +189,31 @@ constexpr int known_years = date::maxyear - first_known_year + 1;
 
 struct Year {
     enum State : std::uint8_t { unknown, known, irregular };
-    std::uint64_t days[6];
-    std::int32_t first; ///< date number of 1 January
+    static constexpr int words = 6;
+    std::uint64_t days[words];
+    std::uint16_t before[words]; ///< business days before those of each word
     std::uint16_t business_days;
     State state;
+    std::int32_t first;      ///< date number of 1 January
+    std::int32_t since_1910; ///< business days from 1910 to 1 January, once they are counted
+
+    bool isbd(const date& day) const {
+        const int i = day.dtn() - first;
+        return (days[i >> 6] >> (i & 63) & 1) != 0;
+    }
+    int business_days_from_1910(const date& day) const {
+        const int i = day.dtn() - first;
+        return since_1910 + before[i >> 6] + std::popcount(days[i >> 6] & ((std::uint64_t{1} << (i & 63)) - 1));
+    }
+    /// Days from one to the first business day on or after it; more than a year has if there is none in the year.
+    int days_to_business_day(const date& day) const {
+        const int i = day.dtn() - first;
+        const std::uint64_t rest = days[i >> 6] >> (i & 63);
+        if (rest != 0) return std::countr_zero(rest);
+        for (int word = (i >> 6) + 1; word < words; ++word)
+            if (days[word] != 0) return word * 64 + std::countr_zero(days[word]) - i;
+        return words * 64;
+    }
 };
 
 /// Suppresses trace items while it lives.
@@ -211,7 +232,7 @@ class MutedTrace {
 /// one by one.
 void learn(Year& year, const date& start, const Family& family) {
     const MutedTrace muted;
-    std::uint64_t days[6] = {};
+    std::uint64_t days[Year::words] = {};
     try {
         const int length = start.daysinyear();
         for (int i = 0, weekday = start.dayofweek(); i < length; ++i, weekday = weekday % 7 + 1)
@@ -222,37 +243,45 @@ void learn(Year& year, const date& start, const Family& family) {
             if (i >= 0 && i < length) days[i >> 6] &= ~(std::uint64_t{1} << (i & 63));
         }
         int count = 0;
-        for (const std::uint64_t word : days) count += std::popcount(word);
-        std::memcpy(year.days, days, sizeof days);
-        year.first = start.dtn();
+        for (int word = 0; word < Year::words; ++word) {
+            year.days[word] = days[word];
+            year.before[word] = static_cast<std::uint16_t>(count);
+            count += std::popcount(days[word]);
+        }
         year.business_days = static_cast<std::uint16_t>(count);
+        year.first = start.dtn();
         year.state = Year::known;
     } catch (const cls_exception&) {
         year.state = Year::irregular;
     }
 }
 
+Year years[family_count][known_years];
+
 /// What is known of a year from 1910 to 3653; null where the days must be tested one by one.
 const Year* known_year(int number, int family) {
-    static Year years[family_count][known_years];
     Year& year = years[family][number - first_known_year];
     if (year.state == Year::unknown) learn(year, date::from_ymd(number, 1, 1), families[family]);
     return year.state == Year::known ? &year : nullptr;
 }
 
-/// Fails as a walk from day to day does that meets one of the four days that have no date.
-void check_walk(const date& from, const date& to) {
-    for (const int missing : {182622, 328719, 474816, 620913})
-        if (from.dtn() < missing && missing < to.dtn()) date::from_dtn(missing);
+/// The same with the business days before it counted, which is done as far as it is asked for. An irregular year counts
+/// none: it follows a day that has no date, which no walk passes.
+const Year* counted_year(int number, int family) {
+    static int counted[family_count]; // years after the first
+    const int wanted = number - first_known_year;
+    for (int& i = counted[family]; i < wanted; ++i) {
+        const Year* const year = known_year(first_known_year + i, family);
+        years[family][i + 1].since_1910 = years[family][i].since_1910 + (year == nullptr ? 0 : year->business_days);
+    }
+    return known_year(number, family);
 }
 
-/// Business days among the first days of a year.
-int business_days_before(const Year& year, int day) {
-    int count = 0;
-    const int words = day >> 6;
-    for (int i = 0; i < words; ++i) count += std::popcount(year.days[i]);
-    if ((day & 63) != 0) count += std::popcount(year.days[words] & ((std::uint64_t{1} << (day & 63)) - 1));
-    return count;
+/// Fails as a walk from day to day does that meets one of the four days that have no date.
+void check_walk(const date& from, const date& to) {
+    if (to.year() < 2400) return; // before the first of them has passed
+    for (const int missing : {182622, 328719, 474816, 620913})
+        if (from.dtn() < missing && missing < to.dtn()) date::from_dtn(missing);
 }
 
 /// Business days of a family from one date up to another, tested one by one.
@@ -273,23 +302,27 @@ bool isbd(const date& day, int BusDaySwitch) {
     const int family = family_of(BusDaySwitch);
     if (family < 0) return true;
     if (!traced() && day.isregular())
-        if (const Year* const year = known_year(day.year(), family); year != nullptr) {
-            const int i = day.dtn() - year->first;
-            return (year->days[i >> 6] >> (i & 63) & 1) != 0;
-        }
+        if (const Year* const year = known_year(day.year(), family); year != nullptr) return year->isbd(day);
     return test(day, families[family]);
 }
 
 date nextbd(const date& day, int BusDaySwitch) {
+    if (!traced() && day.isregular()) {
+        const int family = family_of(BusDaySwitch);
+        const Year* const year = family < 0 ? nullptr : known_year(day.year(), family);
+        const int days = family < 0 ? 0 : year == nullptr ? longest_slip : year->days_to_business_day(day);
+        if (days == 0) return day;
+        if (days < longest_slip) return day.plusdays(days);
+    }
     date slipped = day;
-    for (int tests = 1; tests <= 30 && !isbd(slipped, BusDaySwitch); ++tests) slipped.adddays(1);
+    for (int tests = 1; tests <= longest_slip && !isbd(slipped, BusDaySwitch); ++tests) slipped.adddays(1);
     if (traced() && slipped != day) trace().info(text_of(day, " slipped to next Business Day ", slipped));
     return slipped;
 }
 
 date prevbd(const date& day, int BusDaySwitch) {
     date slipped = day;
-    for (int tests = 1; tests <= 30 && !isbd(slipped, BusDaySwitch); ++tests) slipped.adddays(-1);
+    for (int tests = 1; tests <= longest_slip && !isbd(slipped, BusDaySwitch); ++tests) slipped.adddays(-1);
     if (traced() && slipped != day) trace().info(text_of(day, " slipped to previous Business Day ", slipped));
     return slipped;
 }
@@ -312,14 +345,10 @@ int diffbusdays(const date& date1, const date& date2, int BusDaySwitch) {
     const int family = family_of(BusDaySwitch);
     if (family < 0) return n;
     if (!date1.isregular() || !date2.isregular()) return walk(date1, date2, families[family]);
-    int count = 0;
-    for (int number = date1.year(); number <= date2.year(); ++number) {
-        const Year* const year = known_year(number, family);
-        if (year == nullptr) return walk(date1, date2, families[family]);
-        if (number == date1.year()) count -= business_days_before(*year, date1.dtn() - year->first);
-        count += number == date2.year() ? business_days_before(*year, date2.dtn() - year->first) : year->business_days;
-    }
-    return count;
+    const Year* const last = counted_year(date2.year(), family);
+    const Year* const first = known_year(date1.year(), family);
+    if (first == nullptr || last == nullptr) return walk(date1, date2, families[family]);
+    return last->business_days_from_1910(date2) - first->business_days_from_1910(date1);
 }
 
 date easter_sunday(int year) {
