@@ -2,12 +2,14 @@
 #include "apps/quexel/commands.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+namespace qx::app {
 namespace {
 
 /// The arguments with a formula such as -SUM(1,2) moved behind "--", since it would be taken for an option.
@@ -38,10 +40,7 @@ int finished(int status) {
     return status == 0 ? 1 : status;
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    using namespace qx::app;
+int run(int argc, char** argv) {
     CLI::App program{"Calculates worksheet formulas and models for property, project finance and banking, and explains "
                      "how each result came about."};
     program.name("quexel");
@@ -98,8 +97,17 @@ int main(int argc, char** argv) {
         return finished(status);
     } catch (const CLI::ParseError& error) {
         return program.exit(error) == 0 ? 0 : 2;
+    }
+}
+
+} // namespace
+} // namespace qx::app
+
+int main(int argc, char** argv) {
+    try {
+        return qx::app::run(argc, argv);
     } catch (const std::exception& error) {
-        std::cerr << "quexel: " << error.what() << '\n';
+        std::fprintf(stderr, "quexel: %s\n", error.what());
         return 1;
     }
 }

@@ -30,7 +30,8 @@ class Arena {
     template <class T>
     T* take(std::size_t count) {
         static_assert(alignof(T) <= 8);
-        return static_cast<T*>(bytes((count * sizeof(T) + 7) & ~std::size_t{7}));
+        const std::size_t size = count * sizeof(T); // NOLINT(bugprone-sizeof-expression): T may be a pointer
+        return static_cast<T*>(bytes((size + 7) & ~std::size_t{7}));
     }
 
   private:

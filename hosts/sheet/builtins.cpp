@@ -299,13 +299,13 @@ Value total_where(const Arguments& a, const Value& values, int from, Total& tota
 
 Value sum_where(const Arguments& a, const Value& values, int from) {
     Total total;
-    const Value error = total_where(a, values, from, total);
-    return error.is_error() ? error : number(total.sum);
+    Value error = total_where(a, values, from, total);
+    return error.is_error() ? std::move(error) : number(total.sum);
 }
 
 Value average_where(const Arguments& a, const Value& values, int from) {
     Total total;
-    const Value error = total_where(a, values, from, total);
+    Value error = total_where(a, values, from, total);
     if (error.is_error()) return error;
     return total.count == 0 ? Value::error(xlerrDiv0) : number(total.sum / static_cast<double>(total.count));
 }
@@ -398,7 +398,7 @@ Value places(const Arguments& a, bool of_rows) {
 }
 
 Value transpose(const Arguments& a) {
-    const Value value = a.calculator.looked_up(a[0]);
+    Value value = a.calculator.looked_up(a[0]);
     if (!value.is(Type::array)) return value;
     if (value.rows() > max_columns) return bad_value();
     Value turned = Value::array(value.columns(), value.rows());
@@ -521,6 +521,12 @@ double now() {
 int seconds_of(double serial) {
     return static_cast<int>(std::floor((serial - std::floor(serial)) * 86400.0 + 0.5)) % 86400;
 }
+/// A part of the time of day: seconds divided by `unit`, in a cycle of so many; an error before the first day.
+Value part_of_day(double serial, int unit, int cycle) {
+    if (serial < 0.0) return num();
+    const int part = seconds_of(serial) / unit % cycle;
+    return number(part);
+}
 
 // --- Texts ----------------------------------------------------------------------------------------------------------
 
@@ -554,9 +560,9 @@ Value substitute(const Arguments& a) {
     if (old.empty()) return a[0];
     std::string result;
     std::size_t at = 0;
-    for (double occurrence = 1.0;; occurrence += 1.0) {
-        const std::size_t found = text.find(old, at);
-        if (found == std::string_view::npos) break;
+    double occurrence = 0.0;
+    for (std::size_t found; (found = text.find(old, at)) != std::string_view::npos;) {
+        occurrence += 1.0;
         result += text.substr(at, found - at);
         result += !a.has(3) || occurrence == which ? fresh : old;
         at = found + old.size();
@@ -600,7 +606,7 @@ Value repeat(const Arguments& a) {
         return bad_value();
     std::string text;
     if (!a.text(0).empty())
-        for (double i = 0.0; i < times; i += 1.0) text += a.text(0);
+        for (int left = static_cast<int>(times); left > 0; --left) text += a.text(0);
     return Value::text(text);
 }
 
@@ -721,7 +727,7 @@ Value sum_of_products(const Arguments& a) {
 /// Sample variance of the numbers of the arguments.
 Value variance(const Arguments& a) {
     std::vector<double> numbers;
-    const Value error = all_numbers(a, numbers);
+    Value error = all_numbers(a, numbers);
     if (error.is_error()) return error;
     if (numbers.size() < 2) return Value::error(xlerrDiv0);
     const double count = static_cast<double>(numbers.size());
@@ -734,7 +740,7 @@ Value variance(const Arguments& a) {
 /// The item of a rank, from 1, among the numbers of the first argument in ascending order; from the end if negative.
 Value ranked(const Arguments& a, double rank) {
     std::vector<double> numbers;
-    const Value error = all_numbers({a.calculator, a.values, 1}, numbers);
+    Value error = all_numbers({a.calculator, a.values, 1}, numbers);
     if (error.is_error()) return error;
     const double count = static_cast<double>(numbers.size());
     if (rank < 0.0) rank += count + 1.0;
@@ -746,7 +752,7 @@ Value ranked(const Arguments& a, double rank) {
 
 Value median(const Arguments& a) {
     std::vector<double> numbers;
-    const Value error = all_numbers(a, numbers);
+    Value error = all_numbers(a, numbers);
     if (error.is_error()) return error;
     if (numbers.empty()) return num();
     std::sort(numbers.begin(), numbers.end());
@@ -1013,9 +1019,9 @@ const Builtin table[] = {
              std::trunc(a.number(0)) * 3600.0 + std::trunc(a.number(1)) * 60.0 + std::trunc(a.number(2));
          return seconds < 0.0 ? num() : number(std::fmod(seconds, 86400.0) / 86400.0);
      }},
-    {"HOUR", "n", [](A a) { return a.number(0) < 0.0 ? num() : number(seconds_of(a.number(0)) / 3600); }},
-    {"MINUTE", "n", [](A a) { return a.number(0) < 0.0 ? num() : number(seconds_of(a.number(0)) / 60 % 60); }},
-    {"SECOND", "n", [](A a) { return a.number(0) < 0.0 ? num() : number(seconds_of(a.number(0)) % 60); }},
+    {"HOUR", "n", [](A a) { return part_of_day(a.number(0), 3600, 24); }},
+    {"MINUTE", "n", [](A a) { return part_of_day(a.number(0), 60, 60); }},
+    {"SECOND", "n", [](A a) { return part_of_day(a.number(0), 1, 60); }},
     {"TODAY", "", [](A) { return Value::date(std::floor(now())); }, true},
     {"NOW", "", [](A) { return Value::date(now()); }, true},
 

@@ -219,7 +219,7 @@ Value Calculator::apply_single(Code code, const Value& a, const Value& b) {
 
 Value Calculator::apply(Code code, const Value& a, const Value& b) {
     if (!a.is_many() && !b.is_many()) return apply_single(code, single(a), single(b));
-    const Value left = looked_up(a), right = looked_up(b);
+    Value left = looked_up(a), right = looked_up(b);
     if (left.is_error()) return left;
     if (right.is_error()) return right;
     const std::uint32_t rows = std::max(height(left), height(right)), columns = std::max(width(left), width(right));

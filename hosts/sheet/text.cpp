@@ -42,11 +42,10 @@ std::string change_case(std::string_view text, char first, char last) {
     const unsigned latin_first = first == 'a' ? 0xA0 : 0x80;
     for (std::size_t i = 0; i < changed.size(); ++i) {
         const unsigned c = byte_at(changed, i);
-        if (changed[i] >= first && changed[i] <= last)
-            changed[i] = static_cast<char>(changed[i] ^ 0x20);
-        else if (i > 0 && byte_at(changed, i - 1) == 0xC3 && c >= latin_first && c <= latin_first + 0x1E &&
-                 c != latin_first + 0x17)
-            changed[i] = static_cast<char>(changed[i] ^ 0x20);
+        const bool ascii = changed[i] >= first && changed[i] <= last;
+        const bool latin = i > 0 && byte_at(changed, i - 1) == 0xC3 && c >= latin_first && c <= latin_first + 0x1E &&
+                           c != latin_first + 0x17;
+        if (ascii || latin) changed[i] = static_cast<char>(changed[i] ^ 0x20);
     }
     return changed;
 }

@@ -164,7 +164,10 @@ void FittedPolynomial::fit(Routine& here, const Range<double>& places, const Ran
     for (int i = 1; i <= points_; ++i) {
         const double t = scaled(places.get(i));
         double power = 1.0;
-        for (int k = 0; k <= degree_; ++k, power *= t) block(rows, k) = power;
+        for (int k = 0; k <= degree_; ++k) {
+            block(rows, k) = power;
+            power *= t;
+        }
         block(rows, degree_ + 1) = values.get(i);
         if (++rows < terms + rows_at_once && i < points_) continue;
         triangularise(block, rows);

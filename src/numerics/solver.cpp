@@ -131,12 +131,14 @@ bool clsSolveBase::locate_rate(Pair& pair, double x1, double x2) {
 bool clsSolveBase::expand(Pair& pair, double guess, double step, double lowest, double highest, int n) {
     info("Solve: Attempting systematic expansion from guess of ", guess);
     double up = step, down = step;
-    for (int i = 1; i <= n; ++i, up *= 2.0, down *= 2.5) {
+    for (int i = 1; i <= n; ++i) {
         ++iterations_;
         pair = {std::max(guess - down, lowest), std::min(guess + up, highest)};
         evaluate(pair);
         if (pair.crosses_or_zero()) return true;
         if (pair.low <= lowest && pair.high >= highest) return false;
+        up *= 2.0;
+        down *= 2.5;
     }
     return false;
 }

@@ -22,6 +22,9 @@
 
 namespace qx::test {
 
+/// In place of the areas of a reference that names only a sheet.
+inline constexpr std::string_view no_areas = "none";
+
 inline std::string written(double value) {
     char digits[17];
     std::snprintf(digits, sizeof digits, "%016llx",
@@ -59,7 +62,7 @@ inline std::string written(const OPER& cell) {
     case xltypeRef: {
         const XLMREF* const areas = cell.val.mref.lpmref;
         return "r" + std::to_string(cell.val.mref.idSheet) + ":" +
-               (areas == nullptr || areas->count == 0 ? "none" : written(areas->reftbl[0]));
+               (areas == nullptr || areas->count == 0 ? std::string(no_areas) : written(areas->reftbl[0]));
     }
     case xltypeMulti: {
         const auto& array = cell.val.array;
@@ -106,8 +109,13 @@ class CellReader {
             OPER cell{{.num = 0.0}, xltypeRef};
             cell.val.mref.idSheet = integer<std::uintptr_t>(text);
             text.remove_prefix(1);
-            areas_.push_back(std::make_unique<XLMREF>(XLMREF{1, {rectangle(text)}}));
-            cell.val.mref.lpmref = areas_.back().get();
+            cell.val.mref.lpmref = nullptr;
+            if (text.starts_with(no_areas)) {
+                text.remove_prefix(no_areas.size());
+            } else {
+                areas_.push_back(std::make_unique<XLMREF>(XLMREF{1, {rectangle(text)}}));
+                cell.val.mref.lpmref = areas_.back().get();
+            }
             return cell;
         }
         case 'a': {
