@@ -6,8 +6,8 @@
 namespace qx {
 namespace {
 
-date plus(const date& TheDate, double Days, double DayCount, double Factor) {
-    return TheDate.plusdays(static_cast<int>(Days * Factor + DayCount));
+double plus(const date& TheDate, double Days, double DayCount, double Factor) {
+    return TheDate.dtn() + Days * Factor + DayCount;
 }
 double sum(Range<double>& Values) {
     double sum = 0.0;
@@ -19,7 +19,7 @@ constexpr Function four_arguments{
     .name = "Plus",
     .category = Category::Miscellaneous,
     .calls = core<plus>,
-    .help = "Four arguments in, a date out",
+    .help = "A date and three numbers in, a number out",
     .args = {{"TheDate", ""}, {"Days", ""}, optional("DayCount", 0.0, ""), optional("Factor", 1.0, "")},
 };
 constexpr Function one_range{

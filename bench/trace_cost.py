@@ -8,11 +8,11 @@ import math
 import subprocess
 import sys
 
-TURNS = 9
+TURNS = 40
 
 
 def fastest(program, pattern, best):
-    options = [f"--benchmark_filter={pattern}", "--benchmark_min_time=0.05", "--benchmark_format=json"]
+    options = [f"--benchmark_filter={pattern}", "--benchmark_min_time=0.01", "--benchmark_format=json"]
     run = subprocess.run([program, *options], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=True)
     for entry in json.loads(run.stdout)["benchmarks"]:
         name = entry["name"]

@@ -64,7 +64,7 @@ OPER* perform(const Function& function, OPER* const* cells) {
         frame.start();
         function.calls.run(frame);
         frame.end();
-        trace().setlevel(level);
+        if (level != -1) trace().setlevel(level);
         return &ResultOper();
     } catch (const uncalc& e) {
         the_last_error = &e.kind();

@@ -187,7 +187,7 @@ void return_list(const Range<T, N>& list, const ListWords& words, FunctionContex
     }
     trace().return_values();
     for (int i = 1; i <= n; ++i) {
-        trace().element(i, list.get(i));
+        if (traced()) trace().element(i, list.get(i));
         result_cells[i - 1] = cell_of(list.get(i));
     }
     trace().changelevel(-2);
@@ -206,7 +206,7 @@ OPER& ResultOper() {
 }
 
 void Frame::reply(double value) {
-    trace().result(value);
+    if (traced()) trace().result(value);
     constexpr double large = 1e10;
     if (std::fabs(value) > large) {
         // The debug watch of large numbers: the file holds the last one only.
@@ -219,27 +219,27 @@ void Frame::reply(double value) {
 }
 
 void Frame::reply_integer(long long value) {
-    trace().result(value);
+    if (traced()) trace().result(value);
     ResultOper() = number_cell(static_cast<double>(value));
 }
 
 void Frame::reply(bool value) {
-    trace().result(value);
+    if (traced()) trace().result(value);
     ResultOper() = bool_cell(value);
 }
 
 void Frame::reply(const std::string& text) {
-    trace().result(text);
+    if (traced()) trace().result(text);
     ResultOper() = {{.str = counted_text(result_text, text)}, xltypeStr};
 }
 
 void Frame::reply(const date& day) {
-    trace().result(day);
+    if (traced()) trace().result(day);
     ResultOper() = cell_of(day);
 }
 
 void Frame::reply(const anyvalue& value) {
-    trace().result(value);
+    if (traced()) trace().result(value);
     if (value.istext())
         ResultOper() = {{.str = counted_text(result_text, value.text())}, xltypeStr};
     else
@@ -267,7 +267,7 @@ void Frame::reply(const AnnualSequence& sequence) {
     return_list(figures, sequence_words, context);
 }
 void Frame::reply(const OPER& cell) {
-    trace().result(cell);
+    if (traced()) trace().result(cell);
     result_texts_used = 0;
     if (cell.type() != xltypeMulti) {
         ResultOper() = cell_of(cell);

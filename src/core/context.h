@@ -23,21 +23,25 @@ inline bool tracing = false;
 inline bool TraceMuted = false;
 #endif
 
-/// True if a trace item would be stored: the one test in front of every text that is built for the trace.
-inline bool traced() { return tracing && !TraceMuted; }
+/// True if a trace item would be stored: the one test in front of every text that is built for the trace. The
+/// compiler is told to expect that it is not, and keeps what follows out of the way.
+inline bool traced() { return __builtin_expect(static_cast<long>(tracing && !TraceMuted), 0L) != 0L; }
 
 class FunctionContext {
   public:
     constexpr FunctionContext() noexcept = default;
     FunctionContext(std::string_view function, std::string_view variable) {
-        if (tracing) setnames(function, variable);
+        if (tracing) [[unlikely]]
+            setnames(function, variable);
     }
     FunctionContext(const FunctionContext& other) {
-        if (other.texts_) copy(other);
+        if (other.texts_) [[unlikely]]
+            copy(other);
     }
     FunctionContext(FunctionContext&&) noexcept = default;
     FunctionContext& operator=(const FunctionContext& other) {
-        if (texts_ || other.texts_) copy(other);
+        if (texts_ || other.texts_) [[unlikely]]
+            copy(other);
         return *this;
     }
     FunctionContext& operator=(FunctionContext&&) noexcept = default;
