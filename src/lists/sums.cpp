@@ -117,10 +117,10 @@ double SumSubRange(const Range<double>& Values, int FirstOne, int LastOne) {
 double SumDiv(const Range<double>& Values, const Range<double>& Divisors) {
     Routine here{"SumDiv"};
     here.arguments(QX_NAMED(Values, Divisors));
-    const bool single = Divisors.size() == 1;
-    if (!single) Values.checksamesize(Divisors);
+    if (Values.size() != 1 && Divisors.size() != 1) Values.checksamesize(Divisors);
     double sum = 0.0;
-    for (int i = 1; i <= Values.size(); ++i) sum += safe_divide(Values.get(i), Divisors.get(single ? 1 : i));
+    for (int i = 1; i <= std::max(Values.size(), Divisors.size()); ++i)
+        sum += safe_divide(Values.get(std::min(i, Values.size())), Divisors.get(std::min(i, Divisors.size())));
     return here.returning(sum);
 }
 

@@ -16,8 +16,8 @@ double SumBounds(const Range<double>& Values, const Maybe<double>& MinValue, con
 /// The sum of the items at the positions FirstOne to LastOne, as sub_range takes them.
 double SumSubRange(const Range<double>& Values, int FirstOne, int LastOne);
 
-/// The sum of each value over its divisor, 0 for a divisor of zero. A single divisor serves all values. Throws
-/// inputrangelength2.
+/// The sum of each value over its divisor, 0 for a divisor of zero. A single value or divisor serves all of the other
+/// list. Throws inputrangelength2.
 double SumDiv(const Range<double>& Values, const Range<double>& Divisors);
 
 /// The sum of the values in one category, a number or a text. Throws inputrangelength2.

@@ -74,7 +74,7 @@ constexpr Function SumDiv{
     .category = category,
     .calls = core<qx::SumDiv>,
     .help = "The sum of each number divided by its divisor; a division by zero counts as 0",
-    .args = {Values(), {"Divisors", "The divisor of each number, or one for all"}},
+    .args = {Values(), {"Divisors", "The divisor of each number, or one for all; a single number serves all divisors"}},
     .examples = {"SumDiv({10;20;5},{5;4;0}) = 7"},
     .see_also = "SumCombine,SDiv",
 };
