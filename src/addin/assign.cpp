@@ -24,6 +24,7 @@ struct Source {
     bool optional;
     bool in_range;
     FunctionContext& context;
+    double preset = 0.0; ///< the default of an optional cell, if it is a number or a condition
 
     [[noreturn]] void refuse() const {
         if (traced()) trace().warning(type_warning);
@@ -111,8 +112,10 @@ struct Element<bool> {
             slot = false;
         else if (isequal(value, 1.0))
             slot = true;
-        else if (traced())
-            trace().warning(text_of("Boolean value (", value, ") not understood on input."));
+        else {
+            slot = from.preset != 0.0; // and not what the call before has left
+            if (traced()) trace().warning(text_of("Boolean value (", value, ") not understood on input."));
+        }
     }
     static void text(bool& slot, const std::string&, const Source& from) {
         if (from.in_range) from.refuse();
@@ -283,7 +286,7 @@ State Frame::state_of_next() const {
 template <class T>
 void Frame::input_cell(T& slot) {
     const Input in = next("AssignCell", "AssignCellOpt");
-    const Source from = Source{in.argument.name, in.argument.is_optional(), false, context};
+    const Source from{in.argument.name, in.argument.is_optional(), false, context, in.argument.preset.value};
     switch (in.cell.type()) {
     case xltypeMissing:
         if (!from.optional) throw missingarg(context);
