@@ -40,6 +40,15 @@ void clsSolveBase::evaluate(Pair& pair) {
     pair.fhigh = eval(pair.high);
 }
 
+void clsSolveBase::evaluate(Pair& pair, const Pair& known) {
+    const auto value_at = [&](double x) {
+        if (traced()) return eval(x); // which shows it
+        return x == known.low ? known.flow : x == known.high ? known.fhigh : eval(x);
+    };
+    pair.flow = value_at(pair.low);
+    pair.fhigh = value_at(pair.high);
+}
+
 double clsSolveBase::solve(double x1, double x2, double tol, int maxiter, int mode, const FunctionContext& caller) {
     if (tracing) {
         context_.setnames(caller.function(), caller.variable());
@@ -149,11 +158,12 @@ bool clsSolveBase::traverse(Pair& pair, int n, bool downwards) {
     const double step = safe_divide(pair.high - pair.low, n);
     for (int i = 1; i <= n; ++i) {
         ++iterations_;
+        const Pair last = pair;
         if (downwards)
             pair = {pair.low - step, pair.low};
         else
             pair = {pair.high, pair.high + step};
-        evaluate(pair);
+        i == 1 ? evaluate(pair) : evaluate(pair, last);
         if (pair.crosses_or_zero()) return true;
     }
     return false;
@@ -179,6 +189,7 @@ bool clsSolveBase::montecarlo(Pair& pair, int n) {
     const double start = pair.low, width = pair.high - pair.low;
     for (int i = 1; i <= n; ++i) {
         ++iterations_;
+        const Pair last = pair;
         const double x = start + next_random() * width;
         if (x < pair.low)
             pair = {x, pair.low};
@@ -188,7 +199,7 @@ bool clsSolveBase::montecarlo(Pair& pair, int n) {
             pair.low = x;
         else
             pair.high = x;
-        evaluate(pair);
+        i == 1 ? evaluate(pair) : evaluate(pair, last);
         if (pair.crosses()) return true;
     }
     return false;

@@ -67,6 +67,8 @@ class clsSolveBase {
 
   private:
     void evaluate(Pair& pair);
+    /// The same; a point that is an end of a pair evaluated before is not asked again, unless the trace shows it.
+    void evaluate(Pair& pair, const Pair& known);
     bool locate_rate(Pair& pair, double x1, double x2);
     double refine(Pair pair, double tol, int maxiter);
     template <class E, class... Pieces>

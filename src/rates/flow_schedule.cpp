@@ -10,8 +10,9 @@ namespace qx {
 namespace {
 
 constexpr double received_at_once = -1.0;
-constexpr double largest_rate = 1e10; ///< of a period, beyond which nothing is corrected
-constexpr int lanes = 4;              ///< partial sums: flow i goes into sum i % 4
+constexpr double largest_rate = 1e10;      ///< of a period, beyond which nothing is corrected
+constexpr double modest_log_growth = 23.0; ///< below that of the largest rate
+constexpr int lanes = 4;                   ///< partial sums: flow i goes into sum i % 4
 
 double2 load(const double* values) {
     double2 two;
@@ -22,12 +23,12 @@ double2 load(const double* values) {
 /// What a flow received evenly over a period is worth, over the same received at the period's start. `log_growth` is
 /// the logarithm of the growth over the period.
 double evenly_received(double log_growth) {
-    const double rate = std::expm1(log_growth);
+    const double rate = traced() || log_growth > modest_log_growth ? std::expm1(log_growth) : 0.0;
     if (traced()) trace().info(text_of("Periodic Effective Rate=", rate, " per period"));
     if (rate >= largest_rate || rate <= -largest_rate) return 1.0;
-    const double continuous = safe_divide(rate, log_growth);
     const double factor = iszero(log_growth) ? 0.0 : -std::expm1(-log_growth) / log_growth;
-    if (traced()) trace().info(text_of("Continuous Correction Factor=", continuous, ", CorrectionM=", factor));
+    if (traced())
+        trace().info(text_of("Continuous Correction Factor=", safe_divide(rate, log_growth), ", CorrectionM=", factor));
     return factor;
 }
 
@@ -47,6 +48,10 @@ void FlowSchedule::add(double amount, double years) {
 void FlowSchedule::add_spread(double amount, double years, double period) {
     add(amount, years);
     periods_[n_ - 1] = period;
+    int k = 0;
+    while (k < n_lengths_ && lengths_[k] != period) ++k;
+    if (k == n_lengths_ && k < most_lengths) lengths_[n_lengths_++] = period;
+    length_of_[n_ - 1] = k;
     spread_ = true;
 }
 
@@ -55,18 +60,38 @@ double FlowSchedule::value(int i, const PowersOf& growth) const {
     return periods_[i] == received_at_once ? value : value * evenly_received(periods_[i] * growth.log());
 }
 
+bool FlowSchedule::served_from(int i, const PowersOf& growth) const {
+    const double* years = years_ + i;
+    return growth.serves(years[0]) && growth.serves(years[1]) && growth.serves(years[2]) && growth.serves(years[3]);
+}
+
 double FlowSchedule::present_value(double rate) const {
     const PowersOf growth(1.0 + rate);
     double2 sums[lanes / 2] = {};
     int i = 0;
-    if (!spread_ && !traced() && growth.serves(longest_)) {
-        const auto pair = [&](int at) {
-            return load(amounts_ + at) / growth.pair(load(years_high_ + at), load(years_low_ + at));
+    if (!traced()) {
+        double corrections[most_lengths];
+        for (int k = 0; k < n_lengths_; ++k) corrections[k] = evenly_received(lengths_[k] * growth.log());
+        const auto correction = [&](int at) {
+            if (periods_[at] == received_at_once) return 1.0;
+            if (length_of_[at] < n_lengths_) return corrections[length_of_[at]];
+            return evenly_received(periods_[at] * growth.log());
         };
+        const auto corrected = [&](int at, double2 values) {
+            return spread_ ? values * double2{correction(at), correction(at + 1)} : values;
+        };
+        const auto pair = [&](int at) {
+            return corrected(at, load(amounts_ + at) / growth.pair(load(years_high_ + at), load(years_low_ + at)));
+        };
+        const auto one_by_one = [&](int at) {
+            return corrected(at, load(amounts_ + at) / double2{growth(years_[at]), growth(years_[at + 1])});
+        };
+        const bool all_served = growth.serves(longest_);
         double2 first = {}, second = {}; // not the array, which would be stored and loaded each time
         for (; i + lanes <= n_; i += lanes) {
-            first += pair(i);
-            second += pair(i + 2);
+            const bool served = all_served || served_from(i, growth);
+            first += served ? pair(i) : one_by_one(i);
+            second += served ? pair(i + 2) : one_by_one(i + 2);
         }
         sums[0] = first;
         sums[1] = second;

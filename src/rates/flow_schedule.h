@@ -16,7 +16,7 @@ class FlowSchedule {
   public:
     static constexpr int capacity = 4 * range_capacity + 4;
 
-    void clear() { n_ = 0, longest_ = 0.0, spread_ = false; }
+    void clear() { n_ = n_lengths_ = 0, longest_ = 0.0, spread_ = false; }
     int size() const { return n_; }
     /// A flow at a time in years, received at once.
     void add(double amount, double years);
@@ -31,6 +31,9 @@ class FlowSchedule {
     double present_value(double rate) const;
 
   private:
+    /// True if the four flows from i on may be valued two at a time.
+    bool served_from(int i, const PowersOf& growth) const;
+
     int n_ = 0;
     double longest_ = 0.0; ///< of the times, without sign
     bool spread_ = false;
@@ -39,6 +42,12 @@ class FlowSchedule {
     alignas(16) double years_high_[capacity] = {}; ///< years as two parts for PowersOf
     alignas(16) double years_low_[capacity] = {};
     double periods_[capacity] = {}; ///< years over which a flow is received; negative for one received at once
+
+    // The different lengths of these periods, so that each is looked at once per rate.
+    static constexpr int most_lengths = 256;
+    int n_lengths_ = 0;
+    double lengths_[most_lengths] = {};
+    int length_of_[capacity] = {}; ///< of a spread flow; most_lengths for one beyond the list
 };
 
 } // namespace qx

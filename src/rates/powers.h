@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 namespace qx {
 
@@ -46,6 +47,7 @@ inline double2 exponential(double2 high, double2 low) {
 class PowersOf {
   public:
     static constexpr double largest = 700.0; ///< of exponent * ln(base): no result over- or underflows
+    static constexpr double beyond = 750.0;  ///< every result over- or underflows
 
     explicit PowersOf(double base) : base_(base) {
         if (!(base > tolerance) || isequal(base, 1.0)) return;
@@ -58,13 +60,18 @@ class PowersOf {
     double log() const { return log_; }
     /// True if every exponent up to a size may go through pair().
     bool serves(double exponent) const { return log_ != 0.0 && std::fabs(exponent * log_) <= largest; }
+    /// True if the power is beyond all numbers. That of the negative exponent is 0 then.
+    bool overflows(double exponent) const { return exponent * log_ > beyond; }
 
     /// Two powers at once; each exponent as split() gives it.
     double2 pair(double2 exponent_high, double2 exponent_low) const {
         return exponential(exponent_high * high_, exponent_high * low_ + exponent_low * log_);
     }
     double operator()(double exponent) const {
-        if (!serves(exponent)) return SafePow(base_, exponent);
+        if (!serves(exponent)) {
+            if (overflows(exponent)) return std::numeric_limits<double>::infinity();
+            return overflows(-exponent) ? 0.0 : SafePow(base_, exponent);
+        }
         const double high = split(exponent);
         const double low = exponent - high;
         return pair(double2{high, high}, double2{low, low})[0];
