@@ -202,7 +202,8 @@ const Range<int>& Disperse(int Tot, int iStart, int iFinish) {
     if (extra > 0) here.info("Step between adjustments ", static_cast<double>(n) / extra);
     for (int k = 0; k < extra; ++k) {
         const int position = iStart + static_cast<int>((2LL * k + 1) * n / (2LL * extra)); // the middle of its step
-        here.info(k == 0 ? "Step starts at period " : "Extra pmt at n=", position);
+        if (k == 0) here.info("Step starts at period ", position);
+        here.info("Extra pmt at n=", position);
         amounts(position) += Tot > 0 ? 1 : -1;
     }
     here.returning();
