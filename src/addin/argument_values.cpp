@@ -3,6 +3,7 @@
 #include "calendar/date_functions.h"
 #include "core/combine.h"
 #include "core/routine.h"
+#include "numerics/distributions.h"
 #include "numerics/lookup.h"
 #include "projections/descriptions.h"
 
@@ -48,21 +49,28 @@ constexpr const char* ends[] = {"0:First end only", "1:Both ends", "2:Neither en
 constexpr const char* operations[] = {"0:Sum", "1:Average", "2:Count", "3:Greatest", "4:Smallest", "5:Product"};
 constexpr const char* find_switches[] = {"0:Values", "1:Positions", "2:All values", "3:All positions"};
 constexpr const char* criteria_options[] = {"0:Condition is OR", "1:Condition is AND"};
+constexpr const char* trim_options[] = {"0:At the end", "1:At the start too", "2:In the middle too", "4:Zeros too"};
+constexpr const char* cumulative_switches[] = {"0:On the line between two points", "1:Point below", "2:Point above"};
+constexpr const char* curves[] = {"0:Step", "1:Straight line", "2:Cosine", "3:Cubic", "4:Exponential"};
+constexpr const char* split_modes[] = {"0:Pieces between the matches", "1:Matches"};
+constexpr const char* currencies[] = {"0:Dollar", "1:Euro", "2:Pound", "3:Peso"};
+constexpr const char* languages[] = {"0:English", "1:Spanish", "2:French"};
 
-/// The values of one argument: a list of texts, or the words that a function has for the numbers from 0.
+/// The values of one argument: a list of texts, or the words that a function has for some numbers in a row.
 struct Values {
     const char* argument;
     const char* const* texts;
     int count;
     std::string (*describe)(int) = nullptr;
+    int first = 0;
 };
 
 template <std::size_t n>
 constexpr Values listed(const char* argument, const char* const (&texts)[n]) {
     return {argument, texts, static_cast<int>(n)};
 }
-constexpr Values described(const char* argument, std::string (*describe)(int), int last) {
-    return {argument, nullptr, last + 1, describe};
+constexpr Values described(const char* argument, std::string (*describe)(int), int last, int first = 0) {
+    return {argument, nullptr, last - first + 1, describe, first};
 }
 
 constexpr Values known[] = {
@@ -75,7 +83,15 @@ constexpr Values known[] = {
     listed("RangeOperation", operations),
     listed("FindSwitch", find_switches),
     listed("CritOpts", criteria_options),
+    listed("TrimOpts", trim_options),
+    listed("CumSwitch", cumulative_switches),
+    listed("InterpType", curves),
+    listed("SplitMode", split_modes),
+    listed("Currency", currencies),
+    listed("Language", languages),
     described("LookupSwitch", DescribeLookup, closest),
+    described("Look_UpSwitch", DescribeLookup, closest),
+    described("DistType", DescribeDistType, lognormal_distribution, uniform_distribution),
     described("CombineSwitch", DescribeCombineSwitch, last_combine_switch),
     described("LevelSwitchOpt", DescribeLevelSwitch, 5),
     described("Round", DescribeRounding, 3),
@@ -97,8 +113,11 @@ const Range<std::string>& ArgValues(const std::string& ArgName) {
         here.fail<errliblookupfailed>("ArgName", "There is no argument with set values of the name ", ArgName);
     static Range<std::string> texts;
     texts.dimension(values->count);
-    for (int i = 0; i < values->count; ++i)
-        texts(i + 1) = values->texts != nullptr ? values->texts[i] : std::to_string(i) + ":" + values->describe(i);
+    for (int i = 0; i < values->count; ++i) {
+        const int value = values->first + i;
+        texts(i + 1) =
+            values->texts != nullptr ? values->texts[i] : std::to_string(value) + ":" + values->describe(value);
+    }
     here.returning();
     return texts;
 }
