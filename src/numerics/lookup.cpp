@@ -113,8 +113,8 @@ struct Lookup {
     }
 };
 
-void check_mode(Routine& here, int LookupSwitch) {
-    here.limit(LookupSwitch, descend_less_or_equal, closest, "LookupSwitch");
+void check_mode(Routine& here, int LookupSwitch, const char* name = "LookupSwitch") {
+    here.limit(LookupSwitch, descend_less_or_equal, closest, name);
 }
 
 } // namespace
@@ -141,6 +141,7 @@ double LookUpB(const Range<double>& InputRange, const Range<double>& OutputRange
                int Look_UpSwitch) {
     Routine here{"LookUpB"};
     here.arguments(QX_NAMED(InputRange, OutputRange, InputValue, Look_UpSwitch));
+    check_mode(here, Look_UpSwitch, "Look_UpSwitch");
     return here.returning(
         LookupN(InputValue, InputRange, OutputRange, Look_UpSwitch, no_lookup_tolerance, no_fallback));
 }

@@ -4,6 +4,7 @@
 #include "lists/regular_expressions.h"
 #include "lists/text.h"
 #include "lists/variables.h"
+#include "numerics/lookup.h"
 
 #include <gtest/gtest.h>
 
@@ -87,6 +88,24 @@ TEST(ExtractNum, TakesPositionsFromOneAndBothEnds) {
     EXPECT_EQ(ExtractNum("12345", -3, 99), 12345.0);
     EXPECT_EQ(ExtractNum("12345", 4, 2), 0.0);
     EXPECT_EQ(ExtractNum("12345", 9, 12), 0.0);
+}
+
+TEST(LookupDIndex, FindsDaysAsLookupNIndexFindsTheirNumbers) {
+    static Range<date> days;
+    static Range<double> numbers;
+    constexpr double falling[] = {38400.0, 38000.0, 38000.0, 37000.0};
+    days.dimension(4);
+    numbers.dimension(4);
+    for (int i = 1; i <= 4; ++i) days(i) = date(numbers(i) = falling[i - 1]);
+    for (int mode = 0; mode <= 8; ++mode)
+        for (const double number : {36999.0, 37000.0, 37600.0, 38000.0, 38300.0, 38500.0})
+            for (const double tolerance : {-1.0, 250.0})
+                EXPECT_EQ(LookupDIndex(date(number), days, mode, tolerance, 0.0),
+                          LookupNIndex(number, numbers, mode, tolerance, 0.0))
+                    << number << " by " << mode;
+    EXPECT_EQ(LookupDIndex(date(37600.0), days, ascend_greater_or_equal, -1.0, 0.0), 1.0);
+    EXPECT_EQ(LookupDIndex(date(38300.0), days, closest, 99.0, 0.0), 0.0);
+    EXPECT_EQ(LookupDIndex(date(38300.0), days, closest, 100.0, 0.0), 1.0);
 }
 
 /// Fills the buffer of a process of its own, since names stay as long as the process.
