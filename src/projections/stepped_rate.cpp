@@ -7,6 +7,16 @@
 
 namespace qx {
 
+namespace {
+
+/// True if step n has passed before a period, so that it adds nothing: what a long list is skipped by while nobody
+/// reads of each step in the trace.
+bool passed(const Range<date>& FromDates, int n, const timeperiod& period) {
+    return n < FromDates.size() && FromDates.get(n + 1) < period.from() && !traced();
+}
+
+} // namespace
+
 double FStep(const timeperiod& Time, const date& Finish, const Range<date>& FromDates, const Range<double>& AnnualRates,
              double DayCount, const AnnualSequence& Periods, double ProjMode) {
     Routine here{"FStep"};
@@ -21,6 +31,7 @@ double FStep(const timeperiod& Time, const date& Finish, const Range<date>& From
     for (int n = 1; n <= maxn && FromDates.get(n) <= period.to(); ++n) {
         const date& start = FromDates.get(n);
         const double rate = single_or(AnnualRates, n);
+        if (passed(FromDates, n, period)) continue;
         const TraceBlock pass = here.pass(n, "From ", start, " at ", rate, " a year");
         if (n == maxn) {
             sum += ConX(period, start, Finish, rate, codes.with_end(), Periods, 0.0, false);
@@ -44,6 +55,7 @@ double FStepTime(const timeperiod& Time, const Range<date>& FromDates, double Da
     if (maxn == 0 || !screen_period(here, period, no_start, DateCrit, Periods, ProjMode)) return here.returning(0.0);
     double sum = 0.0;
     for (int n = 1; n <= maxn && FromDates.get(n) <= period.to(); ++n) {
+        if (passed(FromDates, n, period)) continue;
         const date& start = n == 1 ? no_start : FromDates.get(n);
         const date& end = n == maxn ? DateCrit : FromDates.get(n + 1);
         sum += ConX(period, start, end, 1.0, DayCount, Periods, 0.0, n < maxn);
