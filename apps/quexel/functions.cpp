@@ -112,6 +112,15 @@ std::size_t distance(std::string_view a, std::string_view b) {
     return row[y.size()];
 }
 
+/// The related functions that exist, "DateSeq, NextDateSeq".
+std::string see_also(const Function& function) {
+    std::stringstream names(function.see_also);
+    std::string list;
+    for (std::string name; std::getline(names, name, ',');)
+        if (find_function(name) != nullptr) list += (list.empty() ? "" : ", ") + name;
+    return list;
+}
+
 } // namespace
 
 int functions(const FunctionsOptions& options) {
@@ -190,7 +199,8 @@ int help(const std::string& name) {
     if (function->examples[0] != nullptr) std::cout << "\nExamples\n";
     for (const char* const example : function->examples)
         if (example != nullptr) std::cout << "  " << example << '\n';
-    if (function->see_also[0] != '\0') std::cout << "\nSee also: " << function->see_also << '\n';
+    const std::string related = see_also(*function);
+    if (!related.empty()) std::cout << "\nSee also: " << related << '\n';
     return 0;
 }
 
