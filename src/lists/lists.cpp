@@ -24,7 +24,7 @@ void check_switch(Routine& here, int CombineSwitch) {
 /// Up to four lists side by side, of which one of a single value serves for all.
 class Lists {
   public:
-    explicit Lists(std::initializer_list<const Range<double>*> lists) {
+    explicit Lists(std::initializer_list<const Range<double>*> lists) : lists_{*lists.begin()} {
         for (const Range<double>* list : lists) {
             if (list->size() == 0) continue;
             lists_[count_++] = list;
