@@ -44,7 +44,7 @@ constexpr std::chrono::milliseconds slow_call{500}; ///< the sanitizers take ten
 #else
 constexpr std::chrono::milliseconds slow_call{50};
 #endif
-constexpr int traced_every = 16; ///< one call in so many is repeated with the trace on
+constexpr int traced_every = 16; ///< one call in so many, if it is quick, is repeated with the trace on
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -387,7 +387,7 @@ void one_call(const Function& function, std::uint64_t seed, std::uint64_t number
         find("slow", number,
              std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count()) + " ms");
     if (plain.rfind("NOT A CELL", 0) == 0) find("broken result", number, plain);
-    if (number % traced_every != 0 || function.is_volatile || unreliable) return;
+    if (number % traced_every != 0 || elapsed > slow_call / 10 || function.is_volatile || unreliable) return;
 
     host.begin(caller, unreliable);
     trace().TraceStart();
