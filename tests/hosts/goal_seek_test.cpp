@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <fstream>
+#include <ostream>
 #include <sstream>
 #include <stdexcept>
 
@@ -24,6 +25,8 @@ struct Problem {
     const char* formula;
     double start, target, answer;
 };
+
+void PrintTo(const Problem& problem, std::ostream* out) { *out << problem.formula; }
 
 class GoalSeekOf : public testing::TestWithParam<Problem> {};
 
