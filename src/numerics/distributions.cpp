@@ -59,23 +59,24 @@ HalfNormals half_normals(const Routine& here, double min, double mid, double max
     return {(mid - min) / normal_99, (max - mid) / normal_99};
 }
 
+/// The deviate of a probability, whose standard normal deviate a routine gives.
+double normal_deviate(const HalfNormals& half, double min, double mid, double max, double p,
+                      double (*standard)(double)) {
+    if (iszero(p)) return min;
+    if (isequal(p, 1.0)) return max;
+    const double deviation = p >= 0.5 ? half.upper : half.lower;
+    return held(standard(p) * deviation + mid, min, max);
+}
 double normal_deviate(const Routine& here, double min, double mid, double max, double RandOpt) {
-    const HalfNormals half = half_normals(here, min, mid, max);
-    if (iszero(RandOpt)) return min;
-    if (isequal(RandOpt, 1.0)) return max;
-    const double deviation = RandOpt >= 0.5 ? half.upper : half.lower;
-    return held(NormalDeviate(RandOpt) * deviation + mid, min, max);
+    return normal_deviate(half_normals(here, min, mid, max), min, mid, max, RandOpt, NormalDeviate);
 }
 
 double normal_cumulative(const Routine& here, double deviate, double min, double mid, double max,
                          double ClipTailLevel) {
     const HalfNormals half = half_normals(here, min, mid, max);
-    const double z = (deviate - mid) / (deviate < mid ? half.lower : half.upper);
-    if (ClipTailLevel > 0.0) {
-        if (z <= PPND16(ClipTailLevel)) return 0.0;
-        if (z >= PPND16(1.0 - ClipTailLevel)) return 1.0;
-    }
-    return normal_probability(z);
+    if (deviate <= normal_deviate(half, min, mid, max, ClipTailLevel, PPND16)) return 0.0;
+    if (deviate >= normal_deviate(half, min, mid, max, 1.0 - ClipTailLevel, PPND16)) return 1.0;
+    return normal_probability((deviate - mid) / (deviate < mid ? half.lower : half.upper));
 }
 
 void check_logarithms(const Routine& here, double DistMin, double DistMid, double DistMax) {

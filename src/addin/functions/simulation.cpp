@@ -35,7 +35,7 @@ constexpr Function CumProb{
              optional("ClipTailLevel", 0.0,
                       "Probability at which the tails of a normal or lognormal are cut off: 0.05 gives 0 up to the 5% "
                       "point and 1 from the 95% point")},
-    .examples = {"CumProb(120, 80, 100, 130, 2) ~ 0.9333333333 1e-9", "CumProb(30, 10, 20, 30, 4) ~ 0.99 1e-7"},
+    .examples = {"CumProb(120, 80, 100, 130, 2) ~ 0.9333333333 1e-9", "CumProb(30, 10, 20, 30, 4) = 1"},
     .see_also = "Distribution,DescribeDistType",
 };
 QX_EXPORT(CumProb, 6);
