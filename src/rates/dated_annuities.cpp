@@ -47,6 +47,10 @@ class clsPMTXsolve final : public clsSolveBase {
         : factors_(lengths, rate), present_(PresentValue), future_(FVOpt) {}
     double eval(double payment) override { return -present_ - factors_.sum * payment + future_ * factors_.last; }
     void setup() override {}
+    /// No payment is larger, whatever the signs.
+    double largest() const {
+        return safe_divide(std::fabs(present_) + std::fabs(future_ * factors_.last), std::fabs(factors_.sum));
+    }
 
   private:
     Factors factors_;
@@ -84,11 +88,11 @@ double PMTQX(double PresentValue, const date& DrawDate, int NumPmts, double Inte
     const Range<double>& lengths = period_lengths(here, DrawDate, NumPmts, DayCount, PrdsInt);
     clsPMTXsolve problem(lengths, PresentValue, InterestSimple, FVOpt);
     problem.setup();
-    // The payment without interest is the guess; the equation is linear in the payment.
-    const double guess = (std::fabs(PresentValue) + std::fabs(FVOpt)) / NumPmts;
-    if (iszero(guess)) return here.returning(0.0);
-    return here.returning(problem.solve(guess, guess, solve_tolerance * std::max(1.0, guess), solve_rounds,
-                                        guess_any_sign, here.context()));
+    const double largest = problem.largest();
+    if (iszero(largest)) return here.returning(0.0);
+    // Twice the largest, so that it lies within; the equation is linear in the payment.
+    return here.returning(problem.solve(-2.0 * largest, 2.0 * largest, solve_tolerance * std::max(1.0, largest),
+                                        solve_rounds, plain_with_recovery, here.context()));
 }
 
 double PMTX(double PresentValue, const date& DrawDate, int NumPmts, double InterestSimple, double FVOpt,
