@@ -48,7 +48,7 @@ void add_flows(FlowSchedule& schedule, const DiscountRules& rules, const Range<d
 }
 
 double CashFlowSolve::eval(double rate) {
-    if (rate < -1.0) return std::numeric_limits<double>::quiet_NaN();
+    if (!(rate >= -1.0)) return std::numeric_limits<double>::quiet_NaN();
     Routine here{"pvt", Routine::internal};
     here.arguments(QX_NAMED(rate));
     return here.returning(net_present_value(std::max(rate, nearest_to_total_loss)));
