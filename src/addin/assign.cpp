@@ -355,11 +355,12 @@ void Frame::input_range(Range<T>& slot) {
         const int n = static_cast<int>(count);
         slot.dimension(n, static_cast<std::int16_t>(in.cell.val.array.columns));
         int lastnonblank = n;
+        const bool told = traced();
         for (int i = n; i >= 1; --i) {
             const OPER& cell = in.cell.val.array.lparray[i - 1];
             convert(slot(i), cell, from);
             if (cell.type() == xltypeNil && lastnonblank == i) lastnonblank = i - 1;
-            if (traced()) trace().argument(text_of(from.name, "(", i, ")"), slot(i));
+            if (told) trace().argument(text_of(from.name, "(", i, ")"), slot(i));
         }
         slot.setlastnonblank(lastnonblank);
         break;
