@@ -1,6 +1,7 @@
 #include "addin/argument_values.h"
 
 #include "calendar/date_functions.h"
+#include "calendar/holidays.h"
 #include "core/combine.h"
 #include "core/routine.h"
 #include "numerics/distributions.h"
@@ -55,14 +56,18 @@ constexpr const char* curves[] = {"0:Step", "1:Straight line", "2:Cosine", "3:Cu
 constexpr const char* split_modes[] = {"0:Pieces between the matches", "1:Matches"};
 constexpr const char* currencies[] = {"0:Dollar", "1:Euro", "2:Pound", "3:Peso"};
 constexpr const char* languages[] = {"0:English", "1:Spanish", "2:French"};
+constexpr const char* date_roundings[] = {"0:Nearest", "1:Back", "2:Forward"};
+constexpr const char* weekend_moves[] = {"0:Not moved", "1:Forward to Monday", "2:Saturday back, Sunday forward"};
+constexpr int business_days[] = {0, 20, 21, 22, 100, 101, 102, 103, 200, 201, 300, 400, 500};
 
-/// The values of one argument: a list of texts, or the words that a function has for some numbers in a row.
+/// The values of one argument: a list of texts, or the words that a function has for some numbers, listed or in a row.
 struct Values {
     const char* argument;
     const char* const* texts;
     int count;
     std::string (*describe)(int) = nullptr;
     int first = 0;
+    const int* numbers = nullptr;
 };
 
 template <std::size_t n>
@@ -72,12 +77,25 @@ constexpr Values listed(const char* argument, const char* const (&texts)[n]) {
 constexpr Values described(const char* argument, std::string (*describe)(int), int last, int first = 0) {
     return {argument, nullptr, last - first + 1, describe, first};
 }
+template <std::size_t n>
+constexpr Values described(const char* argument, std::string (*describe)(int), const int (&numbers)[n]) {
+    return {argument, nullptr, static_cast<int>(n), describe, 0, numbers};
+}
 
 constexpr Values known[] = {
     listed("DayCount", day_counts),
+    listed("DCount", day_counts),
+    listed("DCountDisc", day_counts),
+    listed("DayCountDisc", day_counts),
+    listed("DayCountSource", day_counts),
+    listed("DayCountTarget", day_counts),
     listed("ProjMode", projection_modes),
     listed("Periods", sequences),
     listed("CashBasis", sequences),
+    listed("PrdsDisc", sequences),
+    listed("PrdsInt", sequences),
+    listed("PrdsSource", sequences),
+    listed("PrdsTarget", sequences),
     listed("Direction", directions),
     listed("InclusiveOpt", ends),
     listed("RangeOperation", operations),
@@ -95,6 +113,9 @@ constexpr Values known[] = {
     described("CombineSwitch", DescribeCombineSwitch, last_combine_switch),
     described("LevelSwitchOpt", DescribeLevelSwitch, 5),
     described("Round", DescribeRounding, 3),
+    listed("RoundMethod", date_roundings),
+    listed("MoveWeekend", weekend_moves),
+    described("BusDaySwitch", business_days_name, business_days),
 };
 
 bool same_name(std::string_view a, std::string_view b) {
@@ -114,7 +135,7 @@ const Range<std::string>& ArgValues(const std::string& ArgName) {
     static Range<std::string> texts;
     texts.dimension(values->count);
     for (int i = 0; i < values->count; ++i) {
-        const int value = values->first + i;
+        const int value = values->numbers != nullptr ? values->numbers[i] : values->first + i;
         texts(i + 1) =
             values->texts != nullptr ? values->texts[i] : std::to_string(value) + ":" + values->describe(value);
     }

@@ -211,11 +211,12 @@ double DoBetweenX(double FromValue, double ToValue, const Range<double>& InputRa
         tally_between(here, FromValue, ToValue, InputRange, OutputRange, InclusiveOpt).result(RangeOperation));
 }
 
-double Intersection(const Range<double>& InputRange, const Range<double>& OutputRange,
-                    const Range<double>& OutputRange2, int WhichOne, double OnErrorN) {
+double Intersection(Range<double>& InputRange, Range<double>& OutputRange, Range<double>& OutputRange2, int WhichOne,
+                    double OnErrorN) {
     Routine here{"Intersection"};
     here.arguments(QX_NAMED(InputRange, OutputRange, OutputRange2, WhichOne, OnErrorN));
     here.at_least(WhichOne, 1, "WhichOne");
+    for (Range<double>* const list : {&InputRange, &OutputRange, &OutputRange2}) list->trailingblanksize();
     InputRange.checksamesize(OutputRange);
     InputRange.checksamesize(OutputRange2);
     if (InputRange.thisdirection() == mixed)

@@ -57,7 +57,7 @@ double DoBetweenX(double FromValue, double ToValue, const Range<double>& InputRa
 /// for the first, second ... time along the list. A stretch on which both agree is one meeting, at its start. Throws
 /// inputrangelength2, errlibmin for WhichOne below 1, errlibbadlistprogression for an axis that turns back, and
 /// errliblookupfailed if there is no such meeting, unless OnErrorN gives an answer for it.
-double Intersection(const Range<double>& InputRange, const Range<double>& OutputRange,
-                    const Range<double>& OutputRange2, int WhichOne, double OnErrorN);
+double Intersection(Range<double>& InputRange, Range<double>& OutputRange, Range<double>& OutputRange2, int WhichOne,
+                    double OnErrorN);
 
 } // namespace qx

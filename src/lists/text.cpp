@@ -42,7 +42,7 @@ const Range<Number>& extract(const char* name, const Range<anyvalue>& InputPoly_
     here.arguments(QX_NAMED(InputPoly_s));
     static Range<Number> numbers;
     numbers.setname(name);
-    if (InputPoly_s.size() == 0) {
+    if (InputPoly_s.lastnonblank() == 0) {
         here.info("Zero length input array, returning single value of zero");
         numbers.dimension(1);
         numbers(1) = 0;
@@ -56,6 +56,9 @@ const Range<Number>& extract(const char* name, const Range<anyvalue>& InputPoly_
             here.info("Translating '", cell.text(), "' from text to number");
             numbers(i) = parse(cell.text(), 0);
             here.info(parsed_words, " ", numbers(i));
+        } else if (cell.isblank()) {
+            here.info("A blank cell counts as zero");
+            numbers(i) = 0;
         } else {
             here.info("The input was a number and does not need translating from text to number");
             if constexpr (std::is_same_v<Number, int>)

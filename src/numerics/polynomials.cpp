@@ -253,7 +253,7 @@ double RSqrdPoly(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YV
 double CalcPoly(const Range<double>& Coefficients, double XValue) {
     Routine here{"CalcPoly"};
     here.arguments(QX_NAMED(Coefficients, XValue));
-    if (Coefficients.size() == 0) here.fail<errlibinsuffrange>("Coefficients");
+    if (Coefficients.lastnonblank() == 0) here.fail<errlibinsuffrange>("Coefficients");
     double value = 0.0;
     for (int k = Coefficients.size(); k >= 1; --k) value = value * XValue + Coefficients.get(k);
     return here.returning(value);
@@ -263,7 +263,7 @@ std::string PolyEqn(const Range<double>& Coefficients, int Digits) {
     Routine here{"PolyEqn"};
     here.arguments(QX_NAMED(Coefficients, Digits));
     here.limit(Digits, 1, 15, "Digits");
-    if (Coefficients.size() == 0) here.fail<errlibinsuffrange>("Coefficients");
+    if (Coefficients.lastnonblank() == 0) here.fail<errlibinsuffrange>("Coefficients");
     std::string equation;
     for (int k = 0; k < Coefficients.size(); ++k) {
         const double coefficient = Coefficients.get(k + 1);
@@ -283,7 +283,7 @@ const Range<double>& PolyRoot(const Range<double>& Coefficients, double YValue, 
     Routine here{"PolyRoot"};
     here.arguments(QX_NAMED(Coefficients, YValue, XMin, XMax));
     if (XMin > XMax) here.fail<errlibnonsenseinputs>("XMin", "XMin is above XMax");
-    if (Coefficients.size() == 0) here.fail<errlibinsuffrange>("Coefficients");
+    if (Coefficients.lastnonblank() == 0) here.fail<errlibinsuffrange>("Coefficients");
     int degree = Coefficients.size() - 1;
     while (degree > 0 && Coefficients.get(degree + 1) == 0.0) --degree;
     here.at_most(degree, max_root_degree, "Coefficients");
