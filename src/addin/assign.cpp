@@ -412,7 +412,7 @@ void Frame::input(Reference& slot) {
     const Input in = next("AssignReference", "AssignReferenceOpt");
     if (in.cell.type() == xltypeMissing && !in.argument.is_optional()) throw missingarg(context);
     slot.oper = &in.cell;
-    if (traced()) trace().setlevel(in.level);
+    if (traced()) trace().return_value(in.argument.name, in.cell, context.function(), in.level);
 }
 
 } // namespace qx

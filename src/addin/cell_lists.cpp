@@ -119,6 +119,7 @@ OPER OneD(const Cell& InputRange) {
 
 OPER CreateList(const Repeated<Cell, most_lists>& Items) {
     Routine here{"CreateList"};
+    here.arguments(QX_NAMED(Items));
     std::optional<Cells> items[most_lists];
     int last = 0;
     for (int i = 0; i < most_lists; ++i) {
@@ -133,6 +134,7 @@ OPER CreateList(const Repeated<Cell, most_lists>& Items) {
 
 OPER JoinLists(const Repeated<Cell, most_lists>& Lists) {
     Routine here{"JoinLists"};
+    here.arguments(QX_NAMED(Lists));
     if (Lists.items[0].oper->type() == xltypeMissing) here.fail<missingarg>("List1");
     std::optional<Cells> lists[most_lists];
     ListOut joined(here);

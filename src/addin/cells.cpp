@@ -56,9 +56,26 @@ std::string describe(const OPER& cell) {
         return "missing";
     case xltypeNil:
         return "blank";
+    case xltypeSRef:
+        return describe(cell.val.sref.ref);
+    case xltypeRef:
+        if (const XLMREF* const areas = cell.val.mref.lpmref; areas != nullptr && areas->count == 1)
+            return describe(areas->reftbl[0]);
+        [[fallthrough]];
     default:
         return "a reference";
     }
+}
+
+std::string describe(const XLREF& cells) {
+    const auto corner = [](int row, int column) {
+        std::string name;
+        if (column >= 26) name += static_cast<char>('A' + column / 26 - 1);
+        name += static_cast<char>('A' + column % 26);
+        return name + std::to_string(row + 1);
+    };
+    const std::string first = corner(cells.rwFirst, cells.colFirst), last = corner(cells.rwLast, cells.colLast);
+    return first == last ? first : first + ":" + last;
 }
 
 void KeptCell::keep(const OPER& cell) {

@@ -51,6 +51,7 @@ bool monitor_line_open = false;
 } // namespace
 
 std::string describe(const Cell& cell) { return describe(*cell.oper); }
+std::string describe(const Reference& reference) { return describe(*reference.oper); }
 
 const ErrorClass* last_error() { return the_last_error; }
 const FunctionContext& last_error_context() { return the_last_context; }

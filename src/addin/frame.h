@@ -30,6 +30,16 @@ std::string describe(const Cell& cell);
 struct Reference {
     const OPER* oper;
 };
+std::string describe(const Reference& reference);
+/// The cells as text, up to the last one given.
+template <int n>
+std::string describe(const Repeated<Cell, n>& cells) {
+    int last = n;
+    while (last > 0 && cells.items[last - 1].oper->type() == xltypeMissing) --last;
+    std::string text;
+    for (int i = 0; i < last; ++i) text += (i == 0 ? "" : ", ") + describe(cells.items[i]);
+    return text;
+}
 
 class Frame {
   public:

@@ -44,6 +44,7 @@ GoalSeekList& goal_seeks() {
 std::string register_goal_seek(const Reference& TargetCell, const Cell& TargetValue, const Reference& ChangingCell,
                                double Order) {
     Routine here{"GoalSeek"};
+    here.arguments(QX_NAMED(TargetCell, TargetValue, ChangingCell, Order));
     require_references(here, TargetCell, ChangingCell);
     GoalSeekList& list = goal_seeks();
     if (list.count >= most_goal_seeks) {
@@ -69,6 +70,7 @@ std::string register_goal_seek(const Reference& TargetCell, const Cell& TargetVa
 
 double goal_seek_target(const Reference& TargetCell, const Reference& ChangingCell) {
     Routine here{"GoalSeek"};
+    here.arguments(QX_NAMED(TargetCell, ChangingCell));
     require_references(here, TargetCell, ChangingCell);
     HostCell value;
     coerce(here, "TargetCell", TargetCell.oper, xltypeNum, value);

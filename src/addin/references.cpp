@@ -23,11 +23,6 @@ struct Place {
     }
 };
 
-std::string describe(const Place& place) {
-    return text_of("rows ", place.first_row, " to ", place.last_row, ", columns ", place.first_column, " to ",
-                   place.last_column);
-}
-
 /// The place of a reference. Throws notaref, or the class of an error cell.
 Place place_of(const OPER& reference, const Routine& here) {
     switch (reference.type()) {
@@ -60,7 +55,7 @@ OPER reference_to(const Place& place, const Routine& here) {
     const XLREF cells{static_cast<std::uint16_t>(place.first_row - 1), static_cast<std::uint16_t>(place.last_row - 1),
                       static_cast<std::uint8_t>(place.first_column - 1),
                       static_cast<std::uint8_t>(place.last_column - 1)};
-    here.info("Reference to ", describe(place));
+    here.info("Reference to ", cells);
     here.returning();
     if (place.sheet == 0) return sref_cell(cells);
     static XLMREF rectangles;
@@ -74,6 +69,7 @@ OPER reference_to(const Place& place, const Routine& here) {
 
 const Range<int>& Coordinates(const Reference& TheRef) {
     Routine here{"Coordinates"};
+    here.arguments(QX_NAMED(TheRef));
     const Place place = place_of(TheRef, here);
     static Range<int> coordinates;
     coordinates.dimension(4, 4);
@@ -106,7 +102,7 @@ OPER GetRef(int FirstRow, int FirstColumn, int LastRow, int LastColumn, const st
 
 OPER RefPlus(const Reference& TheRef, int Rows, int Columns, int Height, int Width) {
     Routine here{"RefPlus"};
-    here.arguments(QX_NAMED(Rows, Columns, Height, Width));
+    here.arguments(QX_NAMED(TheRef, Rows, Columns, Height, Width));
     const Place from = place_of(TheRef, here);
     here.at_least(Height, 0, "Height");
     here.at_least(Width, 0, "Width");
@@ -124,6 +120,7 @@ OPER RefPlus(const Reference& TheRef, int Rows, int Columns, int Height, int Wid
 
 std::string WorkSheetName(const Reference& TheRef) {
     Routine here{"WorkSheetName"};
+    here.arguments(QX_NAMED(TheRef));
     OPER on_sheet{{.num = 0.0}, xltypeRef};
     on_sheet.val.mref = {nullptr, place_of(TheRef, here).sheet};
     HostCell name;

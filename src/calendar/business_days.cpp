@@ -19,9 +19,11 @@ void limit_daycount(Routine& here, double DayCount) { here.limit(DayCount, 0, 99
 
 int switch_of(double rolling_float) { return RollingFloat::of(rolling_float).switch_number; }
 
-/// The entry of an old form: the limit of its switch and the note of what took its place.
-Routine superseded(const char* name, const char* by, double BusDaySwitch) {
+/// The entry of an old form: its arguments, the limit of its switch and the note of what took its place.
+template <class... Values>
+Routine superseded(const char* name, const char* by, double BusDaySwitch, const char* names, const Values&... values) {
     Routine here{name};
+    here.arguments(names, values...);
     limit_switch(here, BusDaySwitch);
     here.superseded_by(by);
     return here;
@@ -97,17 +99,19 @@ date PrevBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols
 }
 
 bool IsBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
-    const Routine here = superseded("IsBDX", "IsBD", BusDaySwitch);
+    const Routine here = superseded("IsBDX", "IsBD", BusDaySwitch, QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
     return here.returning(IsBD(TheDate, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
 date NextBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
-    const Routine here = superseded("NextBDX", "NextBD", BusDaySwitch);
+    const Routine here =
+        superseded("NextBDX", "NextBD", BusDaySwitch, QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
     return here.returning("DateResult", NextBD(TheDate, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
 date PrevBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
-    const Routine here = superseded("PrevBDX", "PrevBD", BusDaySwitch);
+    const Routine here =
+        superseded("PrevBDX", "PrevBD", BusDaySwitch, QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
     return here.returning("DateResult", PrevBD(TheDate, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
@@ -176,6 +180,8 @@ date CalcDateX(const date& YearOrDate, int MonthInYearOpt, int DayInMonthOpt, in
                int Relativity, int FirstYear, int RecurringYrs, int MoveWeekend, const date& AfterDate,
                int DaysRelative) {
     Routine here{"CalcDateX"};
+    here.arguments(QX_NAMED(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity,
+                            FirstYear, RecurringYrs, MoveWeekend, AfterDate, DaysRelative));
     return here.returning("DateResult",
                           CreateDate(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity,
                                      FirstYear, RecurringYrs, MoveWeekend, AfterDate, DaysRelative));
@@ -293,21 +299,24 @@ date DpYBD(const date& TheDate, double Yrs, int BusDaySwitch, const AnnualSequen
 
 date DpDBDX(const date& TheDate, double Days, double BusDaySwitch, const AnnualSequence& AnnHols,
             const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
-    const Routine here = superseded("DpDBDX", "DpDBD", BusDaySwitch);
+    const Routine here = superseded("DpDBDX", "DpDBD", BusDaySwitch,
+                                    QX_NAMED(TheDate, Days, BusDaySwitch, AnnHols, HolDates, DayCount, Periods));
     return here.returning("DateResult",
                           DpDBD(TheDate, Days, switch_of(BusDaySwitch), AnnHols, HolDates, DayCount, Periods, 0));
 }
 
 date DpMBDX(const date& TheDate, double Months, double BusDaySwitch, const AnnualSequence& AnnHols,
             const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
-    const Routine here = superseded("DpMBDX", "DpMBD", BusDaySwitch);
+    const Routine here = superseded("DpMBDX", "DpMBD", BusDaySwitch,
+                                    QX_NAMED(TheDate, Months, BusDaySwitch, AnnHols, HolDates, DayCount, Periods));
     return here.returning("DateResult",
                           DpMBD(TheDate, Months, switch_of(BusDaySwitch), AnnHols, HolDates, DayCount, Periods));
 }
 
 date DpYBDX(const date& TheDate, double Yrs, double BusDaySwitch, const AnnualSequence& AnnHols,
             const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
-    const Routine here = superseded("DpYBDX", "DpYBD", BusDaySwitch);
+    const Routine here = superseded("DpYBDX", "DpYBD", BusDaySwitch,
+                                    QX_NAMED(TheDate, Yrs, BusDaySwitch, AnnHols, HolDates, DayCount, Periods));
     return here.returning("DateResult",
                           DpYBD(TheDate, Yrs, switch_of(BusDaySwitch), AnnHols, HolDates, DayCount, Periods));
 }
@@ -334,14 +343,16 @@ date PrevDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<
 
 date NextDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
                     double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
-    const Routine here = superseded("NextDateSeqBDX", "NextDateSeqBD", BusDaySwitch);
+    const Routine here = superseded("NextDateSeqBDX", "NextDateSeqBD", BusDaySwitch,
+                                    QX_NAMED(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates));
     return here.returning(
         "DateResult", NextDateSeqBD(TheDate, AnnDateSeq, SpecificDates, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
 date PrevDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
                     double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
-    const Routine here = superseded("PrevDateSeqBDX", "PrevDateSeqBD", BusDaySwitch);
+    const Routine here = superseded("PrevDateSeqBDX", "PrevDateSeqBD", BusDaySwitch,
+                                    QX_NAMED(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates));
     return here.returning(
         "DateResult", PrevDateSeqBD(TheDate, AnnDateSeq, SpecificDates, switch_of(BusDaySwitch), AnnHols, HolDates));
 }

@@ -79,18 +79,21 @@ double DiffMSeq(const date& FromDate, const date& ToDate, const AnnualSequence& 
 
 double DiffDX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DiffDX"};
+    here.arguments(QX_NAMED(Date1, Date2, DayCount, Periods));
     here.superseded_by("DiffD");
     return here.returning(DiffD(Date1, Date2, DayCount, Periods));
 }
 
 double DiffMX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DiffMX"};
+    here.arguments(QX_NAMED(Date1, Date2, DayCount, Periods));
     here.superseded_by("DiffM");
     return here.returning(DiffM(Date1, Date2, DayCount, Periods));
 }
 
 double DiffYX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DiffYX"};
+    here.arguments(QX_NAMED(Date1, Date2, DayCount, Periods));
     here.superseded_by("DiffY");
     return here.returning(DiffY(Date1, Date2, DayCount, Periods));
 }
@@ -121,18 +124,21 @@ date DpY(const date& TheDate, double Yrs, double DayCount, const AnnualSequence&
 
 date DpDX(const date& TheDate, double Days, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpDX"};
+    here.arguments(QX_NAMED(TheDate, Days, DayCount, Periods));
     here.superseded_by("DpD");
     return here.returning("DateResult", DpD(TheDate, Days, DayCount, Periods));
 }
 
 date DpMX(const date& TheDate, double Months, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpMX"};
+    here.arguments(QX_NAMED(TheDate, Months, DayCount, Periods));
     here.superseded_by("DpM");
     return here.returning("DateResult", DpM(TheDate, Months, DayCount, Periods));
 }
 
 date DpYX(const date& TheDate, double Yrs, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpYX"};
+    here.arguments(QX_NAMED(TheDate, Yrs, DayCount, Periods));
     here.superseded_by("DpY");
     return here.returning("DateResult", DpY(TheDate, Yrs, DayCount, Periods));
 }
@@ -175,6 +181,7 @@ double TpY(const timeperiod& Time, double DayCount, const AnnualSequence& Period
 
 double TpMX(const timeperiod& Time, double DayCount, const AnnualSequence& Periods) {
     Routine here{"TpMX"};
+    here.arguments(QX_NAMED(Time, DayCount, Periods));
     here.superseded_by("TpM");
     return here.returning(TpM(Time, DayCount, Periods));
 }

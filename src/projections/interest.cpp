@@ -82,6 +82,7 @@ double FInterest(const timeperiod& Time, const Range<date>& FromDatesInt, const 
                  const date& Finish, const Range<date>& FromDates, const Range<double>& Balances, double DayCount,
                  const AnnualSequence& PrdsInt, double ProjMode) {
     Routine here{"FInterest"};
+    here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, DayCount, PrdsInt, ProjMode));
     return here.returning(FInterestM(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, no_dates(),
                                      no_amounts(), 0.0, 0, DayCount, PrdsInt, ProjMode));
 }

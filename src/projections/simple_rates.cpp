@@ -175,6 +175,7 @@ double SimpleToDFXX(const Range<date>& FromDatesInt, const Range<double>& IntSim
 double SimpleToDFX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
                    const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"SimpleToDFX"};
+    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
     return here.returning(SimpleToDFXX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc, 0.0));
 }
 
@@ -186,6 +187,7 @@ double SimpleToDFXS(double InterestSimple, const date& FromDate, const date& ToD
 double DFToSimpleX(double DiscountFactor, const date& FromDate, const date& ToDate, double DayCountDisc,
                    const AnnualSequence& PrdsDisc) {
     Routine here{"DFToSimpleX"};
+    here.arguments(QX_NAMED(DiscountFactor, FromDate, ToDate, DayCountDisc, PrdsDisc));
     return here.returning(DFToSimpleXX(DiscountFactor, FromDate, ToDate, DayCountDisc, PrdsDisc, 0.0));
 }
 
@@ -205,6 +207,7 @@ double DFToSimpleXX(double DiscountFactor, const date& FromDate, const date& ToD
 double SimpleToAERX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
                     const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"SimpleToAERX"};
+    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
     const double factor = SimpleToDFX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc);
     return here.returning(DFToAER(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
@@ -212,6 +215,7 @@ double SimpleToAERX(const Range<date>& FromDatesInt, const Range<double>& IntSim
 double AERToSimpleX(double InterestAER, const date& FromDate, const date& ToDate, double DayCountDisc,
                     const AnnualSequence& PrdsDisc) {
     Routine here{"AERToSimpleX"};
+    here.arguments(QX_NAMED(InterestAER, FromDate, ToDate, DayCountDisc, PrdsDisc));
     const double factor = AERToDF(InterestAER, FromDate, ToDate, DayCountDisc, PrdsDisc);
     return here.returning(DFToSimpleX(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
@@ -219,6 +223,7 @@ double AERToSimpleX(double InterestAER, const date& FromDate, const date& ToDate
 double SimpleToContX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
                      const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"SimpleToContX"};
+    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
     const double factor = SimpleToDFX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc);
     return here.returning(DFToCont(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
@@ -226,6 +231,7 @@ double SimpleToContX(const Range<date>& FromDatesInt, const Range<double>& IntSi
 double ContToSimpleX(double InterestCont, const date& FromDate, const date& ToDate, double DayCountDisc,
                      const AnnualSequence& PrdsDisc) {
     Routine here{"ContToSimpleX"};
+    here.arguments(QX_NAMED(InterestCont, FromDate, ToDate, DayCountDisc, PrdsDisc));
     const double factor = ContToDF(InterestCont, FromDate, ToDate, DayCountDisc, PrdsDisc);
     return here.returning(DFToSimpleX(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
@@ -234,6 +240,8 @@ double SimpleToSimpleX(const Range<date>& FromDatesInt, const Range<double>& Int
                        const date& ToDate, double DayCountSource, double DayCountTarget,
                        const AnnualSequence& PrdsSource, const AnnualSequence& PrdsTarget) {
     Routine here{"SimpleToSimpleX"};
+    here.arguments(
+        QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountSource, DayCountTarget, PrdsSource, PrdsTarget));
     check_daycount(here, DayCountSource, "DayCountSource");
     check_daycount(here, DayCountTarget, "DayCountTarget");
     const double factor = SimpleToDFX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountSource, PrdsSource);
@@ -244,6 +252,8 @@ double RateConvert(const Range<date>& FromDatesInt, const Range<double>& IntSimp
                    const date& ToDate, double DayCountSource, double DayCountTarget, const AnnualSequence& PrdsSource,
                    const AnnualSequence& PrdsTarget, double MarginOpt) {
     Routine here{"RateConvert"};
+    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountSource, DayCountTarget, PrdsSource,
+                            PrdsTarget, MarginOpt));
     check_daycount(here, DayCountSource, "DayCountSource");
     check_daycount(here, DayCountTarget, "DayCountTarget");
     if (!iszero(MarginOpt)) here.info("If MarginOpt is not zero, then Total interest rate = Interest Rate + Margin.");
@@ -255,6 +265,7 @@ double RateConvert(const Range<date>& FromDatesInt, const Range<double>& IntSimp
 double SimpleToAPRX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
                     const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"SimpleToAPRX"};
+    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
     here.info(superseded_apr);
     return here.returning(SimpleToAERX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
@@ -262,6 +273,7 @@ double SimpleToAPRX(const Range<date>& FromDatesInt, const Range<double>& IntSim
 double APRToSimpleX(double InterestAPR, const date& FromDate, const date& ToDate, double DayCountDisc,
                     const AnnualSequence& PrdsDisc) {
     Routine here{"APRToSimpleX"};
+    here.arguments(QX_NAMED(InterestAPR, FromDate, ToDate, DayCountDisc, PrdsDisc));
     here.info(superseded_apr);
     return here.returning(AERToSimpleX(InterestAPR, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
@@ -332,6 +344,7 @@ double PVInterestX(const date& NPVDate, const Range<date>& FromDatesInt, const R
                    const date& Start, const date& Finish, double Balance, double DayCount,
                    const AnnualSequence& PrdsInt) {
     Routine here{"PVInterestX"};
+    here.arguments(QX_NAMED(NPVDate, FromDatesInt, IntSimple, Start, Finish, Balance, DayCount, PrdsInt));
     static Range<date> from_dates;
     static Range<double> balances;
     from_dates.dimension(1);
@@ -345,6 +358,7 @@ double PVInterestX(const date& NPVDate, const Range<date>& FromDatesInt, const R
 double PVInterest(const date& NPVDate, double InterestSimple, const date& Start, const date& Finish, double Balance,
                   double DayCount, const AnnualSequence& PrdsInt) {
     Routine here{"PVInterest"};
+    here.arguments(QX_NAMED(NPVDate, InterestSimple, Start, Finish, Balance, DayCount, PrdsInt));
     return here.returning(
         PVInterestX(NPVDate, from_the_start(), one_rate(InterestSimple), Start, Finish, Balance, DayCount, PrdsInt));
 }

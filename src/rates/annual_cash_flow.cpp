@@ -105,6 +105,7 @@ double IRRA(const Range<double>& AnnualCashFlows, double IRRMinOpt, double IRRMa
 
 double IRRAX(const Range<double>& AnnualCashFlows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt) {
     Routine here{"IRRAX"};
+    here.arguments(QX_NAMED(AnnualCashFlows, IRRMinOpt, IRRMaxOpt, IRRAccOpt));
     return here.returning(IRRA(AnnualCashFlows, IRRMinOpt, IRRMaxOpt, IRRAccOpt));
 }
 
@@ -165,6 +166,7 @@ double NPVM(const date& NPVDate, double DisAER, const Range<double>& AnnualCashF
 double NPVMB(const date& NPVDate, double DisAER, const Range<double>& AnnualCashFlows, const date& StartAnnDate,
              double PmtsPerYear) {
     Routine here{"NPVMB"};
+    here.arguments(QX_NAMED(NPVDate, DisAER, AnnualCashFlows, StartAnnDate, PmtsPerYear));
     return here.returning(NPVM(NPVDate, DisAER, AnnualCashFlows, StartAnnDate, PmtsPerYear));
 }
 
@@ -180,6 +182,7 @@ double IRRM(const Range<double>& AnnualCashFlows, double PmtsPerYear, double IRR
 double IRRMX(const Range<double>& AnnualCashFlows, double PmtsPerYear, double IRRMinOpt, double IRRMaxOpt,
              double IRRAccOpt) {
     Routine here{"IRRMX"};
+    here.arguments(QX_NAMED(AnnualCashFlows, PmtsPerYear, IRRMinOpt, IRRMaxOpt, IRRAccOpt));
     return here.returning(IRRM(AnnualCashFlows, PmtsPerYear, IRRMinOpt, IRRMaxOpt, IRRAccOpt));
 }
 
@@ -228,6 +231,7 @@ double IRRE(const Range<double>& EvenCashFlows, double EvenTimeInterval, double 
 double IRREX(const Range<double>& EvenCashFlows, double EvenTimeInterval, double IRRMinOpt, double IRRMaxOpt,
              double IRRAccOpt) {
     Routine here{"IRREX"};
+    here.arguments(QX_NAMED(EvenCashFlows, EvenTimeInterval, IRRMinOpt, IRRMaxOpt, IRRAccOpt));
     return here.returning(IRRE(EvenCashFlows, EvenTimeInterval, IRRMinOpt, IRRMaxOpt, IRRAccOpt));
 }
 

@@ -98,6 +98,7 @@ double PMTQX(double PresentValue, const date& DrawDate, int NumPmts, double Inte
 double PMTX(double PresentValue, const date& DrawDate, int NumPmts, double InterestSimple, double FVOpt,
             double DayCount, const AnnualSequence& PrdsInt) {
     Routine here{"PMTX"};
+    here.arguments(QX_NAMED(PresentValue, DrawDate, NumPmts, InterestSimple, FVOpt, DayCount, PrdsInt));
     return here.returning(PMTQX(PresentValue, DrawDate, NumPmts, InterestSimple, FVOpt, DayCount, PrdsInt));
 }
 
@@ -115,6 +116,7 @@ double PVQX(double InterestSimple, const date& DrawDate, int NumPmts, double Pmt
 double PVQXX(double InterestSimple, const date& DrawDate, int NumPmts, double Pmt, double FVOpt, double DayCount,
              const AnnualSequence& PrdsInt) {
     Routine here{"PVQXX"};
+    here.arguments(QX_NAMED(InterestSimple, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt));
     return here.returning(PVQX(InterestSimple, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt));
 }
 
@@ -145,6 +147,7 @@ double RateQX(double PresentValue, const date& DrawDate, int NumPmts, double Pmt
 double IntRateX(double PresentValue, const date& DrawDate, int NumPmts, double Pmt, double FVOpt, double DayCount,
                 const AnnualSequence& PrdsInt) {
     Routine here{"IntRateX"};
+    here.arguments(QX_NAMED(PresentValue, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt));
     return here.returning(RateQX(PresentValue, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt));
 }
 

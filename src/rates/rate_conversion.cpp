@@ -141,24 +141,28 @@ double DFToSimple(double DiscountFactor, double PmtsPerYear, const date& FromDat
 
 double APRToCont(double InterestAPR) {
     Routine here{"APRToCont"};
+    here.arguments(QX_NAMED(InterestAPR));
     here.info(superseded_apr);
     return here.returning(AERToCont(InterestAPR));
 }
 
 double ContToAPR(double InterestCont) {
     Routine here{"ContToAPR"};
+    here.arguments(QX_NAMED(InterestCont));
     here.info(superseded_apr);
     return here.returning(ContToAER(InterestCont));
 }
 
 double APRToSimple(double InterestAPR, double PmtsPerYear) {
     Routine here{"APRToSimple"};
+    here.arguments(QX_NAMED(InterestAPR, PmtsPerYear));
     here.info(superseded_apr);
     return here.returning(AERToSimple(InterestAPR, PmtsPerYear));
 }
 
 double SimpleToAPR(double InterestSimple, double PmtsPerYear) {
     Routine here{"SimpleToAPR"};
+    here.arguments(QX_NAMED(InterestSimple, PmtsPerYear));
     here.info(superseded_apr);
     return here.returning(SimpleToAER(InterestSimple, PmtsPerYear));
 }
@@ -166,6 +170,7 @@ double SimpleToAPR(double InterestSimple, double PmtsPerYear) {
 double APRToDF(double InterestAPR, const date& FromDate, const date& ToDate, double DayCount,
                const AnnualSequence& Periods) {
     Routine here{"APRToDF"};
+    here.arguments(QX_NAMED(InterestAPR, FromDate, ToDate, DayCount, Periods));
     here.info(superseded_apr);
     return here.returning(AERToDF(InterestAPR, FromDate, ToDate, DayCount, Periods));
 }
@@ -173,6 +178,7 @@ double APRToDF(double InterestAPR, const date& FromDate, const date& ToDate, dou
 double DFToAPR(double DiscountFactor, const date& FromDate, const date& ToDate, double DayCount,
                const AnnualSequence& Periods) {
     Routine here{"DFToAPR"};
+    here.arguments(QX_NAMED(DiscountFactor, FromDate, ToDate, DayCount, Periods));
     here.info(superseded_apr);
     return here.returning(DFToAER(DiscountFactor, FromDate, ToDate, DayCount, Periods));
 }

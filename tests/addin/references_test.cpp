@@ -1,4 +1,5 @@
 // References to other sheets and from other hosts than the workbook of the cases.
+#include "addin/cells.h"
 #include "addin/declare.h"
 #include "addin/references.h"
 #include "hosts/sheet/workbook.h"
@@ -39,6 +40,12 @@ TEST(References, FollowWhatTheyPointTo) {
     book.set_value({2, 1, 0}, sheet::Value::number(5));
     book.recalculate();
     EXPECT_EQ(book.value(sum).number(), 5) << "calculated anew though it names B1 only";
+}
+
+TEST(References, AreTracedAsTheSheetWritesThem) {
+    const std::pair<XLREF, const char*> rows[] = {
+        {{0, 0, 0, 0}, "A1"}, {{1, 8, 1, 2}, "B2:C9"}, {{0, 65535, 25, 26}, "Z1:AA65536"}, {{6, 6, 255, 255}, "IV7"}};
+    for (const auto& [cells, words] : rows) EXPECT_EQ(describe(sref_cell(cells)), words);
 }
 
 TEST(References, WithoutAFormulaToStandIn) {

@@ -206,11 +206,27 @@ std::optional<std::string> Cases::check(std::string_view line) {
     return retrace(formula, caller, result);
 }
 
+namespace {
+
+/// What is missing in the trace of a call that got its inputs: the function tells its arguments first.
+std::optional<std::string> untold_arguments() {
+    const auto starts = [](int item, std::string_view words) { return trace().text(item).starts_with(words); };
+    for (int item = 2; item + 2 <= trace().count(); ++item)
+        if (starts(item, "Inputs concluded for ") && !starts(item - 1, "Inputs\t") &&
+            trace().text(item + 1).ends_with("\t\tFunction Call.") && !starts(item + 2, "Arguments\t"))
+            return "the trace tells no arguments of " + std::string(trace().text(item + 1));
+    return {};
+}
+
+} // namespace
+
 std::optional<std::string> Cases::retrace(const Formula& formula, const Area& caller, const Value& result) {
     if (formula.is_volatile || formula.functions.empty()) return {};
     trace().TraceStart();
     const Value traced = book_.look_up(book_.evaluate(formula, caller));
+    const std::optional<std::string> untold = untold_arguments();
     trace().TraceShow();
+    if (untold) return untold;
     if (traced.identical(result)) return {};
     return "with the trace on " + shown(traced) + ", with it off " + shown(result);
 }
