@@ -49,8 +49,10 @@ constexpr Function SumBounds{
     .category = category,
     .calls = core<qx::SumBounds>,
     .help = "The sum of those numbers of a list that lie within bounds",
-    .args = {Values(), optional("MinValue", 0.0, "The least number to include; left out, there is no lower bound"),
-             optional("MaxValue", 0.0, "The greatest number to include; left out, there is no upper bound")},
+    .args = {Values(),
+             optional("MinValue", 0.0, "The least number to include; left out, there is no lower bound", "no bound"),
+             optional("MaxValue", 0.0, "The greatest number to include; left out, there is no upper bound",
+                      "no bound")},
     .examples = {"SumBounds({1;5;10},2,10) = 15", "SumBounds({1;5;10},,5) = 6"},
     .see_also = "SumPos,SumNeg,DoBetweenX",
 };
