@@ -9,7 +9,7 @@ constexpr Argument TheDate(const char* help = "The date, as a date, a date numbe
     return {"TheDate", help};
 }
 constexpr Argument Time() {
-    return {"Time", "The time or date that signifies the start of a time period. Usually accompanied by Base, the "
+    return {"Time", "The Time or Date that signifies the start of a time period. Usually accompanied by Base, the "
                     "length (months) or end of the time period."};
 }
 constexpr Argument Base() {
@@ -29,22 +29,23 @@ constexpr Argument sequence(const char* name, int preset, const char* help) {
 }
 constexpr Argument Periods(int preset = 4) {
     return sequence("Periods", preset,
-                    "Dates in the year that bound the periods: 1, 2, 4, 12 (13 English quarter days), negative in "
-                    "arrears, or a range of mm.dd figures");
+                    "Either an option number, or a range of floats, describing the accruals periods or the timing of "
+                    "cash payments, in the format mm.dd for payments in advance or -mm.dd for payments in arrears. "
+                    "Options: 1, 2, 4, 12 a year; 13 English quarter days");
 }
 
 /// The basis of a projection, and the delay of its payments.
 constexpr Argument ProjMode(double preset = 0.0) {
     return optional(
         "ProjMode", preset,
-        "Accruals=0, Cash=1. The first two decimals are a delay of payments in days: 1.05 is cash, received "
-        "5 days late");
+        "Accruals=0, Cash=1.  Has other settings. The first two decimals are a delay of payments in days: 1.05 is "
+        "cash, received 5 days late");
 }
 /// When cash is paid, in functions that name it so.
 constexpr Argument CashBasis(int preset = 4) {
     return sequence("CashBasis", preset,
                     "Either an option number, or a range of floats, describing the accruals periods or the timing of "
-                    "cash payments, in the format mm.dd for payments in advance or -mm.dd for payments in arrears");
+                    "cash payments, in the format mm.dd for payments in advance or -mm.dd for payments in arrears.");
 }
 
 // Dates, lists of dates and business days.
@@ -113,8 +114,7 @@ constexpr Argument InterestSimple() {
 }
 constexpr Argument DisAER() { return {"DisAER", "Discount rate, an annual equivalent rate above -1 (-100%)"}; }
 constexpr Argument PmtsPerYear(const char* name = "PmtsPerYear") {
-    return {name,
-            "Number of payments per year (eg +4 = quarterly in advance, -4 = quarterly in arrear); 0 is read as -1"};
+    return {name, "Number of payments Per Year (eg +4 = qtrly in advance, -4 = qtrly in arrear); 0 is read as -1"};
 }
 constexpr Argument TermYrs() { return {"TermYrs", "Term in years, whole or decimal"}; }
 constexpr Argument AnnGrowthRate() { return {"AnnGrowthRate", "Growth rate a year as a fraction"}; }

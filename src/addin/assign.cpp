@@ -256,17 +256,18 @@ const OPER& Frame::next_cell() const {
     return cell == nullptr ? missing : *cell;
 }
 
-Frame::Input Frame::next(const char* conversion, const char* optional_conversion) {
+Frame::Input Frame::next(const char* conversion, const char* optional_conversion, const char* name) {
     const OPER& cell = next_cell();
     const Argument& argument = function.args[argument_++];
+    if (name == nullptr) name = argument.name;
     int level = -1;
     if (traced()) {
-        context.setnames(argument.is_optional() ? optional_conversion : conversion, argument.name);
+        context.setnames(argument.is_optional() ? optional_conversion : conversion, name);
         context.setmessage("");
         level = trace().currentlevel();
-        trace().variable(argument.name);
+        trace().variable(name);
     }
-    return {cell, argument, level};
+    return {cell, argument, name, level};
 }
 
 State Frame::state_of_next() const {
@@ -284,9 +285,9 @@ State Frame::state_of_next() const {
 }
 
 template <class T>
-void Frame::input_cell(T& slot) {
-    const Input in = next("AssignCell", "AssignCellOpt");
-    const Source from{in.argument.name, in.argument.is_optional(), false, context, in.argument.preset.value};
+void Frame::input_cell(T& slot, const char* name) {
+    const Input in = next("AssignCell", "AssignCellOpt", name);
+    const Source from{in.name, in.argument.is_optional(), false, context, in.argument.preset.value};
     switch (in.cell.type()) {
     case xltypeMissing:
         if (!from.optional) throw missingarg(context);
@@ -321,9 +322,9 @@ void Frame::input_cell(T& slot) {
 }
 
 template <class T>
-void Frame::input_range(Range<T>& slot) {
-    const Input in = next("AssignRange", "AssignRangeOpt");
-    const Source from = Source{in.argument.name, in.argument.is_optional(), true, context};
+void Frame::input_range(Range<T>& slot, const char* name) {
+    const Input in = next("AssignRange", "AssignRangeOpt", name);
+    const Source from = Source{in.name, in.argument.is_optional(), true, context};
     slot.setname(from.name);
     switch (in.cell.type()) {
     case xltypeMissing:
@@ -388,8 +389,9 @@ void Frame::input(ministring& slot) { input_cell(slot); }
 void Frame::input(anyvalue& slot) { input_cell(slot); }
 void Frame::input(dateorfloat& slot) { input_cell(slot); }
 void Frame::input(floatblank& slot) { input_cell(slot); }
+void Frame::input_named(double& slot, const char* name) { input_cell(slot, name); }
 void Frame::input_times(Range<date>& slot) {
-    input_range(slot);
+    input_range(slot, "Times");
     ++argument_; // each period ends where the next begins: the base has no say
 }
 

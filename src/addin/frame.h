@@ -125,17 +125,20 @@ class Frame {
     struct Input {
         const OPER& cell;
         const Argument& argument;
-        int level; ///< of the trace before the argument
+        const char* name; ///< what the trace calls it
+        int level;        ///< of the trace before the argument
     };
 
     const OPER& next_cell() const;
-    Input next(const char* conversion, const char* optional_conversion);
+    /// The next argument, under its own name or another.
+    Input next(const char* conversion, const char* optional_conversion, const char* name = nullptr);
     State state_of_next() const;
     void reply_integer(long long value);
     template <class T>
-    void input_cell(T& slot);
+    void input_cell(T& slot, const char* name = nullptr);
     template <class T>
-    void input_range(Range<T>& slot);
+    void input_range(Range<T>& slot, const char* name = nullptr);
+    void input_named(double& slot, const char* name);
     void input_figures(AnnualSequence& slot, const OPER& array);
     template <class T, int N>
     void reply_range(const Range<T, N>& list);

@@ -93,13 +93,16 @@ void Frame::input(timeperiod& slot) {
     static double start, base;
     const char* const name = function.args[argument_].name;
     int level = -1;
+    std::string start_name, base_name;
     if (traced()) {
         level = trace().currentlevel();
         trace().variable(name);
+        start_name = text_of(name, " Start");
+        base_name = text_of(name, " Base");
     }
-    input(start);
-    input(base);
-    if (traced()) context.setnames("AssignTP", name);
+    input_named(start, start_name.c_str());
+    input_named(base, base_name.c_str());
+    slot.context() = FunctionContext("AssignTP", name);
     slot.settime(start, base);
     if (traced()) trace().return_value(name, slot, "AssignTP", level);
 }

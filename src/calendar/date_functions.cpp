@@ -294,6 +294,14 @@ date next_of(const Source (&sources)[N], const date& day) {
     return found;
 }
 
+/// Tells in the trace which sequence was left out and has no part, though its inputs show a default.
+template <int N>
+void tell_left_out(Routine& here, const Source (&sources)[N]) {
+    for (const Source& source : sources)
+        if (source.sequence.size() > 0 && !source.has_sequence())
+            here.info(source.sequence.name(), " (an Annual Sequence) was missing and will be ignored.");
+}
+
 /// The dates of some sources strictly between two dates.
 template <int N>
 Range<date>& dates_between(const Source (&sources)[N], const date& FromDate, const date& ToDate) {
@@ -353,6 +361,7 @@ date NextDateCombine(const date& TheDate, const AnnualSequence& AnnDateSeq1, Ran
                               {AnnDateSeq2, SpecificDates2},
                               {AnnDateSeq3, SpecificDates3},
                               {AnnDateSeq4, SpecificDates4}};
+    tell_left_out(here, sources);
     for (const Source& source : sources) source.list.heapsort(true);
     return here.returning("DateResult", next_of(sources, TheDate));
 }
@@ -404,6 +413,7 @@ Range<date>& DateSeqCombine(const date& FromDate, const date& ToDate, const Annu
                               {AnnDateSeq4, SpecificDates4}};
     if (std::none_of(std::begin(sources), std::end(sources), [](const Source& each) { return each.given(); }))
         here.fail<errinput>("AnnDateSeq1", "At least one AnndateSeq or SpecificDates must be set");
+    tell_left_out(here, sources);
     Range<date>& found = dates_between(sources, FromDate, ToDate);
     here.returning();
     return found;

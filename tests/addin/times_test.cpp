@@ -3,6 +3,7 @@
 #include "calendar/annual_sequence.h"
 #include "calendar/time_period.h"
 #include "stub_host.h"
+#include "support/traced.h"
 
 #include <gtest/gtest.h>
 
@@ -58,6 +59,38 @@ TEST_F(Times, BaseInYearsForTheCompatibilityFunctions) {
         EXPECT_EQ(text(2005, months / 12.0), text(2005, 2005 + months / 12.0)) << months;
     EXPECT_EQ(text(2005, 0), "1Jan2005 to 1Jan2005");
     EXPECT_THROW(text(2005, -1), illegalvalue);
+}
+
+class TimesTraced : public Times {
+  protected:
+    TimesTraced() { trace().TraceStart(); }
+    ~TimesTraced() override { trace().TraceShow(); }
+
+    std::vector<std::string> variables() const {
+        std::vector<std::string> names;
+        for (int i = 1; i <= trace().count(); ++i)
+            if (trace().kind(i) == TraceKind::variable) names.emplace_back(trace().text(i));
+        return names;
+    }
+};
+
+TEST_F(TimesTraced, TheCellsOfAPeriodAreToldApart) {
+    host.caller = sref_cell({0, 0, 1, 1});
+    call(period, {number_cell(38353), number_cell(3)});
+    EXPECT_EQ(variables(), (std::vector<std::string>{"Time", "Time Start", "Time Base"}));
+    call(period, {number_cell(38353), number_cell(0.5)});
+    EXPECT_EQ(last_error_context().variable(), "Time");
+    EXPECT_EQ(last_error_context().class_name(), "TimePeriod");
+    trace().TraceStart();
+    call(period, {number_cell(1909), number_cell(1)});
+    EXPECT_EQ(last_error_context().variable(), "Time");
+    EXPECT_EQ(last_error_context().message(), " (Value was 1909.000)");
+    trace().TraceStart();
+    call(period, {error_cell(xlerrNA), number_cell(1)});
+    EXPECT_EQ(last_error_context().variable(), "Time Start");
+    trace().TraceStart();
+    call(twin_days, {cells.numbers(2, 1, 38353), number_cell(1), missing_cell()});
+    EXPECT_EQ(variables(), (std::vector<std::string>{"Times", "Factor"}));
 }
 
 TEST_F(Times, OneFigureOfASequence) {

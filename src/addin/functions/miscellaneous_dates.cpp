@@ -149,7 +149,7 @@ constexpr Function DescribeCashBasis{
     .category = category,
     .calls = core<qx::DescribeCashBasis>,
     .help = "A ProjMode in words. For workbooks that still use it",
-    .args = {{"ProjMode", "Accruals=0, Cash=1. Up to 7"}},
+    .args = {{"ProjMode", "Accruals=0, Cash=1.  Has other settings."}},
     .examples = {"DescribeCashBasis(1) = \"Cash basis (ProjMode type 1)\""},
     .see_also = "DescribePeriods,CashStart",
 };
