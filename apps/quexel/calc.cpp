@@ -14,6 +14,7 @@
 #include <cstring>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <sstream>
 #include <unistd.h>
 
@@ -25,6 +26,10 @@ using sheet::Problem;
 namespace {
 
 bool read_file(const std::string& name, std::string& text) {
+    if (name == "-") {
+        text.assign(std::istreambuf_iterator<char>(std::cin), {});
+        return true;
+    }
     errno = 0;
     std::ifstream file(name, std::ios::binary);
     std::ostringstream content;
@@ -148,7 +153,7 @@ int calc(const CalcOptions& options) {
     }
     if (options.out.empty())
         print_sheet(book, options.dates);
-    else if (!write_file(options.out, save_csv(book, 0)))
+    else if (!write_file(options.out, save_csv(book, 0, options.dates)))
         status = 1;
     if (options.seek) {
         if (options.out.empty()) std::cout << '\n';

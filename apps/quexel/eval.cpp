@@ -16,8 +16,8 @@ std::string message_of(const sheet::FormulaError& error) {
     return "character " + std::to_string(error.column) + ": " + error.what();
 }
 
-/// Writes one formula's answer as a line. Returns false if the formula cannot be read.
-bool answer(sheet::Workbook& book, std::string_view text, const EvalOptions& options) {
+/// Writes one formula's answer as a line; messages begin with `where`. Returns false if the formula cannot be read.
+bool answer(sheet::Workbook& book, std::string_view text, const EvalOptions& options, const std::string& where = {}) {
     try {
         const sheet::Formula formula = book.read(text);
         const Value value = evaluate(book, formula);
@@ -36,16 +36,16 @@ bool answer(sheet::Workbook& book, std::string_view text, const EvalOptions& opt
             rows.push_back({field_of(value, options.dates, 15)});
         }
         print_table(std::cout, rows);
-        for (const std::string& what : formula.unknown) std::cerr << what << std::endl;
+        for (const std::string& what : formula.unknown) std::cerr << where << what << std::endl;
         for (const std::string& name : book.undefined_names(formula))
-            std::cerr << "unknown name \"" << name << "\"" << std::endl;
+            std::cerr << where << "unknown name \"" << name << "\"" << std::endl;
         std::cout.flush();
         return formula.unknown.empty() && book.undefined_names(formula).empty();
     } catch (const sheet::FormulaError& error) {
         if (options.json)
             std::cout << "{\"syntax\":" << json_string(error.what()) << ",\"at\":" << error.column << "}" << std::endl;
         else
-            std::cerr << message_of(error) << std::endl;
+            std::cerr << where << message_of(error) << std::endl;
         return false;
     }
 }
@@ -57,9 +57,11 @@ int eval(const EvalOptions& options) {
     if (options.formula != "-") return answer(book, options.formula, options) ? 0 : 1;
     std::ios::sync_with_stdio(false);
     bool all_good = true;
+    int number = 0;
     for (std::string line; std::getline(std::cin, line);) {
         if (line.ends_with('\r')) line.pop_back();
-        all_good = answer(book, line, options) && all_good;
+        if (number == 0 && line.starts_with("\xEF\xBB\xBF")) line.erase(0, 3); // a byte order mark
+        all_good = answer(book, line, options, "line " + std::to_string(++number) + ": ") && all_good;
     }
     return all_good ? 0 : 1;
 }

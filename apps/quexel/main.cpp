@@ -64,10 +64,14 @@ int run(int argc, char** argv) {
     CalcOptions calc_options;
     CLI::App* const calc_command =
         program.add_subcommand("calc", "Calculate a model in a CSV file and print it as a table");
-    calc_command->add_option("file", calc_options.file, "CSV file; cells that begin with = are formulas")->required();
+    calc_command
+        ->add_option("file", calc_options.file, "CSV file, - for standard input; cells that begin with = are formulas")
+        ->required();
     calc_command->add_option("--out", calc_options.out, "Write the results as CSV to this file, - for standard output");
-    calc_command->add_option("--trace", calc_options.trace, "Explain this cell, as B7");
-    calc_command->add_option("--html", calc_options.html, "Write the explanation to this file as a page");
+    CLI::Option* const traced_cell =
+        calc_command->add_option("--trace", calc_options.trace, "Explain this cell, as B7");
+    calc_command->add_option("--html", calc_options.html, "Write the explanation to this file as a page")
+        ->needs(traced_cell);
     calc_command->add_flag("--seek", calc_options.seek,
                            "Run the goal seeks that the model asks for, and report on them");
     calc_command->add_flag("--monitor", calc_options.monitor, "Write the time of each call to qx_CalcMon.qxl");
@@ -92,6 +96,11 @@ int run(int argc, char** argv) {
     help_command->add_option("name", name, "Name of the function")->required();
     help_command->callback([&] { status = help(name); });
 
+    const auto is_meant = [&](const CLI::App* command) { return command->check_name(argv[1]); };
+    if (argc > 1 && argv[1][0] != '-' && program.get_subcommands(is_meant).empty()) {
+        std::cerr << "no command \"" << argv[1] << "\"\nRun with --help for more information.\n";
+        return 2;
+    }
     try {
         program.parse(arguments(argc, argv));
         return finished(status);

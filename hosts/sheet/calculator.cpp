@@ -158,9 +158,12 @@ Value Calculator::element(const Value& value, std::uint32_t row, std::uint32_t c
 
 namespace {
 
-/// A date and a number of days make a date.
-bool makes_date(Code code, const Value& a, const Value& b) {
-    return code == Code::add ? a.is_date() != b.is_date() : code == Code::subtract && a.is_date() && !b.is_date();
+/// A date and a number of days make a date. A date minus a number that comes out before 1910, the first year of the
+/// library's dates, is the days from a date that was entered as a number.
+bool makes_date(Code code, const Value& a, const Value& b, double result) {
+    constexpr double first_date = 3654.0;
+    if (code == Code::add) return a.is_date() != b.is_date();
+    return code == Code::subtract && a.is_date() && !b.is_date() && result >= first_date;
 }
 
 Value arithmetic(Code code, double a, double b) {
@@ -212,7 +215,7 @@ Value Calculator::apply_single(Code code, const Value& a, const Value& b) {
         Value error;
         if (!to_number(a, x, error) || !to_number(b, y, error)) return error;
         const Value result = arithmetic(code, x, y);
-        return makes_date(code, a, b) && result.is_number() ? Value::date(result.number()) : result;
+        return result.is_number() && makes_date(code, a, b, result.number()) ? Value::date(result.number()) : result;
     }
     }
 }

@@ -190,10 +190,20 @@ class ArrayFormulas {
     std::vector<std::vector<bool>> covered_;
 };
 
+/// A formula in a message: a long one is shown around the character in question.
+std::string excerpt(std::string_view formula, std::size_t character) {
+    constexpr std::size_t most = 120, before = 60;
+    const std::string text = valid_utf8(formula);
+    if (character_count(text) <= most) return text;
+    const std::size_t first = character_offset(text, character > before ? character - before : 0);
+    const std::size_t end = character_offset(text, character + before);
+    return (first > 0 ? "..." : "") + text.substr(first, end - first) + (end < text.size() ? "..." : "");
+}
+
 std::string formula_problem(const FormulaError& error, std::string_view text) {
     const std::size_t bracket = text.starts_with('{'); // of an array formula, not read with it
-    std::string message =
-        "character " + std::to_string(error.column + bracket) + " of " + valid_utf8(text) + ": " + error.what();
+    const std::size_t column = error.column + bracket;
+    std::string message = "character " + std::to_string(column) + " of " + excerpt(text, column) + ": " + error.what();
     if (text.find('(') != std::string_view::npos && text.find(',') == std::string_view::npos &&
         std::count(text.begin(), text.end(), '(') > std::count(text.begin(), text.end(), ')'))
         message += " (a formula with commas stands in quotes)";
@@ -258,8 +268,8 @@ std::vector<Problem> load_csv(Workbook& book, std::uint16_t sheet, std::string_v
 namespace {
 
 /// A value as it reads back.
-std::string field_of(const Value& value) {
-    if (value.is_date() && value.number() == std::floor(value.number()) && value.number() >= 1.0 &&
+std::string field_of(const Value& value, bool dates) {
+    if (dates && value.is_date() && value.number() == std::floor(value.number()) && value.number() >= 1.0 &&
         value.number() <= last_serial)
         return date_text(value.number());
     if (value.is_number()) return shortest_text(value.number());
@@ -268,14 +278,14 @@ std::string field_of(const Value& value) {
 
 } // namespace
 
-std::string save_csv(Workbook& book, std::uint16_t sheet) {
+std::string save_csv(Workbook& book, std::uint16_t sheet, bool dates) {
     std::string text;
     const std::uint32_t rows = book.grid(sheet).rows(), columns = book.grid(sheet).columns();
     for (std::uint32_t row = 0; row < rows; ++row) {
         std::size_t end = text.size(); // trailing empty cells are left out
         for (std::uint32_t column = 0; column < columns; ++column) {
             if (column > 0) text += ',';
-            const std::string field = field_of(book.value({row, static_cast<std::uint16_t>(column), sheet}));
+            const std::string field = field_of(book.value({row, static_cast<std::uint16_t>(column), sheet}), dates);
             if (field.empty()) continue;
             if (field.find_first_of(",\"\r\n") == std::string::npos && field.front() != ' ' && field.back() != ' ') {
                 text += field;

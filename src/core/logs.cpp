@@ -2,6 +2,7 @@
 
 #include "core/trace.h"
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 
@@ -90,7 +91,8 @@ void clsTimer::stop() {
 
 double clsTimer::microseconds() const {
     const std::int64_t elapsed = running_ ? elapsed_ + ticks() - overhead_ : elapsed_;
-    return static_cast<double>(elapsed) * 1e6 / static_cast<double>(frequency());
+    // A time shorter than the overhead, which varies, is none.
+    return static_cast<double>(std::max<std::int64_t>(elapsed, 0)) * 1e6 / static_cast<double>(frequency());
 }
 
 clsTimer& TraceTimer() {

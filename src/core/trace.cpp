@@ -18,7 +18,7 @@ clsTrace2& trace() {
 
 void clsTrace2::TraceStart() {
     if (TraceMuted) return;
-    TraceTimer().reset(true);
+    timer_.reset(true);
     tracing = false;
     file_.open("Trace");
     if (!items_) items_.reset(new Item[maxitems + 2]);
@@ -50,9 +50,9 @@ void clsTrace2::prepare_viewing() {
               "rectangle) is over a cell that contains a Quexel Function before calling Trace.",
               TraceKind::info, 1);
     }
-    TraceTimer().stop();
+    timer_.stop();
     summary_ = stackflag ? "Error: Excel Stack became dangerously low, " + std::to_string(count_) + " items"
-                         : std::to_string(TraceTimer().milliseconds()) + " msecs " + std::to_string(count_) + " lines ";
+                         : std::to_string(timer_.milliseconds()) + " msecs " + std::to_string(count_) + " lines ";
 }
 
 std::string_view clsTrace2::text(int item) const {

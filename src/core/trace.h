@@ -160,6 +160,7 @@ class clsTrace2 {
     std::string scratch_;
     std::string summary_;
     LogFile file_;
+    clsTimer timer_; ///< since the trace began; TraceTimer() is of the call at work
 };
 
 /// The one trace of the process.

@@ -76,6 +76,11 @@ TEST(QuexelEval, AnswersALineOfJsonForEachFormula) {
     EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(outcome.status, 1); // for the syntax
     EXPECT_EQ(quexel("eval --json -", "nosuch()\nNA()\n").status, 0);
+    const Outcome plain = quexel("eval -", "\xEF\xBB\xBF" // as some editors begin a file
+                                           "DYear(2005)\n1+\nnosuch()\n");
+    EXPECT_EQ(plain.out, "2005\n#NAME?\n");
+    EXPECT_EQ(plain.err, "line 2: character 3: the formula ends where a value is expected\n"
+                         "line 3: unknown function \"nosuch\"\n");
 }
 
 TEST(QuexelCalc, PrintsTheTableAndTellsWhatIsWrong) {
@@ -91,7 +96,9 @@ TEST(QuexelCalc, PrintsTheTableAndTellsWhatIsWrong) {
     EXPECT_EQ(quexel("calc model.csv --out results.csv").out, "");
     EXPECT_EQ(content("results.csv"),
               "Date,End,Days\r\n2026-11-21,2026-11-30,9\r\n2026-12-21,2026-12-31,10\r\nloop,#REF!,19\r\n");
-    EXPECT_EQ(quexel("calc model.csv --no-dates --out -").out, content("results.csv"));
+    EXPECT_EQ(quexel("calc - --out -", content("model.csv")).out, content("results.csv"));
+    EXPECT_EQ(quexel("calc model.csv --no-dates --out -").out,
+              "Date,End,Days\r\n46347,46356,9\r\n46377,46387,10\r\nloop,#REF!,19\r\n");
     const Outcome none = quexel("calc nosuch.csv");
     EXPECT_EQ(none.err, "nosuch.csv: cannot be read: No such file or directory\n");
     EXPECT_EQ(none.status, 1);
@@ -155,7 +162,10 @@ TEST(QuexelFunctions, TellsWhatIsDeclared) {
 TEST(Quexel, MisuseIsTold) {
     EXPECT_EQ(quexel("--version").out.find("quexel "), 0u);
     EXPECT_EQ(quexel("").status, 2);
-    EXPECT_EQ(quexel("nosuch").status, 2);
+    const Outcome unknown = quexel("nosuch 1+1");
+    EXPECT_EQ(unknown.err, "no command \"nosuch\"\nRun with --help for more information.\n");
+    EXPECT_EQ(unknown.status, 2);
+    EXPECT_EQ(quexel("calc model.csv --html page.html").status, 2) << "a page of what?";
     EXPECT_EQ(quexel("eval").status, 2);
     EXPECT_EQ(quexel("--help").status, 0);
     EXPECT_EQ(WEXITSTATUS(std::system(QX_PROGRAM " eval 1+1 >/dev/full 2>err")), 1) << "a full disk";

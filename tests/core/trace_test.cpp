@@ -3,8 +3,10 @@
 #include "support/allocations.h"
 #include "support/traced.h"
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <thread>
 
 namespace qx::test {
 namespace {
@@ -120,6 +122,13 @@ TEST_F(Trace, ElapsedShowsWholeMilliseconds) {
     EXPECT_EQ(text.rfind("Elapsed msecs\t", 0), 0u);
     EXPECT_EQ(text.find_first_not_of("0123456789", 14), text.rfind('\t')) << text;
     EXPECT_EQ(trace().kind(1), TraceKind::elapsed);
+}
+
+TEST_F(Trace, TheSummaryTellsTheTimeOfAllCallsAndNotOfTheLast) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(3));
+    TraceTimer().reset(true); // as each call does
+    trace().prepare_viewing();
+    EXPECT_GE(std::stoi(trace().summary()), 3);
 }
 
 TEST_F(Trace, EmptyTextAndMutedItemsAreNotStored) {

@@ -76,6 +76,11 @@ TEST(Csv, WhatIsWrongIsToldByCellAndTheRestCalculated) {
               "B3: circular reference: B3 -> B3");
     EXPECT_EQ(load("=SUM(1,2)"), "#NAME?|\"2)\"\nA1: character 7 of =SUM(1: the bracket opened at character 5 is not "
                                  "closed (a formula with commas stands in quotes)");
+    std::string sum = "=1"; // a long formula is shown around the fault
+    for (int i = 0; i < 1000; ++i) sum += "+é";
+    const std::string told = load(sum + "+");
+    EXPECT_NE(told.find("A1: character 2004 of ...+é"), std::string::npos) << told;
+    EXPECT_LT(told.size(), 300u);
     EXPECT_EQ(load("\xFF\xFE=\x01"), "\nA1: the file is UTF-16; save it as CSV in UTF-8");
 }
 
@@ -91,8 +96,15 @@ TEST(Csv, ResultsReadBackEqual) {
     load_csv(book, 0, "=1/3,2026-11-21,\"a \"\"b\"\", c\",=TRUE\n,,\n=NA(),=B1+30,\" x\",=10^20,=2/3*1e-9");
     const std::string saved = save_csv(book, 0);
     EXPECT_NE(saved.find("2026-12-21"), std::string::npos) << saved; // a date and days make a date
+    EXPECT_NE(save_csv(book, 0, false).find("46377"), std::string::npos);
     EXPECT_TRUE(load_csv(again, 0, saved).empty());
     EXPECT_EQ(shown_cells(again), shown_cells(book));
+}
+
+TEST(Csv, DaysFromADateEnteredAsANumberAreNoDate) {
+    Workbook book;
+    load_csv(book, 0, "38000,=MonthEnd(A1),=B1-A1,=B1-30000");
+    EXPECT_EQ(save_csv(book, 0), "38000,2004-01-31,17,1921-12-12\r\n");
 }
 
 TEST(Csv, AnyBytesAreRead) {
