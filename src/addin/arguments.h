@@ -149,10 +149,13 @@ constexpr Argument Cashflows(const char* name = "Cashflows") {
     return {name, "Cash flows, one for each date: received positive, paid negative"};
 }
 constexpr Argument StartDCF() {
-    return optional("StartDCF", "Cash flows on or before this date are left out; if omitted, none is");
+    return optional(
+        "StartDCF",
+        "If omitted, all cashflows are included.  Over-rides other Start  dates in the function. Cash flows on or "
+        "before it are left out");
 }
 constexpr Argument FinishDCF() {
-    return optional("FinishDCF", "Cash flows from this date on are left out; if omitted, none is");
+    return optional("FinishDCF", "If omitted, all cashflows are included. Cash flows from this date on are left out");
 }
 
 } // namespace qx

@@ -126,12 +126,13 @@ class clsSimpIntSolve final : public clsSolveBase {
                     const AnnualSequence& Periods)
         : target_(target), backward_(ToDate < FromDate), from_(std::min(FromDate, ToDate)),
           to_(std::max(FromDate, ToDate)), DayCount_(DayCount), Periods_(Periods) {}
-    /// The lengths of the pieces in years: at a flat rate nothing else counts.
+    /// What accrues in each of the pieces at a rate of 1: at a flat rate nothing else counts.
     void setup() override {
+        const DatedRates accrual{from_the_start(), one_rate(1.0), DayCount_, Periods_};
         pieces_ = 0;
         for_each_piece(from_, to_, Periods_, [&](const timeperiod& piece) {
             if (pieces_ == range_capacity) throw outofrange(FunctionContext("DFToSimpleX", "ToDate"));
-            lengths()[pieces_++] = piece.lenyrs(piece.from(), piece.to(), DayCount_, Periods_);
+            lengths()[pieces_++] = accrual.interest(piece, 1.0);
         });
     }
     double eval(double rate) override {

@@ -332,6 +332,8 @@ double IRRT(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, doub
             double DayCountDisc, const AnnualSequence& PrdsDisc, int PVTOptions) {
     Routine here{"IRRT"};
     here.arguments(QX_NAMED(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, PVTOptions));
+    here.change_note(53, "See Change in Behaviour 53, Oct-03 :Change of variable order: IRRMinOpt, IRRMaxOpt and "
+                         "IRRAcc inserted before Daycount");
     check_daycount(here, DayCountDisc, "DayCountDisc");
     FlowLists flows = one_list(Dates, Cashflows);
     if (flows.screened().empty()) return here.returning(0.0);

@@ -99,13 +99,15 @@ date payback_date(const Routine& here, const Range<date>& Dates, const Range<dou
     const int n = std::min(Dates.size(), Cashflows.size());
     if (n == 0) return date();
     const auto reached = [MinPayBack](double sum) { return sum > MinPayBack || isequal(sum, MinPayBack); };
+    const bool rezeros = (PayBackOptions & payback_rezeros) != 0;
+    if (rezeros) here.info("Payback Options: Payback accumulator rezeros if cashflow goes from positive to negative");
     double before = 0.0, sum = 0.0;
     for (int i = 1; i <= n; ++i) {
         const double flow = Cashflows.get(i);
         const TraceBlock pass = here.pass(i, Dates.get(i), ": ", flow);
         before = sum;
-        if ((PayBackOptions & payback_rezeros) != 0 && before > 0.0 && flow < 0.0) {
-            here.info("Payback Options: Payback accumulator rezeros if cashflow goes from positive to negative");
+        if (rezeros && before > 0.0 && flow < 0.0) {
+            here.info("The sum restarts: it was ", before);
             before = 0.0;
         }
         sum = before + flow;

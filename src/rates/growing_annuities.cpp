@@ -25,13 +25,17 @@ void check_perpetuity(const Routine& here, double DisAER, double growth, const c
 void check_annuity(const Routine& here, double DisAER, double growth, const char* message) {
     if (isequal(growth, DisAER)) here.fail<errlibinfiniteresult>("AnnGrowthRate", message);
 }
-void check_growth(Routine& here, double growth) { check_rate(here, growth, "AnnGrowthRate"); }
+/// Growth at every moment has no meaning where more than all is lost.
+void check_continuous(Routine& here, double growth) {
+    if (growth < -1.0) here.fail<errlibmin>("AnnGrowthRate");
+}
 void check_steps(Routine& here, double GrowRevsPerYrOpt) {
     here.limit(GrowRevsPerYrOpt, 0, most_payments, "GrowRevsPerYrOpt");
 }
 
 /// q^years - 1, q being the growth of income over that of money.
 double relative_growth(double DisAER, double growth, double years) {
+    if (growth <= -1.0 + tolerance) return SafePow((1.0 + growth) / (1.0 + DisAER), years) - 1.0;
     return std::expm1(years * (std::log1p(growth) - std::log1p(DisAER)));
 }
 
@@ -80,7 +84,6 @@ double PVEGAnn(double DisAER, double TermYrs, double AnnGrowthRate) {
     Routine here{"PVEGAnn"};
     here.arguments(QX_NAMED(DisAER, TermYrs, AnnGrowthRate));
     check_rate(here, DisAER, "DisAER");
-    check_growth(here, AnnGrowthRate);
     check_annuity(here, DisAER, AnnGrowthRate, infinite_annuity);
     return here.returning(-relative_growth(DisAER, AnnGrowthRate, TermYrs) / (DisAER - AnnGrowthRate));
 }
@@ -90,11 +93,12 @@ double PVEGPerpM(double DisAER, double PmtsPerYear, double AnnGrowthRate, double
     here.arguments(QX_NAMED(DisAER, PmtsPerYear, AnnGrowthRate, GrowRevsPerYrOpt));
     check_rate(here, DisAER, "DisAER");
     const double p = check_frequency(here, PmtsPerYear);
-    check_growth(here, AnnGrowthRate);
     check_steps(here, GrowRevsPerYrOpt);
     check_perpetuity(here, DisAER, AnnGrowthRate, infinite_perpetuity);
-    if (iszero(GrowRevsPerYrOpt))
+    if (iszero(GrowRevsPerYrOpt)) {
+        check_continuous(here, AnnGrowthRate);
         return here.returning(received_at_times(DisAER, p) / (std::log1p(DisAER) - std::log1p(AnnGrowthRate)));
+    }
     const double step = 1.0 / GrowRevsPerYrOpt;
     return here.returning(-annuity_value(1.0, DisAER, step, p) / relative_growth(DisAER, AnnGrowthRate, step));
 }
@@ -104,9 +108,9 @@ double PVEGAnnM(double DisAER, double TermYrs, double PmtsPerYear, double AnnGro
     here.arguments(QX_NAMED(DisAER, TermYrs, PmtsPerYear, AnnGrowthRate, GrowRevsPerYrOpt));
     check_rate(here, DisAER, "DisAER");
     const double p = check_frequency(here, PmtsPerYear);
-    check_growth(here, AnnGrowthRate);
     check_steps(here, GrowRevsPerYrOpt);
     check_annuity(here, DisAER, AnnGrowthRate, infinite_annuity);
+    if (iszero(GrowRevsPerYrOpt)) check_continuous(here, AnnGrowthRate);
     const double whole_term = relative_growth(DisAER, AnnGrowthRate, TermYrs);
     if (iszero(GrowRevsPerYrOpt))
         return here.returning(received_at_times(DisAER, p) * whole_term /
@@ -120,7 +124,6 @@ double PVEGPerPerp(double DisAER, double AnnGrowthRate, double Periodicity) {
     Routine here{"PVEGPerPerp"};
     here.arguments(QX_NAMED(DisAER, AnnGrowthRate, Periodicity));
     check_rate(here, DisAER, "DisAER");
-    check_growth(here, AnnGrowthRate);
     if (Periodicity <= 0.0) here.fail<errlibmin>("Periodicity");
     check_perpetuity(here, DisAER, AnnGrowthRate, infinite_gordon_perpetuity);
     const double years = Periodicity / 12.0;
@@ -131,7 +134,6 @@ double PVEGPerAnn(double DisAER, double TermYrs, double AnnGrowthRate, double Pe
     Routine here{"PVEGPerAnn"};
     here.arguments(QX_NAMED(DisAER, TermYrs, AnnGrowthRate, Periodicity));
     check_rate(here, DisAER, "DisAER");
-    check_growth(here, AnnGrowthRate);
     if (Periodicity <= 0.0) here.fail<errlibmin>("Periodicity");
     check_annuity(here, DisAER, AnnGrowthRate, infinite_gordon_annuity);
     const double years = Periodicity / 12.0;
@@ -180,15 +182,14 @@ double PVLGAnnM(double DisAER, double TermYrs, double PmtsPerYear, double AnnGro
 double SumEGAnn(double TermYrs, double AnnGrowthRate) {
     Routine here{"SumEGAnn"};
     here.arguments(QX_NAMED(TermYrs, AnnGrowthRate));
-    check_growth(here, AnnGrowthRate);
     return here.returning(safe_divide(compound_less_one(AnnGrowthRate, TermYrs), AnnGrowthRate));
 }
 
 double SumEGAnnM(double TermYrs, double AnnGrowthRate, double GrowRevsPerYrOpt) {
     Routine here{"SumEGAnnM"};
     here.arguments(QX_NAMED(TermYrs, AnnGrowthRate, GrowRevsPerYrOpt));
-    check_growth(here, AnnGrowthRate);
     check_steps(here, GrowRevsPerYrOpt);
+    if (iszero(GrowRevsPerYrOpt)) check_continuous(here, AnnGrowthRate);
     if (iszero(AnnGrowthRate)) return here.returning(TermYrs);
     const double year = iszero(GrowRevsPerYrOpt)
                             ? std::log1p(AnnGrowthRate)
@@ -199,7 +200,7 @@ double SumEGAnnM(double TermYrs, double AnnGrowthRate, double GrowRevsPerYrOpt) 
 double SumEGAnnCont(double TermYrs, double AnnGrowthRate) {
     Routine here{"SumEGAnnCont"};
     here.arguments(QX_NAMED(TermYrs, AnnGrowthRate));
-    check_growth(here, AnnGrowthRate);
+    check_continuous(here, AnnGrowthRate);
     if (TermYrs <= 0.0) return here.returning(0.0);
     if (iszero(AnnGrowthRate)) return here.returning(TermYrs);
     return here.returning(compound_less_one(AnnGrowthRate, TermYrs) / std::log1p(AnnGrowthRate));

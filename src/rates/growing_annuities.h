@@ -3,7 +3,8 @@
 // PVEG: exponential growth at AnnGrowthRate a year (1, 1 + g, (1 + g)^2 ...), PVLG: linear growth (1, 1 + g, 1 + 2g
 // ...), one payment at the end of each year. The M forms receive the year's income PmtsPerYear times a year (positive
 // in advance, negative in arrears, 0 read as -1) and let it grow in GrowRevsPerYrOpt steps a year (0: at every moment).
-// DisAER must be above -0.999999 (errlibmin). A perpetuity that grows at the discount rate or faster throws
+// DisAER must be above -0.999999 (errlibmin). Growth may lose all (-1) or more: a negative factor has no fractional
+// power (errlibbadexponentiation), and growth at every moment is -1 at least (errlibmin). A perpetuity that grows at the discount rate or faster throws
 // errlibinfiniteresult; so does an exponential annuity that grows at the discount rate.
 #pragma once
 

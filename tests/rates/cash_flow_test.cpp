@@ -6,6 +6,7 @@
 #include "projections/simple_rates.h"
 #include "rates/discounting.h"
 #include "rates/powers.h"
+#include "support/traced.h"
 
 #include <gtest/gtest.h>
 
@@ -120,6 +121,31 @@ TEST_F(CashFlow, AtSimpleRatesSharesItsGrowth) {
     for (int i = 1; i <= 30; ++i)
         sum += cash.flows.get(i) * SimpleToDFX(from, rates, origin, cash.dates.get(i), 3, quarters);
     EXPECT_NEAR(PVTSFX(origin, from, rates, cash.dates, cash.flows, 3, quarters, no_date, no_date), sum, 1e-7);
+}
+
+TEST_F(Traced, OptionsAndChangesOfACashFlowAreTold) {
+    static Range<date> dates;
+    static Range<double> flows;
+    dates.dimension(3);
+    flows.dimension(3);
+    for (int i = 1; i <= 3; ++i) dates(i) = date(2004 + i, 1, 1);
+    flows(1) = -100.0;
+    flows(2) = flows(3) = 60.0;
+    const auto told = [](const char* text) {
+        for (const std::string& line : trace_lines())
+            if (line.find(text) != std::string::npos) return true;
+        return false;
+    };
+    const AnnualSequence quarters(-4);
+    IRRT(dates, flows, -0.99999, 10000.0, 1e-10, 5.0, quarters, 0);
+    EXPECT_TRUE(told("PECB\t53\tSee Change in Behaviour 53, Oct-03 :Change of variable order: IRRMinOpt, IRRMaxOpt and "
+                     "IRRAcc inserted before Daycount"));
+    const char* const rezeros =
+        "Payback Options: Payback accumulator rezeros if cashflow goes from positive to negative";
+    PayBackT(dates, flows, 0.0, false, 5.0, quarters, 0);
+    EXPECT_FALSE(told(rezeros));
+    PayBackT(dates, flows, 0.0, false, 5.0, quarters, payback_rezeros);
+    EXPECT_TRUE(told(rezeros));
 }
 
 } // namespace
