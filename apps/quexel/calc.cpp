@@ -97,6 +97,14 @@ void print_sheet(sheet::Workbook& book, bool dates) {
     print_table(std::cout, rows);
 }
 
+/// Switches the monitor on. False, with a message, if its file cannot be written.
+bool start_monitor() {
+    CalcMonStart();
+    if (CalcMonLog().isopen()) return true;
+    std::cerr << CalcMonLog().name() << ": cannot be written\n";
+    return false;
+}
+
 /// Runs the goal seeks that the cells ask for.
 void seek_goals(sheet::Workbook& book) {
     book.run(CPPQX_GoalSeekInit);
@@ -125,9 +133,10 @@ int calc(const CalcOptions& options) {
     }
     sheet::Workbook book;
     std::vector<Problem> problems = load_csv(book, 0, text);
+    bool monitored = true;
     {
         const Progress progress(book);
-        if (options.monitor) CalcMonStart();
+        if (options.monitor) monitored = start_monitor();
         if (options.seek)
             seek_goals(book);
         else
@@ -138,7 +147,7 @@ int calc(const CalcOptions& options) {
     problems.insert(problems.end(), of_formulas.begin(), of_formulas.end());
     tell(options.file, problems);
 
-    int status = problems.empty() && (!options.seek || goal_seek_failures() == 0) ? 0 : 1;
+    int status = problems.empty() && monitored && (!options.seek || goal_seek_failures() == 0) ? 0 : 1;
     if (!options.trace.empty()) {
         if (book.formula(traced_cell.first()) == nullptr) {
             std::cerr << options.trace << " holds no formula\n";

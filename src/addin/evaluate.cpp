@@ -41,7 +41,7 @@ Evaluated evaluate(const std::string& formula) {
     *std::copy(formula.begin(), formula.end(), counted + 1) = '\0';
     OPER text{{.str = counted}, xltypeStr};
     HostCell answer;
-    switch (Excel(xlfEvaluate, answer.get(), 1, &text)) {
+    switch (evaluate_text(answer.get(), &text)) {
     case xlretSuccess:
         return answer_of(*answer);
     case xlretUncalced:

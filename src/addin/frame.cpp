@@ -46,6 +46,17 @@ OPER* fail(std::uint16_t code, std::string_view reason) {
     return &ResultOper();
 }
 
+/// A call from within a text that the host evaluates for another call: slots and results are in use, and waiting for
+/// the lock would never end. Nothing of the other call is touched.
+OPER* refuse_nested(const Function& function) {
+    static OPER refused;
+    refused = error_cell(xlerrValue);
+    if (traced())
+        trace().warning(std::string(function.name) +
+                        " stands in a text that another function evaluates, and only one is calculated at a time.");
+    return &refused;
+}
+
 bool monitor_line_open = false;
 
 } // namespace
@@ -57,6 +68,7 @@ const ErrorClass* last_error() { return the_last_error; }
 const FunctionContext& last_error_context() { return the_last_context; }
 
 OPER* perform(const Function& function, OPER* const* cells) {
+    if (evaluating_text()) return refuse_nested(function);
     the_last_error = nullptr;
     try {
         const std::scoped_lock lock(CalcMutex);

@@ -1,13 +1,16 @@
 #include "addin/host.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <thread>
 
 namespace qx {
 
 namespace {
 
 Host* the_host = nullptr;
+std::atomic<std::thread::id> evaluator; ///< the thread whose text the host evaluates
 
 constexpr std::size_t arena_size = 8192;
 constexpr std::size_t longest_text = 200;
@@ -77,6 +80,19 @@ int excel_call(int xlfn, OPER* result, int count, OPER* const* arguments) {
     }
     free_temporary_memory();
     return code;
+}
+
+int evaluate_text(OPER* result, OPER* text) {
+    struct Mark {
+        Mark() { evaluator = std::this_thread::get_id(); }
+        ~Mark() { evaluator = std::thread::id(); }
+    } const mark;
+    return Excel(xlfEvaluate, result, 1, text);
+}
+
+bool evaluating_text() {
+    const std::thread::id thread = evaluator.load(std::memory_order_relaxed);
+    return thread != std::thread::id() && thread == std::this_thread::get_id();
 }
 
 void message_box(std::string_view title, std::string_view text) {

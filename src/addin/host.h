@@ -43,6 +43,11 @@ int Excel(int xlfn, OPER* result, int count, Cells*... cells) {
                       arguments);
 }
 
+/// Has the host evaluate a text as a formula. A host may call back functions of the library for it.
+int evaluate_text(OPER* result, OPER* text);
+/// True within evaluate_text() on the thread that has called it.
+bool evaluating_text();
+
 /// The words of a host's return code, as "uncalced cell".
 const char* host_return_text(int code);
 

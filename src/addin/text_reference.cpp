@@ -57,7 +57,7 @@ void evaluate_at_once(KeptCell& values, Take take, std::string_view text, const 
     std::memcpy(counted + 1, text.data(), length);
     OPER formula{{.str = counted}, xltypeStr};
     HostCell found;
-    const int code = Excel(xlfEvaluate, found.get(), 1, &formula);
+    const int code = evaluate_text(found.get(), &formula);
     if (code == xlretUncalced) here.fail<uncalc>("Textstring", text);
     if (code != xlretSuccess) here.fail<errinput>("Textstring", text, ": ", host_return_text(code));
     if (found->type() == xltypeErr)

@@ -203,6 +203,25 @@ TEST_F(FrameTest, LowStackEndsTheTrace) {
     EXPECT_TRUE(stackok("Halve", true)) << "a host that does not say";
 }
 
+TEST_F(FrameTest, ACallFromATextThatTheHostEvaluatesIsRefused) {
+    struct Evaluating : StubHost {
+        std::string inner;
+        int call(int xlfn, OPER* result, int count, OPER* const* arguments) override {
+            if (xlfn != xlfEvaluate) return StubHost::call(xlfn, result, count, arguments);
+            OPER day = number_cell(38000);
+            OPER* const cells[] = {&day, nullptr};
+            *result = *perform(*find_function("MonthEnd"), cells);
+            inner = shown(result);
+            return xlretSuccess;
+        }
+    } calling_back;
+    Cells cells;
+    EXPECT_EQ(shown(call(*find_function("Ev"), {cells.text("MonthEnd(38000)")})), "#NUM!"); // and no waiting for ever
+    EXPECT_EQ(calling_back.inner, "#VALUE!");
+    EXPECT_EQ(last_class(), "errinput");
+    EXPECT_EQ(shown(call(*find_function("MonthEnd"), {number_cell(38000)})), "38017");
+}
+
 TEST_F(FrameTest, HostCall) {
     OPER result = nil_cell();
     OPER argument = nil_cell();

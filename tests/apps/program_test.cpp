@@ -113,6 +113,12 @@ TEST(QuexelCalc, TracesACellAndMonitorsTheCalls) {
     const std::string monitor = content("qx_CalcMon.qxl");
     EXPECT_NE(monitor.find("\nMonthEnd,"), std::string::npos) << monitor;
     EXPECT_NE(monitor.find("\nDaysInMonth,"), std::string::npos) << monitor;
+    std::filesystem::remove("qx_CalcMon.qxl");
+    std::filesystem::create_directory("qx_CalcMon.qxl"); // in the file's place
+    const Outcome unwritten = quexel("calc model.csv --monitor");
+    EXPECT_EQ(unwritten.err, "qx_CalcMon.qxl: cannot be written\n");
+    EXPECT_EQ(unwritten.status, 1);
+    std::filesystem::remove("qx_CalcMon.qxl");
     EXPECT_EQ(quexel("calc model.csv --trace A1").err, "A1 holds no formula\n");
     EXPECT_EQ(quexel("calc model.csv --trace A1:B2").status, 1);
 }
