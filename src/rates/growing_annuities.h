@@ -4,8 +4,9 @@
 // ...), one payment at the end of each year. The M forms receive the year's income PmtsPerYear times a year (positive
 // in advance, negative in arrears, 0 read as -1) and let it grow in GrowRevsPerYrOpt steps a year (0: at every moment).
 // DisAER must be above -0.999999 (errlibmin). Growth may lose all (-1) or more: a negative factor has no fractional
-// power (errlibbadexponentiation), and growth at every moment is -1 at least (errlibmin). A perpetuity that grows at the discount rate or faster throws
-// errlibinfiniteresult; so does an exponential annuity that grows at the discount rate.
+// power (errlibbadexponentiation), and growth at every moment is -1 at least (errlibmin). A perpetuity that grows at
+// the discount rate or faster throws errlibinfiniteresult; so does an exponential annuity that grows at the discount
+// rate.
 #pragma once
 
 #include "calendar/annual_sequence.h"
