@@ -63,7 +63,8 @@ double clsSolveBase::solve(double x1, double x2, double tol, int maxiter, int mo
     case plain:
     case plain_with_recovery:
         evaluate(pair);
-        found = pair.crosses_or_zero();
+        // A root at x1 counts though rounding has left it a trace of a value. At x2 such a value may have died away.
+        found = pair.crosses_or_zero() || iszero(pair.flow);
         if (!found) info("Solve: Couldn't find a root between ", x1, " and ", x2);
         break;
     case rate_of_return:
