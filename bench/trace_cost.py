@@ -14,6 +14,8 @@ TURNS = 40
 def fastest(program, pattern, best):
     options = [f"--benchmark_filter={pattern}", "--benchmark_min_time=0.01", "--benchmark_format=json"]
     run = subprocess.run([program, *options], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=True)
+    if not run.stdout.strip():
+        sys.exit(f"No benchmark matches {pattern!r}.")
     for entry in json.loads(run.stdout)["benchmarks"]:
         name = entry["name"]
         best[name] = min(best.get(name, math.inf), entry["cpu_time"])

@@ -251,7 +251,7 @@ const OPER& single_cell(const OPER& array, const Source& from) {
 } // namespace
 
 const OPER& Frame::next_cell() const {
-    static const OPER missing = missing_cell();
+    static constexpr OPER missing = missing_cell();
     const OPER* const cell = cells_[argument_];
     return cell == nullptr ? missing : *cell;
 }
@@ -260,14 +260,16 @@ Frame::Input Frame::next(const char* conversion, const char* optional_conversion
     const OPER& cell = next_cell();
     const Argument& argument = function.args[argument_++];
     if (name == nullptr) name = argument.name;
-    int level = -1;
-    if (traced()) {
-        context.setnames(argument.is_optional() ? optional_conversion : conversion, name);
-        context.setmessage("");
-        level = trace().currentlevel();
-        trace().variable(name);
-    }
+    const int level = traced() ? announce(argument.is_optional() ? optional_conversion : conversion, name) : -1;
     return {cell, argument, name, level};
+}
+
+[[gnu::cold, gnu::noinline]] int Frame::announce(const char* conversion, const char* name) {
+    context.setnames(conversion, name);
+    context.setmessage("");
+    const int level = trace().currentlevel();
+    trace().variable(name);
+    return level;
 }
 
 State Frame::state_of_next() const {

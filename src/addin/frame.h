@@ -132,8 +132,10 @@ class Frame {
     const OPER& next_cell() const;
     /// The next argument, under its own name or another.
     Input next(const char* conversion, const char* optional_conversion, const char* name = nullptr);
+    int announce(const char* conversion, const char* name); ///< an argument, to the trace; its level before that
     State state_of_next() const;
     void reply_integer(long long value);
+    void note(double value) const; ///< a result to the trace, and one that is large to the watch
     template <class T>
     void input_cell(T& slot, const char* name = nullptr);
     template <class T>

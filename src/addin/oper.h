@@ -70,8 +70,8 @@ inline OPER number_cell(double value) { return {{.num = value}, xltypeNum}; }
 inline OPER bool_cell(bool value) { return {{.xbool = static_cast<std::uint16_t>(value)}, xltypeBool}; }
 inline OPER error_cell(std::uint16_t code) { return {{.err = code}, xltypeErr}; }
 inline OPER int_cell(int value) { return {{.w = static_cast<std::int16_t>(value)}, xltypeInt}; }
-inline OPER missing_cell() { return {{.num = 0.0}, xltypeMissing}; }
-inline OPER nil_cell() { return {{.num = 0.0}, xltypeNil}; }
+constexpr OPER missing_cell() { return {{.num = 0.0}, xltypeMissing}; }
+constexpr OPER nil_cell() { return {{.num = 0.0}, xltypeNil}; }
 inline OPER array_cell(OPER* cells, int rows, int columns) {
     OPER cell{{.num = 0.0}, xltypeMulti};
     cell.val.array = {cells, static_cast<std::uint16_t>(rows), static_cast<std::uint16_t>(columns)};

@@ -26,6 +26,14 @@ unsigned char result_text[text_room];
 unsigned char result_texts[most_cells * text_room];
 std::size_t result_texts_used = 0;
 
+constexpr double large = 1e10; ///< a number beyond it is watched
+
+/// Member by member: a cell copied whole would wait for its halves to be stored.
+void set_result(double number) {
+    ResultOper().val.num = number;
+    ResultOper().xltype = xltypeNum;
+}
+
 /// A number as a cell shows it: what is within the tolerance of zero is zero.
 double cleaned(double value) { return value > -tolerance && value < tolerance ? 0.0 : value; }
 
@@ -206,21 +214,23 @@ OPER& ResultOper() {
 }
 
 void Frame::reply(double value) {
+    set_result(cleaned(value));
+    if (traced() || std::fabs(value) > large) note(value);
+}
+
+[[gnu::cold, gnu::noinline]] void Frame::note(double value) const {
     if (traced()) trace().result(value);
-    constexpr double large = 1e10;
-    if (std::fabs(value) > large) {
-        // The debug watch of large numbers: the file holds the last one only.
-        if (std::FILE* const watch = std::fopen("qx_flout.txt", "w")) {
-            std::fprintf(watch, " Large Number Found: %s\n", function.name);
-            std::fclose(watch);
-        }
+    if (std::fabs(value) <= large) return;
+    // The debug watch of large numbers: the file holds the last one only.
+    if (std::FILE* const watch = std::fopen("qx_flout.txt", "w")) {
+        std::fprintf(watch, " Large Number Found: %s\n", function.name);
+        std::fclose(watch);
     }
-    ResultOper() = cell_of(value);
 }
 
 void Frame::reply_integer(long long value) {
+    set_result(static_cast<double>(value));
     if (traced()) trace().result(value);
-    ResultOper() = number_cell(static_cast<double>(value));
 }
 
 void Frame::reply(bool value) {

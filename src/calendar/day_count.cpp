@@ -77,28 +77,27 @@ double actual_years(const date& day) { return 12.0 * day.dayofyear() / day.daysi
 
 double of_year(int days, double year) { return days * 12.0 / year; }
 
+template <class... Pieces>
+[[noreturn]] void bad_daycount(const Pieces&... pieces) {
+    FunctionContext context("", "DayCount");
+    if (tracing) context.setmessage(text_of(pieces...));
+    throw errrbaddaycount(context);
+}
+
 } // namespace
 
 DayCountCodes DayCountCodes::split(double DayCount) {
-    FunctionContext context("", "DayCount");
     if (DayCount >= 20.0) {
         const int n = whole(DayCount + 0.00005);
-        if (n >= 1000) {
-            if (tracing) context.setmessage(text_of("The daycount ", n, " has more than three digits"));
-            throw errrbaddaycount(context);
-        }
+        if (n >= 1000) bad_daycount("The daycount ", n, " has more than three digits");
         if (n >= 100) return {n / 100, n / 10 % 10, n % 10};
         return {n / 10, n % 10, n % 10};
     }
     const int n = whole((DayCount + 0.00005) * 10000.0);
     DayCountCodes codes{n / 10000, n / 100 % 100, n % 100};
-    if (codes.core > 20 || codes.start_stub > 20 || codes.end_stub > 20) {
-        if (tracing)
-            context.setmessage(text_of("Can't have an individual (single) daycount greater than 20 in the new daycount "
-                                       "convention(",
-                                       codes.start_stub, ",", codes.end_stub, ",", codes.core, ")"));
-        throw errrbaddaycount(context);
-    }
+    if (codes.core > 20 || codes.start_stub > 20 || codes.end_stub > 20)
+        bad_daycount("Can't have an individual (single) daycount greater than 20 in the new daycount convention(",
+                     codes.start_stub, ",", codes.end_stub, ",", codes.core, ")");
     if (codes.start_stub == 0 && codes.end_stub == 0)
         codes.start_stub = codes.end_stub = codes.core;
     else if (codes.end_stub == 0)
@@ -183,8 +182,7 @@ double diffmonths(const date& date1, const date& date2, double DayCount, const A
         if (date1 == date2 || !AllowNeg) return 0.0;
         return -diffmonths(date2, date1, DayCount, Periods, false, ComponentPart);
     }
-    const DayCountCodes codes = DayCountCodes::of(DayCount);
-    if (!codes.composite(DayCount)) return daycountmonths(date1, date2, codes.core);
+    if (DayCountCodes::single(DayCount)) return daycountmonths(date1, date2, whole(DayCount));
     return timeperiod(date1, date2).lenmonths(date1, date2, DayCount, Periods, AllowNeg, ComponentPart);
 }
 

@@ -148,11 +148,10 @@ double timeperiod::lenmonthsap(const date& Start, const date& Finish, const Annu
     return Periods.monthsbetween(std::max(Start, from_), std::min(Finish, to_));
 }
 
-double timeperiod::lenmonthssequence(const date& Start, const date& Finish, double DayCount,
+double timeperiod::lenmonthssequence(const date& Start, const date& Finish, const DayCountCodes& codes,
                                      const AnnualSequence& Periods, bool ComponentPart) const {
     Routine here{"lenmonthssequence", Routine::internal};
     if (!overlaps(Start, Finish)) return here.returning(0.0);
-    const DayCountCodes codes = DayCountCodes::of(DayCount);
     const auto length = [&](const date& from, const date& to, int code) {
         return code == 6 ? lenmonthsap(from, to, Periods) : lenmonthsbasic(from, to, code);
     };
@@ -184,7 +183,7 @@ double timeperiod::lenmonths(const date& Start, const date& Finish, double DayCo
     }
     double months;
     if (const DayCountCodes codes = DayCountCodes::of(DayCount); codes.composite(DayCount))
-        months = lenmonthssequence(Start, Finish, DayCount, Periods, ComponentPart);
+        months = lenmonthssequence(Start, Finish, codes, Periods, ComponentPart);
     else
         months = lenmonthsbasic(Start, Finish, codes.core, AllowNeg);
     if (months > suspicious_months && traced())

@@ -76,8 +76,8 @@ class timeperiod {
     /// By the periods of a sequence, each of which has equal weight (code 6).
     double lenmonthsap(const date& Start, const date& Finish, const AnnualSequence& Periods) const;
     /// By the codes of a composite, with the dates of the sequence between core and stubs.
-    double lenmonthssequence(const date& Start, const date& Finish, double DayCount, const AnnualSequence& Periods,
-                             bool ComponentPart) const;
+    double lenmonthssequence(const date& Start, const date& Finish, const DayCountCodes& codes,
+                             const AnnualSequence& Periods, bool ComponentPart) const;
 
     // A period compares with another if both its ends do.
     friend bool operator==(const timeperiod& a, const timeperiod& b) { return a.from_ == b.from_ && a.to_ == b.to_; }

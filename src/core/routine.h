@@ -13,6 +13,7 @@
 #include "core/utilities.h"
 
 #include <exception>
+#include <type_traits>
 #include <utility>
 
 namespace qx {
@@ -37,6 +38,10 @@ class TraceBlock {
     int exceptions_ = 0;
 };
 
+/// How a value goes to the trace: a number by copy, so that the routine can keep it in a register until then.
+template <class T>
+using Shown = std::conditional_t<std::is_scalar_v<T>, T, const T&>;
+
 class Routine {
   public:
     enum Call { function, internal, array };
@@ -52,10 +57,7 @@ class Routine {
     /// The inputs of the routine, one trace item each: arguments(QX_NAMED(...)).
     template <class... Values>
     void arguments(const char* names, const Values&... values) {
-        if (!qx::traced()) return;
-        trace().arguments();
-        (argument(names, values), ...);
-        trace().changelevel(-1);
+        if (qx::traced()) show_arguments<Values...>(names, values...);
     }
 
     /// Throws errlibmin or errlibmax in the argument's name unless low <= value <= high. NaN passes.
@@ -76,18 +78,16 @@ class Routine {
     /// Throws an error of class E about a variable ("" for none), with a message made of the pieces.
     template <class E, class... Pieces>
     [[noreturn]] void fail(const char* variable, const Pieces&... pieces) const {
-        FunctionContext context(name_, variable);
-        if (sizeof...(pieces) > 0 && tracing) context.setmessage(text_of(pieces...));
-        throw E(context);
+        throw_error<E, Pieces...>(variable, pieces...);
     }
 
     template <class... Pieces>
     void info(const Pieces&... pieces) const {
-        if (qx::traced()) trace().info(text_of(pieces...));
+        if (qx::traced()) show<&clsTrace2::info, Pieces...>(pieces...);
     }
     template <class... Pieces>
     void warning(const Pieces&... pieces) const {
-        if (qx::traced()) trace().warning(text_of(pieces...));
+        if (qx::traced()) show<&clsTrace2::warning, Pieces...>(pieces...);
     }
     /// A numbered "Change in Behaviour" note.
     void change_note(int number, const char* text) const {
@@ -105,14 +105,14 @@ class Routine {
     template <class... Pieces>
     [[nodiscard]] TraceBlock pass(int index, const Pieces&... pieces) const {
         if (!qx::traced()) return TraceBlock(false);
-        trace().loop_pass(index, text_of(pieces...));
+        show_pass<Pieces...>(index, pieces...);
         return TraceBlock(true);
     }
     /// A branch taken, as a block.
     template <class... Pieces>
     [[nodiscard]] TraceBlock branch(const Pieces&... pieces) const {
         if (!qx::traced()) return TraceBlock(false);
-        trace().if_clause(text_of(pieces...));
+        show<&clsTrace2::if_clause, Pieces...>(pieces...);
         return TraceBlock(true);
     }
     /// A list of passes under one heading, as a block.
@@ -125,7 +125,7 @@ class Routine {
     /// The result, with its trace item; the level returns to that of the caller.
     template <class T>
     T returning(T&& value) const {
-        if (qx::traced()) trace().return_value(value, name_, level_);
+        if (qx::traced()) show_result<std::remove_cvref_t<T>>(value);
         return std::forward<T>(value);
     }
     /// The same under the result's name.
@@ -140,7 +140,33 @@ class Routine {
     }
 
   private:
-    void enter(Call call) {
+    // What the members above do while traced, and how they fail: out of line, out of the way of the rest.
+    template <auto add, class... Pieces>
+    [[gnu::cold, gnu::noinline]] static void show(Shown<Pieces>... pieces) {
+        (trace().*add)(text_of(pieces...));
+    }
+    template <class... Pieces>
+    [[gnu::cold, gnu::noinline]] static void show_pass(int index, Shown<Pieces>... pieces) {
+        trace().loop_pass(index, text_of(pieces...));
+    }
+    template <class... Values>
+    [[gnu::cold, gnu::noinline]] void show_arguments(const char* names, Shown<Values>... values) {
+        trace().arguments();
+        (argument(names, values), ...);
+        trace().changelevel(-1);
+    }
+    template <class T>
+    [[gnu::cold, gnu::noinline]] void show_result(Shown<T> value) const {
+        trace().return_value(value, name_, level_);
+    }
+    template <class E, class... Pieces>
+    [[noreturn, gnu::cold, gnu::noinline]] void throw_error(const char* variable, Shown<Pieces>... pieces) const {
+        FunctionContext context(name_, variable);
+        if (sizeof...(pieces) > 0 && tracing) context.setmessage(text_of(pieces...));
+        throw E(context);
+    }
+
+    [[gnu::cold, gnu::noinline]] void enter(Call call) {
         level_ = trace().currentlevel();
         switch (call) {
         case function:
