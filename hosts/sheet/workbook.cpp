@@ -48,7 +48,8 @@ std::uint16_t Workbook::add_sheet(std::string_view name) {
 }
 
 int Workbook::sheet_number(std::string_view name) const {
-    if (name.starts_with('[')) name.remove_prefix(std::min(name.size(), name.find(']') + 1)); // the only workbook
+    constexpr std::string_view own = book_name; // a sheet of another workbook is none
+    if (equal_ignoring_case(name.substr(0, own.size()), own)) name.remove_prefix(own.size());
     for (std::size_t sheet = 0; sheet < sheets_.size(); ++sheet)
         if (equal_ignoring_case(sheets_[sheet].name, name)) return static_cast<int>(sheet);
     return -1;
