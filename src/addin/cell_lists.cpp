@@ -208,19 +208,21 @@ OPER DoIf(const Cell& InpList, const Cell& OutList, const Range<anyvalue>& Crite
     here.info(option_present(all_criteria, CritOpts) ? "Condition is AND" : "Condition is OR");
     const FunctionContext context = here.context("Criteria");
     Tally tally;
-    for (int i = 1; i <= input.count(); ++i) {
+    const OPER* error = nullptr;
+    for (int i = 1; i <= input.count() && error == nullptr; ++i) {
         static std::string value;
         if (!render(input(i), value)) continue;
         const TraceBlock pass = here.pass(i, value);
         if (!meets_criteria(value, Criteria, CritOpts, context)) continue;
         const OPER& cell = has_output ? output(i) : input(i);
-        if (cell.type() == xltypeErr && RangeOperation != operation_count) return here.returning(OPER(cell));
-        if (cell.type() == xltypeNum)
+        if (cell.type() == xltypeErr && RangeOperation != operation_count)
+            error = &cell;
+        else if (cell.type() == xltypeNum)
             tally.add(cell.val.num);
         else
             tally.add_item();
     }
-    return here.returning(number_cell(tally.result(RangeOperation)));
+    return here.returning(error != nullptr ? OPER(*error) : number_cell(tally.result(RangeOperation)));
 }
 
 } // namespace qx

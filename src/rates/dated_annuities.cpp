@@ -162,18 +162,22 @@ double NPerQX(double PresentValue, const date& DrawDate, double Pmt, double Inte
     double owed = PresentValue - FVOpt;
     if (iszero(owed)) return here.returning(0.0);
     date start = DrawDate;
-    for (int i = 1; i <= range_capacity; ++i) {
+    double payments = 0.0;
+    for (int i = 1; payments == 0.0; ++i) {
+        if (i > range_capacity) here.fail<errliboveriterated>("Pmt");
         const date end = PrdsInt.nextdate(start, false);
         factor /= 1.0 + InterestSimple * years_between(start, end, DayCount, PrdsInt);
         paid += Pmt * factor;
         const double left = PresentValue + paid - FVOpt * factor;
         const TraceBlock pass = here.pass(i, "Payment on ", end, ", present value still owed ", left);
-        if (iszero(left)) return here.returning(static_cast<double>(i));
-        if ((left > 0.0) != (owed > 0.0)) return here.returning(i - 1 + owed / (owed - left));
+        if (iszero(left))
+            payments = i;
+        else if ((left > 0.0) != (owed > 0.0))
+            payments = i - 1 + owed / (owed - left);
         owed = left;
         start = end;
     }
-    here.fail<errliboveriterated>("Pmt");
+    return here.returning(payments);
 }
 
 } // namespace qx

@@ -218,15 +218,24 @@ std::optional<std::string> untold_arguments() {
     return {};
 }
 
+/// What is wrong where the trace of a call that has one value ends: whatever ended the calculation, its blocks are
+/// closed.
+std::optional<std::string> open_block() {
+    const int last = trace().count();
+    if (last < 2 || !trace().text(last).starts_with("Return Value\t") || trace().level(last - 1) == 1) return {};
+    return "the trace leaves a block open or closes one twice at " + std::string(trace().text(last - 1));
+}
+
 } // namespace
 
 std::optional<std::string> Cases::retrace(const Formula& formula, const Area& caller, const Value& result) {
     if (formula.is_volatile || formula.functions.empty()) return {};
     trace().TraceStart();
     const Value traced = book_.look_up(book_.evaluate(formula, caller));
-    const std::optional<std::string> untold = untold_arguments();
+    const std::optional<std::string> untold = untold_arguments(), open = open_block();
     trace().TraceShow();
     if (untold) return untold;
+    if (open) return open;
     if (traced.identical(result)) return {};
     return "with the trace on " + shown(traced) + ", with it off " + shown(result);
 }
