@@ -210,6 +210,20 @@ std::string formula_problem(const FormulaError& error, std::string_view text) {
     return message;
 }
 
+/// Tells of a file without commas whose formulas stand behind another separator: each line would be one text.
+void tell_other_separator(const CsvRows& rows, std::uint16_t sheet, std::vector<Problem>& problems) {
+    if (std::any_of(rows.begin(), rows.end(), [](const auto& row) { return row.size() > 1; })) return;
+    for (std::uint32_t row = 0; row < rows.size(); ++row) {
+        const std::string_view line = rows[row].empty() ? std::string_view{} : rows[row][0];
+        const bool semicolons = line.find(";=") != line.npos;
+        if (is_formula(line) || (!semicolons && line.find("\t=") == line.npos)) continue;
+        problems.push_back(
+            {{row, 0, sheet},
+             std::string("fields are separated by commas, not by ") + (semicolons ? "semicolons" : "tabs")});
+        return;
+    }
+}
+
 } // namespace
 
 CsvRows read_csv(std::string_view text, std::vector<Problem>& problems) { return CsvReader(text, problems).read(); }
@@ -239,6 +253,7 @@ std::vector<Problem> load_csv(Workbook& book, std::uint16_t sheet, std::string_v
     }
     const std::string converted = utf8_of(text);
     const CsvRows rows = read_csv(converted, problems);
+    tell_other_separator(rows, sheet, problems);
     const auto guarded = [&](CellAddress cell, std::string_view formula, auto&& put) {
         try {
             put();

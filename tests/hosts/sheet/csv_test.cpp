@@ -81,6 +81,8 @@ TEST(Csv, WhatIsWrongIsToldByCellAndTheRestCalculated) {
     const std::string told = load(sum + "+");
     EXPECT_NE(told.find("A1: character 2004 of ...+é"), std::string::npos) << told;
     EXPECT_LT(told.size(), 300u);
+    EXPECT_EQ(load("a;b\n1;=A2"), "\"a;b\"/\"1;=A2\"\nA2: fields are separated by commas, not by semicolons");
+    EXPECT_EQ(load("1;=A2,x"), "\"1;=A2\"|\"x\"") << "a text like any other";
     EXPECT_EQ(load("\xFF\xFE=\x01"), "\nA1: the file is UTF-16; save it as CSV in UTF-8");
 }
 
