@@ -63,7 +63,8 @@ std::string preset_text(const Preset& preset) {
     case Preset::number:
     case Preset::sequence: {
         const std::string number = sheet::general_text(preset.value);
-        return preset.words == nullptr ? number : number + ", " + preset.words;
+        const bool adds_nothing = preset.words == nullptr || std::string_view(preset.words).ends_with(number);
+        return adds_nothing ? number : number + ", " + preset.words; // not "0, Defaulted to 0"
     }
     case Preset::boolean:
         return preset.value != 0.0 ? "TRUE" : "FALSE";

@@ -34,7 +34,7 @@ constexpr Function GoalSeek{
              {"TargetValue", "Value that the target cell is to reach"},
              {"ChangingCell", "Cell to vary until the target is reached. It holds a number, not a formula."},
              optional("Order", 0.0, "Position in the run of all goal seeks, lowest first", "Defaulted to 0")},
-    .examples = {"GoalSeek(5, 0, ZZ99) ! #NUM!"},
+    .examples = {"GoalSeek(B19, 0.2, B11, 1) = 0", "GoalSeek(5, 0, ZZ99) ! #NUM!"},
     .errors_as_data = true,
 };
 QX_EXPORT(GoalSeek, 4);
