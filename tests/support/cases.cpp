@@ -232,10 +232,10 @@ std::optional<std::string> Cases::retrace(const Formula& formula, const Area& ca
     if (formula.is_volatile || formula.functions.empty()) return {};
     trace().TraceStart();
     const Value traced = book_.look_up(book_.evaluate(formula, caller));
-    const std::optional<std::string> untold = untold_arguments(), open = open_block();
+    std::optional<std::string> fault = untold_arguments();
+    if (!fault) fault = open_block();
     trace().TraceShow();
-    if (untold) return untold;
-    if (open) return open;
+    if (fault) return fault;
     if (traced.identical(result)) return {};
     return "with the trace on " + shown(traced) + ", with it off " + shown(result);
 }
