@@ -193,7 +193,7 @@ class ArrayFormulas {
 /// A formula in a message: a long one is shown around the character in question.
 std::string excerpt(std::string_view formula, std::size_t character) {
     constexpr std::size_t most = 120, before = 60;
-    const std::string text = valid_utf8(formula);
+    std::string text = valid_utf8(formula);
     if (character_count(text) <= most) return text;
     const std::size_t first = character_offset(text, character > before ? character - before : 0);
     const std::size_t end = character_offset(text, character + before);
