@@ -150,24 +150,25 @@ void date::derive_early_dtn() {
     dtn_ = static_cast<int>(number);
 }
 
-inline void date::set_calendar(int year, int month, int day, int dtn) {
+inline bool date::set_calendar(int year, int month, int day) {
     const std::uint32_t block = static_cast<std::uint32_t>(year) / 4;
     const bool blockleap = block % 25 != 0 || block % 4 == 0;
-    const bool leap = year % 4 == 0 && blockleap;
+    const bool leap = (year % 4 == 0) & blockleap; // not &&: no branch that one year in four guesses wrong
+    blockleap_ = blockleap;
+    leap_ = leap;
     year_ = year;
     month_ = month;
     day_ = day;
-    leap_ = leap;
-    blockleap_ = blockleap;
     months_ = year * 12 + (month - 1) + parts_of_month.before[days_in_month(month, leap) - 28][day - 1];
-    dtn_ = dtn;
+    return leap;
 }
 
 inline void date::set_ymd() {
     limit_year();
     check_month_and_day();
     if (year_ < first_calendar_year) return set_early_ymd();
-    set_calendar(year_, month_, day_, calendar_number(year_, month_, day_, is_leap(year_)));
+    const int year = year_, month = month_, day = day_;
+    dtn_ = calendar_number(year, month, day, set_calendar(year, month, day));
 }
 
 void date::set_early_ymd() {
@@ -191,7 +192,8 @@ inline void date::set_dtn(int dtn) {
     const std::uint32_t n3 = 2141 * dayofyear + 197913;
     const int next_year = dayofyear >= 306 ? 1 : 0;
     set_calendar(static_cast<int>(100 * century + static_cast<std::uint32_t>(p2 >> 32)) + next_year,
-                 static_cast<int>(n3 >> 16) - 12 * next_year, static_cast<int>((n3 & 0xFFFF) / 2141) + 1, dtn);
+                 static_cast<int>(n3 >> 16) - 12 * next_year, static_cast<int>((n3 & 0xFFFF) / 2141) + 1);
+    dtn_ = dtn;
 }
 
 /// The date number's day by steps of four years, as it stands outside the calendar of set_dtn.

@@ -132,11 +132,10 @@ class date {
     friend std::strong_ordering operator<=>(const date& a, const date& b) { return a.dtn_ <=> b.dtn_; }
 
     static constexpr int days_in_month(int month, bool leap) {
-        return month == 2 ? (leap ? 29 : 28) : 30 + ((month + (month >> 3)) & 1);
+        return month == 2 ? 28 + static_cast<int>(leap) : 30 + ((month + (month >> 3)) & 1);
     }
     static constexpr int days_before_month(int month, bool leap) {
-        constexpr short days[] = {0, 0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
-        return days[month] + (leap && month > 2 ? 1 : 0);
+        return days_before[month] + static_cast<int>(leap & (month > 2));
     }
     static constexpr bool is_block_leap(int year) {
         const int block = year / 4;
@@ -145,12 +144,14 @@ class date {
     static constexpr bool is_leap(int year) { return year % 4 == 0 && is_block_leap(year); }
 
   private:
+    static constexpr short days_before[] = {0, 0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
+
     void set_number(double number);
     void set_dtn(int dtn); ///< all from the date number
     void set_irregular_dtn(int dtn);
-    void set_calendar(int year, int month, int day, int dtn); ///< a day from 1908 to 3653
-    void set_months(double months, int seconds);              ///< all from the count of months
-    void set_ymd();                                           ///< all from year, month and day
+    bool set_calendar(int year, int month, int day); ///< all but the date number, from 1908 to 3653; the leap mark
+    void set_months(double months, int seconds);     ///< all from the count of months
+    void set_ymd();                                  ///< all from year, month and day
     void set_early_ymd();
     void set_leaps() {
         blockleap_ = is_block_leap(year_);
