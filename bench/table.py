@@ -7,7 +7,9 @@ A benchmark is named "what is measured: whose"; the fastest of its repetitions c
 ever adds.
 """
 import json
+import pathlib
 import re
+import shutil
 import subprocess
 import sys
 
@@ -25,6 +27,7 @@ AIMS = {  # nanoseconds
     "50,000 mixed cells recalculated": 50e6,
     "library opened, all rows registered, and closed": 20e6,
 }
+LIBREOFFICE = pathlib.Path(__file__).parent / "peers" / "libreoffice.py"
 UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
@@ -48,9 +51,25 @@ def measured(program, options):
     return times
 
 
+def add_libreoffice(times):
+    """Beside the workbook that we recalculate, the same in LibreOffice, if it is there."""
+    workbooks = [what for what in times if "50,000" in what and not what.endswith("read")]
+    if not workbooks or not shutil.which("soffice"):
+        return
+    run = subprocess.run([LIBREOFFICE], stdout=subprocess.PIPE, check=False)
+    if run.returncode != 0:
+        print("bench: LibreOffice could not be measured", file=sys.stderr)
+        return
+    measured_there = json.loads(run.stdout)
+    for what in workbooks:
+        times[what]["LibreOffice"] = measured_there[what]
+
+
 def main():
     table = [("what", "ours", "peers, and how many times ours", "aim")]
-    for what, times in measured(sys.argv[1], sys.argv[2:]).items():
+    times_of = measured(sys.argv[1], sys.argv[2:])
+    add_libreoffice(times_of)
+    for what, times in times_of.items():
         ours = times.pop("ours", None)
         peers = ", ".join(f"{whose} {shown(time)}" + (f" ({time / ours:.2g})" if ours else "") for whose, time in times.items())
         aim = AIMS.get(what, AIMS["day count"] if what.startswith("day count") else None)

@@ -106,6 +106,10 @@ void Workbook::install(Node& node, Formula formula) {
         formulas_.push_back(&node);
         node.order = static_cast<std::uint32_t>(formulas_.size());
     }
+    if (node.formula->is_volatile && !node.listed_as_volatile) {
+        volatile_.push_back(&node);
+        node.listed_as_volatile = true;
+    }
     node.state = Node::clean;
     if (linked_) link(node);
     touch(node.target);
@@ -156,6 +160,7 @@ void Workbook::clear() {
     names_.clear();
     name_numbers_.clear();
     formulas_.clear();
+    volatile_.clear();
     pending_.clear();
     cycles_.clear();
     calculated_ = linked_ = false;
@@ -443,7 +448,7 @@ void Workbook::report_cycle(Node& node) {
 }
 
 void Workbook::recalculate() {
-    for (Node* const node : formulas_)
+    for (Node* const node : volatile_)
         if (node->formula && node->formula->is_volatile && node->state == Node::clean) mark_dirty(node->target.first());
     const Calculator::Entry entry(calculator_);
     cycles_.erase(std::remove_if(cycles_.begin(), cycles_.end(),

@@ -43,7 +43,8 @@ struct Node {
     bool cyclic = false;     ///< found to depend on itself
     std::uint32_t order = 0; ///< place in the list of formulas, counted from 1
     bool listed = false;     ///< in the list of those to calculate
-    bool entered = false;    ///< what it refers to is being calculated
+    bool listed_as_volatile = false;
+    bool entered = false; ///< what it refers to is being calculated
     std::vector<Node*> readers;
 };
 
@@ -169,6 +170,7 @@ class Workbook final : public Names {
     std::deque<Name> names_;
     std::map<std::string, std::uint32_t, std::less<>> name_numbers_; ///< by name in capitals
     std::vector<Node*> formulas_;                                    ///< every node that has, or had, a formula
+    std::vector<Node*> volatile_;                                    ///< those that have, or had, a volatile one
     std::vector<Node*> pending_;                                     ///< to be calculated
     std::vector<Node*> path_;                                        ///< being calculated, each read by the one before
     std::vector<Problem> cycles_;

@@ -143,6 +143,15 @@ TEST_F(WorkbookTest, VolatileCellsAndTheirReadersAreCalculatedAnew) {
     const std::string before = get("B1");
     book.recalculate();
     EXPECT_NE(get("B1"), before);
+
+    set("A1", "=5"); // steady for a while
+    book.recalculate();
+    EXPECT_EQ(get("B1"), "6");
+    set("A1", "=RAND()");
+    book.recalculate();
+    const std::string again = get("B1");
+    book.recalculate();
+    EXPECT_NE(get("B1"), again);
 }
 
 // After any changes the workbook shows what a fresh one with the same contents shows.
