@@ -1,5 +1,7 @@
 #include "hosts/sheet/value.h"
 
+#include "addin/cells.h"
+
 #include <bit>
 #include <cstdlib>
 #include <cstring>
@@ -7,13 +9,6 @@
 #include <new>
 
 namespace qx::sheet {
-
-std::string column_text(std::uint32_t column) {
-    std::string letters;
-    for (std::uint32_t left = column + 1; left > 0; left = (left - 1) / 26)
-        letters.insert(letters.begin(), static_cast<char>('A' + (left - 1) % 26));
-    return letters;
-}
 
 std::string address_text(CellAddress cell) { return column_text(cell.column) + std::to_string(cell.row + 1); }
 

@@ -55,7 +55,6 @@ struct Area {
 std::string address_text(CellAddress cell);
 /// "A1:B3", or "A1" for one cell.
 std::string address_text(const Area& area);
-std::string column_text(std::uint32_t column);
 
 enum class Type : std::uint8_t {
     blank,

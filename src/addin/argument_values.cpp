@@ -58,7 +58,6 @@ constexpr const char* currencies[] = {"0:Dollar", "1:Euro", "2:Pound", "3:Peso"}
 constexpr const char* languages[] = {"0:English", "1:Spanish", "2:French"};
 constexpr const char* date_roundings[] = {"0:Nearest", "1:Back", "2:Forward"};
 constexpr const char* weekend_moves[] = {"0:Not moved", "1:Forward to Monday", "2:Saturday back, Sunday forward"};
-constexpr int business_days[] = {0, 20, 21, 22, 100, 101, 102, 103, 200, 201, 300, 400, 500};
 
 /// The values of one argument: a list of texts, or the words that a function has for some numbers, listed or in a row.
 struct Values {
@@ -115,7 +114,7 @@ constexpr Values known[] = {
     described("Round", DescribeRounding, 3),
     listed("RoundMethod", date_roundings),
     listed("MoveWeekend", weekend_moves),
-    described("BusDaySwitch", business_days_name, business_days),
+    described("BusDaySwitch", business_days_name, business_day_switches),
 };
 
 bool same_name(std::string_view a, std::string_view b) {

@@ -67,13 +67,15 @@ std::string describe(const OPER& cell) {
     }
 }
 
+std::string column_text(std::uint32_t column) {
+    std::string letters;
+    for (std::uint32_t left = column + 1; left > 0; left = (left - 1) / 26)
+        letters.insert(letters.begin(), static_cast<char>('A' + (left - 1) % 26));
+    return letters;
+}
+
 std::string describe(const XLREF& cells) {
-    const auto corner = [](int row, int column) {
-        std::string name;
-        if (column >= 26) name += static_cast<char>('A' + column / 26 - 1);
-        name += static_cast<char>('A' + column % 26);
-        return name + std::to_string(row + 1);
-    };
+    const auto corner = [](int row, std::uint32_t column) { return column_text(column) + std::to_string(row + 1); };
     const std::string first = corner(cells.rwFirst, cells.colFirst), last = corner(cells.rwLast, cells.colLast);
     return first == last ? first : first + ":" + last;
 }

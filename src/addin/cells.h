@@ -23,6 +23,8 @@ std::string_view view_of(const OPER& cell);
 const char* error_name(std::uint16_t code);
 /// A cell as text, for the trace.
 std::string describe(const OPER& cell);
+/// The letters of a column, counted from 0: "A", "IV", "XFD".
+std::string column_text(std::uint32_t column);
 /// A rectangle as a sheet writes it: "B2:C9".
 std::string describe(const XLREF& cells);
 

@@ -2,13 +2,11 @@
 #include "addin/host.h"
 #include "lists/criteria.h"
 
-#include <algorithm>
+#include <string>
 
 namespace qx {
 
 namespace {
-
-constexpr std::size_t longest_text = 254;
 
 Evaluated answer_of(const OPER& cell) {
     if (cell.type() == xltypeBool) return cell.val.xbool != 0 ? Evaluated::yes : Evaluated::no;
@@ -33,15 +31,10 @@ Evaluated answer_of(const OPER& cell) {
     }
 }
 
-/// Evaluates a formula as the host does. One that is longer than a text of the host can be is not taken.
+/// Evaluates a formula as the host does.
 Evaluated evaluate(const std::string& formula) {
-    if (formula.size() > longest_text) return Evaluated::failed;
-    unsigned char counted[longest_text + 2];
-    counted[0] = static_cast<unsigned char>(formula.size());
-    *std::copy(formula.begin(), formula.end(), counted + 1) = '\0';
-    OPER text{{.str = counted}, xltypeStr};
     HostCell answer;
-    switch (evaluate_text(answer.get(), &text)) {
+    switch (evaluate_text(answer.get(), formula)) {
     case xlretSuccess:
         return answer_of(*answer);
     case xlretUncalced:

@@ -88,8 +88,7 @@ OPER* perform(const Function& function, OPER* const* cells) {
     } catch (const cls_exception& e) {
         the_last_error = &e.kind();
         the_last_context = e.context;
-        return fail(function.errors_as_data ? xlerrNum : cell_error(e.kind()),
-                    traced() || tracing ? e.description() : "");
+        return fail(function.errors_as_data ? xlerrNum : cell_error(e.kind()), tracing ? e.description() : "");
     } catch (...) {
         the_last_error = &functionerror::error_class;
         return fail(xlerrNum, "Unspecified exception error");

@@ -82,12 +82,18 @@ int excel_call(int xlfn, OPER* result, int count, OPER* const* arguments) {
     return code;
 }
 
-int evaluate_text(OPER* result, OPER* text) {
+int evaluate_text(OPER* result, std::string_view text) {
+    constexpr std::size_t longest = 255;
+    if (text.size() > longest) return xlretFailed;
+    unsigned char counted[longest + 2];
+    counted[0] = static_cast<unsigned char>(text.size());
+    *std::copy(text.begin(), text.end(), counted + 1) = '\0';
+    OPER formula{{.str = counted}, xltypeStr};
     struct Mark {
         Mark() { evaluator = std::this_thread::get_id(); }
         ~Mark() { evaluator = std::thread::id(); }
     } const mark;
-    return Excel(xlfEvaluate, result, 1, text);
+    return Excel(xlfEvaluate, result, 1, &formula);
 }
 
 bool evaluating_text() {

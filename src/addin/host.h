@@ -43,8 +43,9 @@ int Excel(int xlfn, OPER* result, int count, Cells*... cells) {
                       arguments);
 }
 
-/// Has the host evaluate a text as a formula. A host may call back functions of the library for it.
-int evaluate_text(OPER* result, OPER* text);
+/// Has the host evaluate a text as a formula, for which it may call back functions of the library. A text longer than a
+/// cell's fails with xlretFailed.
+int evaluate_text(OPER* result, std::string_view text);
 /// True within evaluate_text() on the thread that has called it.
 bool evaluating_text();
 

@@ -1,7 +1,6 @@
 #include "addin/text_reference.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string>
 
 namespace qx {
@@ -51,13 +50,8 @@ using Take = void (KeptCell::*)(const OPER&); ///< keep or append
 
 /// Takes the values of a text that the host understands by itself.
 void evaluate_at_once(KeptCell& values, Take take, std::string_view text, const Routine& here) {
-    static unsigned char counted[256];
-    const std::size_t length = std::min<std::size_t>(text.size(), 254);
-    counted[0] = static_cast<unsigned char>(length);
-    std::memcpy(counted + 1, text.data(), length);
-    OPER formula{{.str = counted}, xltypeStr};
     HostCell found;
-    const int code = evaluate_text(found.get(), &formula);
+    const int code = evaluate_text(found.get(), text);
     if (code == xlretUncalced) here.fail<uncalc>("Textstring", text);
     if (code != xlretSuccess) here.fail<errinput>("Textstring", text, ": ", host_return_text(code));
     if (found->type() == xltypeErr)

@@ -151,8 +151,7 @@ void date::derive_early_dtn() {
 }
 
 inline bool date::set_calendar(int year, int month, int day) {
-    const std::uint32_t block = static_cast<std::uint32_t>(year) / 4;
-    const bool blockleap = block % 25 != 0 || block % 4 == 0;
+    const bool blockleap = is_leap_block(static_cast<std::uint32_t>(year) / 4);
     const bool leap = (year % 4 == 0) & blockleap; // not &&: no branch that one year in four guesses wrong
     blockleap_ = blockleap;
     leap_ = leap;
@@ -172,8 +171,7 @@ inline void date::set_ymd() {
 }
 
 void date::set_early_ymd() {
-    set_leaps();
-    derive_early_dtn();
+    derive_dtn();
     derive_months();
     assert_valid();
 }

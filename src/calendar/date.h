@@ -137,13 +137,12 @@ class date {
     static constexpr int days_before_month(int month, bool leap) {
         return days_before[month] + static_cast<int>(leap & (month > 2));
     }
-    static constexpr bool is_block_leap(int year) {
-        const int block = year / 4;
-        return block % 25 != 0 || block % 4 == 0 || year == 1900;
-    }
+    static constexpr bool is_block_leap(int year) { return is_leap_block(year / 4) || year == 1900; }
     static constexpr bool is_leap(int year) { return year % 4 == 0 && is_block_leap(year); }
 
   private:
+    /// Four years, counted from year 0, of which the first is a leap year by the calendar.
+    static constexpr bool is_leap_block(auto block) { return block % 25 != 0 || block % 4 == 0; }
     static constexpr short days_before[] = {0, 0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
 
     void set_number(double number);

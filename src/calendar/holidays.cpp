@@ -134,6 +134,9 @@ constexpr Family families[] = {
      {45, 46, 49, 47, 50, 51, 52, 53, 56, 54, 55, 57}},
 };
 constexpr int family_count = static_cast<int>(std::size(families));
+static_assert(std::equal(std::begin(families), std::end(families), std::begin(business_day_switches),
+                         std::end(business_day_switches),
+                         [](const Family& family, int number) { return family.number == number; }));
 
 /// The place of a switch in the table; -1 for a switch under which every day is a business day.
 constexpr int family_of(int BusDaySwitch) {

@@ -50,6 +50,8 @@ date calcdatex(const date& day, int MonthInYear, int DayInMonth, int OccurrenceN
 date holiday(const date& day, int HolNum);
 /// The name of a numbered holiday; empty for a number without one. Throws errlibbadnum outside 0 to 100.
 const char* holiday_name(int HolNum);
+/// The switches that name a family of business days.
+inline constexpr int business_day_switches[] = {0, 20, 21, 22, 100, 101, 102, 103, 200, 201, 300, 400, 500};
 /// The name of a family of business days.
 std::string business_days_name(int BusDaySwitch);
 /// The names of the family's holidays that fall on a date, and "Weekend "; empty on a business day.

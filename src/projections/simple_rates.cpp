@@ -310,6 +310,7 @@ double PVTSFX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<
 double PVOneX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& TheDate,
               double Payment, double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"PVOneX"};
+    here.arguments(QX_NAMED(NPVDate, FromDatesInt, IntSimple, TheDate, Payment, DayCountDisc, PrdsDisc));
     return here.returning(Payment * SimpleToDFX(FromDatesInt, IntSimple, NPVDate, TheDate, DayCountDisc, PrdsDisc));
 }
 
