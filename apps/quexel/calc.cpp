@@ -105,6 +105,15 @@ bool start_monitor() {
     return false;
 }
 
+/// Switches the monitor off. False, with a message, if its file could be begun but lacks lines.
+bool stop_monitor() {
+    const bool begun = CalcMonLog().isopen();
+    CalcMonStop();
+    if (!begun || CalcMonLog().complete()) return true;
+    std::cerr << CalcMonLog().name() << ": not complete: the disk is full or failed\n";
+    return false;
+}
+
 /// Runs the goal seeks that the cells ask for.
 void seek_goals(sheet::Workbook& book) {
     book.run(CPPQX_GoalSeekInit);
@@ -141,7 +150,7 @@ int calc(const CalcOptions& options) {
             seek_goals(book);
         else
             book.recalculate();
-        if (options.monitor) CalcMonStop();
+        if (options.monitor && !stop_monitor()) monitored = false;
     }
     const std::vector<Problem> of_formulas = book.problems();
     problems.insert(problems.end(), of_formulas.begin(), of_formulas.end());
