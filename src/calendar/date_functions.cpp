@@ -29,6 +29,12 @@ Range<double>& number_results() {
     return results;
 }
 
+/// The whole part of a number of months, where what is whole but for its last bits is that number.
+int whole_months(double months) {
+    const double nearest = std::round(months);
+    return whole(isequal(months, nearest) ? nearest : months);
+}
+
 void append(Range<date>& list, const date& day) {
     list.dimension(list.size() + 1);
     list(list.size()) = day;
@@ -146,14 +152,14 @@ date DpYX(const date& TheDate, double Yrs, double DayCount, const AnnualSequence
 date EDateQX(const date& TheDate, double Months) {
     Routine here{"EDateQX"};
     here.arguments(QX_NAMED(TheDate, Months));
-    return here.returning("DateResult", TheDate.plusmonths(whole(Months), false));
+    return here.returning("DateResult", TheDate.plusmonths(whole_months(Months), false));
 }
 
 date DatePer(double WhichOne, const date& FirstPmtDate, double Periodicity) {
     Routine here{"DatePer"};
     here.arguments(QX_NAMED(WhichOne, FirstPmtDate, Periodicity));
     here.at_least(Periodicity, 0, "Periodicity");
-    return here.returning("DateResult", FirstPmtDate.plusmonths(whole(WhichOne * Periodicity), false));
+    return here.returning("DateResult", FirstPmtDate.plusmonths(whole_months(WhichOne * Periodicity), false));
 }
 
 // --- Time periods ---------------------------------------------------------------------------------------------
