@@ -2,7 +2,6 @@
 
 #include "core/routine.h"
 #include "projections/constant_rate.h"
-#include "projections/levels.h"
 #include "projections/payments.h"
 
 #include <algorithm>
@@ -11,20 +10,11 @@ namespace qx {
 
 namespace {
 
-/// Dated rates and how interest accrues.
-struct Accrual {
-    const Range<date>& FromDatesInt;
-    const Range<double>& IntSimple;
-    double AddMargin;
-    double DayCount;
-    const AnnualSequence& PrdsInt;
-
-    /// The interest in a span on a balance that lives from start to end. `goes_on`: another one of its sign follows.
-    double on(const timeperiod& span, const date& start, const date& end, double Balance, bool goes_on) const {
-        const double rate = FALevels(span, end, FromDatesInt, IntSimple, level_average, DayCount, PrdsInt) + AddMargin;
-        return ConX(span, {start, end}, -Balance * rate, {DayCount, PrdsInt, 0.0}, goes_on);
-    }
-};
+/// The first step that holds on a date or later, 1 to n: where a walk over the steps of a period begins.
+int first_step(View<date> FromDates, bool ascending, const date& from) {
+    if (!ascending || FromDates.size() < 2) return 1;
+    return static_cast<int>(std::lower_bound(FromDates.begin() + 1, FromDates.end(), from) - FromDates.begin());
+}
 
 /// True if two balances are both owed or both lent.
 bool same_side(double a, double b) { return (a > 0.0 && b > 0.0) || (a < 0.0 && b < 0.0); }
@@ -52,6 +42,60 @@ const Range<T>& single(const T& value) {
 }
 
 } // namespace
+
+Accrual::Accrual(View<date> FromDatesInt, View<double> IntSimple, double DayCount, const AnnualSequence& PrdsInt)
+    : FromDatesInt_(FromDatesInt), IntSimple_(IntSimple), DayCount_(DayCount), PrdsInt_(PrdsInt),
+      ascending_(std::is_sorted(FromDatesInt.begin(), FromDatesInt.end())) {}
+
+double Accrual::rate(const timeperiod& span, const date& start, const date& end, bool goes_on) const {
+    Routine here{"AverageRate", Routine::internal};
+    here.arguments(QX_NAMED(span));
+    const int n = FromDatesInt_.size();
+    const auto months = [&](const date& from, const date& to) {
+        return timeperiod(from, to).lenmonths(start, end, DayCount_, PrdsInt_, false, goes_on);
+    };
+    double of_rates = 0.0, of_time = 0.0;
+    for (int i = first_step(FromDatesInt_, ascending_, span.from()); i <= n && FromDatesInt_.get(i) <= span.to(); ++i) {
+        const date& from = std::max(FromDatesInt_.get(i), span.from());
+        const date& to = i < n ? std::min(FromDatesInt_.get(i + 1), span.to()) : span.to();
+        const double rate = IntSimple_.single_or(i);
+        const double held = months(from, to);
+        const bool starts_late = i == 1 && span.from() < from; // the time before counts, at a rate of 0
+        of_rates += rate * held / 12.0;
+        of_time += (starts_late ? months(span.from(), to) : held) / 12.0;
+        here.info(rate, " from ", from, " to ", to, ": ", held, " months");
+    }
+    return here.returning(safe_divide(of_rates, of_time));
+}
+
+double Accrual::interest(const timeperiod& span, const date& start, const date& end, double Balance, double AddMargin,
+                         bool goes_on) const {
+    if (IntSimple_.size() == 0) return 0.0;
+    const double average = rate(span, start, end, goes_on) + AddMargin;
+    return ConX(span, {start, end}, -Balance * average, {DayCount_, PrdsInt_, 0.0}, goes_on);
+}
+
+SteppedBalances::SteppedBalances(const date& Finish, View<date> FromDates, View<double> Balances)
+    : Finish_(Finish), FromDates_(FromDates), Balances_(Balances),
+      ascending_(std::is_sorted(FromDates.begin(), FromDates.end())) {}
+
+double SteppedBalances::interest(const timeperiod& period, const Accrual& accrual, double AddMargin) const {
+    Routine here{"InterestOnBalances", Routine::internal};
+    const int n = FromDates_.size();
+    double sum = 0.0;
+    for (int i = first_step(FromDates_, ascending_, period.from()); i <= n && FromDates_.get(i) <= period.to(); ++i) {
+        const date& start = FromDates_.get(i);
+        const bool followed = i < n && FromDates_.get(i + 1) < Finish_;
+        const date& end = followed ? FromDates_.get(i + 1) : Finish_;
+        timeperiod span(start, end);
+        span.intersect(period);
+        if (span.to() <= span.from()) continue;
+        const TraceBlock pass = here.pass(i, "Balance of ", Balances_.get(i), " in ", span);
+        const bool goes_on = followed && same_side(Balances_.get(i), Balances_.get(i + 1));
+        sum += accrual.interest(span, start, end, Balances_.get(i), AddMargin, goes_on);
+    }
+    return here.returning(sum);
+}
 
 double Interest(const timeperiod& Time, double InterestSimple, const date& Start, const date& Finish, double Balance,
                 double DayCount, const AnnualSequence& PrdsInt, double ProjMode) {
@@ -150,20 +194,8 @@ double FInterestM(const timeperiod& Time, const Range<date>& FromDatesInt, const
         return here.returning(0.0);
     }
 
-    const Accrual accrual{FromDatesInt, IntSimple, AddMargin, DayCount, PrdsInt};
-    double sum = 0.0;
-    for (int i = 1; i <= n && FromDates.get(i) <= period.to(); ++i) {
-        const date& start = FromDates.get(i);
-        const bool followed = i < n && FromDates.get(i + 1) < Finish;
-        const date& end = followed ? FromDates.get(i + 1) : Finish;
-        timeperiod span(start, end);
-        span.intersect(period);
-        if (span.to() <= span.from()) continue;
-        const TraceBlock pass = here.pass(i, "Balance of ", Balances.get(i), " in ", span);
-        sum +=
-            accrual.on(span, start, end, Balances.get(i), followed && same_side(Balances.get(i), Balances.get(i + 1)));
-    }
-    return here.returning(sum);
+    const Accrual accrual(FromDatesInt, IntSimple, DayCount, PrdsInt);
+    return here.returning(SteppedBalances(Finish, FromDates, Balances).interest(period, accrual, AddMargin));
 }
 
 } // namespace qx

@@ -36,17 +36,17 @@ void for_each_piece(const date& from, const date& to, const AnnualSequence& sequ
 
 /// Dated rates and the rule of accrual.
 struct DatedRates {
-    const Range<date>& FromDatesInt;
-    const Range<double>& IntSimple;
-    double DayCount;
-    const AnnualSequence& Periods;
+    DatedRates(View<date> FromDatesInt, View<double> IntSimple, double DayCount, const AnnualSequence& Periods)
+        : Periods(Periods), accrual(FromDatesInt, IntSimple, DayCount, Periods) {}
 
     /// The interest received in a piece on a capital.
     double interest(const timeperiod& piece, double capital, double margin = 0.0) const {
-        return -InterestXX(piece, FromDatesInt, IntSimple, piece.from(), piece.to(), capital, margin, DayCount, Periods,
-                           0.0);
+        return -accrual.interest(piece, piece.from(), piece.to(), capital, margin, false);
     }
     double growth(const date& from, const date& to) const { return 1.0 + interest(timeperiod(from, to), 1.0); }
+
+    const AnnualSequence& Periods;
+    const Accrual accrual;
 };
 
 /// The growth of 1 from one date to a later one.
@@ -76,36 +76,64 @@ const Range<double>& one_rate(double rate) {
     return rates;
 }
 
-/// Discount factors from one date to many. Dates that ascend share the growth from one date of the sequence to the
-/// next.
+/// Discount factors from one date to many, which share the growth from one date of the sequence to the next.
 class SharedFactors {
   public:
-    SharedFactors(const date& NPVDate, const DatedRates& rates) : NPVDate_(NPVDate), rates_(rates), reached_(NPVDate) {}
+    SharedFactors(const date& NPVDate, const DatedRates& rates) : NPVDate_(NPVDate), rates_(rates), since_(NPVDate) {
+        known_dates().dimension(0);
+        growths().dimension(0);
+        keep(NPVDate, 1.0);
+    }
 
     double operator()(const date& day) {
         if (day < NPVDate_) return past(day);
-        if (day < reached_) {
-            reached_ = NPVDate_;
-            growth_ = 1.0;
+        // On from the last known date on or before the day.
+        const date* const later = std::upper_bound(known_dates().begin(), known_dates().end(), day);
+        const int known = static_cast<int>(later - known_dates().begin());
+        date reached = known_dates().get(known);
+        double growth = growths().get(known);
+        for (date next = after(reached); next <= day && next > reached; next = after(reached)) {
+            growth *= rates_.growth(reached, next);
+            reached = next;
+            keep(reached, growth);
         }
-        for (date next = after(reached_); next <= day && next > reached_; next = after(reached_)) {
-            growth_ *= rates_.growth(reached_, next);
-            reached_ = next;
-        }
-        return 1.0 / (day > reached_ ? growth_ * rates_.growth(reached_, day) : growth_);
+        return 1.0 / (day > reached ? growth * rates_.growth(reached, day) : growth);
     }
 
   private:
     date after(const date& day) const { return rates_.Periods.nextdate(day, false); }
 
+    /// Keeps the growth to a date of the sequence after all known ones; the last place is for the latest.
+    static void keep(const date& day, double growth) {
+        Range<date>& dates = known_dates();
+        const int n = dates.size();
+        if (n > 0 && day <= dates.last()) return;
+        if (n < range_capacity) {
+            dates.dimension(n + 1);
+            growths().dimension(n + 1);
+        }
+        dates(dates.size()) = day;
+        growths()(dates.size()) = growth;
+    }
+    /// NPVDate and dates of the sequence after it, ascending, and the growth from NPVDate to each.
+    static Range<date>& known_dates() {
+        static Range<date> dates;
+        return dates;
+    }
+    static Range<double>& growths() {
+        static Range<double> growths;
+        return growths;
+    }
+
     double past(const date& day) {
         const date next = after(day);
         if (next >= NPVDate_) return rates_.growth(day, NPVDate_);
-        if (since_.iszero() || next < since_) {
+        if (next < since_) {
+            double growth = 1.0;
+            for_each_piece(next, since_, rates_.Periods,
+                           [&](const timeperiod& piece) { growth *= rates_.growth(piece.from(), piece.to()); });
+            since_growth_ *= growth;
             since_ = next;
-            since_growth_ = 1.0;
-            for_each_piece(since_, NPVDate_, rates_.Periods,
-                           [&](const timeperiod& piece) { since_growth_ *= rates_.growth(piece.from(), piece.to()); });
         }
         for (; since_ < next; since_ = after(since_)) since_growth_ /= rates_.growth(since_, after(since_));
         return rates_.growth(day, next) * since_growth_;
@@ -113,9 +141,7 @@ class SharedFactors {
 
     const date NPVDate_;
     const DatedRates& rates_;
-    date reached_;              ///< NPVDate, or a date of the sequence after it
-    double growth_ = 1.0;       ///< from NPVDate to there
-    date since_;                ///< a date of the sequence before NPVDate
+    date since_;                ///< NPVDate, or a date of the sequence before it
     double since_growth_ = 1.0; ///< from there to NPVDate
 };
 
@@ -325,6 +351,7 @@ double PVFInterest(const date& NPVDate, const Range<date>& FromDatesInt, const R
     if (FromDates.size() == 0) return here.returning(0.0);
     const DatedRates rates{FromDatesInt, IntSimple, DayCount, PrdsInt};
     SharedFactors factor(NPVDate, rates);
+    const SteppedBalances balances(Finish, FromDates, Balances);
     double sum = 0.0;
     date start = FromDates.get(1);
     for (int i = 1; start < Finish; ++i) {
@@ -332,8 +359,7 @@ double PVFInterest(const date& NPVDate, const Range<date>& FromDatesInt, const R
         date end = std::min(PrdsInt.nextdate(start, false), Finish);
         if (end <= start) end = Finish; // the calendar's end
         const TraceBlock pass = here.pass(i, timeperiod(start, end));
-        const double paid = FInterest(timeperiod(start, end), FromDatesInt, IntSimple, Finish, FromDates, Balances,
-                                      DayCount, PrdsInt, 0.0);
+        const double paid = balances.interest(timeperiod(start, end), rates.accrual, 0.0);
         const double value = paid * factor(end);
         here.info("PV=", value);
         sum += value;
