@@ -6,7 +6,9 @@
 #include "core/routine.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <iterator>
 
 namespace qx {
 
@@ -35,18 +37,113 @@ bool isweekend(const date& day, const Range<int>& WeekendDays) {
     return std::find(WeekendDays.begin(), WeekendDays.end(), weekday) != WeekendDays.end();
 }
 
-/// The date a number of business days after (or before) another.
+constexpr int first_day = 3654, last_day = 640637; ///< of the regular dates
+
+/// Days of the week that are no business days, 1 Sunday to 7 Saturday.
+using Weekend = bool[8];
+
+/// Business days of a stretch, without a walk from day to day: those of the family by its counted years, less those
+/// of a weekend of the user's own, less the holidays given that fall on any of the rest.
+class BusinessDays {
+  public:
+    BusinessDays(const Weekend& weekend, const Holidays& holidays) : weekend_(weekend), holidays_(holidays) {}
+
+    /// From one regular date to another, both counted. Throws errlibnonsensicaldate across a day that has no date.
+    int between(const date& from, const date& to) const {
+        return by_family(from, to) - on_own_weekend(from, to) - on_given_holidays(from, to);
+    }
+
+  private:
+    int family() const { return holidays_.BusDaySwitch == 0 ? every_day : holidays_.BusDaySwitch; }
+    bool counts(const date& day) const { return !weekend_[day.dayofweek()] && isbd(day, family()); }
+
+    int by_family(const date& from, const date& to) const {
+        return diffbusdays(from, to, family()) + (isbd(to, family()) ? 1 : 0);
+    }
+    int on_own_weekend(const date& from, const date& to) const {
+        int days = 0;
+        for (int weekday = 1; weekday <= 7; ++weekday) {
+            if (!weekend_[weekday]) continue;
+            const int ahead = (weekday + 7 - from.dayofweek()) % 7;
+            if (days_between(from, to) < ahead) continue;
+            const int weeks = (days_between(from, to) - ahead) / 7;
+            if (every_day_counts_) {
+                days += weeks + 1;
+            } else if (weekday != 1 && weekday != 7) { // which no family has as business days
+                for (int week = 0; week <= weeks; ++week) days += isbd(from.plusdays(ahead + 7 * week), family());
+            }
+        }
+        return days;
+    }
+    /// Each day once, however often it is given.
+    int on_given_holidays(const date& from, const date& to) const {
+        static std::uint64_t given[(last_day - first_day) / 64 + 1];
+        if (holidays_.HolDates.size() == 0 && holidays_.AnnHols.size() == 0) return 0;
+        std::fill(given, given + days_between(from, to) / 64 + 1, 0);
+        int days = 0;
+        const auto take = [&](const date& day) {
+            if (day < from || day > to || !counts(day)) return;
+            const int i = days_between(from, day);
+            const std::uint64_t bit = std::uint64_t{1} << (i & 63);
+            if ((given[i >> 6] & bit) == 0) ++days;
+            given[i >> 6] |= bit;
+        };
+        for (const date& day : holidays_.HolDates) take(day);
+        const AnnualSequence& yearly = holidays_.AnnHols;
+        const bool rolls = yearly.BusDaySwitch() != 0; // dates of the year before may roll into the first one
+        for (int i = 1; i <= yearly.size(); ++i) {
+            const auto [month, day] = AnnualSequence::month_day(yearly(i));
+            for (int year = from.year() - (rolls ? 1 : 0); year <= to.year(); ++year) {
+                const int length = date::days_in_month(month, date::is_leap(year));
+                const date fixed = date::from_ymd(year, month, std::min(day, length));
+                take(rolls ? nextbd(fixed, yearly.BusDaySwitch()) : fixed);
+            }
+        }
+        return days;
+    }
+
+    static constexpr int every_day = 1; ///< a switch that names no family
+
+    const Weekend& weekend_;
+    const Holidays& holidays_;
+    const bool every_day_counts_ = std::find(std::begin(business_day_switches) + 1, std::end(business_day_switches),
+                                             holidays_.BusDaySwitch) == std::end(business_day_switches);
+};
+
+[[noreturn]] void fail_beyond_calendar() {
+    FunctionContext context("DpDBD", "Days");
+    throw errlibdateoutofrange(context);
+}
+
+/// The date a number of business days after (or before) another, in leaps. There are at least as many days as business
+/// days to it, so a leap of the business days left never goes too far, and the last leap ends on one. While leaps find
+/// none, they double, and halve again once one has gone too far.
 date plus_business_days(const date& from, int days, const Holidays& holidays) {
     date day = from;
-    if (day.iszero()) return day;
+    if (day.iszero() || days == 0) return day;
+    static constexpr Weekend none = {};
+    const BusinessDays business_days(none, holidays);
     const int step = days < 0 ? -1 : 1;
-    for (int counted = 0; counted < std::abs(days);) {
+    long long left = std::abs(static_cast<long long>(days));
+    if (!day.isregular()) { // the first step alone may lead into the calendar
         day.adddays(step);
-        if (!day.isregular()) {
-            FunctionContext context("DpDBD", "Days");
-            throw errlibdateoutofrange(context);
+        if (!day.isregular()) fail_beyond_calendar();
+        if (holidays.isbd(day)) --left;
+    }
+    int doublings = 0;
+    while (left > 0) {
+        const int room = step > 0 ? last_day - day.dtn() : day.dtn() - first_day;
+        if (room <= 0) fail_beyond_calendar();
+        const int leap = static_cast<int>(std::min<long long>(left << doublings, room));
+        const date first = day.plusdays(step), last = day.plusdays(step * leap);
+        const int found = step > 0 ? business_days.between(first, last) : business_days.between(last, first);
+        if (leap > left && found >= left) {
+            --doublings;
+            continue;
         }
-        if (holidays.isbd(day)) ++counted;
+        day = last;
+        left -= found;
+        doublings = found == 0 ? doublings + 1 : 0;
     }
     return day;
 }
@@ -213,27 +310,11 @@ double weeks_and_rest(const date& FromDate, const date& ToDate, const Range<int>
     return result;
 }
 
-/// Working days one by one. The dates of an annual sequence are met in their order, so each is found once.
-double day_by_day(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays, const Holidays& holidays) {
-    bool weekend[8] = {};
-    for (int weekday = 1; weekday <= 7; ++weekday)
-        weekend[weekday] = WeekendDays.size() == 0
-                               ? weekday == 1 || weekday == 7
-                               : std::find(WeekendDays.begin(), WeekendDays.end(), weekday) != WeekendDays.end();
-    const AnnualSequence& yearly = holidays.AnnHols;
-    const Range<date>& dates = holidays.HolDates;
-    const auto is_one_off = [&](const date& day) { return std::find(dates.begin(), dates.end(), day) != dates.end(); };
+/// Working days where an end lies outside the regular dates, one by one.
+double day_by_day(const date& FromDate, const date& ToDate, const Weekend& weekend, const Holidays& holidays) {
     int count = 0;
-    date next_yearly;
-    for (date day = FromDate; day <= ToDate; day.adddays(1)) {
-        if (day.iszero()) break; // the zero date does not move
-        if (weekend[day.dayofweek()] || !isbd(day, holidays.BusDaySwitch) || is_one_off(day)) continue;
-        if (yearly.size() > 0) {
-            if (next_yearly < day || yearly.BusDaySwitch() != 0) next_yearly = yearly.nextdate(day, true);
-            if (next_yearly == day) continue;
-        }
-        ++count;
-    }
+    for (date day = FromDate; day <= ToDate && !day.iszero(); day.adddays(1)) // the zero date does not move
+        if (!weekend[day.dayofweek()] && holidays.isbd(day)) ++count;
     return count;
 }
 
@@ -241,7 +322,15 @@ double working_days(const date& FromDate, const date& ToDate, const Range<int>& 
                     const AnnualSequence& AnnHols, const Range<date>& HolDates, int BusDaySwitch) {
     if (AnnHols.size() == 0 && HolDates.size() == 0 && BusDaySwitch == 0)
         return weeks_and_rest(FromDate, ToDate, WeekendDays);
-    return day_by_day(FromDate, ToDate, WeekendDays, {BusDaySwitch, AnnHols, HolDates});
+    Weekend weekend = {};
+    for (int weekday = 1; weekday <= 7; ++weekday)
+        weekend[weekday] = WeekendDays.size() == 0
+                               ? weekday == 1 || weekday == 7
+                               : std::find(WeekendDays.begin(), WeekendDays.end(), weekday) != WeekendDays.end();
+    const Holidays holidays{BusDaySwitch, AnnHols, HolDates};
+    if (FromDate > ToDate) return 0.0;
+    if (!FromDate.isregular() || !ToDate.isregular()) return day_by_day(FromDate, ToDate, weekend, holidays);
+    return BusinessDays(weekend, holidays).between(FromDate, ToDate);
 }
 
 } // namespace
