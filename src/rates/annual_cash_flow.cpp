@@ -15,7 +15,11 @@ Range<date>& built_dates() {
     static Range<date> dates;
     return dates;
 }
-const Range<date>& annual_dates(const date& StartAnnDate, int n) {
+/// A year apart from a start on. Throws errlibmax for more flows than the calendar has years, 1910 to 3653.
+const Range<date>& annual_dates(const Routine& here, const date& StartAnnDate, int n) {
+    constexpr int years = date::maxyear - 1910 + 1;
+    if (n > years)
+        here.fail<errlibmax>("AnnualCashFlows", n, " annual cash flows, and the calendar has ", years, " years");
     Range<date>& dates = built_dates();
     dates.dimension(n);
     for (int i = 1; i <= n; ++i) dates(i) = StartAnnDate.plusyears(i - 1, false);
@@ -92,8 +96,8 @@ double PVA(const date& NPVDate, double DisAER, const Range<double>& AnnualCashFl
     here.arguments(QX_NAMED(NPVDate, DisAER, AnnualCashFlows, StartAnnDate, DCountDisc, StartDCF, FinishDCF));
     check_discount_rate(here, DisAER);
     check_daycount(here, DCountDisc, "DCountDisc");
-    return here.returning(pvt(DisAER, NPVDate, annual_dates(StartAnnDate, AnnualCashFlows.size()), AnnualCashFlows,
-                              DCountDisc, default_periods(), StartDCF, FinishDCF, 0));
+    return here.returning(pvt(DisAER, NPVDate, annual_dates(here, StartAnnDate, AnnualCashFlows.size()),
+                              AnnualCashFlows, DCountDisc, default_periods(), StartDCF, FinishDCF, 0));
 }
 
 double IRRA(const Range<double>& AnnualCashFlows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt) {
@@ -115,7 +119,7 @@ double DurationA(const date& NPVDate, double DisAER, const Range<double>& Annual
     here.arguments(QX_NAMED(NPVDate, DisAER, AnnualCashFlows, StartAnnDate, DCountDisc));
     check_discount_rate(here, DisAER);
     check_daycount(here, DCountDisc, "DCountDisc");
-    const Range<date>& dates = annual_dates(StartAnnDate, AnnualCashFlows.size());
+    const Range<date>& dates = annual_dates(here, StartAnnDate, AnnualCashFlows.size());
     return here.returning("Duration",
                           average_discounted_time(scheduled(NPVDate, DCountDisc, dates, AnnualCashFlows), DisAER));
 }
@@ -124,7 +128,7 @@ double AvLifeA(const date& Start, const Range<double>& AnnualCashFlows, const da
     Routine here{"AvLifeA"};
     here.arguments(QX_NAMED(Start, AnnualCashFlows, StartAnnDate, DCountDisc));
     check_daycount(here, DCountDisc, "DCountDisc");
-    const Range<date>& dates = annual_dates(StartAnnDate, AnnualCashFlows.size());
+    const Range<date>& dates = annual_dates(here, StartAnnDate, AnnualCashFlows.size());
     return here.returning("AverageLife", average_time(scheduled(Start, DCountDisc, dates, AnnualCashFlows)));
 }
 
@@ -133,7 +137,7 @@ date PayBackA(const Range<double>& AnnualCashFlows, const date& StartAnnDate, do
     Routine here{"PayBackA"};
     here.arguments(QX_NAMED(AnnualCashFlows, StartAnnDate, MinPayBack, Interpolate, DCount, PayBackOptions));
     check_daycount(here, DCount, "DCount");
-    const Range<date>& dates = annual_dates(StartAnnDate, AnnualCashFlows.size());
+    const Range<date>& dates = annual_dates(here, StartAnnDate, AnnualCashFlows.size());
     return here.returning("PayBackDate", payback_date(here, dates, AnnualCashFlows, MinPayBack, Interpolate, DCount,
                                                       default_periods(), PayBackOptions));
 }
@@ -145,7 +149,7 @@ date PayBackDiscA(double DisAER, const Range<double>& AnnualCashFlows, const dat
         QX_NAMED(DisAER, AnnualCashFlows, StartAnnDate, MinPayBack, Interpolate, DCountDisc, PayBackOptions));
     check_discount_rate(here, DisAER);
     check_daycount(here, DCountDisc, "DCountDisc");
-    const Range<date>& dates = annual_dates(StartAnnDate, AnnualCashFlows.size());
+    const Range<date>& dates = annual_dates(here, StartAnnDate, AnnualCashFlows.size());
     const Range<double>& discounted = discounted_flows(DisAER, dates, AnnualCashFlows, DCountDisc, default_periods());
     return here.returning("PayBackDate", payback_date(here, dates, discounted, MinPayBack, Interpolate, DCountDisc,
                                                       default_periods(), PayBackOptions));
@@ -192,7 +196,7 @@ double DurationM(const date& NPVDate, double DisAER, const Range<double>& Annual
     here.arguments(QX_NAMED(NPVDate, DisAER, AnnualCashFlows, StartAnnDate, PmtsPerYear));
     check_discount_rate(here, DisAER);
     const double p = check_frequency(here, PmtsPerYear);
-    const Range<date>& dates = annual_dates(StartAnnDate, AnnualCashFlows.size());
+    const Range<date>& dates = annual_dates(here, StartAnnDate, AnnualCashFlows.size());
     const FlowSchedule& schedule = scheduled(NPVDate, default_daycount, dates, AnnualCashFlows);
     if (schedule.size() == 0) return here.returning(0.0);
     // The payments of a flow lie in the year up to its date.
@@ -203,7 +207,7 @@ double AvLifeM(const date& Start, const Range<double>& AnnualCashFlows, const da
     Routine here{"AvLifeM"};
     here.arguments(QX_NAMED(Start, AnnualCashFlows, StartAnnDate, PmtsPerYear));
     const double p = check_frequency(here, PmtsPerYear);
-    const Range<date>& dates = annual_dates(StartAnnDate, AnnualCashFlows.size());
+    const Range<date>& dates = annual_dates(here, StartAnnDate, AnnualCashFlows.size());
     const FlowSchedule& schedule = scheduled(Start, default_daycount, dates, AnnualCashFlows);
     if (schedule.size() == 0) return here.returning(0.0);
     return here.returning("AverageLife", average_time(schedule) + spread_time(0.0, p) - 1.0);
