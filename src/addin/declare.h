@@ -165,9 +165,8 @@ struct Parameters<TypeList<P...>> {
     /// Converts the cells into the slots from part `first` on, from left to right.
     template <std::size_t first>
     static void input(Frame& frame) {
-        [&]<std::size_t... I>(std::index_sequence<I...>) {
-            (frame.input(slot<first + I>()), ...);
-        }(std::make_index_sequence<count - first>{});
+        [&]<std::size_t... I>(std::index_sequence<I...>) { (frame.input(slot<first + I>()), ...); }
+        (std::make_index_sequence<count - first>{});
     }
     /// The parameter of type A whose first part is number I.
     template <class A, std::size_t I>
@@ -181,9 +180,8 @@ struct Parameters<TypeList<P...>> {
   private:
     template <class A, std::size_t I, class... T>
     static A compose(Takes<T...>) {
-        return [&]<std::size_t... J>(std::index_sequence<J...>) {
-            return A{make<T, I + offset<J, T...>>()...};
-        }(std::index_sequence_for<T...>{});
+        return [&]<std::size_t... J>(std::index_sequence<J...>) { return A{make<T, I + offset<J, T...>>()...}; }
+        (std::index_sequence_for<T...>{});
     }
 
   public:
@@ -212,7 +210,8 @@ struct Thunk<routine> {
         frame.inputs_concluded();
         [&]<std::size_t... I>(std::index_sequence<I...>) {
             frame.reply(routine(Inputs::template make<std::remove_cvref_t<A>, Inputs::template offset<I, A...>>()...));
-        }(std::index_sequence_for<A...>{});
+        }
+        (std::index_sequence_for<A...>{});
     }
 };
 
@@ -294,9 +293,10 @@ struct TwinThunk<routine> {
   private:
     static double call(const One& leading) {
         return [&]<std::size_t... I>(std::index_sequence<I...>) {
-            return routine(leading,
-                           Inputs::template make<std::remove_cvref_t<A>, Inputs::template offset<I + 1, One, A...>>()...);
-        }(std::index_sequence_for<A...>{});
+            return routine(
+                leading, Inputs::template make<std::remove_cvref_t<A>, Inputs::template offset<I + 1, One, A...>>()...);
+        }
+        (std::index_sequence_for<A...>{});
     }
 };
 

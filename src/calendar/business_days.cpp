@@ -23,15 +23,15 @@ int switch_of(double rolling_float) { return RollingFloat::of(rolling_float).swi
 
 /// The entry of an old form: its arguments, the limit of its switch and the note of what took its place.
 template <class... Values>
-Routine superseded(const char* name, const char* by, double BusDaySwitch, const char* names, const Values&... values) {
+Routine superseded(const char* name, const char* by, double BusDaySwitch, const Values&... values) {
     Routine here{name};
-    here.arguments(names, values...);
+    here.inputs(values...);
     limit_switch(here, BusDaySwitch);
     here.superseded_by(by);
     return here;
 }
 
-bool isweekend(const date& day, const Range<int>& WeekendDays) {
+bool isweekend(const date& day, View<int> WeekendDays) {
     const int weekday = day.dayofweek();
     if (WeekendDays.size() == 0) return weekday == 1 || weekday == 7;
     return std::find(WeekendDays.begin(), WeekendDays.end(), weekday) != WeekendDays.end();
@@ -174,47 +174,45 @@ date Holidays::prevbd(const date& day) const {
     return slipped;
 }
 
-bool IsBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+bool IsBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
     Routine here{"IsBD"};
-    here.arguments(QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
+    here.inputs(TheDate, BusDaySwitch, AnnHols, HolDates);
     limit_switch(here, BusDaySwitch);
     return here.returning(Holidays{BusDaySwitch, AnnHols, HolDates}.isbd(TheDate));
 }
 
-date NextBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+date NextBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
     Routine here{"NextBD"};
-    here.arguments(QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
+    here.inputs(TheDate, BusDaySwitch, AnnHols, HolDates);
     limit_switch(here, BusDaySwitch);
     return here.returning("DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.nextbd(TheDate));
 }
 
-date PrevBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+date PrevBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
     Routine here{"PrevBD"};
-    here.arguments(QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
+    here.inputs(TheDate, BusDaySwitch, AnnHols, HolDates);
     limit_switch(here, BusDaySwitch);
     return here.returning("DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.prevbd(TheDate));
 }
 
-bool IsBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
-    const Routine here = superseded("IsBDX", "IsBD", BusDaySwitch, QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
+bool IsBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
+    const Routine here = superseded("IsBDX", "IsBD", BusDaySwitch, TheDate, BusDaySwitch, AnnHols, HolDates);
     return here.returning(IsBD(TheDate, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
-date NextBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
-    const Routine here =
-        superseded("NextBDX", "NextBD", BusDaySwitch, QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
+date NextBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
+    const Routine here = superseded("NextBDX", "NextBD", BusDaySwitch, TheDate, BusDaySwitch, AnnHols, HolDates);
     return here.returning("DateResult", NextBD(TheDate, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
-date PrevBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
-    const Routine here =
-        superseded("PrevBDX", "PrevBD", BusDaySwitch, QX_NAMED(TheDate, BusDaySwitch, AnnHols, HolDates));
+date PrevBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
+    const Routine here = superseded("PrevBDX", "PrevBD", BusDaySwitch, TheDate, BusDaySwitch, AnnHols, HolDates);
     return here.returning("DateResult", PrevBD(TheDate, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
-bool IsWE(const date& TheDate, const Range<int>& WeekendDays) {
+bool IsWE(const date& TheDate, View<int> WeekendDays) {
     Routine here{"IsWE"};
-    here.arguments(QX_NAMED(TheDate, WeekendDays));
+    here.inputs(TheDate, WeekendDays);
     return here.returning(isweekend(TheDate, WeekendDays));
 }
 
@@ -222,39 +220,39 @@ bool IsWE(const date& TheDate, const Range<int>& WeekendDays) {
 
 bool IsHol(const date& TheDate, int BusDaySwitch) {
     Routine here{"IsHol"};
-    here.arguments(QX_NAMED(TheDate, BusDaySwitch));
+    here.inputs(TheDate, BusDaySwitch);
     limit_switch(here, BusDaySwitch);
     return here.returning(!isbd(TheDate, BusDaySwitch));
 }
 
 std::string WhatHol(const date& TheDate, int BusDaySwitch) {
     Routine here{"WhatHol"};
-    here.arguments(QX_NAMED(TheDate, BusDaySwitch));
+    here.inputs(TheDate, BusDaySwitch);
     limit_switch(here, BusDaySwitch);
     return here.returning(holidays_on(TheDate, BusDaySwitch));
 }
 
 date Holiday(int HolNum, const date& YearOrDate) {
     Routine here{"Holiday"};
-    here.arguments(QX_NAMED(HolNum, YearOrDate));
+    here.inputs(HolNum, YearOrDate);
     return here.returning("DateResult", holiday(YearOrDate, HolNum));
 }
 
 std::string DescribeHol(int HolNum) {
     Routine here{"DescribeHol"};
-    here.arguments(QX_NAMED(HolNum));
+    here.inputs(HolNum);
     return here.returning(std::string(holiday_name(HolNum)));
 }
 
 date WesternEaster(const date& YearOrDate) {
     Routine here{"WesternEaster"};
-    here.arguments(QX_NAMED(YearOrDate));
+    here.inputs(YearOrDate);
     return here.returning("DateResult", easter_sunday(YearOrDate.year()));
 }
 
-std::string DescribeBD(int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+std::string DescribeBD(int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
     Routine here{"DescribeBD"};
-    here.arguments(QX_NAMED(BusDaySwitch, AnnHols, HolDates));
+    here.inputs(BusDaySwitch, AnnHols, HolDates);
     limit_switch(here, BusDaySwitch);
     std::string text = business_days_name(BusDaySwitch);
     if (AnnHols.size() > 0) text += ", and annual holidays (" + describe(AnnHols) + ")";
@@ -266,8 +264,8 @@ date CreateDate(const date& YearOrDate, int MonthInYearOpt, int DayInMonthOpt, i
                 int Relativity, int FirstYear, int RecurringYrs, int MoveWeekend, const date& AfterDate,
                 int DaysRelative) {
     Routine here{"CreateDate"};
-    here.arguments(QX_NAMED(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity,
-                            FirstYear, RecurringYrs, MoveWeekend, AfterDate, DaysRelative));
+    here.inputs(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity, FirstYear,
+                RecurringYrs, MoveWeekend, AfterDate, DaysRelative);
     return here.returning("DateResult",
                           calcdatex(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity,
                                     FirstYear, RecurringYrs, MoveWeekend, AfterDate, DaysRelative));
@@ -277,8 +275,8 @@ date CalcDateX(const date& YearOrDate, int MonthInYearOpt, int DayInMonthOpt, in
                int Relativity, int FirstYear, int RecurringYrs, int MoveWeekend, const date& AfterDate,
                int DaysRelative) {
     Routine here{"CalcDateX"};
-    here.arguments(QX_NAMED(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity,
-                            FirstYear, RecurringYrs, MoveWeekend, AfterDate, DaysRelative));
+    here.inputs(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity, FirstYear,
+                RecurringYrs, MoveWeekend, AfterDate, DaysRelative);
     return here.returning("DateResult",
                           CreateDate(YearOrDate, MonthInYearOpt, DayInMonthOpt, OccurrenceNo, DayinWeekOpt, Relativity,
                                      FirstYear, RecurringYrs, MoveWeekend, AfterDate, DaysRelative));
@@ -287,7 +285,7 @@ date CalcDateX(const date& YearOrDate, int MonthInYearOpt, int DayInMonthOpt, in
 date CalcDate(const date& YearOrDate, int MonthInYear, int DayInMonth, int FirstYear, int RecurringYrs, int MoveWeekend,
               const date& AfterDate) {
     Routine here{"CalcDate"};
-    here.arguments(QX_NAMED(YearOrDate, MonthInYear, DayInMonth, FirstYear, RecurringYrs, MoveWeekend, AfterDate));
+    here.inputs(YearOrDate, MonthInYear, DayInMonth, FirstYear, RecurringYrs, MoveWeekend, AfterDate);
     here.info("Function hidden: superceded (compatibly) by CreateDate");
     return here.returning(
         "DateResult", calcdate(YearOrDate, MonthInYear, DayInMonth, FirstYear, RecurringYrs, MoveWeekend, AfterDate));
@@ -298,7 +296,7 @@ date CalcDate(const date& YearOrDate, int MonthInYear, int DayInMonth, int First
 namespace {
 
 /// Working days by whole weeks, without holidays.
-double weeks_and_rest(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays) {
+double weeks_and_rest(const date& FromDate, const date& ToDate, View<int> WeekendDays) {
     const int days = days_between(FromDate, ToDate) + 1;
     const int weeks = days / 7;
     const int rest = days - 7 * weeks;
@@ -318,8 +316,8 @@ double day_by_day(const date& FromDate, const date& ToDate, const Weekend& weeke
     return count;
 }
 
-double working_days(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays,
-                    const AnnualSequence& AnnHols, const Range<date>& HolDates, int BusDaySwitch) {
+double working_days(const date& FromDate, const date& ToDate, View<int> WeekendDays, const AnnualSequence& AnnHols,
+                    View<date> HolDates, int BusDaySwitch) {
     if (AnnHols.size() == 0 && HolDates.size() == 0 && BusDaySwitch == 0)
         return weeks_and_rest(FromDate, ToDate, WeekendDays);
     Weekend weekend = {};
@@ -335,28 +333,28 @@ double working_days(const date& FromDate, const date& ToDate, const Range<int>& 
 
 } // namespace
 
-double NetWorkDaysX(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays,
-                    const AnnualSequence& AnnHols, const Range<date>& HolDates, int BusDaySwitch) {
+double NetWorkDaysX(const date& FromDate, const date& ToDate, View<int> WeekendDays, const AnnualSequence& AnnHols,
+                    View<date> HolDates, int BusDaySwitch) {
     Routine here{"NetWorkDaysX"};
-    here.arguments(QX_NAMED(FromDate, ToDate, WeekendDays, AnnHols, HolDates, BusDaySwitch));
+    here.inputs(FromDate, ToDate, WeekendDays, AnnHols, HolDates, BusDaySwitch);
     limit_switch(here, BusDaySwitch);
     return here.returning(working_days(FromDate, ToDate, WeekendDays, AnnHols, HolDates, BusDaySwitch));
 }
 
-double NetWorkDaysQX(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays,
-                     const AnnualSequence& AnnHols, const Range<date>& HolDates, int BusDaySwitch) {
+double NetWorkDaysQX(const date& FromDate, const date& ToDate, View<int> WeekendDays, const AnnualSequence& AnnHols,
+                     View<date> HolDates, int BusDaySwitch) {
     Routine here{"NetWorkDaysQX"};
-    here.arguments(QX_NAMED(FromDate, ToDate, WeekendDays, AnnHols, HolDates, BusDaySwitch));
+    here.inputs(FromDate, ToDate, WeekendDays, AnnHols, HolDates, BusDaySwitch);
     limit_switch(here, BusDaySwitch);
     return here.returning(working_days(FromDate, ToDate, WeekendDays, AnnHols, HolDates, BusDaySwitch));
 }
 
 // --- Date plus, rolled ----------------------------------------------------------------------------------------
 
-date DpDBD(const date& TheDate, double Days, int BusDaySwitch, const AnnualSequence& AnnHols,
-           const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods, int BDOption) {
+date DpDBD(const date& TheDate, double Days, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+           double DayCount, const AnnualSequence& Periods, int BDOption) {
     Routine here{"DpDBD"};
-    here.arguments(QX_NAMED(TheDate, Days, BusDaySwitch, AnnHols, HolDates, DayCount, Periods, BDOption));
+    here.inputs(TheDate, Days, BusDaySwitch, AnnHols, HolDates, DayCount, Periods, BDOption);
     limit_switch(here, BusDaySwitch);
     limit_daycount(here, DayCount);
     here.limit(BDOption, 0, 1, "BDOption");
@@ -366,46 +364,46 @@ date DpDBD(const date& TheDate, double Days, int BusDaySwitch, const AnnualSeque
     return here.returning("DateResult", holidays.nextbd(moved));
 }
 
-date DpMBD(const date& TheDate, double Months, int BusDaySwitch, const AnnualSequence& AnnHols,
-           const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
+date DpMBD(const date& TheDate, double Months, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+           double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpMBD"};
-    here.arguments(QX_NAMED(TheDate, Months, BusDaySwitch, AnnHols, HolDates, DayCount, Periods));
+    here.inputs(TheDate, Months, BusDaySwitch, AnnHols, HolDates, DayCount, Periods);
     limit_switch(here, BusDaySwitch);
     limit_daycount(here, DayCount);
     return here.returning(
         "DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.nextbd(plusmonths(TheDate, Months, DayCount, Periods)));
 }
 
-date DpYBD(const date& TheDate, double Yrs, int BusDaySwitch, const AnnualSequence& AnnHols,
-           const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
+date DpYBD(const date& TheDate, double Yrs, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+           double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpYBD"};
-    here.arguments(QX_NAMED(TheDate, Yrs, BusDaySwitch, AnnHols, HolDates, DayCount, Periods));
+    here.inputs(TheDate, Yrs, BusDaySwitch, AnnHols, HolDates, DayCount, Periods);
     limit_switch(here, BusDaySwitch);
     limit_daycount(here, DayCount);
     return here.returning("DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.nextbd(
                                             plusmonths(TheDate, Yrs * 12.0, DayCount, Periods)));
 }
 
-date DpDBDX(const date& TheDate, double Days, double BusDaySwitch, const AnnualSequence& AnnHols,
-            const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
-    const Routine here = superseded("DpDBDX", "DpDBD", BusDaySwitch,
-                                    QX_NAMED(TheDate, Days, BusDaySwitch, AnnHols, HolDates, DayCount, Periods));
+date DpDBDX(const date& TheDate, double Days, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+            double DayCount, const AnnualSequence& Periods) {
+    const Routine here =
+        superseded("DpDBDX", "DpDBD", BusDaySwitch, TheDate, Days, BusDaySwitch, AnnHols, HolDates, DayCount, Periods);
     return here.returning("DateResult",
                           DpDBD(TheDate, Days, switch_of(BusDaySwitch), AnnHols, HolDates, DayCount, Periods, 0));
 }
 
-date DpMBDX(const date& TheDate, double Months, double BusDaySwitch, const AnnualSequence& AnnHols,
-            const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
-    const Routine here = superseded("DpMBDX", "DpMBD", BusDaySwitch,
-                                    QX_NAMED(TheDate, Months, BusDaySwitch, AnnHols, HolDates, DayCount, Periods));
+date DpMBDX(const date& TheDate, double Months, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+            double DayCount, const AnnualSequence& Periods) {
+    const Routine here = superseded("DpMBDX", "DpMBD", BusDaySwitch, TheDate, Months, BusDaySwitch, AnnHols, HolDates,
+                                    DayCount, Periods);
     return here.returning("DateResult",
                           DpMBD(TheDate, Months, switch_of(BusDaySwitch), AnnHols, HolDates, DayCount, Periods));
 }
 
-date DpYBDX(const date& TheDate, double Yrs, double BusDaySwitch, const AnnualSequence& AnnHols,
-            const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods) {
-    const Routine here = superseded("DpYBDX", "DpYBD", BusDaySwitch,
-                                    QX_NAMED(TheDate, Yrs, BusDaySwitch, AnnHols, HolDates, DayCount, Periods));
+date DpYBDX(const date& TheDate, double Yrs, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+            double DayCount, const AnnualSequence& Periods) {
+    const Routine here =
+        superseded("DpYBDX", "DpYBD", BusDaySwitch, TheDate, Yrs, BusDaySwitch, AnnHols, HolDates, DayCount, Periods);
     return here.returning("DateResult",
                           DpYBD(TheDate, Yrs, switch_of(BusDaySwitch), AnnHols, HolDates, DayCount, Periods));
 }
@@ -413,49 +411,49 @@ date DpYBDX(const date& TheDate, double Yrs, double BusDaySwitch, const AnnualSe
 // --- Next and previous, rolled --------------------------------------------------------------------------------
 
 date NextDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates, int BusDaySwitch,
-                   const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+                   const AnnualSequence& AnnHols, View<date> HolDates) {
     Routine here{"NextDateSeqBD"};
-    here.arguments(QX_NAMED(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates));
+    here.inputs(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates);
     limit_switch(here, BusDaySwitch);
     return here.returning("DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.nextbd(
                                             NextDateSeq(TheDate, AnnDateSeq, SpecificDates)));
 }
 
 date PrevDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates, int BusDaySwitch,
-                   const AnnualSequence& AnnHols, const Range<date>& HolDates) {
+                   const AnnualSequence& AnnHols, View<date> HolDates) {
     Routine here{"PrevDateSeqBD"};
-    here.arguments(QX_NAMED(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates));
+    here.inputs(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates);
     limit_switch(here, BusDaySwitch);
     return here.returning("DateResult", Holidays{BusDaySwitch, AnnHols, HolDates}.nextbd(
                                             PrevDateSeq(TheDate, AnnDateSeq, SpecificDates)));
 }
 
 date NextDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
-                    double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
-    const Routine here = superseded("NextDateSeqBDX", "NextDateSeqBD", BusDaySwitch,
-                                    QX_NAMED(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates));
+                    double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
+    const Routine here = superseded("NextDateSeqBDX", "NextDateSeqBD", BusDaySwitch, TheDate, AnnDateSeq, SpecificDates,
+                                    BusDaySwitch, AnnHols, HolDates);
     return here.returning(
         "DateResult", NextDateSeqBD(TheDate, AnnDateSeq, SpecificDates, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
 date PrevDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
-                    double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates) {
-    const Routine here = superseded("PrevDateSeqBDX", "PrevDateSeqBD", BusDaySwitch,
-                                    QX_NAMED(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates));
+                    double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
+    const Routine here = superseded("PrevDateSeqBDX", "PrevDateSeqBD", BusDaySwitch, TheDate, AnnDateSeq, SpecificDates,
+                                    BusDaySwitch, AnnHols, HolDates);
     return here.returning(
         "DateResult", PrevDateSeqBD(TheDate, AnnDateSeq, SpecificDates, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
 date NextDateListBD(const date& TheDate, Range<date>& SpecificDates, int BusDaySwitch) {
     Routine here{"NextDateListBD"};
-    here.arguments(QX_NAMED(TheDate, SpecificDates, BusDaySwitch));
+    here.inputs(TheDate, SpecificDates, BusDaySwitch);
     limit_switch(here, BusDaySwitch);
     return here.returning("DateResult", nextbd(NextDateList(TheDate, SpecificDates), BusDaySwitch));
 }
 
 date PrevDateListBD(const date& TheDate, Range<date>& SpecificDates, int BusDaySwitch) {
     Routine here{"PrevDateListBD"};
-    here.arguments(QX_NAMED(TheDate, SpecificDates, BusDaySwitch));
+    here.inputs(TheDate, SpecificDates, BusDaySwitch);
     limit_switch(here, BusDaySwitch);
     return here.returning("DateResult", nextbd(PrevDateList(TheDate, SpecificDates), BusDaySwitch));
 }

@@ -9,8 +9,8 @@ namespace qx {
 
 /// Stepped rates: each holds from its date on until the next.
 struct SteppedRates {
-    const Range<date>& dates;
-    const Range<double>& rates;
+    View<date> dates;
+    View<double> rates;
 };
 
 /// Merges lists of ascending dates: the rate on each date combines the rates in force of those lists that have begun.

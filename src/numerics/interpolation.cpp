@@ -55,7 +55,7 @@ class Table {
     int at(int i) const { return falls_ ? size() + 1 - i : i; }
 
     const Range<X>& places_;
-    const Range<double>& values_;
+    View<double> values_;
     bool falls_ = false;
 };
 
@@ -174,44 +174,44 @@ double interpolate_exponential(double y1, double y2, double mu) {
 
 double Interp(Range<double>& InputRange, Range<double>& OutputRange, double InputValue, double OnErrorN) {
     Routine here{"Interp"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue, OnErrorN));
+    here.inputs(InputRange, OutputRange, InputValue, OnErrorN);
     return here.returning(interp(here, InputRange, OutputRange, InputValue, OnErrorN));
 }
 
 double InterpCollar(Range<double>& InputRange, Range<double>& OutputRange, double InputValue) {
     Routine here{"InterpCollar"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue));
+    here.inputs(InputRange, OutputRange, InputValue);
     return here.returning(collared(here, InputRange, OutputRange, InputValue));
 }
 
 double InterpExtrap(Range<double>& InputRange, Range<double>& OutputRange, double InputValue) {
     Routine here{"InterpExtrap"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue));
+    here.inputs(InputRange, OutputRange, InputValue);
     return here.returning(interpolated(here, InputRange, OutputRange, InputValue, by_line, 0.0, 0.0));
 }
 
 double InterpDate(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate, double OnErrorN) {
     Routine here{"InterpDate"};
-    here.arguments(QX_NAMED(InputDateRange, OutputRange, TheDate, OnErrorN));
+    here.inputs(InputDateRange, OutputRange, TheDate, OnErrorN);
     return here.returning(interp(here, InputDateRange, OutputRange, TheDate, OnErrorN));
 }
 
 double InterpDateCollar(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate) {
     Routine here{"InterpDateCollar"};
-    here.arguments(QX_NAMED(InputDateRange, OutputRange, TheDate));
+    here.inputs(InputDateRange, OutputRange, TheDate);
     return here.returning(collared(here, InputDateRange, OutputRange, TheDate));
 }
 
 double InterpDateExtrap(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate) {
     Routine here{"InterpDateExtrap"};
-    here.arguments(QX_NAMED(InputDateRange, OutputRange, TheDate));
+    here.inputs(InputDateRange, OutputRange, TheDate);
     return here.returning(interpolated(here, InputDateRange, OutputRange, TheDate.dtn(), by_line, 0.0, 0.0));
 }
 
 double Interpolate(Range<double>& InputRange, Range<double>& OutputRange, double InputValue, int InterpType,
                    double XMin, double XMax, double Tension, double Bias) {
     Routine here{"Interpolate"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue, InterpType, XMin, XMax, Tension, Bias));
+    here.inputs(InputRange, OutputRange, InputValue, InterpType, XMin, XMax, Tension, Bias);
     check_curve(here, InterpType, Tension, Bias);
     if (XMin > XMax) here.fail<errlibnonsenseinputs>("XMin", "XMin is above XMax");
     const double place = InputValue > XMax ? XMax : InputValue < XMin ? XMin : InputValue;
@@ -221,7 +221,7 @@ double Interpolate(Range<double>& InputRange, Range<double>& OutputRange, double
 double InterpolateDate(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate, int InterpType,
                        const date& DateMin, const date& DateMax, double Tension, double Bias) {
     Routine here{"InterpolateDate"};
-    here.arguments(QX_NAMED(InputDateRange, OutputRange, TheDate, InterpType, DateMin, DateMax, Tension, Bias));
+    here.inputs(InputDateRange, OutputRange, TheDate, InterpType, DateMin, DateMax, Tension, Bias);
     check_curve(here, InterpType, Tension, Bias);
     const double min = DateMin.iszero() ? no_XMin : DateMin.dtn();
     const double max = DateMax.iszero() ? no_XMax : DateMax.dtn();

@@ -1,8 +1,8 @@
 // Streams of money that run at so much a year between two dates: how much of one falls into a time period. Every
 // projection cuts its stream into pieces of constant rate and asks ConX for each.
 //
-// Under accruals a period holds what accrues in it; under cash (ProjMode 1 or 3) what the payment dates of Periods in it
-// settle. All throw errlibmin and errlibmax for a DayCount outside 0 to 999 or a ProjMode outside 0 to 7.
+// Under accruals a period holds what accrues in it; under cash (ProjMode 1 or 3) what the payment dates of Periods in
+// it settle. All throw errlibmin and errlibmax for a DayCount outside 0 to 999 or a ProjMode outside 0 to 7.
 #pragma once
 
 #include "calendar/time_period.h"

@@ -50,7 +50,7 @@ std::string peak_text(int peak) {
 
 std::string DescribeLevelSwitch(int LevelSwitchOpt) {
     Routine here{"DescribeLevelSwitch"};
-    here.arguments(QX_NAMED(LevelSwitchOpt));
+    here.inputs(LevelSwitchOpt);
     const bool known = LevelSwitchOpt >= 0 && LevelSwitchOpt < static_cast<int>(std::size(level_texts));
     return here.returning(
         std::string(known ? level_texts[LevelSwitchOpt] : "Don't recognise the level switch supplied."));
@@ -58,7 +58,7 @@ std::string DescribeLevelSwitch(int LevelSwitchOpt) {
 
 std::string DescribeShape(double Shape) {
     Routine here{"DescribeShape"};
-    here.arguments(QX_NAMED(Shape));
+    here.inputs(Shape);
     const double skew = std::trunc(Shape);
     here.limit(skew, -whole_skew, whole_skew, "Shape");
     const int peak = whole(std::round(std::fabs(fraction(Shape)) * 100.0));

@@ -3,6 +3,7 @@
 #include "core/routine.h"
 #include "projections/constant_rate.h"
 #include "projections/payments.h"
+#include "projections/stepped_rate.h"
 
 #include <algorithm>
 
@@ -21,24 +22,6 @@ bool same_side(double a, double b) { return (a > 0.0 && b > 0.0) || (a < 0.0 && 
 
 void warn_of_advance(const Routine& here, const AnnualSequence& PrdsInt) {
     if (!PrdsInt.arrears()) here.warning("Warning: Your PrdsInt is in advance.  Interest is usually paid in arrears.");
-}
-
-const Range<date>& no_dates() {
-    static const Range<date> none;
-    return none;
-}
-const Range<double>& no_amounts() {
-    static const Range<double> none;
-    return none;
-}
-
-/// A list of one.
-template <class T>
-const Range<T>& single(const T& value) {
-    static Range<T> list;
-    list.dimension(1);
-    list(1) = value;
-    return list;
 }
 
 } // namespace
@@ -100,66 +83,63 @@ double SteppedBalances::interest(const timeperiod& period, const Accrual& accrua
 double Interest(const timeperiod& Time, double InterestSimple, const date& Start, const date& Finish, double Balance,
                 double DayCount, const AnnualSequence& PrdsInt, double ProjMode) {
     Routine here{"Interest"};
-    here.arguments(QX_NAMED(Time, InterestSimple, Start, Finish, Balance, DayCount, PrdsInt, ProjMode));
+    here.inputs(Time, InterestSimple, Start, Finish, Balance, DayCount, PrdsInt, ProjMode);
     Basis{DayCount, PrdsInt, ProjMode}.check(here);
     warn_of_advance(here, PrdsInt);
     return here.returning(ConX(Time, {Start, Finish}, -Balance * InterestSimple, {DayCount, PrdsInt, ProjMode}, false));
 }
 
-double InterestXX(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                  const date& Start, const date& Finish, double Balance, double AddMargin, double DayCount,
-                  const AnnualSequence& PrdsInt, double ProjMode) {
-    return FInterestM(Time, FromDatesInt, IntSimple, Finish, single(Start), single(Balance), no_dates(), no_amounts(),
+double InterestXX(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                  const date& Finish, double Balance, double AddMargin, double DayCount, const AnnualSequence& PrdsInt,
+                  double ProjMode) {
+    return FInterestM(Time, FromDatesInt, IntSimple, Finish, View<date>::of(Start), View<double>::of(Balance), {}, {},
                       AddMargin, 0, DayCount, PrdsInt, ProjMode);
 }
 
-double InterestX(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Start, const date& Finish, double Balance, double DayCount, const AnnualSequence& PrdsInt,
-                 double ProjMode) {
+double InterestX(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                 const date& Finish, double Balance, double DayCount, const AnnualSequence& PrdsInt, double ProjMode) {
     Routine here{"InterestX"};
-    here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Start, Finish, Balance, DayCount, PrdsInt, ProjMode));
+    here.inputs(Time, FromDatesInt, IntSimple, Start, Finish, Balance, DayCount, PrdsInt, ProjMode);
     return here.returning(
         InterestXX(Time, FromDatesInt, IntSimple, Start, Finish, Balance, 0.0, DayCount, PrdsInt, ProjMode));
 }
 
-double FInterest(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Finish, const Range<date>& FromDates, const Range<double>& Balances, double DayCount,
-                 const AnnualSequence& PrdsInt, double ProjMode) {
+double FInterest(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Finish,
+                 View<date> FromDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt,
+                 double ProjMode) {
     Routine here{"FInterest"};
-    here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, DayCount, PrdsInt, ProjMode));
-    return here.returning(FInterestM(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, no_dates(),
-                                     no_amounts(), 0.0, 0, DayCount, PrdsInt, ProjMode));
+    here.inputs(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, DayCount, PrdsInt, ProjMode);
+    return here.returning(FInterestM(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, {}, {}, 0.0, 0,
+                                     DayCount, PrdsInt, ProjMode));
 }
 
-double TInterest(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Start, const Range<date>& ToDates, const Range<double>& Balances, double DayCount,
-                 const AnnualSequence& PrdsInt, double ProjMode) {
+double TInterest(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                 View<date> ToDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt,
+                 double ProjMode) {
     Routine here{"TInterest"};
-    here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Start, ToDates, Balances, DayCount, PrdsInt, ProjMode));
+    here.inputs(Time, FromDatesInt, IntSimple, Start, ToDates, Balances, DayCount, PrdsInt, ProjMode);
     Basis{DayCount, PrdsInt, ProjMode}.check(here);
     const int n = ToDates.size();
     if (n == 0) return here.returning(0.0);
     // A balance holds from the to-date before its own, and none from before Start.
-    static Range<date> from_dates;
-    from_dates.dimension(n);
+    WorkList<date> from_dates;
+    from_dates->dimension(n);
     for (int i = 1; i <= n; ++i) from_dates(i) = i == 1 ? Start : std::max(ToDates.get(i - 1), Start);
     return here.returning(FInterest(Time, FromDatesInt, IntSimple, std::max(ToDates.get(n), Start), from_dates,
                                     Balances, DayCount, PrdsInt, ProjMode));
 }
 
-double TotInterestSF(const date& Start, const date& Finish, const Range<date>& FromDatesInt,
-                     const Range<double>& IntSimple, const Range<date>& FromDates, const Range<double>& Balances,
-                     double DayCount, const AnnualSequence& PrdsInt) {
+double TotInterestSF(const date& Start, const date& Finish, View<date> FromDatesInt, View<double> IntSimple,
+                     View<date> FromDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt) {
     Routine here{"TotInterestSF"};
-    here.arguments(QX_NAMED(Start, Finish, FromDatesInt, IntSimple, FromDates, Balances, DayCount, PrdsInt));
+    here.inputs(Start, Finish, FromDatesInt, IntSimple, FromDates, Balances, DayCount, PrdsInt);
     return here.returning(FInterest(timeperiod(Start, Finish), FromDatesInt, IntSimple, Finish, FromDates, Balances,
                                     DayCount, PrdsInt, 0.0));
 }
 
-double FInterestM(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                  const date& Finish, const Range<date>& FromDates, const Range<double>& Balances,
-                  const Range<date>& IntOverRideDates, const Range<double>& IntOverRide, double AddMargin, int Options,
-                  double DayCount, const AnnualSequence& PrdsInt, double ProjMode) {
+double FInterestM(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Finish,
+                  View<date> FromDates, View<double> Balances, View<date> IntOverRideDates, View<double> IntOverRide,
+                  double AddMargin, int Options, double DayCount, const AnnualSequence& PrdsInt, double ProjMode) {
     Routine here{"FInterestM", Routine::internal};
     here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, IntOverRideDates, IntOverRide,
                             AddMargin, Options, DayCount, PrdsInt, ProjMode));

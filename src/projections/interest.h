@@ -8,7 +8,6 @@
 
 #include "calendar/time_period.h"
 #include "core/range.h"
-#include "core/view.h"
 
 namespace qx {
 
@@ -52,24 +51,22 @@ class SteppedBalances {
 double Interest(const timeperiod& Time, double InterestSimple, const date& Start, const date& Finish, double Balance,
                 double DayCount, const AnnualSequence& PrdsInt, double ProjMode);
 /// On one balance at dated rates.
-double InterestX(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Start, const date& Finish, double Balance, double DayCount, const AnnualSequence& PrdsInt,
-                 double ProjMode);
-double InterestXX(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                  const date& Start, const date& Finish, double Balance, double AddMargin, double DayCount,
-                  const AnnualSequence& PrdsInt, double ProjMode);
+double InterestX(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                 const date& Finish, double Balance, double DayCount, const AnnualSequence& PrdsInt, double ProjMode);
+double InterestXX(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                  const date& Finish, double Balance, double AddMargin, double DayCount, const AnnualSequence& PrdsInt,
+                  double ProjMode);
 /// On balances that hold from their from-dates up to Finish.
-double FInterest(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Finish, const Range<date>& FromDates, const Range<double>& Balances, double DayCount,
-                 const AnnualSequence& PrdsInt, double ProjMode);
+double FInterest(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Finish,
+                 View<date> FromDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt,
+                 double ProjMode);
 /// On balances that hold from Start up to their to-dates.
-double TInterest(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Start, const Range<date>& ToDates, const Range<double>& Balances, double DayCount,
-                 const AnnualSequence& PrdsInt, double ProjMode);
+double TInterest(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                 View<date> ToDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt,
+                 double ProjMode);
 /// All interest accrued from Start to Finish.
-double TotInterestSF(const date& Start, const date& Finish, const Range<date>& FromDatesInt,
-                     const Range<double>& IntSimple, const Range<date>& FromDates, const Range<double>& Balances,
-                     double DayCount, const AnnualSequence& PrdsInt);
+double TotInterestSF(const date& Start, const date& Finish, View<date> FromDatesInt, View<double> IntSimple,
+                     View<date> FromDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt);
 
 /// Options of FInterestM, a sum.
 enum InterestOption : int {
@@ -79,9 +76,8 @@ enum InterestOption : int {
 };
 /// The heart of every loan: FInterest with a margin on the rates, and with amounts of interest that take the place of
 /// the calculated ones in periods between the first and the last of their dates.
-double FInterestM(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                  const date& Finish, const Range<date>& FromDates, const Range<double>& Balances,
-                  const Range<date>& IntOverRideDates, const Range<double>& IntOverRide, double AddMargin, int Options,
-                  double DayCount, const AnnualSequence& PrdsInt, double ProjMode);
+double FInterestM(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Finish,
+                  View<date> FromDates, View<double> Balances, View<date> IntOverRideDates, View<double> IntOverRide,
+                  double AddMargin, int Options, double DayCount, const AnnualSequence& PrdsInt, double ProjMode);
 
 } // namespace qx

@@ -11,8 +11,8 @@ namespace qx {
 namespace {
 
 /// The least or the greatest level of the steps that touch a period.
-double extreme_level(const timeperiod& Time, const date& FinishLevels, const Range<date>& FromDates,
-                     const Range<double>& Levels, bool greatest) {
+double extreme_level(const timeperiod& Time, const date& FinishLevels, View<date> FromDates, View<double> Levels,
+                     bool greatest) {
     Routine here{"FALevelsMM", Routine::internal};
     const date end_of_time = std::max(Time.to(), Time.from().plusdays(1));
     double extreme = 0.0;
@@ -29,16 +29,15 @@ double extreme_level(const timeperiod& Time, const date& FinishLevels, const Ran
 
 } // namespace
 
-double level_at(const date& TheDate, const date& FinishLevels, const Range<date>& FromDates,
-                const Range<double>& Levels) {
+double level_at(const date& TheDate, const date& FinishLevels, View<date> FromDates, View<double> Levels) {
     if (TheDate >= FinishLevels) return 0.0;
     for (int n = FromDates.size(); n >= 1; --n)
         if (FromDates.get(n) <= TheDate) return Levels.get(Levels.size() == 1 ? 1 : n);
     return 0.0;
 }
 
-double FALevels(const timeperiod& Time, const date& FinishLevels, const Range<date>& FromDates,
-                const Range<double>& Levels, int LevelSwitchOpt, double DayCount, const AnnualSequence& Periods) {
+double FALevels(const timeperiod& Time, const date& FinishLevels, View<date> FromDates, View<double> Levels,
+                int LevelSwitchOpt, double DayCount, const AnnualSequence& Periods) {
     Routine here{"FALevels"};
     here.arguments(QX_NAMED(Time, FinishLevels, FromDates, Levels, LevelSwitchOpt, DayCount, Periods));
     here.limit(DayCount, 0, 999, "DayCount");
@@ -50,8 +49,9 @@ double FALevels(const timeperiod& Time, const date& FinishLevels, const Range<da
     const auto at = [&](const date& day) { return level_at(day, FinishLevels, FromDates, Levels); };
     switch (LevelSwitchOpt) {
     case level_average:
-        return here.returning(safe_divide(Step(Time, FromSteps{FinishLevels, FromDates}, Levels, {DayCount, Periods, 0.0}),
-                                          FStepTime(Time, FromDates, {DayCount, Periods, 0.0})));
+        return here.returning(
+            safe_divide(Step(Time, FromSteps{FinishLevels, FromDates}, Levels, {DayCount, Periods, 0.0}),
+                        FStepTime(Time, FromDates, {DayCount, Periods, 0.0})));
     case level_of_ends:
         return here.returning((at(Time.from()) + at(Time.to())) / 2.0);
     case level_at_start:
@@ -66,7 +66,7 @@ double FALevels(const timeperiod& Time, const date& FinishLevels, const Range<da
     }
 }
 
-double FLevels(const date& TheDate, const date& Finish, const Range<date>& FromDates, const Range<double>& Levels) {
+double FLevels(const date& TheDate, const date& Finish, View<date> FromDates, View<double> Levels) {
     Routine here{"FLevels"};
     here.arguments(QX_NAMED(TheDate, Finish, FromDates, Levels));
     static const AnnualSequence quarters(4);

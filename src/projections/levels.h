@@ -18,12 +18,11 @@ enum LevelSwitch : int {
 };
 
 /// The level of a stepped list at a date.
-double level_at(const date& TheDate, const date& FinishLevels, const Range<date>& FromDates,
-                const Range<double>& Levels);
+double level_at(const date& TheDate, const date& FinishLevels, View<date> FromDates, View<double> Levels);
 /// The level of a stepped list in a period, by a LevelSwitch; 0 for any other switch.
-double FALevels(const timeperiod& Time, const date& FinishLevels, const Range<date>& FromDates,
-                const Range<double>& Levels, int LevelSwitchOpt, double DayCount, const AnnualSequence& Periods);
+double FALevels(const timeperiod& Time, const date& FinishLevels, View<date> FromDates, View<double> Levels,
+                int LevelSwitchOpt, double DayCount, const AnnualSequence& Periods);
 /// The same at a date.
-double FLevels(const date& TheDate, const date& Finish, const Range<date>& FromDates, const Range<double>& Levels);
+double FLevels(const date& TheDate, const date& Finish, View<date> FromDates, View<double> Levels);
 
 } // namespace qx

@@ -6,7 +6,7 @@
 
 namespace qx {
 
-double MkPmts(const timeperiod& Time, const Range<date>& PmtDates, const Range<double>& Pmts) {
+double MkPmts(const timeperiod& Time, View<date> PmtDates, View<double> Pmts) {
     Routine here{"MkPmts"};
     here.arguments(QX_NAMED(Time, PmtDates, Pmts));
     if (Time.to() < Time.from()) {

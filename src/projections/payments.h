@@ -7,6 +7,6 @@
 namespace qx {
 
 /// The sum of the payments whose dates lie in a period. The shorter list decides how many there are.
-double MkPmts(const timeperiod& Time, const Range<date>& PmtDates, const Range<double>& Pmts);
+double MkPmts(const timeperiod& Time, View<date> PmtDates, View<double> Pmts);
 
 } // namespace qx

@@ -11,10 +11,10 @@ double Step(const timeperiod& Time, const Steps& steps, View<double> AnnualRates
     basis.check(here);
     timeperiod period = Time;
     if (steps.count() == 0 || !screen_period(here, period, steps.extent(), basis)) return here.returning(0.0);
-    return here.returning(sum_steps(here, period, steps, basis,
-                                    [&](int n, const Life& step, const Basis& stub, bool ComponentPart) {
-                                        return ConX(period, step, AnnualRates.single_or(n), stub, ComponentPart);
-                                    }));
+    return here.returning(
+        sum_steps(here, period, steps, basis, [&](int n, const Life& step, const Basis& stub, bool ComponentPart) {
+            return ConX(period, step, AnnualRates.single_or(n), stub, ComponentPart);
+        }));
 }
 template double Step(const timeperiod&, const FromSteps&, View<double>, const Basis&);
 template double Step(const timeperiod&, const ToSteps&, View<double>, const Basis&);

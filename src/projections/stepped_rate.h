@@ -1,8 +1,8 @@
 // Streams of money whose rate changes at given dates.
 //
-// Rate n is that of step n; a single rate serves for all steps, otherwise one that is missing throws outofrange when its
-// step is reached. Only the first step is measured with the start stub of a composite day count, and only the last with
-// its end stub.
+// Rate n is that of step n; a single rate serves for all steps, otherwise one that is missing throws outofrange when
+// its step is reached. Only the first step is measured with the start stub of a composite day count, and only the last
+// with its end stub.
 #pragma once
 
 #include "calendar/time_period.h"

@@ -20,9 +20,7 @@ struct FromSteps {
     /// The whole of the steps; only where there are some.
     Life extent() const { return {FromDates.first(), Finish}; }
     /// Step n. It ends with the whole, so that it may be empty.
-    Life operator()(int n) const {
-        return {FromDates(n), n < count() ? std::min(FromDates(n + 1), Finish) : Finish};
-    }
+    Life operator()(int n) const { return {FromDates(n), n < count() ? std::min(FromDates(n + 1), Finish) : Finish}; }
     /// The date at which what the step is worth is read: its beginning.
     const date& date_of(int n) const { return FromDates(n); }
 };
@@ -51,8 +49,7 @@ constexpr const char* by_side(const char* from_dates, const char* to_dates) {
 /// with the start stub of a composite day count, the last with its end stub, and each but the last as a part of a
 /// longer stream. `amount` takes the number of the step, its life, how to measure it, and whether it is such a part.
 template <class Steps, class Amount>
-double sum_steps(const Routine& here, const timeperiod& period, const Steps& steps, const Basis& basis,
-                 Amount amount) {
+double sum_steps(const Routine& here, const timeperiod& period, const Steps& steps, const Basis& basis, Amount amount) {
     const DayCountCodes codes = DayCountCodes::of(basis.DayCount);
     const int maxn = steps.count();
     double sum = 0.0;

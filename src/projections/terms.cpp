@@ -17,9 +17,9 @@ int Streams::count(const Routine& here) const {
     const int n = std::max({starts.size(), finishes.size(), amounts.size()});
     for (const int size : {starts.size(), finishes.size(), amounts.size()})
         if (size != 1 && size != n)
-            here.fail<errlibbadrangematching>("",
-                                              "Amounts, Starts and Finishes should either have a range length of one or "
-                                              "a range length equal to the maximum of Totals, Starts and Finishes");
+            here.fail<errlibbadrangematching>(
+                "", "Amounts, Starts and Finishes should either have a range length of one or "
+                    "a range length equal to the maximum of Totals, Starts and Finishes");
     return n;
 }
 
