@@ -4,7 +4,7 @@
 #include "calendar/annual_sequence.h"
 #include "calendar/date.h"
 #include "calendar/time_period.h"
-#include "core/range.h"
+#include "core/view.h"
 
 namespace qx {
 

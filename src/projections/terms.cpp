@@ -4,9 +4,21 @@
 
 namespace qx {
 
+QX_WORK_LIST_STORAGE(date);
+
 bool Basis::cash() const { return iscash(ProjMode); }
 
+int Growth::count() const {
+    int n = rates.size();
+    while (n > dates.size() && iszero(rates(n))) --n;
+    return n;
+}
+
 void Growth::check(const Routine& here) const {
+    if (dates.empty() && count() > 0)
+        here.fail<missinggrowthdate>("GrowthDates", "There are growth rates but no dates.");
+    if (rates.empty() && !dates.empty())
+        here.fail<missinggrowthdate>("GrowthRates", "There are growth dates but no rates.");
     if (dates.size() == 1 && dates.first().iszero() && !rates.empty() && !iszero(rates.first()))
         here.fail<missinggrowthdate>("GrowthDates",
                                      "You had only one growth date, it was zero, and yet you had a growth rate - that "
