@@ -1,6 +1,7 @@
 #include "projections/growth.h"
 
 #include "calendar/reviews.h"
+#include "calendar/seasons.h"
 #include "projections/reviewed_rate.h"
 
 namespace qx {
@@ -78,6 +79,16 @@ double MarketG(const date& TheDate, double Amt, View<double> GrowthRates, View<d
     return here.returning(Grow(TheDate, Amt, {GrowthDates, GrowthRates}, 0));
 }
 
+double OneGrow(double Time, const date& EventDate, double Amt, const date& GrowFrom, double GrowthRatePA,
+               double BaseYrs) {
+    Routine here{"OneGrow"};
+    here.inputs(Time, EventDate, Amt, GrowFrom, GrowthRatePA, BaseYrs);
+    timeperiod period(here.context("Time"));
+    period.settime_in_years(Time, BaseYrs);
+    if (!period.contains(EventDate)) return here.returning(0.0);
+    return here.returning(Grow(EventDate, Amt, {View<date>::of(GrowFrom), View<double>::of(GrowthRatePA)}, 0));
+}
+
 double GrowMkt(const date& TheDate, double StartingValue, const Growth& growth, int RevMos, double RevDisc,
                View<date> UOTog) {
     constexpr int most_reviews = 200;
@@ -101,6 +112,19 @@ double GrowMkt(const date& TheDate, double StartingValue, const Growth& growth, 
         value = ReviewedRate(value, Grow(review, StartingValue, growth, RevMos), RevDisc, review, UOTog, true);
     }
     return here.returning(value);
+}
+
+double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const AnnualSequence& SeasonSeq,
+              const Measure& measure) {
+    Routine here{"SIndex"};
+    here.inputs(Time, SeasonFactors, SeasonSeq, measure);
+    measure.check(here);
+    const date &from = Time.from(), &to = Time.to();
+    const double weighted =
+        SeasonSeq.size() == 0
+            ? even_seasonal_amount(Time, from, to, 1.0, SeasonFactors, measure.DayCount, measure.Periods)
+            : seasonal_amount(Time, from, to, 1.0, SeasonFactors, SeasonSeq, measure.DayCount, measure.Periods);
+    return here.returning(safe_divide(weighted, Time.lenyrs(from, to, measure.DayCount, measure.Periods)));
 }
 
 } // namespace qx
