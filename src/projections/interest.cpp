@@ -21,7 +21,7 @@ struct Accrual {
 
     /// The interest in a span on a balance that lives from start to end. `goes_on`: another one of its sign follows.
     double on(const timeperiod& span, const date& start, const date& end, double Balance, bool goes_on) const {
-        const double rate = FALevels(span, end, FromDatesInt, IntSimple, level_average, DayCount, PrdsInt) + AddMargin;
+        const double rate = ALevels(span, FromSteps{end, FromDatesInt}, IntSimple, level_average, {DayCount, PrdsInt}) + AddMargin;
         return ConX(span, {start, end}, -Balance * rate, {DayCount, PrdsInt, 0.0}, goes_on);
     }
 };
