@@ -214,11 +214,29 @@ constexpr Argument AnnualRates() {
     return {"AnnualRates", "Amounts a year, one for each of the dates, or a single one for all"};
 }
 
+/// Seasons.
+constexpr ArgumentGroup seasons() {
+    return {optional("SeasonFactors", "Weights of the seasons, one for each; no seasons if omitted"),
+            sequence("SeasonSeq", 999,
+                     "Dates on which the seasons start, as mm.dd figures from 1.01 on; seasons of even length if omitted")};
+}
+
+/// The first review.
+constexpr Argument FirstRev(const char* help = "Date of the first review; 0 for none at all") {
+    return {"FirstRev", help};
+}
+
 /// Streams.
 constexpr ArgumentGroup streams(const char* rate = "AnnualRate") {
     return {{"Start", "Date on which the stream starts (the day itself counts), or a list of dates for several streams"},
             {"Finish", "Date on which the stream finishes (the day itself does not count), or a list of dates"},
             {rate, "Amount a year, or a list of amounts"}};
+}
+/// The same of functions that were for several from the first.
+constexpr ArgumentGroup several_streams() {
+    return {{"Starts", "Dates on which the streams start, or one for all"},
+            {"Finishes", "Dates on which the streams finish, or one for all"},
+            {"AnnualRates", "Amounts a year, or one for all"}};
 }
 
 } // namespace qx

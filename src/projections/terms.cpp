@@ -4,6 +4,8 @@
 
 namespace qx {
 
+QX_WORK_LIST_STORAGE(date);
+
 bool Basis::cash() const { return iscash(ProjMode); }
 
 int Growth::count() const {

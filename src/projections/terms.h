@@ -12,6 +12,7 @@
 #include "calendar/date.h"
 #include "calendar/day_count.h"
 #include "core/limits.h"
+#include "core/pools.h"
 #include "core/routine.h"
 #include "core/takes.h"
 
@@ -113,5 +114,7 @@ struct Streams {
         return total;
     }
 };
+
+QX_WORK_LISTS(date, 8);
 
 } // namespace qx
