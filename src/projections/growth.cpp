@@ -31,6 +31,12 @@ double grow(const char* name, const date& TheDate, double StartingValue, const G
 
 } // namespace
 
+date review_before(const date& TheDate, const date& FirstRev, int RevMonths) {
+    const date review = last_review(TheDate, FirstRev, RevMonths, false).when;
+    // 30/360 takes the 31st for the end of the month; a review on the next day is still to come.
+    return review <= TheDate ? review : last_review(TheDate, FirstRev, RevMonths, true).when;
+}
+
 double GrowFromTo(const date& Date1, const date& Date2, double StartingValue, const Growth& growth, int GrowthType,
                   int RevMonthsOpt, const Measure& measure) {
     Routine here{"GrowFromTo"};
@@ -43,13 +49,8 @@ double GrowFromTo(const date& Date1, const date& Date2, double StartingValue, co
     if (iszero(StartingValue)) return here.returning(0.0);
     const int maxn = growth.count();
     if (maxn == 0 || Date2 <= growth.dates.first()) return here.returning(StartingValue);
-    date LastRevDate = Date2;
-    if (RevMonthsOpt != 0) {
-        LastRevDate = last_review(Date2, growth.dates.first(), RevMonthsOpt, false).when;
-        // 30/360 takes the 31st for the end of the month; a review on the next day is still to come.
-        if (LastRevDate > Date2) LastRevDate = last_review(Date2, growth.dates.first(), RevMonthsOpt, true).when;
-        here.info("Last review on ", LastRevDate);
-    }
+    const date LastRevDate = review_before(Date2, growth.dates.first(), RevMonthsOpt);
+    if (RevMonthsOpt != 0) here.info("Last review on ", LastRevDate);
     double factor = 1.0;
     for (int n = 1; n <= maxn && growth.dates(n) <= LastRevDate; ++n) {
         const date& ToDate = std::min(n < maxn ? growth.dates(n + 1) : DateCrit, LastRevDate);

@@ -22,6 +22,9 @@ enum GrowthType : int {
     growth_linear = 1,      ///< 1 + rate x years
 };
 
+/// The last review on or before a date, the zero date if there is none; the date itself if RevMonths is 0.
+date review_before(const date& TheDate, const date& FirstRev, int RevMonths);
+
 /// StartingValue grown from Date1 to Date2, or to the last review before it. A value of zero stays zero. Throws
 /// errlibillegalswitch for a GrowthType that is none, errlibmin and errlibmax for a DayCount outside 0 to 999 (which
 /// has no say in growth), outofrange for a rate without a date, errlibbadexponentiation for a rate below -100%.

@@ -1,5 +1,6 @@
 #include "projections/levels.h"
 
+#include "calendar/reviews.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"
 #include "projections/forecast.h"
@@ -28,12 +29,16 @@ const date& beginning(const FromSteps& steps, int n) { return steps.FromDates(n)
 const date& beginning(const ToSteps& steps, int n) { return n > 1 ? steps.ToDates(n - 1) : steps.Start; }
 
 double time_in(const timeperiod& Time, const FromSteps& steps, const Measure& measure) {
-    return steps.count() == 0 ? 0.0 : ConX(Time, {steps.FromDates.first(), DateCrit}, 1.0, measure, false);
+    return FStepTime(Time, steps.FromDates, measure);
 }
 double time_in(const timeperiod& Time, const ToSteps& steps, const Measure& measure) {
-    static const date zero;
-    return steps.count() == 0 ? 0.0 : ConX(Time, {zero, steps.ToDates.last()}, 1.0, measure, false);
+    return TStepTime(Time, steps.ToDates, measure);
 }
+/// The years of a whole period.
+double time_in(const timeperiod& Time, const Measure& measure) {
+    return Time.lenyrs(Time.from(), Time.to(), measure.DayCount, measure.Periods);
+}
+double time_in(const timeperiod& Time, const OpenToSteps&, const Measure& measure) { return time_in(Time, measure); }
 
 /// True, with a note in the trace, if a period lies wholly outside the levels.
 bool outside(const Routine& here, const timeperiod& Time, const FromSteps& steps) {
@@ -47,6 +52,10 @@ bool outside(const Routine& here, const timeperiod& Time, const ToSteps& steps) 
     return true;
 }
 
+bool outside(const Routine& here, const timeperiod& Time, const OpenToSteps& open) {
+    return outside(here, Time, open.steps);
+}
+
 /// The time period of one day that stands for a date.
 timeperiod day_of(const date& TheDate) { return {TheDate, TheDate.plusdays(1)}; }
 /// What levels at a date are measured with: nothing is.
@@ -55,50 +64,67 @@ Measure any_measure() {
     return {0.0, quarters};
 }
 
-/// The least or the greatest level of the steps that touch a period.
-template <class Steps, class Value>
-double extreme_level(const timeperiod& Time, const Steps& steps, bool greatest, Value level) {
+/// No further levels of a step than that with which its part of a period begins.
+inline constexpr auto nothing_more = [](int, const Life&, auto) {};
+
+/// The least or the greatest level of the steps that touch a period. `level` gives that of a step on a day in it;
+/// `more` shows the further levels that a step takes in a stretch of time.
+template <class Steps, class Value, class More>
+double extreme_level(const timeperiod& Time, const Steps& steps, bool greatest, Value level, More more) {
     Routine here{by_side<Steps>("FALevelsMM", "TALevelsMM"), Routine::internal};
     const date end_of_time = std::max(Time.to(), Time.from().plusdays(1));
     double extreme = 0.0;
     bool found = false;
+    const auto see = [&](double value) {
+        extreme = !found ? value : greatest ? std::max(extreme, value) : std::min(extreme, value);
+        found = true;
+    };
     for (int n = 1; n <= steps.count(); ++n) {
         const Life step = steps(n);
         if (step.Start >= end_of_time) break;
         if (step.Finish <= Time.from() || step.Finish <= step.Start) continue;
-        const double value = level(n, beginning(steps, n));
-        extreme = !found ? value : greatest ? std::max(extreme, value) : std::min(extreme, value);
-        found = true;
+        const Life part = step.within(Time.from(), end_of_time);
+        see(level(n, part.Start));
+        more(n, part, see);
     }
     return here.returning(extreme);
 }
 
-/// The value of the step in force on a date, of which `level` gives that of a step as read on a date.
+/// The value of the step in force on a date, 0 if there is none.
 template <class Steps, class Value>
 double value_at(const Steps& steps, const date& TheDate, Value level) {
     const int n = step_at(steps, TheDate);
-    return n == 0 ? 0.0 : level(n, beginning(steps, n));
+    return n == 0 ? 0.0 : level(n, TheDate);
 }
 
-/// What a stream of the levels a year brings in a period. Its rates are read as those of stepped streams are.
-template <class Steps, class Value>
-double amount_in(const Routine& here, const timeperiod& Time, const Steps& steps, const Measure& measure, Value level) {
-    timeperiod period = Time;
-    if (steps.count() == 0 || !screen_period(here, period, steps.extent(), measure)) return 0.0;
-    return sum_steps(here, period, steps, measure, [&](int n, const Life& step, const Basis& stub, bool part) {
-        return ConX(period, step, level(n, steps.date_of(n)), stub, part);
-    });
-}
-
-/// Levels by steps in a period. `level` gives the level of a step as read on a date.
-template <class Steps, class Value>
-double levels_in(Routine& here, const timeperiod& Time, const Steps& steps, int LevelSwitchOpt, const Measure& measure,
-                 Value level) {
+/// Levels by steps in a period. `amount` gives what a stream of so much a year brings in the period.
+template <class Steps, class Value, class Amount, class More = decltype(nothing_more)>
+double levels_in(const Routine& here, const timeperiod& Time, const Steps& steps, int LevelSwitchOpt,
+                 const Measure& measure, Amount amount, Value level, More more = nothing_more) {
     if (outside(here, Time, steps)) return 0.0;
-    const auto at = [&](const date& day) { return value_at(steps, day, level); };
     switch (LevelSwitchOpt) {
     case level_average:
-        return safe_divide(amount_in(here, Time, steps, measure, level), time_in(Time, steps, measure));
+        return safe_divide(amount(), time_in(Time, steps, measure));
+    case level_of_ends:
+        return (value_at(steps, Time.from(), level) + value_at(steps, Time.to(), level)) / 2.0;
+    case level_at_start:
+        return value_at(steps, Time.from(), level);
+    case level_at_finish:
+        return value_at(steps, Time.to(), level);
+    case level_least:
+    case level_greatest:
+        return extreme_level(Time, steps, LevelSwitchOpt == level_greatest, level, more);
+    default:
+        return 0.0;
+    }
+}
+
+/// A single level in a period. `at` gives it on a date. The least and the greatest are those of the two ends.
+template <class Value, class Average>
+double level_in(const timeperiod& Time, int LevelSwitchOpt, Value at, Average average) {
+    switch (LevelSwitchOpt) {
+    case level_average:
+        return average();
     case level_of_ends:
         return (at(Time.from()) + at(Time.to())) / 2.0;
     case level_at_start:
@@ -106,23 +132,28 @@ double levels_in(Routine& here, const timeperiod& Time, const Steps& steps, int 
     case level_at_finish:
         return at(Time.to());
     case level_least:
+        return std::min(at(Time.from()), at(Time.to()));
     case level_greatest:
-        return extreme_level(Time, steps, LevelSwitchOpt == level_greatest, level);
+        return std::max(at(Time.from()), at(Time.to()));
     default:
         return 0.0;
     }
 }
 
-// How the level of step n is read on a date.
+// How the level of a step is read: as given, or from growth or a forecast at its beginning.
 
 auto given(const View<double>& levels) {
     return [&levels](int n, const date&) { return levels.single_or(n); };
 }
-auto grown(double start, const Growth& growth) {
-    return [start, &growth](int, const date& day) { return Grow(day, start, growth, 0); };
+template <class Steps>
+auto grown(const Steps& steps, double start, const Growth& growth) {
+    return [&steps, start, &growth](int n, const date&) { return Grow(beginning(steps, n), start, growth, 0); };
 }
-auto forecasted(const Forecast& forecast, int FcstSwitchOpt = forecast_steps) {
-    return [&forecast, FcstSwitchOpt](int, const date& day) { return Fcst(day, forecast, FcstSwitchOpt, {}, {}); };
+template <class Steps>
+auto forecasted(const Steps& steps, const Forecast& forecast, int FcstSwitchOpt = forecast_steps) {
+    return [&steps, &forecast, FcstSwitchOpt](int n, const date&) {
+        return Fcst(beginning(steps, n), forecast, FcstSwitchOpt, {}, {});
+    };
 }
 /// As given, or if that is zero as the market is read.
 template <class Market>
@@ -135,15 +166,15 @@ auto given_or(const View<double>& levels, Market market) {
 
 } // namespace
 
-// --- Values read at the step in force
-// ---------------------------------------------------------------------------------
+// --- Values read at the step in force --------------------------------------------------------------------------------
 
 template <class Steps>
 double GrowStep(const date& TheDate, const date& bound, double StartingValue, View<date> dates, const Growth& growth) {
     Routine here{by_side<Steps>("FGrowStep", "TGrowStep")};
     here.inputs(TheDate, bound, StartingValue, dates, growth);
     growth.check(here);
-    return here.returning(value_at(Steps{bound, dates}, TheDate, grown(StartingValue, growth)));
+    const Steps steps{bound, dates};
+    return here.returning(value_at(steps, TheDate, grown(steps, StartingValue, growth)));
 }
 
 template <class Steps>
@@ -152,7 +183,8 @@ double GrowStepMkt(const date& TheDate, const date& bound, double MktAnnRate, Vi
     Routine here{by_side<Steps>("FGrowStepMkt", "TGrowStepMkt")};
     here.inputs(TheDate, bound, MktAnnRate, dates, AnnualRates, growth);
     growth.check(here);
-    return here.returning(value_at(Steps{bound, dates}, TheDate, given_or(AnnualRates, grown(MktAnnRate, growth))));
+    const Steps steps{bound, dates};
+    return here.returning(value_at(steps, TheDate, given_or(AnnualRates, grown(steps, MktAnnRate, growth))));
 }
 
 template <class Steps>
@@ -161,11 +193,10 @@ double FcstStep(const date& TheDate, const Steps& steps, const Forecast& forecas
     here.inputs(TheDate, steps, forecast, FcstSwitchOpt);
     forecast.check(here);
     here.at_least(FcstSwitchOpt, 0, "FcstSwitchOpt");
-    return here.returning(value_at(steps, TheDate, forecasted(forecast, FcstSwitchOpt)));
+    return here.returning(value_at(steps, TheDate, forecasted(steps, forecast, FcstSwitchOpt)));
 }
 
-// --- Levels at a date
-// -------------------------------------------------------------------------------------------------
+// --- Levels at a date ------------------------------------------------------------------------------------------------
 
 double Level(const date& TheDate, const Life& life, double Level) {
     Routine here{"Level"};
@@ -211,38 +242,81 @@ double LevelsFcstMkt(const date& TheDate, const Steps& steps, View<double> Level
     return here.returning(ALevelsFcstMkt(day_of(TheDate), steps, Levels, forecast, level_at_start, any_measure()));
 }
 
+template <class Steps>
+double LevelsThenGrow(const date& TheDate, const Steps& steps, View<double> Levels, const Growth& growth,
+                      int RevMonthsOpt) {
+    Routine here{by_side<Steps>("FLevelsThenGrow", "TLevelsThenGrow")};
+    here.inputs(TheDate, steps, Levels, growth, RevMonthsOpt);
+    return here.returning(
+        ALevelsThenGrow(day_of(TheDate), steps, Levels, growth, level_at_start, RevMonthsOpt, any_measure()));
+}
+
+double FLevelsCombine(const date& TheDate, int CombineSwitch, const FromSteps& steps, View<double> levels,
+                      const SteppedRates& second, const SteppedRates& third, const SteppedRates& fourth) {
+    Routine here{"FLevelsCombine"};
+    here.inputs(TheDate, CombineSwitch, steps, levels, second, third, fourth);
+    here.limit(CombineSwitch, combine_switch_limits, "CombineSwitch");
+    const SteppedRates lists[] = {{steps.FromDates, levels}, second, third, fourth};
+    WorkList<date> merged_dates;
+    WorkList<double> merged_levels;
+    merge_rates(lists, 4, static_cast<enum CombineSwitch>(CombineSwitch), merged_dates, merged_levels);
+    return here.returning(Levels(TheDate, FromSteps{steps.Finish, merged_dates}, View<double>(merged_levels)));
+}
+
 double Bal(const date& TheDate, const Range<date>& AdvanceDates, const Range<double>& NetAdvances) {
     Routine here{"Bal"};
     here.inputs(TheDate, AdvanceDates, NetAdvances);
     return here.returning(MkPmts({date(), TheDate.plusdays(1)}, AdvanceDates, NetAdvances));
 }
 
-// --- Levels in a period
-// -----------------------------------------------------------------------------------------------
+// --- Levels in a period ----------------------------------------------------------------------------------------------
 
 double ALevel(const timeperiod& Time, const Life& levels, double Level, int LevelSwitchOpt, const Measure& measure) {
     Routine here{"ALevel"};
     here.inputs(Time, levels, Level, LevelSwitchOpt, measure);
     measure.check(here);
-    const double first = in_force(levels, Time.from()) ? Level : 0.0;
-    const double last = in_force(levels, Time.to()) ? Level : 0.0;
-    switch (LevelSwitchOpt) {
-    case level_average:
-        return here.returning(safe_divide(ConX(Time, levels, Level, measure, false),
-                                          Time.lenyrs(Time.from(), Time.to(), measure.DayCount, measure.Periods)));
-    case level_of_ends:
-        return here.returning((first + last) / 2.0);
-    case level_at_start:
-        return here.returning(first);
-    case level_at_finish:
-        return here.returning(last);
-    case level_least:
-        return here.returning(std::min(first, last));
-    case level_greatest:
-        return here.returning(std::max(first, last));
-    default:
-        return here.returning(0.0);
+    const auto at = [&](const date& day) { return in_force(levels, day) ? Level : 0.0; };
+    return here.returning(level_in(Time, LevelSwitchOpt, at, [&] {
+        return safe_divide(ConX(Time, levels, Level, measure, false), time_in(Time, measure));
+    }));
+}
+
+double AGrow(const timeperiod& Time, double StartingValue, const Growth& growth, int LevelSwitchOpt, int RevMonthsOpt,
+             const Measure& measure) {
+    constexpr int longest_step_back = 12;
+    Routine here{"AGrow"};
+    here.inputs(Time, StartingValue, growth, LevelSwitchOpt, RevMonthsOpt, measure);
+    measure.check(here);
+    here.limit(RevMonthsOpt, review_months_limits, "RevMonthsOpt");
+    growth.check(here);
+    const auto at = [&](const date& day) { return Grow(day, StartingValue, growth, RevMonthsOpt); };
+    return here.returning(level_in(Time, LevelSwitchOpt, at, [&] {
+        const date& first = growth.first_or(Time.from());
+        const int months = std::min(RevMonthsOpt, longest_step_back);
+        const date start = review_before(Time.from(), first, months);
+        const date finish = next_review(Time.to(), first, months, false).when;
+        return safe_divide(con_grow(Time, {start, finish}, StartingValue, growth, RevMonthsOpt, measure),
+                           time_in(Time, measure));
+    }));
+}
+
+double ALevelGrow(const timeperiod& Time, const Life& levels, double InitialLevel, const Growth& growth,
+                  int LevelSwitchOpt, int RevMonthsOpt, const Measure& measure) {
+    Routine here{"ALevelGrow"};
+    here.inputs(Time, levels, InitialLevel, growth, LevelSwitchOpt, RevMonthsOpt, measure);
+    measure.check(here);
+    here.limit(RevMonthsOpt, review_months_limits, "RevMonthsOpt");
+    growth.check(here);
+    if (LevelSwitchOpt == level_least || LevelSwitchOpt == level_greatest) {
+        here.info("LevelSwitchOpt of Min or Max is irrelevant for a single Level, returning the average");
+        LevelSwitchOpt = level_average;
     }
+    const auto at = [&](const date& day) {
+        return in_force(levels, day) ? Grow(day, InitialLevel, growth, RevMonthsOpt) : 0.0;
+    };
+    return here.returning(level_in(Time, LevelSwitchOpt, at, [&] {
+        return safe_divide(con_grow(Time, levels, InitialLevel, growth, RevMonthsOpt, measure), time_in(Time, measure));
+    }));
 }
 
 template <class Steps>
@@ -251,7 +325,8 @@ double ALevels(const timeperiod& Time, const Steps& steps, View<double> Levels, 
     Routine here{by_side<Steps>("FALevels", "TALevels")};
     here.inputs(Time, steps, Levels, LevelSwitchOpt, measure);
     measure.check(here);
-    return here.returning(levels_in(here, Time, steps, LevelSwitchOpt, measure, given(Levels)));
+    return here.returning(levels_in(
+        here, Time, steps, LevelSwitchOpt, measure, [&] { return Step(Time, steps, Levels, measure); }, given(Levels)));
 }
 
 template <class Steps>
@@ -261,8 +336,11 @@ double ALevelsGrow(const timeperiod& Time, const date& bound, double InitialLeve
     here.inputs(Time, bound, InitialLevel, dates, growth, LevelSwitchOpt, measure);
     measure.check(here);
     growth.check(here);
-    return here.returning(
-        levels_in(here, Time, Steps{bound, dates}, LevelSwitchOpt, measure, grown(InitialLevel, growth)));
+    const Steps steps{bound, dates};
+    return here.returning(levels_in(
+        here, Time, steps, LevelSwitchOpt, measure,
+        [&] { return StepGrow<Steps>(Time, bound, InitialLevel, dates, growth, measure); },
+        grown(steps, InitialLevel, growth)));
 }
 
 template <class Steps>
@@ -272,7 +350,9 @@ double ALevelsFcst(const timeperiod& Time, const Steps& steps, const Forecast& f
     here.inputs(Time, steps, forecast, LevelSwitchOpt, measure);
     measure.check(here);
     forecast.check(here);
-    return here.returning(levels_in(here, Time, steps, LevelSwitchOpt, measure, forecasted(forecast)));
+    return here.returning(levels_in(
+        here, Time, steps, LevelSwitchOpt, measure, [&] { return StepFcst(Time, steps, forecast, measure); },
+        forecasted(steps, forecast)));
 }
 
 template <class Steps>
@@ -282,8 +362,11 @@ double ALevelsGrowMkt(const timeperiod& Time, const date& bound, double MktLevel
     here.inputs(Time, bound, MktLevel, dates, Levels, growth, LevelSwitchOpt, measure);
     measure.check(here);
     growth.check(here);
-    return here.returning(
-        levels_in(here, Time, Steps{bound, dates}, LevelSwitchOpt, measure, given_or(Levels, grown(MktLevel, growth))));
+    const Steps steps{bound, dates};
+    return here.returning(levels_in(
+        here, Time, steps, LevelSwitchOpt, measure,
+        [&] { return StepGrowMkt<Steps>(Time, bound, MktLevel, dates, Levels, growth, measure); },
+        given_or(Levels, grown(steps, MktLevel, growth))));
 }
 
 template <class Steps>
@@ -293,12 +376,42 @@ double ALevelsFcstMkt(const timeperiod& Time, const Steps& steps, View<double> L
     here.inputs(Time, steps, Levels, forecast, LevelSwitchOpt, measure);
     measure.check(here);
     forecast.check(here);
-    return here.returning(
-        levels_in(here, Time, steps, LevelSwitchOpt, measure, given_or(Levels, forecasted(forecast))));
+    return here.returning(levels_in(
+        here, Time, steps, LevelSwitchOpt, measure, [&] { return StepFcstMkt(Time, steps, Levels, forecast, measure); },
+        given_or(Levels, forecasted(steps, forecast))));
 }
 
-// --- Both sides
-// -------------------------------------------------------------------------------------------------------
+template <class Steps>
+double ALevelsThenGrow(const timeperiod& Time, const Steps& given_steps, View<double> Levels, const Growth& growth,
+                       int LevelSwitchOpt, int RevMonthsOpt, const Measure& measure) {
+    Routine here{by_side<Steps>("FALevelsThenGrow", "TALevelsThenGrow")};
+    here.inputs(Time, given_steps, Levels, growth, LevelSwitchOpt, RevMonthsOpt, measure);
+    measure.check(here);
+    here.limit(RevMonthsOpt, review_months_limits, "RevMonthsOpt");
+    growth.check(here);
+    const auto& steps = then_steps(given_steps);
+    const int last = steps.count();
+    const auto level = [&](int n, const date& day) {
+        if (n < last) return Levels.single_or(n);
+        return Grow(day, Levels.single_or(std::max(given_steps.count(), 1)), growth, RevMonthsOpt);
+    };
+    // Growth turns on its dates; what it comes to then shows at the next review.
+    const auto more = [&](int n, const Life& part, auto see) {
+        if (n < last) return;
+        see(level(n, part.Finish));
+        for (const date& turn : growth.dates) {
+            if (turn <= part.Start || turn >= part.Finish) continue;
+            see(level(n, turn));
+            const date review = next_review(turn, growth.dates.first(), RevMonthsOpt, false).when;
+            if (review < part.Finish) see(level(n, review));
+        }
+    };
+    return here.returning(levels_in(
+        here, Time, steps, LevelSwitchOpt, measure,
+        [&] { return StepThenGrow(Time, given_steps, Levels, growth, RevMonthsOpt, measure); }, level, more));
+}
+
+// --- Both sides ------------------------------------------------------------------------------------------------------
 
 #define QX_OF_SIDE(Steps)                                                                                              \
     template double GrowStep<Steps>(const date&, const date&, double, View<date>, const Growth&);                      \
@@ -308,10 +421,13 @@ double ALevelsFcstMkt(const timeperiod& Time, const Steps& steps, View<double> L
     template double LevelsGrow<Steps>(const date&, const date&, double, View<date>, const Growth&);                    \
     template double LevelsFcst(const date&, const Steps&, const Forecast&);                                            \
     template double LevelsGrowMkt<Steps>(const date&, const date&, double, View<date>, View<double>, const Growth&);   \
+    template double LevelsThenGrow(const date&, const Steps&, View<double>, const Growth&, int);                       \
     template double LevelsFcstMkt(const date&, const Steps&, View<double>, const Forecast&);                           \
     template double ALevels(const timeperiod&, const Steps&, View<double>, int, const Measure&);                       \
     template double ALevelsGrow<Steps>(const timeperiod&, const date&, double, View<date>, const Growth&, int,         \
                                        const Measure&);                                                                \
+    template double ALevelsThenGrow(const timeperiod&, const Steps&, View<double>, const Growth&, int, int,            \
+                                    const Measure&);                                                                   \
     template double ALevelsFcst(const timeperiod&, const Steps&, const Forecast&, int, const Measure&);                \
     template double ALevelsGrowMkt<Steps>(const timeperiod&, const date&, double, View<date>, View<double>,            \
                                           const Growth&, int, const Measure&);                                         \

@@ -10,6 +10,7 @@
 // where there is more than one level.
 #pragma once
 
+#include "calendar/merge_rates.h"
 #include "calendar/time_period.h"
 #include "projections/steps.h"
 
@@ -55,6 +56,16 @@ double LevelsGrowMkt(const date& TheDate, const date& bound, double MktLevel, Vi
 template <class Steps>
 double LevelsFcstMkt(const date& TheDate, const Steps& steps, View<double> Levels, const Forecast& forecast);
 
+/// The levels as given, then the last one grown to the date: by from-dates within the last step, by to-dates after the
+/// last date. Growth shows at reviews every RevMonthsOpt months.
+template <class Steps>
+double LevelsThenGrow(const date& TheDate, const Steps& steps, View<double> Levels, const Growth& growth,
+                      int RevMonthsOpt);
+/// Up to four lists of levels merged to one (merge_rates). Throws errlibmin, errlibmax for a CombineSwitch outside 0
+/// to 7.
+double FLevelsCombine(const date& TheDate, int CombineSwitch, const FromSteps& steps, View<double> levels,
+                      const SteppedRates& second, const SteppedRates& third, const SteppedRates& fourth);
+
 /// A balance: the sum of the net advances dated on or before TheDate.
 double Bal(const date& TheDate, const Range<date>& AdvanceDates, const Range<double>& NetAdvances);
 
@@ -63,6 +74,12 @@ double Bal(const date& TheDate, const Range<date>& AdvanceDates, const Range<dou
 
 /// A constant level. The least and the greatest are those of the two ends of the period.
 double ALevel(const timeperiod& Time, const Life& levels, double Level, int LevelSwitchOpt, const Measure& measure);
+/// A value that grows. The average is over the whole period, the least and the greatest are those of its two ends.
+double AGrow(const timeperiod& Time, double StartingValue, const Growth& growth, int LevelSwitchOpt, int RevMonthsOpt,
+             const Measure& measure);
+/// The same between two dates, outside which it is 0. Asked for the least or the greatest it gives the average.
+double ALevelGrow(const timeperiod& Time, const Life& levels, double InitialLevel, const Growth& growth,
+                  int LevelSwitchOpt, int RevMonthsOpt, const Measure& measure);
 /// Levels as given. The average is over the time in the period that is under steps (TStepTime, FStepTime), the least
 /// and the greatest over the steps that touch the period.
 template <class Steps>
@@ -84,5 +101,10 @@ double ALevelsGrowMkt(const timeperiod& Time, const date& bound, double MktLevel
 template <class Steps>
 double ALevelsFcstMkt(const timeperiod& Time, const Steps& steps, View<double> Levels, const Forecast& forecast,
                       int LevelSwitchOpt, const Measure& measure);
+
+/// Levels as given, then growth of the last one (LevelsThenGrow).
+template <class Steps>
+double ALevelsThenGrow(const timeperiod& Time, const Steps& given_steps, View<double> Levels, const Growth& growth,
+                       int LevelSwitchOpt, int RevMonthsOpt, const Measure& measure);
 
 } // namespace qx

@@ -35,6 +35,10 @@ constexpr Argument LevelSwitchOpt() {
         "0 average over time, 1 mean of start and finish, 2 at the start, 3 at the finish, 4 least, 5 greatest",
         "average over time");
 }
+constexpr ArgumentGroup more_levels(const char* dates, const char* levels) {
+    return {optional(dates, "Dates from which the levels of a further list hold, ascending").in_ascending_order(),
+            optional(levels, "Its levels, one for each of its dates, or a single one for all")};
+}
 constexpr Argument FcstSwitchOpt() {
     return optional("FcstSwitchOpt", 0, "How the forecast is read between its dates: 0 in steps, 1 on straight lines",
                     "in steps");
@@ -249,6 +253,45 @@ constexpr Function TLevelsFcstMkt{
 };
 QX_EXPORT(TLevelsFcstMkt, 7);
 
+constexpr Function FLevelsThenGrow{
+    .name = "FLevelsThenGrow",
+    .category = at_a_date,
+    .calls = twin<qx::LevelsThenGrow<FromSteps>>,
+    .help = "The level in force at a date, of levels that change on from-dates, of which the last one grows",
+    .args = {value_date(), in_finish(), in_from(), in_levels(), growth(), RevMonthsOpt()},
+    .examples = {"FLevelsThenGrow(2007, 2010, {2004;2005}, {90;100}, 2005, 0.1) ~ 121 1e-9",
+                 "FLevelsThenGrow(2004.5, 2010, {2004;2005}, {90;100}, 2005, 0.1) = 90"},
+    .see_also = "TLevelsThenGrow,FALevelsThenGrow,FLevels",
+};
+QX_EXPORT(FLevelsThenGrow, 7);
+
+constexpr Function TLevelsThenGrow{
+    .name = "TLevelsThenGrow",
+    .category = at_a_date,
+    .calls = twin<qx::LevelsThenGrow<ToSteps>>,
+    .help = "The level in force at a date, of levels that change on to-dates, of which the last one grows after the "
+            "last date, for ever",
+    .args = {value_date(), in_start(), in_to(), in_levels(), growth(), RevMonthsOpt()},
+    .examples = {"TLevelsThenGrow(2007, 2003, {2004;2005}, {90;100}, 2005, 0.1) ~ 121 1e-9",
+                 "TLevelsThenGrow(2004.5, 2003, {2004;2005}, {90;100}, 2004, 0.1) = 100"},
+    .see_also = "FLevelsThenGrow,TALevelsThenGrow,TLevels",
+};
+QX_EXPORT(TLevelsThenGrow, 7);
+
+constexpr Function FLevelsCombine{
+    .name = "FLevelsCombine",
+    .category = at_a_date,
+    .calls = twin<qx::FLevelsCombine>,
+    .help = "The level in force at a date, of up to four lists of levels that change on from-dates, combined",
+    .args = {value_date(), CombineBy().within(combine_switch_limits), in_finish(), in_from(), in_levels(),
+             more_levels("FromDates2", "Levels2"), more_levels("FromDates3", "Levels3"),
+             more_levels("FromDates4", "Levels4")},
+    .examples = {"FLevelsCombine(2006, 0, 2010, {2005;2007}, {10;20}, 2005.5, 3) = 30",
+                 "FLevelsCombine(2008, 2, 2010, {2005;2007}, {10;20}, 2005.5, 3, 2006, 1) = 24"},
+    .see_also = "FLevels,FStepCombine,DescribeCombineSwitch",
+};
+QX_EXPORT(FLevelsCombine, 11);
+
 constexpr Function Bal{
     .name = "Bal",
     .category = at_a_date,
@@ -277,6 +320,36 @@ constexpr Function ALevel{
     .see_also = "Level,FALevels,ALevelGrow,DescribeLevelSwitch",
 };
 QX_EXPORT(ALevel, 8);
+
+constexpr Function AGrow{
+    .name = "AGrow",
+    .category = in_a_period,
+    .calls = twin<qx::AGrow>,
+    .help = "A value that grows at dated annual rates, over a period: averaged over its time, or at its ends",
+    .args = {time_period(),
+             {"StartingValue", "Value up to the first growth date"},
+             growth(),
+             LevelSwitchOpt(),
+             RevMonthsOpt(),
+             measure()},
+    .examples = {"AGrow(2006, 12, 100, 2005, 0.1, 0, 12) ~ 110 1e-9",
+                 "AGrow(2006, 12, 100, 2005, 0.1, 1) ~ 115.5 1e-9"},
+    .see_also = "Grow,ALevelGrow",
+};
+QX_EXPORT(AGrow, 9);
+
+constexpr Function ALevelGrow{
+    .name = "ALevelGrow",
+    .category = in_a_period,
+    .calls = twin<qx::ALevelGrow>,
+    .help = "A level that grows between two dates, over a period: averaged over its time, or at its ends",
+    .args = {time_period(), in_start("StartLevels"), in_finish("FinishLevels"), InitialLevel(), growth(),
+             LevelSwitchOpt(), RevMonthsOpt(), measure()},
+    .examples = {"ALevelGrow(2006, 12, 2005, 2006.5, 100, 2005, 0.1, 0, 12) ~ 55 1e-9",
+                 "ALevelGrow(2006, 12, 2005, 2010, 100, 2005, 0.1, 3) ~ 121 1e-9"},
+    .see_also = "AGrow,ALevel,ConGrow",
+};
+QX_EXPORT(ALevelGrow, 11);
 
 constexpr Function FALevels{
     .name = "FALevels",
@@ -399,5 +472,31 @@ constexpr Function TALevelsFcstMkt{
     .see_also = "FALevelsFcstMkt,TLevelsFcstMkt",
 };
 QX_EXPORT(TALevelsFcstMkt, 11);
+
+constexpr Function FALevelsThenGrow{
+    .name = "FALevelsThenGrow",
+    .category = in_a_period,
+    .calls = twin<qx::ALevelsThenGrow<FromSteps>>,
+    .help = "Levels that change on from-dates, of which the last one grows, over a period: averaged, at its ends, "
+            "least or greatest",
+    .args = {time_period(), in_finish("FinishLevels"), in_from(), in_levels(), growth(), LevelSwitchOpt(),
+             RevMonthsOpt(), measure()},
+    .examples = {"FALevelsThenGrow(2006, 12, 2010, {2004;2005}, {90;100}, 2005, 0.1, 0, 12) ~ 110 1e-9"},
+    .see_also = "TALevelsThenGrow,FLevelsThenGrow,FStepThenGrow",
+};
+QX_EXPORT(FALevelsThenGrow, 11);
+
+constexpr Function TALevelsThenGrow{
+    .name = "TALevelsThenGrow",
+    .category = in_a_period,
+    .calls = twin<qx::ALevelsThenGrow<ToSteps>>,
+    .help = "Levels that change on to-dates, of which the last one grows after the last date, for ever, over a period: "
+            "averaged, at its ends, least or greatest",
+    .args = {time_period(), in_start("StartLevels"), in_to(), in_levels(), growth(), LevelSwitchOpt(), RevMonthsOpt(),
+             measure()},
+    .examples = {"TALevelsThenGrow(2006, 12, 2003, {2004;2005}, {90;100}, 2005, 0.1, 0, 12) ~ 110 1e-9"},
+    .see_also = "FALevelsThenGrow,TLevelsThenGrow,TStepThenGrow",
+};
+QX_EXPORT(TALevelsThenGrow, 11);
 
 } // namespace qx::worksheet
