@@ -3,6 +3,7 @@
 #include "calendar/reviews.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"
+#include "projections/descriptions.h"
 #include "projections/forecast.h"
 #include "projections/growth.h"
 #include "projections/payments.h"
@@ -102,6 +103,7 @@ template <class Steps, class Value, class Amount, class More = decltype(nothing_
 double levels_in(const Routine& here, const timeperiod& Time, const Steps& steps, int LevelSwitchOpt,
                  const Measure& measure, Amount amount, Value level, More more = nothing_more) {
     if (outside(here, Time, steps)) return 0.0;
+    here.info(level_switch_text(LevelSwitchOpt));
     switch (LevelSwitchOpt) {
     case level_average:
         return safe_divide(amount(), time_in(Time, steps, measure));
@@ -121,7 +123,8 @@ double levels_in(const Routine& here, const timeperiod& Time, const Steps& steps
 
 /// A single level in a period. `at` gives it on a date. The least and the greatest are those of the two ends.
 template <class Value, class Average>
-double level_in(const timeperiod& Time, int LevelSwitchOpt, Value at, Average average) {
+double level_in(const Routine& here, const timeperiod& Time, int LevelSwitchOpt, Value at, Average average) {
+    here.info(level_switch_text(LevelSwitchOpt));
     switch (LevelSwitchOpt) {
     case level_average:
         return average();
@@ -172,6 +175,7 @@ template <class Steps>
 double GrowStep(const date& TheDate, const date& bound, double StartingValue, View<date> dates, const Growth& growth) {
     Routine here{by_side<Steps>("FGrowStep", "TGrowStep")};
     here.inputs(TheDate, bound, StartingValue, dates, growth);
+    note_where_growth_is_read<Steps>(here);
     growth.check(here);
     const Steps steps{bound, dates};
     return here.returning(value_at(steps, TheDate, grown(steps, StartingValue, growth)));
@@ -182,6 +186,7 @@ double GrowStepMkt(const date& TheDate, const date& bound, double MktAnnRate, Vi
                    View<double> AnnualRates, const Growth& growth) {
     Routine here{by_side<Steps>("FGrowStepMkt", "TGrowStepMkt")};
     here.inputs(TheDate, bound, MktAnnRate, dates, AnnualRates, growth);
+    note_where_growth_is_read<Steps>(here);
     growth.check(here);
     const Steps steps{bound, dates};
     return here.returning(value_at(steps, TheDate, given_or(AnnualRates, grown(steps, MktAnnRate, growth))));
@@ -276,7 +281,7 @@ double ALevel(const timeperiod& Time, const Life& levels, double Level, int Leve
     here.inputs(Time, levels, Level, LevelSwitchOpt, measure);
     measure.check(here);
     const auto at = [&](const date& day) { return in_force(levels, day) ? Level : 0.0; };
-    return here.returning(level_in(Time, LevelSwitchOpt, at, [&] {
+    return here.returning(level_in(here, Time, LevelSwitchOpt, at, [&] {
         return safe_divide(ConX(Time, levels, Level, measure, false), time_in(Time, measure));
     }));
 }
@@ -290,7 +295,7 @@ double AGrow(const timeperiod& Time, double StartingValue, const Growth& growth,
     here.limit(RevMonthsOpt, review_months_limits, "RevMonthsOpt");
     growth.check(here);
     const auto at = [&](const date& day) { return Grow(day, StartingValue, growth, RevMonthsOpt); };
-    return here.returning(level_in(Time, LevelSwitchOpt, at, [&] {
+    return here.returning(level_in(here, Time, LevelSwitchOpt, at, [&] {
         const date& first = growth.first_or(Time.from());
         const int months = std::min(RevMonthsOpt, longest_step_back);
         const date start = review_before(Time.from(), first, months);
@@ -314,7 +319,7 @@ double ALevelGrow(const timeperiod& Time, const Life& levels, double InitialLeve
     const auto at = [&](const date& day) {
         return in_force(levels, day) ? Grow(day, InitialLevel, growth, RevMonthsOpt) : 0.0;
     };
-    return here.returning(level_in(Time, LevelSwitchOpt, at, [&] {
+    return here.returning(level_in(here, Time, LevelSwitchOpt, at, [&] {
         return safe_divide(con_grow(Time, levels, InitialLevel, growth, RevMonthsOpt, measure), time_in(Time, measure));
     }));
 }
