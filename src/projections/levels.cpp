@@ -297,7 +297,7 @@ double AGrow(const timeperiod& Time, double StartingValue, const Growth& growth,
     const auto at = [&](const date& day) { return Grow(day, StartingValue, growth, RevMonthsOpt); };
     return here.returning(level_in(here, Time, LevelSwitchOpt, at, [&] {
         const date& first = growth.first_or(Time.from());
-        const int months = std::min(RevMonthsOpt, longest_step_back);
+        const int months = growth.none() ? 0 : std::min(RevMonthsOpt, longest_step_back);
         const date start = review_before(Time.from(), first, months);
         const date finish = next_review(Time.to(), first, months, false).when;
         return safe_divide(con_grow(Time, {start, finish}, StartingValue, growth, RevMonthsOpt, measure),

@@ -189,7 +189,7 @@ QX_EXPORT(TFcstT, 4);
 constexpr Function IdxFromTo{
     .name = "IdxFromTo",
     .category = category,
-    .calls = core<qx::IdxFromTo>,
+    .calls = twin<qx::IdxFromTo, 1>,
     .help = "Growth of an index from a base to a date, as a ratio: 1.1 is 10% more. The index is an even forecast",
     .args = {{"BaseDateOrIdx", "Date from which the index counts (a number from 1910 on), or its value at the base"},
              {"TheDate", "Date up to which it counts"},
