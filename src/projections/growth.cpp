@@ -8,12 +8,6 @@ namespace qx {
 
 namespace {
 
-/// What growth is measured with where nobody says: it has no say.
-Measure any_measure() {
-    static const AnnualSequence quarters(4);
-    return {default_daycount, quarters};
-}
-
 /// The value at a date under growth of a kind from the first growth date: Grow and GrowLin.
 double grow(const char* name, const date& TheDate, double StartingValue, const Growth& growth, int RevMonthsOpt,
             GrowthType type) {

@@ -59,11 +59,6 @@ bool outside(const Routine& here, const timeperiod& Time, const OpenToSteps& ope
 
 /// The time period of one day that stands for a date.
 timeperiod day_of(const date& TheDate) { return {TheDate, TheDate.plusdays(1)}; }
-/// What levels at a date are measured with: nothing is.
-Measure any_measure() {
-    static const AnnualSequence quarters(4);
-    return {0.0, quarters};
-}
 
 /// No further levels of a step than that with which its part of a period begins.
 inline constexpr auto nothing_more = [](int, const Life&, auto) {};
@@ -71,8 +66,9 @@ inline constexpr auto nothing_more = [](int, const Life&, auto) {};
 /// The least or the greatest level of the steps that touch a period. `level` gives that of a step on a day in it;
 /// `more` shows the further levels that a step takes in a stretch of time.
 template <class Steps, class Value, class More>
-double extreme_level(const timeperiod& Time, const Steps& steps, bool greatest, Value level, More more) {
-    Routine here{by_side<Steps>("FALevelsMM", "TALevelsMM"), Routine::internal};
+double extreme_level(const char* name, const timeperiod& Time, const Steps& steps, bool greatest, Value level,
+                     More more) {
+    Routine here{name, Routine::internal};
     const date end_of_time = std::max(Time.to(), Time.from().plusdays(1));
     double extreme = 0.0;
     bool found = false;
@@ -98,24 +94,29 @@ double value_at(const Steps& steps, const date& TheDate, Value level) {
     return n == 0 ? 0.0 : level(n, TheDate);
 }
 
-/// Levels by steps in a period. `amount` gives what a stream of so much a year brings in the period.
+/// Levels by steps in a period. `extremes` names what finds the least or the greatest of them, `amount` gives what a
+/// stream of so much a year brings in the period.
 template <class Steps, class Value, class Amount, class More = decltype(nothing_more)>
-double levels_in(const Routine& here, const timeperiod& Time, const Steps& steps, int LevelSwitchOpt,
-                 const Measure& measure, Amount amount, Value level, More more = nothing_more) {
+double levels_in(const Routine& here, const char* extremes, const timeperiod& Time, const Steps& steps,
+                 int LevelSwitchOpt, const Measure& measure, Amount amount, Value level, More more = nothing_more) {
     if (outside(here, Time, steps)) return 0.0;
     here.info(level_switch_text(LevelSwitchOpt));
     switch (LevelSwitchOpt) {
-    case level_average:
-        return safe_divide(amount(), time_in(Time, steps, measure));
-    case level_of_ends:
-        return (value_at(steps, Time.from(), level) + value_at(steps, Time.to(), level)) / 2.0;
+    case level_average: {
+        const double sum = amount();
+        return safe_divide(sum, time_in(Time, steps, measure));
+    }
+    case level_of_ends: {
+        const double first = value_at(steps, Time.from(), level), last = value_at(steps, Time.to(), level);
+        return (first + last) / 2.0;
+    }
     case level_at_start:
         return value_at(steps, Time.from(), level);
     case level_at_finish:
         return value_at(steps, Time.to(), level);
     case level_least:
     case level_greatest:
-        return extreme_level(Time, steps, LevelSwitchOpt == level_greatest, level, more);
+        return extreme_level(extremes, Time, steps, LevelSwitchOpt == level_greatest, level, more);
     default:
         return 0.0;
     }
@@ -128,16 +129,18 @@ double level_in(const Routine& here, const timeperiod& Time, int LevelSwitchOpt,
     switch (LevelSwitchOpt) {
     case level_average:
         return average();
-    case level_of_ends:
-        return (at(Time.from()) + at(Time.to())) / 2.0;
     case level_at_start:
         return at(Time.from());
     case level_at_finish:
         return at(Time.to());
+    case level_of_ends:
     case level_least:
-        return std::min(at(Time.from()), at(Time.to()));
-    case level_greatest:
-        return std::max(at(Time.from()), at(Time.to()));
+    case level_greatest: {
+        const double first = at(Time.from()), last = at(Time.to());
+        return LevelSwitchOpt == level_of_ends ? (first + last) / 2.0
+               : LevelSwitchOpt == level_least ? std::min(first, last)
+                                               : std::max(first, last);
+    }
     default:
         return 0.0;
     }
@@ -331,7 +334,8 @@ double ALevels(const timeperiod& Time, const Steps& steps, View<double> Levels, 
     here.inputs(Time, steps, Levels, LevelSwitchOpt, measure);
     measure.check(here);
     return here.returning(levels_in(
-        here, Time, steps, LevelSwitchOpt, measure, [&] { return Step(Time, steps, Levels, measure); }, given(Levels)));
+        here, by_side<Steps>("FALevelsMM", "TALevelsMM"), Time, steps, LevelSwitchOpt, measure,
+        [&] { return Step(Time, steps, Levels, measure); }, given(Levels)));
 }
 
 template <class Steps>
@@ -343,7 +347,7 @@ double ALevelsGrow(const timeperiod& Time, const date& bound, double InitialLeve
     growth.check(here);
     const Steps steps{bound, dates};
     return here.returning(levels_in(
-        here, Time, steps, LevelSwitchOpt, measure,
+        here, by_side<Steps>("FALevelsGrowMM", "TALevelsGrowMM"), Time, steps, LevelSwitchOpt, measure,
         [&] { return StepGrow<Steps>(Time, bound, InitialLevel, dates, growth, measure); },
         grown(steps, InitialLevel, growth)));
 }
@@ -356,8 +360,8 @@ double ALevelsFcst(const timeperiod& Time, const Steps& steps, const Forecast& f
     measure.check(here);
     forecast.check(here);
     return here.returning(levels_in(
-        here, Time, steps, LevelSwitchOpt, measure, [&] { return StepFcst(Time, steps, forecast, measure); },
-        forecasted(steps, forecast)));
+        here, by_side<Steps>("FALevelsFcstMM", "TALevelsFcstMM"), Time, steps, LevelSwitchOpt, measure,
+        [&] { return StepFcst(Time, steps, forecast, measure); }, forecasted(steps, forecast)));
 }
 
 template <class Steps>
@@ -369,7 +373,7 @@ double ALevelsGrowMkt(const timeperiod& Time, const date& bound, double MktLevel
     growth.check(here);
     const Steps steps{bound, dates};
     return here.returning(levels_in(
-        here, Time, steps, LevelSwitchOpt, measure,
+        here, by_side<Steps>("FALevelsGrowMktMM", "TALevelsGrowMktMM"), Time, steps, LevelSwitchOpt, measure,
         [&] { return StepGrowMkt<Steps>(Time, bound, MktLevel, dates, Levels, growth, measure); },
         given_or(Levels, grown(steps, MktLevel, growth))));
 }
@@ -382,7 +386,8 @@ double ALevelsFcstMkt(const timeperiod& Time, const Steps& steps, View<double> L
     measure.check(here);
     forecast.check(here);
     return here.returning(levels_in(
-        here, Time, steps, LevelSwitchOpt, measure, [&] { return StepFcstMkt(Time, steps, Levels, forecast, measure); },
+        here, by_side<Steps>("FALevelsFcstMktMM", "TALevelsFcstMktMM"), Time, steps, LevelSwitchOpt, measure,
+        [&] { return StepFcstMkt(Time, steps, Levels, forecast, measure); },
         given_or(Levels, forecasted(steps, forecast))));
 }
 
@@ -412,7 +417,7 @@ double ALevelsThenGrow(const timeperiod& Time, const Steps& given_steps, View<do
         }
     };
     return here.returning(levels_in(
-        here, Time, steps, LevelSwitchOpt, measure,
+        here, by_side<Steps>("FALevelsThenGrowMM", "TALevelsThenGrowMM"), Time, steps, LevelSwitchOpt, measure,
         [&] { return StepThenGrow(Time, given_steps, Levels, growth, RevMonthsOpt, measure); }, level, more));
 }
 
