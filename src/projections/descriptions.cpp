@@ -48,12 +48,15 @@ std::string peak_text(int peak) {
 
 } // namespace
 
+const char* level_switch_text(int LevelSwitchOpt) {
+    const bool known = LevelSwitchOpt >= 0 && LevelSwitchOpt < static_cast<int>(std::size(level_texts));
+    return known ? level_texts[LevelSwitchOpt] : "Don't recognise the level switch supplied.";
+}
+
 std::string DescribeLevelSwitch(int LevelSwitchOpt) {
     Routine here{"DescribeLevelSwitch"};
     here.inputs(LevelSwitchOpt);
-    const bool known = LevelSwitchOpt >= 0 && LevelSwitchOpt < static_cast<int>(std::size(level_texts));
-    return here.returning(
-        std::string(known ? level_texts[LevelSwitchOpt] : "Don't recognise the level switch supplied."));
+    return here.returning(std::string(level_switch_text(LevelSwitchOpt)));
 }
 
 std::string DescribeShape(double Shape) {

@@ -73,7 +73,8 @@ double FcstGrow(const date& TheDate, const Forecast& forecast, const Growth& gro
                 int FcstSwitchOpt) {
     Routine here{"FcstGrow"};
     here.inputs(TheDate, forecast, growth, RevMonthsOpt, FcstSwitchOpt);
-    return here.returning(Fcst(TheDate, forecast, FcstSwitchOpt, {}, {}) * Grow(TheDate, 1.0, growth, RevMonthsOpt));
+    const double value = Fcst(TheDate, forecast, FcstSwitchOpt, {}, {});
+    return here.returning(value * Grow(TheDate, 1.0, growth, RevMonthsOpt));
 }
 
 double SumFcstX(const date& Date1, const date& Date2, const Forecast& forecast, const Measure& measure,

@@ -1,17 +1,12 @@
 #include "projections/growth.h"
 
 #include "calendar/reviews.h"
+#include "calendar/seasons.h"
 #include "projections/reviewed_rate.h"
 
 namespace qx {
 
 namespace {
-
-/// What growth is measured with where nobody says: it has no say.
-Measure any_measure() {
-    static const AnnualSequence quarters(4);
-    return {default_daycount, quarters};
-}
 
 /// The value at a date under growth of a kind from the first growth date: Grow and GrowLin.
 double grow(const char* name, const date& TheDate, double StartingValue, const Growth& growth, int RevMonthsOpt,
@@ -30,6 +25,12 @@ double grow(const char* name, const date& TheDate, double StartingValue, const G
 
 } // namespace
 
+date review_before(const date& TheDate, const date& FirstRev, int RevMonths) {
+    const date review = last_review(TheDate, FirstRev, RevMonths, false).when;
+    // 30/360 takes the 31st for the end of the month; a review on the next day is still to come.
+    return review <= TheDate ? review : last_review(TheDate, FirstRev, RevMonths, true).when;
+}
+
 double GrowFromTo(const date& Date1, const date& Date2, double StartingValue, const Growth& growth, int GrowthType,
                   int RevMonthsOpt, const Measure& measure) {
     Routine here{"GrowFromTo"};
@@ -42,8 +43,7 @@ double GrowFromTo(const date& Date1, const date& Date2, double StartingValue, co
     if (iszero(StartingValue)) return here.returning(0.0);
     const int maxn = growth.count();
     if (maxn == 0 || Date2 <= growth.dates.first()) return here.returning(StartingValue);
-    const date LastRevDate =
-        RevMonthsOpt == 0 ? Date2 : last_review(Date2, growth.dates.first(), RevMonthsOpt, false).when;
+    const date LastRevDate = review_before(Date2, growth.dates.first(), RevMonthsOpt);
     if (RevMonthsOpt != 0) here.info("Last review on ", LastRevDate);
     double factor = 1.0;
     for (int n = 1; n <= maxn && growth.dates(n) <= LastRevDate; ++n) {
@@ -78,6 +78,16 @@ double MarketG(const date& TheDate, double Amt, View<double> GrowthRates, View<d
     return here.returning(Grow(TheDate, Amt, {GrowthDates, GrowthRates}, 0));
 }
 
+double OneGrow(double Time, const date& EventDate, double Amt, const date& GrowFrom, double GrowthRatePA,
+               double BaseYrs) {
+    Routine here{"OneGrow"};
+    here.inputs(Time, EventDate, Amt, GrowFrom, GrowthRatePA, BaseYrs);
+    timeperiod period(here.context("Time"));
+    period.settime_in_years(Time, BaseYrs);
+    if (!period.contains(EventDate)) return here.returning(0.0);
+    return here.returning(Grow(EventDate, Amt, {View<date>::of(GrowFrom), View<double>::of(GrowthRatePA)}, 0));
+}
+
 double GrowMkt(const date& TheDate, double StartingValue, const Growth& growth, int RevMos, double RevDisc,
                View<date> UOTog) {
     constexpr int most_reviews = 200;
@@ -101,6 +111,19 @@ double GrowMkt(const date& TheDate, double StartingValue, const Growth& growth, 
         value = ReviewedRate(value, Grow(review, StartingValue, growth, RevMos), RevDisc, review, UOTog, true);
     }
     return here.returning(value);
+}
+
+double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const AnnualSequence& SeasonSeq,
+              const Measure& measure) {
+    Routine here{"SIndex"};
+    here.inputs(Time, SeasonFactors, SeasonSeq, measure);
+    measure.check(here);
+    const date &from = Time.from(), &to = Time.to();
+    const double weighted =
+        SeasonSeq.size() == 0
+            ? even_seasonal_amount(Time, from, to, 1.0, SeasonFactors, measure.DayCount, measure.Periods)
+            : seasonal_amount(Time, from, to, 1.0, SeasonFactors, SeasonSeq, measure.DayCount, measure.Periods);
+    return here.returning(safe_divide(weighted, Time.lenyrs(from, to, measure.DayCount, measure.Periods)));
 }
 
 } // namespace qx

@@ -8,6 +8,7 @@
 // 1000.
 #pragma once
 
+#include "calendar/time_period.h"
 #include "projections/terms.h"
 
 namespace qx {
@@ -20,6 +21,9 @@ enum GrowthType : int {
     growth_exponential = 0, ///< (1 + rate) ^ years
     growth_linear = 1,      ///< 1 + rate x years
 };
+
+/// The last review on or before a date, the zero date if there is none; the date itself if RevMonths is 0.
+date review_before(const date& TheDate, const date& FirstRev, int RevMonths);
 
 /// StartingValue grown from Date1 to Date2, or to the last review before it. A value of zero stays zero. Throws
 /// errlibillegalswitch for a GrowthType that is none, errlibmin and errlibmax for a DayCount outside 0 to 999 (which
@@ -35,11 +39,22 @@ double GrowLin(const date& TheDate, double StartingValue, const Growth& growth, 
 double GrowQ(const date& TheDate, double StartingValue, const Growth& growth);
 /// GrowQ with the rates before the dates.
 double MarketG(const date& TheDate, double Amt, View<double> GrowthRates, View<date> GrowthDates);
+/// A single payment, grown at one annual rate from GrowFrom to its date, if that lies in the period from Time on that
+/// is BaseYrs years long (timeperiod::settime_in_years); otherwise 0.
+double OneGrow(double Time, const date& EventDate, double Amt, const date& GrowFrom, double GrowthRatePA,
+               double BaseYrs);
 
 /// The value at a date of something that is reviewed to the market every RevMos months (0 is read as 1) from the first
 /// growth date on, less a discount of RevDisc (0 to 1), upward-only as UOTog says (ReviewedRate). Without discount and
 /// toggles it is Grow. At most 200 reviews are made. Throws errlibmin and errlibmax for a RevDisc outside 0 to 1.
 double GrowMkt(const date& TheDate, double StartingValue, const Growth& growth, int RevMos, double RevDisc,
                View<date> UOTog);
+
+/// The seasonal index of a period: what a stream with these weights of the seasons (seasonal_amount) brings in it, as a
+/// ratio to what an even stream of the same annual amount brings. 1 for whole years, above 1 in a season that is
+/// heavier than the average; 0 for a period without length. Without a sequence the factors weigh equal parts of the
+/// year.
+double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const AnnualSequence& SeasonSeq,
+              const Measure& measure);
 
 } // namespace qx

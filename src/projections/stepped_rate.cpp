@@ -75,16 +75,6 @@ double sum_revenue(const Routine& here, const timeperiod& Time, const Steps& ste
         });
 }
 
-template <class Steps>
-void note_where_growth_is_read(const Routine& here) {
-    if constexpr (Steps::by_from_dates)
-        here.change_note(16, "See Change in Behaviour 16, Sep-02 :Bugfix: Growth should occur from changes in rate ie "
-                             "FromDates, not a Growth Date");
-    else
-        here.change_note(15, "See Change in Behaviour 15, Sep-02 :Bugfix: Growth should occur up until changes in rate "
-                             "ie ToDates, not a Growth Date");
-}
-
 /// The years of a period in steps, all measured alike.
 template <class Steps>
 double step_time(const char* name, const timeperiod& Time, const Steps& steps, View<date> dates, const Basis& basis) {

@@ -89,6 +89,17 @@ constexpr const char* by_side(const char* from_dates, const char* to_dates) {
     return Steps::by_from_dates ? from_dates : to_dates;
 }
 
+/// The notes of the change that growth is read at the dates of the steps.
+template <class Steps>
+void note_where_growth_is_read(const Routine& here) {
+    if constexpr (Steps::by_from_dates)
+        here.change_note(16, "See Change in Behaviour 16, Sep-02 :Bugfix: Growth should occur from changes in rate ie "
+                             "FromDates, not a Growth Date");
+    else
+        here.change_note(15, "See Change in Behaviour 15, Sep-02 :Bugfix: Growth should occur up until changes in rate "
+                             "ie ToDates, not a Growth Date");
+}
+
 /// Which step of a stream by from-dates is its last one, measured as the end of the stream.
 enum class LastStep {
     given,       ///< that of the last date

@@ -8,6 +8,11 @@ QX_WORK_LIST_STORAGE(date);
 
 bool Basis::cash() const { return iscash(ProjMode); }
 
+Measure any_measure() {
+    static const AnnualSequence quarters(4);
+    return {0.0, quarters};
+}
+
 int Growth::count() const {
     int n = rates.size();
     while (n > dates.size() && iszero(rates(n))) --n;

@@ -58,6 +58,9 @@ struct Measure {
     void check(Routine& here) const { here.limit(DayCount, daycount_limits, "DayCount"); }
 };
 
+/// 30/360 and calendar quarters, for what is the same under any measure.
+Measure any_measure();
+
 /// Growth by dated annual rates: rate n (0.1 is 10% a year) from date n to date n + 1, the last one for ever.
 struct Growth {
     using takes = Takes<Range<date>, Range<double>>;
