@@ -24,19 +24,21 @@ constexpr Argument Peakness() {
 constexpr ArgumentGroup uniform_spread() { return {Start(), Finish(), Total()}; }
 constexpr ArgumentGroup curved_spread() { return {Start(), Finish(), Total(), Skew(), Peakness()}; }
 constexpr ArgumentGroup general_spread() {
-    return {Start(), Total(), optional("CompletionDate", "Date of completion; not after Start, all is paid on Start"),
-            optional("CurveModel", 0.0, "Reserved"),
-            optional("Shape", 0.0,
-                     "The whole part is the skew, from 100 (all on Start) to -100 (all on completion); two decimals are "
-                     "how peaked it is, from 0 (even) to 0.99 (one payment): 20.50 is skewed to the start, moderately "
-                     "peaked",
-                     "even")};
+    return {
+        Start(), Total(), optional("CompletionDate", "Date of completion; not after Start, all is paid on Start"),
+        optional("CurveModel", 0.0, "Reserved"),
+        optional("Shape", 0.0,
+                 "The whole part is the skew, from 100 (all on Start) to -100 (all on completion); two decimals are "
+                 "how peaked it is, from 0 (even) to 0.99 (one payment): 20.50 is skewed to the start, moderately "
+                 "peaked",
+                 "even")};
 }
 constexpr ArgumentGroup weighted_spread() {
     return {Start(),
             Finish(),
             Total(),
-            {"Weights", "Weight of each slice from Start to Finish; they need not sum to 1, and without any the amount is 0",
+            {"Weights",
+             "Weight of each slice from Start to Finish; they need not sum to 1, and without any the amount is 0",
              {Preset::empty}}};
 }
 constexpr Argument SliceWeights() {
@@ -59,23 +61,23 @@ constexpr ArgumentGroup distributed_spread() {
                          "outside at either end"}};
 }
 constexpr ArgumentGroup cumulative_spread() {
-    return {Start(),
-            Finish(),
-            Total(),
-            {"CumTime", "Parts of the time from Start to Finish that have passed, ascending from 0 up to 1"},
-            {"CumAmt", "The part of the total, 0 to 1, spent up to each of these times"},
-            optional("InterpType", by_line, "0 step, 1 straight line, 2 cosine, 3 cubic, 4 exponential"),
-            optional("Tension", 0.0,
-                     "For the cubic: above 0 draws the curve tighter, up to 1; below 0 looser, down to -1"),
-            optional("Bias", 0.0,
-                     "For the cubic: above 0 leans to the slope before each point, up to 1; below 0 after it")};
+    return {
+        Start(),
+        Finish(),
+        Total(),
+        {"CumTime", "Parts of the time from Start to Finish that have passed, ascending from 0 up to 1"},
+        {"CumAmt", "The part of the total, 0 to 1, spent up to each of these times"},
+        optional("InterpType", by_line, "0 step, 1 straight line, 2 cosine, 3 cubic, 4 exponential"),
+        optional("Tension", 0.0, "For the cubic: above 0 draws the curve tighter, up to 1; below 0 looser, down to -1"),
+        optional("Bias", 0.0,
+                 "For the cubic: above 0 leans to the slope before each point, up to 1; below 0 after it")};
 }
 constexpr ArgumentGroup from_stepped_spread() { return {Total(), FromDates(), AnnualRates()}; }
 constexpr ArgumentGroup to_stepped_spread() { return {Total(), ToDates(), AnnualRates()}; }
 constexpr ArgumentGroup weighted_payments() {
     return {Total(),
             {"PmtDates", "Dates of the payments"},
-            {"Weights", "Weight of each payment; they need not sum to 1"}};
+            {"Weights", "Weight of each payment; they need not sum to 1", {Preset::empty}}};
 }
 
 // --- Payments --------------------------------------------------------------------------------------------------------

@@ -4,7 +4,7 @@
 #include "projections/constant_rate.h"
 #include "projections/growth.h"
 #include "projections/payments.h"
-#include "projections/periodic_spreads.h"
+#include "projections/periodic.h"
 
 #include <algorithm>
 #include <cmath>
@@ -92,8 +92,7 @@ double GeneralSpread::in(const Routine& here, const timeperiod& Time, const Basi
     if (peak == 0.0) return UniformSpread{life.Start, life.Finish, Total}.in(here, Time, basis);
     if (peak >= one_payment) {
         const double months = diffmonths(life.Start, life.Finish, basis.DayCount, basis.Periods);
-        const date when =
-            plusmonths(life.Start, months * (skew + 1.0) / 2.0, basis.DayCount, basis.Periods);
+        const date when = plusmonths(life.Start, months * (skew + 1.0) / 2.0, basis.DayCount, basis.Periods);
         here.info("A single payment on ", when);
         return payment_in(Time, when, Total);
     }
@@ -126,8 +125,8 @@ void CumulativeSpread::check(Routine& here) const {
     if (!iszero(curve.CumTime.first()))
         here.fail<illegalvalue>("CumTime", "The starting point for CumTime must be zero");
     if (curve.CumTime.size() != curve.CumAmt.size())
-        here.fail<inputrangelength2>("CumAmt", "Length of CumTime = ", curve.CumTime.size(), " Length of CumAmt= ",
-                                     curve.CumAmt.size());
+        here.fail<inputrangelength2>("CumAmt", "Length of CumTime = ", curve.CumTime.size(),
+                                     " Length of CumAmt= ", curve.CumAmt.size());
     curve.CumTime.checkascending();
     check_curve(here, curve.InterpType, curve.Tension, curve.Bias);
 }
@@ -169,11 +168,10 @@ double SCurvePer(const timeperiod& Time, const Life& life, const date& AbsFinish
     here.inputs(Time, life, AbsFinish, Totals, Skew, Peakness, Periodicity, basis);
     basis.check(here);
     CurvedSpread{DateCrit, DateCrit, 0.0, Skew, Peakness}.check(here);
-    return here.returning(sum_periodic(here, Time, life, AbsFinish, Totals, Periodicity, basis,
-                                       [&](const Life& repetition, double Total) {
-                                           return CurvedSpread{repetition.Start, repetition.Finish, Total, Skew,
-                                                               Peakness};
-                                       }));
+    return here.returning(
+        sum_repetitions(here, Time, life, AbsFinish, Totals, Periodicity, [&](const Life& repetition, double Total) {
+            return CurvedSpread{repetition.Start, repetition.Finish, Total, Skew, Peakness}.in(here, Time, basis);
+        }));
 }
 
 double SCurveGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> Totals, double Skew,
@@ -183,22 +181,17 @@ double SCurveGrowPer(const timeperiod& Time, const Life& life, const date& AbsFi
     basis.check(here);
     CurvedSpread{DateCrit, DateCrit, 0.0, Skew, Peakness}.check(here);
     growth.check(here);
-    return here.returning(sum_periodic(here, Time, life, AbsFinish, Totals, Periodicity, basis,
-                                       [&](const Life& repetition, double Total) {
-                                           return CurvedSpread{repetition.Start, repetition.Finish,
-                                                               Grow(repetition.Start, Total, growth, 0), Skew,
-                                                               Peakness};
-                                       }));
+    return here.returning(
+        sum_repetitions(here, Time, life, AbsFinish, Totals, Periodicity, [&](const Life& repetition, double Total) {
+            const double grown = Grow(repetition.Start, Total, growth, 0);
+            return CurvedSpread{repetition.Start, repetition.Finish, grown, Skew, Peakness}.in(here, Time, basis);
+        }));
 }
 
-double SCurveB(double Time, const CurvedSpread& spread, double BaseYrs, const Basis& basis) {
+double SCurveB(double Time, const Streams& streams, double Skew, double Peakness, double BaseYrs, const Basis& basis) {
     Routine here{"SCurveB"};
-    here.inputs(Time, spread, BaseYrs, basis);
-    basis.check(here);
-    spread.check(here);
-    timeperiod period;
-    period.settime_in_years(Time, BaseYrs);
-    return here.returning(spread.in(here, period, basis));
+    here.inputs(Time, streams, Skew, Peakness, BaseYrs, basis);
+    return here.returning(SCurve(period_in_years(Time, BaseYrs), streams, Skew, Peakness, basis));
 }
 
 } // namespace qx

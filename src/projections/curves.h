@@ -84,6 +84,6 @@ double SCurvePer(const timeperiod& Time, const Life& life, const date& AbsFinish
 double SCurveGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> Totals, double Skew,
                      double Peakness, const Growth& growth, int Periodicity, const Basis& basis);
 /// Under the name of older workbooks: SCurve in a period of years from Time on.
-double SCurveB(double Time, const CurvedSpread& spread, double BaseYrs, const Basis& basis);
+double SCurveB(double Time, const Streams& streams, double Skew, double Peakness, double BaseYrs, const Basis& basis);
 
 } // namespace qx

@@ -134,8 +134,8 @@ double MkPmtPerGrow(const timeperiod& Time, const date& AbsFinish, const Pmts& p
 template double MkPmtPerGrow(const timeperiod&, const date&, const Payment&, const Growth&, int);
 template double MkPmtPerGrow(const timeperiod&, const date&, const Payments&, const Growth&, int);
 
-double MkPmtsPerFcst(const timeperiod& Time, const date& AbsFinish, const PaymentDates& dates,
-                     const Forecast& forecast, int Periodicity) {
+double MkPmtsPerFcst(const timeperiod& Time, const date& AbsFinish, const PaymentDates& dates, const Forecast& forecast,
+                     int Periodicity) {
     Routine here{"MkPmtsPerFcst"};
     here.inputs(Time, AbsFinish, dates, forecast, Periodicity);
     forecast.check(here);

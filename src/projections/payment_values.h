@@ -64,8 +64,8 @@ double MkPmtPer(const timeperiod& Time, const date& AbsFinish, const Pmts& payme
 template <class Pmts>
 double MkPmtPerGrow(const timeperiod& Time, const date& AbsFinish, const Pmts& payments, const Growth& growth,
                     int Periodicity);
-double MkPmtsPerFcst(const timeperiod& Time, const date& AbsFinish, const PaymentDates& dates,
-                     const Forecast& forecast, int Periodicity);
+double MkPmtsPerFcst(const timeperiod& Time, const date& AbsFinish, const PaymentDates& dates, const Forecast& forecast,
+                     int Periodicity);
 template <class Pmts>
 double MkPmtPerFcstMkt(const timeperiod& Time, const date& AbsFinish, const Pmts& payments, const Forecast& forecast,
                        int Periodicity);

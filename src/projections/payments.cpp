@@ -113,8 +113,8 @@ double MkPmtsLag(const timeperiod& Time, View<double> LagMonths, const Payments&
     here.inputs(Time, LagMonths, payments, measure, bounds);
     measure.check(here);
     if (!pays(here, Time, bounds)) return here.returning(0.0);
-    return here.returning(sum_lagged(here, Time, LagMonths, payments.PmtDates, measure,
-                                     [&](auto visit) { visit(payments.Pmts); }));
+    return here.returning(
+        sum_lagged(here, Time, LagMonths, payments.PmtDates, measure, [&](auto visit) { visit(payments.Pmts); }));
 }
 
 double MkPmtsLagX(const timeperiod& Time, View<double> LagMonths, const Payments& payments, const NineLists& more,
@@ -129,8 +129,8 @@ double MkPmtsLagX(const timeperiod& Time, View<double> LagMonths, const Payments
     }));
 }
 
-double MkPmtsLagProf(const timeperiod& Time, View<double> MonthsLag, View<double> Proportions,
-                     const Payments& payments, const Measure& measure, const Bounds& bounds) {
+double MkPmtsLagProf(const timeperiod& Time, View<double> MonthsLag, View<double> Proportions, const Payments& payments,
+                     const Measure& measure, const Bounds& bounds) {
     Routine here{"MkPmtsLagProf"};
     here.inputs(Time, MonthsLag, Proportions, payments, measure, bounds);
     measure.check(here);
@@ -245,7 +245,8 @@ double MkPmtsCats(const timeperiod& Time, const Payments& payments, View<anyvalu
             return (found[i] != Match::none) != ((Options & (i == 0 ? all_but_first : all_but_second)) != 0);
         };
         const bool asks_both = !sets[0].open() && !sets[1].open();
-        const bool paid = (Options & either_category) != 0 && asks_both ? wanted(0) || wanted(1) : wanted(0) && wanted(1);
+        const bool paid =
+            (Options & either_category) != 0 && asks_both ? wanted(0) || wanted(1) : wanted(0) && wanted(1);
         if (!paid) continue;
         total += payments.amount(n);
         for (int i = 0; i < 2 && here.traced(); ++i)
@@ -258,9 +259,8 @@ double MkPmtsSeq(const date& TheDate, const Payments& payments, int SeqRelStart,
                  const AnnualSequence& AnnualDateSeq) {
     Routine here{"MkPmtsSeq"};
     here.inputs(TheDate, payments, SeqRelStart, SeqRelFinish, AnnualDateSeq);
-    const date base = AnnualDateSeq.prevdate(TheDate, false);
-    const timeperiod between(AnnualDateSeq.dateplusperiods(base, SeqRelStart),
-                             AnnualDateSeq.dateplusperiods(base, SeqRelFinish));
+    const timeperiod between(AnnualDateSeq.dateplusperiods(TheDate, SeqRelStart),
+                             AnnualDateSeq.dateplusperiods(TheDate, SeqRelFinish));
     here.info("Payments in ", between);
     return here.returning(sum_in(between, payments.PmtDates, payments.Pmts));
 }
@@ -367,32 +367,22 @@ WorkList<double> CarryPos(const Range<double>& Amounts) {
 
 // --- Under the names of older workbooks ------------------------------------------------------------------------------
 
-namespace {
-
-timeperiod years_from(double Time, double BaseYrs) {
-    timeperiod period;
-    period.settime_in_years(Time, BaseYrs);
-    return period;
-}
-
-} // namespace
-
 double MakePmts(double Time, const Payments& payments, double BaseYrs) {
     Routine here{"MakePmts"};
     here.inputs(Time, payments, BaseYrs);
-    return here.returning(MkPmts(years_from(Time, BaseYrs), payments));
+    return here.returning(MkPmts(period_in_years(Time, BaseYrs), payments));
 }
 
 double MakePayment(double Time, const Payment& payment, double BaseYrs) {
     Routine here{"MakePayment"};
     here.inputs(Time, payment, BaseYrs);
-    return here.returning(payment_in(years_from(Time, BaseYrs), payment.PmtDate, payment.Pmt));
+    return here.returning(payment_in(period_in_years(Time, BaseYrs), payment.PmtDate, payment.Pmt));
 }
 
 double MakePayments(double Time, const Payments& payments, double BaseYrs) {
     Routine here{"MakePayments"};
     here.inputs(Time, payments, BaseYrs);
-    return here.returning(MkPmts(years_from(Time, BaseYrs), payments));
+    return here.returning(MkPmts(period_in_years(Time, BaseYrs), payments));
 }
 
 } // namespace qx

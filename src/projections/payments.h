@@ -93,8 +93,8 @@ double MkPmtsLag(const timeperiod& Time, View<double> LagMonths, const Payments&
 double MkPmtsLagX(const timeperiod& Time, View<double> LagMonths, const Payments& payments, const NineLists& more,
                   const Measure& measure, const Bounds& bounds);
 /// Each payment spread over several lags in given proportions, which need not sum to 1.
-double MkPmtsLagProf(const timeperiod& Time, View<double> MonthsLag, View<double> Proportions,
-                     const Payments& payments, const Measure& measure, const Bounds& bounds);
+double MkPmtsLagProf(const timeperiod& Time, View<double> MonthsLag, View<double> Proportions, const Payments& payments,
+                     const Measure& measure, const Bounds& bounds);
 /// Payments held, after their lag, until the next date of a sequence; one that is due on such a date is paid on it.
 double MkPmtsGroup(const timeperiod& Time, View<double> LagMonths, const Payments& payments, const Measure& measure,
                    const AnnualSequence& PrdsGroup, const Bounds& bounds);
@@ -128,8 +128,8 @@ double MkPmtsCats(const timeperiod& Time, const Payments& payments, View<anyvalu
                   int Options, const Bounds& bounds, const Maybe<double>& CatMin, const Maybe<double>& CatMax,
                   const Maybe<double>& CatMin2, const Maybe<double>& CatMax2);
 
-/// Payments from one date of a sequence up to another, both counted from the last one on or before TheDate: 0 is that
-/// date, 1 the next one, -1 the one before.
+/// Payments from one date of a sequence up to another, both counted from TheDate: 0 is that date itself, 1 the next one
+/// of the sequence after it, -1 the last one before it. Throws errliboveriterated at 99 dates.
 double MkPmtsSeq(const date& TheDate, const Payments& payments, int SeqRelStart, int SeqRelFinish,
                  const AnnualSequence& AnnualDateSeq);
 /// Payments on one day.

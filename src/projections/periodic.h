@@ -3,6 +3,8 @@
 
 #include "calendar/time_period.h"
 #include "core/routine.h"
+#include "projections/constant_rate.h"
+#include "projections/terms.h"
 
 namespace qx {
 
@@ -20,14 +22,28 @@ void each_repetition(const Routine& here, const timeperiod& Time, const date& Fi
         return;
     }
     int n = 0;
-    for (date start = First; n < most_repetitions && start < AbsFinish && start < Time.to();
-         start.addmonths(Periodicity, true)) {
-        ++n;
-        const TraceBlock pass = here.pass(n, "Repetition from ", start);
+    for (date start = First; n < most_repetitions && start < AbsFinish && start < Time.to();) {
+        const TraceBlock pass = here.pass(++n, "Repetition from ", start);
         each(n, std::as_const(start));
+        start = First.plusmonths(n * Periodicity, true);
     }
     if (n >= most_repetitions)
         here.fail<errlibmaxrevs>("Periodicity", "There are ", n, " repetitions or more up to ", Time.to());
+}
+
+/// The sum over the repetitions of something as long as its first life, by the next of some amounts, of which the last
+/// one serves for the rest: `in_period` gives what a life with an amount has in the period.
+template <class InPeriod>
+double sum_repetitions(const Routine& here, const timeperiod& Time, const Life& life, const date& AbsFinish,
+                       View<double> amounts, int Periodicity, InPeriod in_period) {
+    if (!runs_forward(here, Time)) return 0.0;
+    const double months = life.Finish.months() - life.Start.months();
+    double sum = 0.0;
+    each_repetition(here, Time, life.Start, AbsFinish, Periodicity, [&](int n, const date& start) {
+        const date finish = start.plusmonths(months);
+        sum += in_period(Life{start, finish}, amounts.entry(n));
+    });
+    return sum;
 }
 
 } // namespace qx

@@ -71,10 +71,8 @@ template double spread_with_history(const timeperiod&, const UniformSpread&, Vie
 template double spread_with_history(const timeperiod&, const CurvedSpread&, View<date>, View<double>, const Basis&);
 template double spread_with_history(const timeperiod&, const GeneralSpread&, View<date>, View<double>, const Basis&);
 template double spread_with_history(const timeperiod&, const WeightedSpread&, View<date>, View<double>, const Basis&);
-template double spread_with_history(const timeperiod&, const FWeightedSpread&, View<date>, View<double>,
-                                    const Basis&);
-template double spread_with_history(const timeperiod&, const TWeightedSpread&, View<date>, View<double>,
-                                    const Basis&);
+template double spread_with_history(const timeperiod&, const FWeightedSpread&, View<date>, View<double>, const Basis&);
+template double spread_with_history(const timeperiod&, const TWeightedSpread&, View<date>, View<double>, const Basis&);
 template double spread_with_history(const timeperiod&, const DistributedSpread&, View<date>, View<double>,
                                     const Basis&);
 

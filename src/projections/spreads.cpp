@@ -4,7 +4,7 @@
 #include "projections/constant_rate.h"
 #include "projections/growth.h"
 #include "projections/payments.h"
-#include "projections/periodic_spreads.h"
+#include "projections/periodic.h"
 #include "projections/stepped_rate.h"
 
 #include <algorithm>
@@ -127,35 +127,42 @@ double WeightedSpread::in(const Routine& here, const timeperiod& Time, const Bas
 
 namespace {
 
-template <class Steps>
-double weighted_steps(const Routine& here, const timeperiod& Time, double Total, const Steps& steps,
-                      View<double> Weights, const Basis& basis) {
-    const int count = steps.count();
-    if (count == 0 || Weights.empty()) return 0.0;
+/// Slices between given dates: `slice` gives number n.
+template <class Slice>
+double sum_dated_slices(const Routine& here, const timeperiod& Time, const Life& life, double Total, int count,
+                        View<double> Weights, const Basis& basis, Slice slice) {
     View<double> weights = Weights;
     while (weights.size() > count && iszero(weights.last())) weights = weights.upto(weights.size() - 1);
     if (weights.size() > count)
         here.fail<inputrangelength2>("Weights", "There are ", weights.size(), " weights for ", count, " dates");
-    const Life extent = steps.extent();
+    if (weights.empty()) return 0.0;
     timeperiod period = Time;
-    if (!screen_period(here, period, widened(extent, basis), basis)) return 0.0;
-    return sum_slices(here, period, Total, weights, count, basis, [&](int n) { return steps(n); });
+    if (!screen_period(here, period, widened(life, basis), basis)) return 0.0;
+    return sum_slices(here, period, Total, weights, count, basis, slice);
 }
 
 } // namespace
 
 double FWeightedSpread::in(const Routine& here, const timeperiod& Time, const Basis& basis) const {
-    return weighted_steps(here, Time, Total, FromSteps{Finish, FromDates}, Weights, basis);
+    const int count = FromDates.size();
+    if (count == 0) return 0.0;
+    return sum_dated_slices(here, Time, {FromDates.first(), Finish}, Total, count, Weights, basis, [&](int n) {
+        return Life{FromDates(n), n < count ? FromDates(n + 1) : Finish};
+    });
 }
 
 double TWeightedSpread::in(const Routine& here, const timeperiod& Time, const Basis& basis) const {
-    return weighted_steps(here, Time, Total, ToSteps{Start, ToDates}, Weights, basis);
+    const int count = ToDates.size();
+    if (count == 0) return 0.0;
+    return sum_dated_slices(here, Time, {Start, ToDates.last()}, Total, count, Weights, basis, [&](int n) {
+        return Life{n > 1 ? ToDates(n - 1) : Start, ToDates(n)};
+    });
 }
 
 // --- By distribution -------------------------------------------------------------------------------------------------
 
 double DistributedSpread::in(const Routine& here, const timeperiod& Time, const Basis& basis) const {
-    if (Start == Finish) return payment_in(Time, Start, Total);
+    if (Start == Finish && MidPoint == Start) return payment_in(Time, Start, Total);
     timeperiod period = Time;
     if (!screen_period(here, period, {Start, Finish}, basis)) return 0.0;
     const date& t1 = std::max(period.from(), Start);
@@ -177,6 +184,7 @@ double at_most(double paid, double Total) { return Total < 0.0 ? std::max(paid, 
 
 /// Years in which a rate pays an amount; for ever without one.
 double years_to_pay(double amount, double rate) {
+    if (iszero(amount)) return 0.0;
     return iszero(rate) ? std::numeric_limits<double>::infinity() : amount / rate;
 }
 
@@ -188,7 +196,8 @@ double FSteppedSpread::in(const Routine& here, const timeperiod& Time, const Bas
     if (FromDates.empty()) return 0.0;
     const date& first = FromDates.first();
     const auto paid_up_to = [&](const date& day) {
-        return at_most(Step(timeperiod(first, day), FromSteps{DateCrit, FromDates}, AnnualRates, basis.accruals()), Total);
+        return at_most(Step(timeperiod(first, day), FromSteps{DateCrit, FromDates}, AnnualRates, basis.accruals()),
+                       Total);
     };
     date end = DateCrit;
     if (basis.cash()) {
@@ -227,17 +236,19 @@ date DepletionDate(double Total, View<date> FromDates, View<double> AnnualRates,
     measure.check(here);
     double done = 0.0;
     for (int i = 1; i <= FromDates.size(); ++i) {
-        const double rate = AnnualRates.single_or(i);
-        const double years = iszero(Total - done) ? 0.0 : years_to_pay(Total - done, rate);
-        if (years < 0.0) return here.returning(date(FromDates(i)));
+        const date& from = FromDates(i);
         const bool last = i == FromDates.size();
-        if (years < DateCrit.decimal_year() - FromDates(i).decimal_year()) {
-            const date depleted = plusmonths(FromDates(i), years * 12.0, measure.DayCount, measure.Periods);
+        const double rate = AnnualRates.single_or(i), years = years_to_pay(Total - done, rate);
+        if (years < 0.0) return here.returning(date());
+        if (years < DateCrit.decimal_year() - from.decimal_year()) {
+            const date depleted = plusmonths(from, years * 12.0, measure.DayCount, measure.Periods);
             here.info("Depleted before the step ", done, ", years left ", years, ", to ", depleted);
             if (last || FromDates(i + 1) > depleted) return here.returning(date(depleted));
         }
         if (last) break;
-        done += ConX({FromDates(i), FromDates(i + 1)}, {FromDates(i), FromDates(i + 1)}, rate, measure, false);
+        const timeperiod step(from, FromDates(i + 1));
+        done += ConX(step, {step.from(), step.to()}, rate, measure, false);
+        if (isequal(done, Total)) return here.returning(date(step.to()));
     }
     return here.returning(date(DateCrit));
 }
@@ -248,17 +259,19 @@ date DepletionDateStart(double Total, View<date> ToDates, View<double> AnnualRat
     measure.check(here);
     double done = 0.0;
     for (int i = ToDates.size(); i >= 1; --i) {
-        const double rate = AnnualRates.single_or(i);
-        const double years = iszero(Total - done) ? 0.0 : years_to_pay(Total - done, rate);
-        if (years < 0.0) return here.returning(date(ToDates(i)));
+        const date& to = ToDates(i);
         const bool last = i == 1;
-        if (years < ToDates(i).decimal_year() - date().decimal_year()) {
-            const date start = plusmonths(ToDates(i), -years * 12.0, measure.DayCount, measure.Periods);
+        const double rate = AnnualRates.single_or(i), years = years_to_pay(Total - done, rate);
+        if (years < 0.0) break;
+        if (years < to.decimal_year() - date().decimal_year()) {
+            const date start = plusmonths(to, -years * 12.0, measure.DayCount, measure.Periods);
             here.info("Depleted after the step ", done, ", years left ", years, ", from ", start);
             if (last || ToDates(i - 1) < start) return here.returning(date(start));
         }
         if (last) break;
-        done += ConX({ToDates(i - 1), ToDates(i)}, {ToDates(i - 1), ToDates(i)}, rate, measure, false);
+        const timeperiod step(ToDates(i - 1), to);
+        done += ConX(step, {step.from(), step.to()}, rate, measure, false);
+        if (isequal(done, Total)) return here.returning(date(step.from()));
     }
     return here.returning(date());
 }
@@ -283,15 +296,26 @@ double UniSpreadGrow(const timeperiod& Time, const UniformSpread& spread, const 
     return here.returning(UniformSpread{spread.Start, spread.Finish, Total}.in(here, Time, basis));
 }
 
+double UniSpreadS(const timeperiod& Time, const UniformSpread& spread, const Seasons& seasons, const Basis& basis) {
+    Routine here{"UniSpreadS"};
+    here.inputs(Time, spread, seasons, basis);
+    basis.check(here);
+    const Span span = widened({spread.Start, spread.Finish}, basis);
+    const double years = con_seasonal({span.Start, span.Finish}, span, 1.0, seasons, basis.accruals());
+    const double rate = safe_divide(spread.Total, years);
+    here.info("Calculated Annual Rate=", rate);
+    return here.returning(con_seasonal(Time, span, rate, seasons, basis));
+}
+
 double UniSpreadPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> Totals,
                     int Periodicity, const Basis& basis) {
     Routine here{"UniSpreadPer"};
     here.inputs(Time, life, AbsFinish, Totals, Periodicity, basis);
     basis.check(here);
-    return here.returning(sum_periodic(here, Time, life, AbsFinish, Totals, Periodicity, basis,
-                                       [&](const Life& repetition, double Total) {
-                                           return UniformSpread{repetition.Start, repetition.Finish, Total};
-                                       }));
+    return here.returning(
+        sum_repetitions(here, Time, life, AbsFinish, Totals, Periodicity, [&](const Life& repetition, double Total) {
+            return UniformSpread{repetition.Start, repetition.Finish, Total}.in(here, Time, basis);
+        }));
 }
 
 double UniSpreadGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> Totals,
@@ -300,20 +324,17 @@ double UniSpreadGrowPer(const timeperiod& Time, const Life& life, const date& Ab
     here.inputs(Time, life, AbsFinish, Totals, growth, Periodicity, basis);
     basis.check(here);
     growth.check(here);
-    return here.returning(sum_periodic(here, Time, life, AbsFinish, Totals, Periodicity, basis,
-                                       [&](const Life& repetition, double Total) {
-                                           return UniformSpread{repetition.Start, repetition.Finish,
-                                                                Grow(repetition.Start, Total, growth, 0)};
-                                       }));
+    return here.returning(
+        sum_repetitions(here, Time, life, AbsFinish, Totals, Periodicity, [&](const Life& repetition, double Total) {
+            const double grown = Grow(repetition.Start, Total, growth, 0);
+            return UniformSpread{repetition.Start, repetition.Finish, grown}.in(here, Time, basis);
+        }));
 }
 
-double TimeSpreadB(double Time, const UniformSpread& spread, double BaseYrs, const Basis& basis) {
+double TimeSpreadB(double Time, const Streams& streams, double BaseYrs, const Basis& basis) {
     Routine here{"TimeSpreadB"};
-    here.inputs(Time, spread, BaseYrs, basis);
-    basis.check(here);
-    timeperiod period;
-    period.settime_in_years(Time, BaseYrs);
-    return here.returning(spread.in(here, period, basis));
+    here.inputs(Time, streams, BaseYrs, basis);
+    return here.returning(UniSpread(period_in_years(Time, BaseYrs), streams, basis));
 }
 
 } // namespace qx

@@ -100,6 +100,8 @@ struct TWeightedSpread {
     double in(const Routine& here, const timeperiod& Time, const Basis& basis) const;
 };
 
+inline constexpr Limits distribution_limits{0, 10};
+
 /// By the probability of a distribution over date numbers (CumProb), of which a normal one leaves 1% outside at either
 /// end.
 struct DistributedSpread {
@@ -112,7 +114,7 @@ struct DistributedSpread {
 
     static constexpr SpreadNames names{"DistSpread", "DistSpreadAdj", "DistSpreadH"};
     const date& start() const { return Start; }
-    void check(Routine&) const {}
+    void check(Routine& here) const { here.limit(DistType, distribution_limits, "DistType"); }
     double in(const Routine& here, const timeperiod& Time, const Basis& basis) const;
 };
 
@@ -161,14 +163,14 @@ double UniSpreadPer(const timeperiod& Time, const Life& life, const date& AbsFin
 double UniSpreadGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> Totals,
                         const Growth& growth, int Periodicity, const Basis& basis);
 
-/// The date on which a stream of stepped rates has paid a total, the last rate going on for ever. DateCrit if it never
-/// has.
+/// The date on which a stream of stepped rates has paid a total, the last rate going on for ever. DateCrit if it takes
+/// longer than that, the zero date if the stream leads away from the total.
 date DepletionDate(double Total, View<date> FromDates, View<double> AnnualRates, const Measure& measure);
-/// The date from which a stream of stepped rates up to the last to-date pays a total. The zero date if it pays less.
+/// The date from which a stream of stepped rates up to the last to-date pays a total. The zero date if it never does.
 date DepletionDateStart(double Total, View<date> ToDates, View<double> AnnualRates, const Measure& measure);
 
 /// Under the name of older workbooks: UniSpread in a period of years from Time on. Throws illegalvalue for a negative
 /// length.
-double TimeSpreadB(double Time, const UniformSpread& spread, double BaseYrs, const Basis& basis);
+double TimeSpreadB(double Time, const Streams& streams, double BaseYrs, const Basis& basis);
 
 } // namespace qx

@@ -15,8 +15,9 @@ constexpr ArgumentGroup lists_2_to_4() { return {more_lists("Pmts2"), more_lists
 constexpr ArgumentGroup lists_5_to_7() { return {more_lists("Pmts5"), more_lists("Pmts6"), more_lists("Pmts7")}; }
 constexpr ArgumentGroup lists_8_to_10() { return {more_lists("Pmts8"), more_lists("Pmts9"), more_lists("Pmts10")}; }
 constexpr Argument LagMonths() {
-    return optional("LagMonths", "Months from the date of a payment to when it is paid: one lag for all, or one for each "
-                                 "payment, of which the last serves for all that follow; none if omitted");
+    return optional("LagMonths",
+                    "Months from the date of a payment to when it is paid: one lag for all, or one for each "
+                    "payment, of which the last serves for all that follow; none if omitted");
 }
 constexpr ArgumentGroup bounds() {
     return {optional("AbStart", "A period that ends before this date has no payments; no bound if omitted"),
@@ -79,7 +80,8 @@ constexpr Function MkPmtSF{
     .calls = twin<qx::MkPmtSF<Payment>>,
     .help = "A payment, if its date lies in a period and between two dates",
     .args = {time_period(), life(), payment()},
-    .examples = {"MkPmtSF(2005, 12, 2005, 2005.5, 2005.25, 100) = 100", "MkPmtSF(2005, 12, 2005, 2005.5, 2005.5, 100) = 0"},
+    .examples = {"MkPmtSF(2005, 12, 2005, 2005.5, 2005.25, 100) = 100",
+                 "MkPmtSF(2005, 12, 2005, 2005.5, 2005.5, 100) = 0"},
     .see_also = "MkPmtsSF",
 };
 QX_EXPORT(MkPmtSF, 6);
@@ -114,7 +116,8 @@ constexpr Function MkPmtsLagX{
     .calls = twin<qx::MkPmtsLagX>,
     .help = "Sum of the payments of up to ten lists on the same dates that fall into a period when each is paid some "
             "months after its date",
-    .args = {time_period(), LagMonths(), payments(), lists_2_to_4(), lists_5_to_7(), lists_8_to_10(), measure(), bounds()},
+    .args = {time_period(), LagMonths(), payments(), lists_2_to_4(), lists_5_to_7(), lists_8_to_10(), measure(),
+             bounds()},
     .examples = {"MkPmtsLagX(2005, 12, 3, {2004.75;2005.75}, {10;20}, {1;2}) = 11"},
     .see_also = "MkPmtsLag,MkPmtsX",
 };
@@ -129,7 +132,9 @@ constexpr Function MkPmtsLagProf{
     .args = {time_period(),
              {"MonthsLag", "Months from the date of a payment to when each part of it is paid"},
              {"Proportions", "The parts, one for each lag; they need not sum to 1"},
-             payments(), measure(), bounds()},
+             payments(),
+             measure(),
+             bounds()},
     .examples = {"MkPmtsLagProf(2005, 3, {1;3}, {0.4;0.6}, 2005, 1000) ~ 400 1e-9"},
     .see_also = "MkPmtsLag",
 };
@@ -168,7 +173,8 @@ constexpr Function MkPmtsCats{
     .category = category,
     .calls = twin<qx::MkPmtsCats>,
     .help = "Sum of the payments of chosen categories whose dates lie in a period",
-    .args = {time_period(), payments(),
+    .args = {time_period(),
+             payments(),
              {"Categories", "The category of each payment, a number or a text"},
              optional("ChosenCategories", "The categories to include; all if neither they nor limits are given"),
              optional("Categories2", "A second category of each payment"),
@@ -177,7 +183,8 @@ constexpr Function MkPmtsCats{
                       "A sum of: 1 leave out what the first choice names, 2 leave out what the second names, 4 one of "
                       "the choices is enough",
                       "both choices must agree"),
-             bounds(), optional("CatMin", 0.0, "The least category to include, beside those chosen", "no limit"),
+             bounds(),
+             optional("CatMin", 0.0, "The least category to include, beside those chosen", "no limit"),
              optional("CatMax", 0.0, "The greatest category to include, beside those chosen", "no limit"),
              optional("CatMin2", 0.0, "The least category of the second kind to include", "no limit"),
              optional("CatMax2", 0.0, "The greatest category of the second kind to include", "no limit")},
@@ -192,13 +199,15 @@ constexpr Function MkPmtsSeq{
     .category = category,
     .calls = twin<qx::MkPmtsSeq>,
     .help = "Sum of the payments from one date of an annual sequence up to another, counted from a date",
-    .args = {TheDate("Date whose place in the sequence counts"), payments(),
-             {"SeqRelStart", "Where to start: 0 the last date of the sequence up to TheDate, 1 the next, -1 the one "
-                             "before"},
+    .args = {TheDate("Date to count from"),
+             payments(),
+             {"SeqRelStart",
+              "Where to start: 0 on TheDate, 1 on the next date of the sequence after it, -1 on the last "
+              "one before it, and so on"},
              {"SeqRelFinish", "Where to stop, counted in the same way; that day itself does not count"},
              AnnDateSeq("AnnualDateSeq")},
-    .examples = {"MkPmtsSeq(2005.3, {2005.1;2005.25;2005.4}, {10;20;40}, 0, 1, 4) = 60",
-                 "MkPmtsSeq(2005.3, {2005.1;2005.25;2005.4}, {10;20;40}, -1, 0, 4) = 10"},
+    .examples = {"MkPmtsSeq(2005.3, {2005.1;2005.25;2005.4}, {10;20;40}, 0, 1, 4) = 40",
+                 "MkPmtsSeq(2005.25, {2005.1;2005.25;2005.4}, {10;20;40}, -1, 0, 4) = 10"},
     .see_also = "MkPmts,MatchPmts",
 };
 QX_EXPORT(MkPmtsSeq, 6);
@@ -297,8 +306,9 @@ constexpr Function CarryNeg{
     .name = "CarryNeg",
     .category = category,
     .calls = core<qx::CarryNeg>,
-    .help = "A list of amounts in which a negative balance is not shown but carried forward and set against what follows, "
-            "as losses against profits",
+    .help =
+        "A list of amounts in which a negative balance is not shown but carried forward and set against what follows, "
+        "as losses against profits",
     .args = {Amounts()},
     .examples = {"CarryNeg({-100;60;80}) = {0,0,40}"},
     .see_also = "CarryPos",
@@ -309,8 +319,9 @@ constexpr Function CarryPos{
     .name = "CarryPos",
     .category = category,
     .calls = core<qx::CarryPos>,
-    .help = "A list of amounts in which a positive balance is not shown but carried forward and set against what follows, "
-            "as cash in hand against payments",
+    .help =
+        "A list of amounts in which a positive balance is not shown but carried forward and set against what follows, "
+        "as cash in hand against payments",
     .args = {Amounts()},
     .examples = {"CarryPos({100;-60;-80}) = {0,0,-40}"},
     .see_also = "CarryNeg",

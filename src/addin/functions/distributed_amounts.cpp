@@ -19,7 +19,8 @@ constexpr Function UniSpread{
     .calls = twin<qx::UniSpread>,
     .help = "Amount in a period of a total that is spread evenly between two dates, or the sum of several spreads",
     .args = {time_period(), streams("Total"), basis()},
-    .examples = {"UniSpread(2005, 12, 2005, 2007, 2400) ~ 1200 1e-9", "UniSpread(2005, 12, 2005, 2005, 2400) ~ 2400 1e-9",
+    .examples = {"UniSpread(2005, 12, 2005, 2007, 2400) ~ 1200 1e-9",
+                 "UniSpread(2005, 12, 2005, 2005, 2400) ~ 2400 1e-9",
                  "UniSpread(2005, 12, {2005;2004}, 2007, {2400;600}) ~ 1400 1e-9"},
     .see_also = "SCurve,GSpread,WeightSpread,Con",
 };
@@ -37,8 +38,8 @@ constexpr Function MultiUniSpread{
              basis()},
     .examples = {"MultiUniSpread(2005, 12, {2005;2004}, 2007, {2400;600}) ~ 1400 1e-9"},
     .see_also = "UniSpread",
-    .change = {69,
-               "See Change in Behaviour 69, Oct-03 :Function hidden: superceded (compatibly) by UniSpread", "UniSpread"},
+    .change = {69, "See Change in Behaviour 69, Oct-03 :Function hidden: superceded (compatibly) by UniSpread",
+               "UniSpread"},
 };
 QX_EXPORT(MultiUniSpread, 8);
 
@@ -52,6 +53,17 @@ constexpr Function UniSpreadGrow{
     .see_also = "UniSpread,SCurveGrow,Grow",
 };
 QX_EXPORT(UniSpreadGrow, 10);
+
+constexpr Function UniSpreadS{
+    .name = "UniSpreadS",
+    .category = category,
+    .calls = twin<qx::UniSpreadS>,
+    .help = "Amount in a period of a total that is spread between two dates by the weights of the seasons",
+    .args = {time_period(), uniform_spread(), seasons(), basis()},
+    .examples = {"UniSpreadS(2005, 6, 2005, 2007, 2400, {3;1}) ~ 900 1e-9"},
+    .see_also = "UniSpread,ConS",
+};
+QX_EXPORT(UniSpreadS, 10);
 
 constexpr Function SCurve{
     .name = "SCurve",

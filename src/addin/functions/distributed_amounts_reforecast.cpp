@@ -18,7 +18,9 @@ constexpr ArgumentGroup history() {
             optional("PmtsHistory", "The payments made so far; zeros at the end do not count")};
 }
 constexpr ArgumentGroup recurring() {
-    return {Start(), Finish(), AbsFinish(),
+    return {Start(),
+            Finish(),
+            AbsFinish(),
             {"Totals", "The amount of each repetition in turn; the last one serves for all that follow"}};
 }
 
