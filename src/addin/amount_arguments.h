@@ -57,8 +57,8 @@ constexpr ArgumentGroup distributed_spread() {
             {"MidPoint", "Date of the distribution's middle: its mode, or its mean"},
             Finish(),
             Total(),
-            {"DistType", "1 uniform, 2 triangular, 3 double triangular, 4 normal, 5 lognormal; the last two leave 1% "
-                         "outside at either end"}};
+            {"DistType", "1 uniform, 2 triangular, 3 double triangular, 4 normal, 5 lognormal; the last two pay the 1% "
+                         "outside their points on Start and Finish"}};
 }
 constexpr ArgumentGroup cumulative_spread() {
     return {

@@ -34,7 +34,17 @@ Span widened(const Life& life, const Basis& basis) {
     return span;
 }
 
+namespace {
+
+/// A total that accrues at once, under cash: one payment, if need be with delay.
+double paid_at_once(const timeperiod& Time, const date& when, double Total, const Basis& basis) {
+    return payment_in(Time, when.plusdays(payment_delay(basis.ProjMode)), Total);
+}
+
+} // namespace
+
 double UniformSpread::in(const Routine& here, const timeperiod& Time, const Basis& basis) const {
+    if (Start == Finish && basis.cash()) return paid_at_once(Time, Start, Total, basis);
     const Span span = widened({Start, Finish}, basis);
     timeperiod period = Time;
     if (!screen_period(here, period, span, basis)) return 0.0;
@@ -110,6 +120,7 @@ double round_if_close(double value) {
 double WeightedSpread::in(const Routine& here, const timeperiod& Time, const Basis& basis) const {
     const int count = Weights.size();
     if (count == 0 || Start > Finish) return 0.0;
+    if (Start == Finish) return UniformSpread{Start, Finish, Total}.in(here, Time, basis);
     const double length = round_if_close(diffmonths(Start, Finish, basis.DayCount, basis.Periods) / count);
     here.info("Length of a slice in months=", length);
     // Each slice may be rounded by less than a day, and the last one end by as much after Finish.
@@ -136,8 +147,9 @@ double sum_dated_slices(const Routine& here, const timeperiod& Time, const Life&
     if (weights.size() > count)
         here.fail<inputrangelength2>("Weights", "There are ", weights.size(), " weights for ", count, " dates");
     if (weights.empty()) return 0.0;
+    if (life.Start == life.Finish) return UniformSpread{life.Start, life.Finish, Total}.in(here, Time, basis);
     timeperiod period = Time;
-    if (!screen_period(here, period, widened(life, basis), basis)) return 0.0;
+    if (!screen_period(here, period, life, basis)) return 0.0;
     return sum_slices(here, period, Total, weights, count, basis, slice);
 }
 
@@ -300,7 +312,8 @@ double UniSpreadS(const timeperiod& Time, const UniformSpread& spread, const Sea
     Routine here{"UniSpreadS"};
     here.inputs(Time, spread, seasons, basis);
     basis.check(here);
-    const Span span = widened({spread.Start, spread.Finish}, basis);
+    if (spread.Start == spread.Finish) return here.returning(spread.in(here, Time, basis));
+    const Life span{spread.Start, spread.Finish};
     const double years = con_seasonal({span.Start, span.Finish}, span, 1.0, seasons, basis.accruals());
     const double rate = safe_divide(spread.Total, years);
     here.info("Calculated Annual Rate=", rate);

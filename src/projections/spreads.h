@@ -102,8 +102,8 @@ struct TWeightedSpread {
 
 inline constexpr Limits distribution_limits{0, 10};
 
-/// By the probability of a distribution over date numbers (CumProb), of which a normal one leaves 1% outside at either
-/// end.
+/// By the probability of a distribution over date numbers (CumProb); a normal one pays the 1% outside its points at
+/// either end.
 struct DistributedSpread {
     using takes = Takes<date, date, date, double, int>;
     const date& Start;
