@@ -24,6 +24,9 @@ AIMS = {  # nanoseconds
     "day count 2.03, actual/360 with actual/365 stubs": 200,
     "day count": 15,  # all others
     "internal rate of return of 60 dated flows": 3e3,
+    "UniSpread of one period": 200,
+    "SCurve of one period": 200,
+    "MkPmts of 100 payments": 300,
     "50,000 mixed cells recalculated": 50e6,
     "library opened, all rows registered, and closed": 20e6,
     "trace of 1,000,000 items, the file beside": 400e6,

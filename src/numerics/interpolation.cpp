@@ -21,10 +21,8 @@ struct Curve {
 template <class X>
 class Table {
   public:
-    Table(const Routine& here, Range<X>& places, Range<double>& values) : places_(places), values_(values) {
-        places.trailingblanksize();
-        values.trailingblanksize();
-        places.checksamesize(values);
+    /// Of two lists of equal length.
+    Table(const Routine& here, View<X> places, View<double> values) : places_(places), values_(values) {
         if (places.size() == 0) here.fail<errlibinsuffrange>(places.name());
         const Direction direction = places.thisdirection();
         if (direction == mixed)
@@ -54,10 +52,19 @@ class Table {
   private:
     int at(int i) const { return falls_ ? size() + 1 - i : i; }
 
-    const Range<X>& places_;
+    View<X> places_;
     View<double> values_;
     bool falls_ = false;
 };
+
+/// The table of two lists as they come from cells.
+template <class X>
+Table<X> table_of(const Routine& here, Range<X>& places, Range<double>& values) {
+    places.trailingblanksize();
+    values.trailingblanksize();
+    places.checksamesize(values);
+    return {here, places, values};
+}
 
 // The slope of the cubic at point i, from the lines before and after it; at an end or a jump one stands for both.
 template <class X>
@@ -120,7 +127,7 @@ double on_curve(const Routine& here, const Table<X>& table, double place, const 
 
 template <class X>
 double interp(const Routine& here, Range<X>& places, Range<double>& values, const X& at, double OnErrorN) {
-    const Table<X> table(here, places, values);
+    const Table<X> table = table_of(here, places, values);
     const double place = place_of(at);
     if (place < table.x(1) - tolerance || place > table.x(table.size()) + tolerance) {
         if (OnErrorN == no_fallback)
@@ -134,7 +141,7 @@ double interp(const Routine& here, Range<X>& places, Range<double>& values, cons
 
 template <class X>
 double collared(const Routine& here, Range<X>& places, Range<double>& values, const X& at) {
-    const Table<X> table(here, places, values);
+    const Table<X> table = table_of(here, places, values);
     const double low = table.x(1), high = table.x(table.size());
     const double place = place_of(at);
     return on_curve(here, table, place > high ? high : place < low ? low : place, Curve{});
@@ -143,7 +150,7 @@ double collared(const Routine& here, Range<X>& places, Range<double>& values, co
 template <class X>
 double interpolated(Routine& here, Range<X>& places, Range<double>& values, double place, int InterpType,
                     double Tension, double Bias) {
-    const Table<X> table(here, places, values);
+    const Table<X> table = table_of(here, places, values);
     return on_curve(here, table, place, {InterpType, Tension, Bias});
 }
 
@@ -216,6 +223,12 @@ double Interpolate(Range<double>& InputRange, Range<double>& OutputRange, double
     if (XMin > XMax) here.fail<errlibnonsenseinputs>("XMin", "XMin is above XMax");
     const double place = InputValue > XMax ? XMax : InputValue < XMin ? XMin : InputValue;
     return here.returning(interpolated(here, InputRange, OutputRange, place, InterpType, Tension, Bias));
+}
+
+double interpolate(View<double> places, View<double> values, double place, int InterpType, double Tension,
+                   double Bias) {
+    Routine here{"interpolate", Routine::internal};
+    return here.returning(on_curve(here, Table<double>(here, places, values), place, {InterpType, Tension, Bias}));
 }
 
 double InterpolateDate(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate, int InterpType,

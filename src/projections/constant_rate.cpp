@@ -1,43 +1,18 @@
 #include "projections/constant_rate.h"
 
+#include "projections/periodic.h"
+
 #include "calendar/seasons.h"
 
 #include <cmath>
 
 namespace qx {
 
-namespace {
-
-/// The sum of a stream's repetitions that can reach into a period: ConPer and its like.
-template <class Amount>
-double sum_repetitions(Routine& here, const timeperiod& Time, const Life& life, const date& AbsFinish,
-                       View<double> AnnualRates, int Periodicity, Amount amount) {
-    constexpr int most_repetitions = 100;
-    if (!runs_forward(here, Time)) return 0.0;
-    if (life.Start >= Time.to() || Time.from() >= AbsFinish || life.Start >= AbsFinish) {
-        here.info("Start Date outside timeperiod or exceeds Absolute Finish, returning zero");
-        return 0.0;
-    }
-    const double months = life.Finish.months() - life.Start.months();
-    double sum = 0.0;
-    int n = 0;
-    for (date start = life.Start; n < most_repetitions && start < AbsFinish && start < Time.to();) {
-        const date finish = start.plusmonths(months);
-        const TraceBlock pass = here.pass(++n, "From ", start, " to ", finish);
-        sum += amount(Life{start, finish}, AnnualRates.entry(n));
-        start = life.Start.plusmonths(n * Periodicity, true);
-    }
-    if (n >= most_repetitions) here.fail<errlibmaxrevs>("Periodicity");
-    return sum;
-}
-
 timeperiod period_in_years(double Time, double BaseYrs) {
     timeperiod period{FunctionContext("timeperiod", "Time")};
     period.settime_in_years(Time, BaseYrs);
     return period;
 }
-
-} // namespace
 
 // --- Screening -----------------------------------------------------------------------------------------------------------
 

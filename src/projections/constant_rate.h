@@ -20,6 +20,8 @@ void check_reviews(Routine& here, int RevMonths, const char* name = "RevMonthsOp
 void check_forecast(Routine& here, const Basis& basis, const Forecast& forecast, int RevMonthsOpt,
                     const char* base = "FcstBase", const char* months = "RevMonthsOpt");
 
+/// The period of a compatibility function, whose length is in years.
+timeperiod period_in_years(double Time, double BaseYrs);
 /// False, with a note in the trace, if a period ends before it starts.
 bool runs_forward(const Routine& here, const timeperiod& period);
 /// False, with a note, if nothing of a stream can accrue in a period: it ends before it starts, or lies outside.

@@ -154,7 +154,7 @@ double FInterestM(const timeperiod& Time, View<date> FromDatesInt, View<double> 
 
     if ((Options & ignore_overrides) == 0 && IntOverRideDates.size() > 0 && Time.from() >= IntOverRideDates.get(1) &&
         Time.to() <= IntOverRideDates.last()) {
-        const double override_amount = MkPmts(Time, IntOverRideDates, IntOverRide);
+        const double override_amount = MkPmts(Time, {IntOverRideDates, IntOverRide});
         if ((Options & zero_is_no_override) == 0 || !iszero(override_amount)) {
             here.info("Applying Interest OverRide of ", override_amount, " at timeperiod ", Time);
             return here.returning(override_amount);
