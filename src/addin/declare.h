@@ -165,9 +165,8 @@ struct Parameters<TypeList<P...>> {
     /// Converts the cells into the slots from part `first` on, from left to right.
     template <std::size_t first, std::size_t past = count>
     static void input(Frame& frame) {
-        [&]<std::size_t... I>(std::index_sequence<I...>) {
-            (frame.input(slot<first + I>()), ...);
-        }(std::make_index_sequence<past - first>{});
+        [&]<std::size_t... I>(std::index_sequence<I...>) { (frame.input(slot<first + I>()), ...); }
+        (std::make_index_sequence<past - first>{});
     }
     /// The parameter of type A whose first part is number I.
     template <class A, std::size_t I>
@@ -298,9 +297,8 @@ struct TwinThunk<routine, at> {
 
   private:
     static double call(const One& one) {
-        return [&]<std::size_t... I>(std::index_sequence<I...>) {
-            return routine(parameter<I>(one)...);
-        }(std::index_sequence_for<P...>{});
+        return [&]<std::size_t... I>(std::index_sequence<I...>) { return routine(parameter<I>(one)...); }
+        (std::index_sequence_for<P...>{});
     }
     template <std::size_t I>
     static decltype(auto) parameter(const One& one) {
@@ -320,8 +318,8 @@ inline constexpr Calls core = declaring::Thunk<routine>::calls();
 /// The calls of a routine of a time period, a date or a number that has an array twin; `at` tells which of the
 /// parameters that is.
 template <auto routine, std::size_t at = 0>
-inline constexpr Calls twin =
-    declaring::TwinThunk<routine, at>::Inputs::calls(&declaring::TwinThunk<routine, at>::run, false);
+inline constexpr Calls twin = declaring::TwinThunk<routine, at>::Inputs::calls(&declaring::TwinThunk<routine, at>::run,
+                                                                               false);
 
 /// The calls of a function that only calls a newer one, which takes the same arguments: after its `.change` note in
 /// the trace. `twin_alias_of` for one with an array twin.

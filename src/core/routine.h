@@ -243,7 +243,9 @@ class Routine {
     }
     template <class T>
     void input_if_given(int& cell, const T& value) {
-        if (!value.is_missing()) named_argument(declared_name(cell), value);
+        bool given = true;
+        if constexpr (requires { value.is_missing(); }) given = !value.is_missing();
+        if (given) named_argument(declared_name(cell), value);
         ++cell;
     }
     std::string_view declared_name(int cell) const {

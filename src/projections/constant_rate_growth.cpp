@@ -75,9 +75,9 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
                                            stubbed ? codes.with_end() : basis.DayCount, ComponentPart));
     }
     const date& flat_to = std::min(growth.dates.first(), life.Finish);
-    const double flat_count = !stubbed                                           ? basis.DayCount
+    const double flat_count = !stubbed                                          ? basis.DayCount
                               : periods(growth.dates.first(), life.Finish) >= 1 ? codes.core
-                                                                                 : codes.with_end();
+                                                                                : codes.with_end();
     double amount = at(InitialAnnRate, life.Start, initial_to, initial_count, first_stub);
     amount += at(MktAnnRate, initial_to, flat_to, flat_count, ComponentPart);
 
@@ -104,16 +104,15 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
         const date& to = std::min(next, std::min(period.to(), life.Finish));
         const date& from = std::max(std::max(life.Start, FirstReview), std::max(period.from(), grows_from));
         if (to <= from) continue;
-        const date next_rev = FirstReview >= grows_from
-                                  ? FirstReview
-                                  : next_review(grows_from, FirstReview, RevMonthsOpt, false).when;
+        const date next_rev =
+            FirstReview >= grows_from ? FirstReview : next_review(grows_from, FirstReview, RevMonthsOpt, false).when;
         date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt, false).when;
         if (last_rev.iszero()) last_rev = next_rev;
-        const double passing = compounds ? GrowFromTo(GrowthBaseDate, last_rev, MktAnnRate, growth,
-                                                      growth_exponential, 0, measure)
-                                         : InitialAnnRate;
+        const double passing =
+            compounds ? GrowFromTo(GrowthBaseDate, last_rev, MktAnnRate, growth, growth_exponential, 0, measure)
+                      : InitialAnnRate;
         const bool goes_on = periods(to, life.Finish) >= 1;
-        const double day_count = !goes_on                         ? codes.with_end()
+        const double day_count = !goes_on                       ? codes.with_end()
                                  : periods(life.Start, to) >= 1 ? codes.core
                                                                 : codes.with_start();
         amount += SumEGStepMktFT(period, market, passing, growth.rates(n), grows_from, *base, next_rev, from, to,
@@ -142,8 +141,8 @@ double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, 
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
     return here.returning(SumEGStepMktFT(period, MktAnnRate, InitialAnnRate, GrowthRatePA, life.Start, GrowFrom,
-                                         life.Start, period.from(), period.to(), basis.DayCount, basis.Periods,
-                                         RevMos, false));
+                                         life.Start, period.from(), period.to(), basis.DayCount, basis.Periods, RevMos,
+                                         false));
 }
 
 double con_grow(const timeperiod& Time, const Life& life, double AnnualRate, const Growth& growth, int RevMonthsOpt,

@@ -271,10 +271,10 @@ double FLevelsCombine(const date& TheDate, int CombineSwitch, const FromSteps& s
     return here.returning(Levels(TheDate, FromSteps{steps.Finish, merged_dates}, View<double>(merged_levels)));
 }
 
-double Bal(const date& TheDate, const Range<date>& AdvanceDates, const Range<double>& NetAdvances) {
+double Bal(const date& TheDate, View<date> AdvanceDates, View<double> NetAdvances) {
     Routine here{"Bal"};
     here.inputs(TheDate, AdvanceDates, NetAdvances);
-    return here.returning(MkPmts({date(), TheDate.plusdays(1)}, AdvanceDates, NetAdvances));
+    return here.returning(MkPmts({date(), TheDate.plusdays(1)}, Payments{AdvanceDates, NetAdvances}));
 }
 
 // --- Levels in a period ----------------------------------------------------------------------------------------------

@@ -67,7 +67,7 @@ double FLevelsCombine(const date& TheDate, int CombineSwitch, const FromSteps& s
                       const SteppedRates& second, const SteppedRates& third, const SteppedRates& fourth);
 
 /// A balance: the sum of the net advances dated on or before TheDate.
-double Bal(const date& TheDate, const Range<date>& AdvanceDates, const Range<double>& NetAdvances);
+double Bal(const date& TheDate, View<date> AdvanceDates, View<double> NetAdvances);
 
 // --- Levels in a period: ALevel, FALevels and TALevels, and so on
 // -----------------------------------------------------

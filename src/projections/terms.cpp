@@ -4,8 +4,6 @@
 
 namespace qx {
 
-QX_WORK_LIST_STORAGE(date);
-
 bool Basis::cash() const { return iscash(ProjMode); }
 
 Measure any_measure() {

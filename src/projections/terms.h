@@ -118,6 +118,4 @@ struct Streams {
     }
 };
 
-QX_WORK_LISTS(date, 8);
-
 } // namespace qx

@@ -75,7 +75,8 @@ TEST(Levels, BecomeOneNumberBySwitch) {
     const date finish(2006.5);
     const AnnualSequence quarters(4);
     const auto level = [&](double start, double end, int choice) {
-        return ALevels(timeperiod(date(start), date(end)), FromSteps{finish, from}, View<double>(levels), choice, {5.0, quarters});
+        return ALevels(timeperiod(date(start), date(end)), FromSteps{finish, from}, View<double>(levels), choice,
+                       {5.0, quarters});
     };
     EXPECT_NEAR(level(2005, 2006, level_average), 20.0, 1e-12);
     EXPECT_NEAR(level(2005.25, 2005.75, level_of_ends), 20.0, 1e-12);
