@@ -238,7 +238,7 @@ int calculate(const CalcOptions& options) {
     std::string bytes = files::read_file(options.file);
     std::optional<Document> opened;
     try {
-        opened.emplace(options.file, std::move(bytes));
+        opened.emplace(options.file, std::move(bytes), options.keep_values);
     } catch (const FileError& error) {
         throw FileError(options.file + ": " + error.what());
     }

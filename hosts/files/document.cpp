@@ -20,7 +20,8 @@ std::string ending_of(std::string_view name) {
     return sheet::lower_case(name.substr(point + 1));
 }
 
-Document::Document(std::string file_name, std::string bytes) : name(std::move(file_name)), bytes_(std::move(bytes)) {
+Document::Document(std::string file_name, std::string bytes, bool with_last_values)
+    : name(std::move(file_name)), bytes_(std::move(bytes)) {
     type_ = type_of(bytes_);
     const std::string ending = ending_of(name);
     const bool named_csv = ending == "csv" || ending == "txt" || ending == "tsv";
@@ -34,7 +35,7 @@ Document::Document(std::string file_name, std::string bytes) : name(std::move(fi
     if (type_ == FileType::csv)
         load_csv();
     else
-        load_model();
+        load_model(with_last_values);
 }
 
 void Document::load_csv() {
@@ -44,7 +45,7 @@ void Document::load_csv() {
 
 void Document::note_problem(CellAddress cell, std::string message) { notes.push_back({place(cell), std::move(message)}); }
 
-void Document::load_model() {
+void Document::load_model(bool with_last_values) {
     model_ = read_workbook(bytes_);
     for (std::uint16_t i = 0; i < model_.sheets.size(); ++i) {
         if (i == 0) book.rename_sheet(0, model_.sheets[0].name);
@@ -57,7 +58,13 @@ void Document::load_model() {
             notes.push_back({defined.name, std::string("the name is not understood: ") + error.what()});
         }
     std::vector<Value> texts(model_.texts.size()); // each is shared by all cells that show it
-    for (std::uint16_t i = 0; i < model_.sheets.size(); ++i) load(i, model_.sheets[i], texts);
+    for (std::uint16_t i = 0; i < model_.sheets.size(); ++i) {
+        load(i, model_.sheets[i], texts);
+        if (with_last_values) continue;
+        for (const Cell& cell : model_.sheets[i].cells) // what is in the workbook now
+            if (cell.formula != 0) std::string().swap(model_.texts[cell.formula]);
+        std::vector<Cell>().swap(model_.sheets[i].cells);
+    }
 }
 
 Value Document::value_of(const Cell& cell, std::vector<Value>& texts) const {

@@ -23,7 +23,7 @@ class Document {
   public:
     /// Reads a workbook of the type that its bytes show. Throws FileError if they are none, or if the name says that
     /// they are something else.
-    Document(std::string name, std::string bytes);
+    Document(std::string name, std::string bytes, bool with_last_values = false);
 
     sheet::Workbook book;
     const std::string name;
@@ -35,7 +35,8 @@ class Document {
     /// What the file holds beside cells, as "charts".
     const std::vector<std::string>& not_kept() const { return model_.not_kept; }
 
-    /// Puts the file's own last values into the cells that cannot be calculated. Returns these cells.
+    /// Puts the file's own last values into the cells that cannot be calculated, if it was read with them. Returns
+    /// these cells.
     std::vector<sheet::CellAddress> keep_values();
     /// Puts what a user enters, "5e6" or "=B2*2", into a cell. Throws sheet::FormulaError.
     void enter(sheet::CellAddress cell, std::string_view text);
@@ -55,7 +56,7 @@ class Document {
 
   private:
     void load_csv();
-    void load_model();
+    void load_model(bool with_last_values);
     void load(std::uint16_t sheet, const SheetModel& from, std::vector<sheet::Value>& texts);
     sheet::Value value_of(const Cell& cell, std::vector<sheet::Value>& texts) const;
     void note_problem(sheet::CellAddress cell, std::string message);

@@ -68,18 +68,27 @@ SheetModel& ModelBuilder::add_sheet(std::string_view name) {
     return model.sheets.back();
 }
 
-std::uint32_t ModelBuilder::text(std::string_view bytes) {
-    if (bytes.empty()) return 0;
-    constexpr std::size_t worth_sharing = 64;
-    std::string valid = sheet::valid_utf8(bytes.substr(0, 4 * longest_text));
-    if (valid.size() <= worth_sharing)
-        if (const auto found = short_texts_.find(valid); found != short_texts_.end()) return found->second;
-    bytes_ += valid.size();
+std::uint32_t ModelBuilder::keep(std::string text) {
+    bytes_ += text.size();
     if (bytes_ > most_text) throw FileError("the texts of the file need more than 512 MB");
-    const auto index = static_cast<std::uint32_t>(model.texts.size());
-    if (valid.size() <= worth_sharing && short_texts_.size() < 100000) short_texts_.emplace(valid, index);
-    model.texts.push_back(std::move(valid));
+    model.texts.push_back(std::move(text));
+    return static_cast<std::uint32_t>(model.texts.size() - 1);
+}
+
+std::uint32_t ModelBuilder::text(std::string_view bytes) {
+    constexpr std::size_t worth_sharing = 64, most_shared = 100000;
+    if (bytes.empty()) return 0;
+    std::string valid = sheet::valid_utf8(bytes.substr(0, 4 * longest_text));
+    if (valid.size() > worth_sharing) return keep(std::move(valid));
+    if (const auto found = short_texts_.find(valid); found != short_texts_.end()) return found->second;
+    if (short_texts_.size() == most_shared) return keep(std::move(valid));
+    const std::uint32_t index = keep(valid);
+    short_texts_.emplace(std::move(valid), index);
     return index;
+}
+
+std::uint32_t ModelBuilder::formula(std::string_view bytes) {
+    return bytes.empty() ? 0 : keep(sheet::valid_utf8(bytes.substr(0, 4 * longest_text)));
 }
 
 std::uint16_t ModelBuilder::format(std::string_view code) {

@@ -93,7 +93,8 @@ class ModelBuilder {
 
     SheetModel& add_sheet(std::string_view name);
     SheetModel& sheet() { return model.sheets.back(); }
-    std::uint32_t text(std::string_view bytes);
+    std::uint32_t text(std::string_view bytes);    ///< short ones are shared
+    std::uint32_t formula(std::string_view bytes); ///< of one cell
     std::uint16_t format(std::string_view code);
     void add(const Cell& cell);
     void note(sheet::CellAddress cell, std::string message); ///< about a cell of the last sheet
@@ -101,6 +102,8 @@ class ModelBuilder {
     void not_kept(std::string_view what);
 
   private:
+    std::uint32_t keep(std::string text);
+
     std::size_t cells_ = 0, bytes_ = 0;
     std::unordered_map<std::string, std::uint32_t> short_texts_;
     std::unordered_map<std::string, std::uint16_t> formats_;

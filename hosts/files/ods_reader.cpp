@@ -189,7 +189,7 @@ class Content : public XmlHandler {
         std::string formula;
         if (!formula_.empty()) {
             formula = from_openformula(formula_);
-            cell.formula = builder_.text(formula);
+            cell.formula = builder_.formula(formula);
         }
         if (array_rows_ > 0 && array_columns_ > 0 && cell.formula != 0) {
             const Area area(sheet_number(), row_, cell.column, std::min(row_ + array_rows_, sheet::max_rows) - 1,
@@ -201,7 +201,7 @@ class Content : public XmlHandler {
         for (std::uint32_t column = first; column < end; ++column) {
             cell.column = static_cast<std::uint16_t>(column);
             if (column > first && !formula.empty()) // the same formula seen from the next column
-                cell.formula = builder_.text(sheet::moved_formula(formula, 0, column - first));
+                cell.formula = builder_.formula(sheet::moved_formula(formula, 0, column - first));
             builder_.add(cell);
         }
     }
@@ -215,7 +215,7 @@ class Content : public XmlHandler {
             for (std::size_t i = row_start_; i < row_end; ++i) {
                 Cell cell = builder_.sheet().cells[i];
                 if (cell.formula != 0)
-                    cell.formula = builder_.text(
+                    cell.formula = builder_.formula(
                         sheet::moved_formula(builder_.model.texts[cell.formula], row - row_, 0));
                 cell.row = row;
                 builder_.add(cell);

@@ -22,6 +22,9 @@ Model read_model(std::string_view bytes);
 Model read_xlsx(Archive& archive);
 Model read_ods(Archive& archive);
 
+/// True if a text begins with the sign, as _x000D_, by which .xlsx files hold a character that XML cannot.
+bool is_escape(std::string_view text);
+
 /// The calculated value of a formula's cell, or what a changed cell now holds; false to leave the cell as it is.
 using Results = std::function<bool(std::size_t sheet, sheet::CellAddress cell, Cell& value, std::string& text)>;
 

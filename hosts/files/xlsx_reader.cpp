@@ -95,14 +95,15 @@ std::string workbook_part(Archive& archive) {
 
 // --- Texts and styles -----------------------------------------------------------------------------------------------
 
-/// _x000D_ stands for a character that XML cannot hold.
+/// A text with the characters for which _x000D_ and its like stand; _x005F_ is an underscore in front of what only looks
+/// like one.
 std::string unescaped(std::string_view text) {
     std::string result;
     for (std::size_t at = 0; at < text.size();) {
-        unsigned code = 0;
-        if (text.size() - at >= 7 && text.substr(at, 2) == "_x" && text[at + 6] == '_') {
-            const char* const digits = text.data() + at + 2;
-            if (std::from_chars(digits, digits + 4, code, 16).ptr == digits + 4 && code < 0x80 && code != 0) {
+        if (is_escape(text.substr(at))) {
+            unsigned code = 0;
+            std::from_chars(text.data() + at + 2, text.data() + at + 6, code, 16);
+            if (code > 0 && code < 0x80) {
                 result += static_cast<char>(code);
                 at += 7;
                 continue;
@@ -403,7 +404,7 @@ class SheetPart : public XmlHandler {
         } else if (formula_type_ == "array" && area_ && !formula_.empty()) {
             add_array();
         } else if (!formula_.empty()) {
-            cell_.formula = builder_.text(from_xlsx(formula_));
+            cell_.formula = builder_.formula(from_xlsx(formula_));
         }
         if (cell_.kind != Kind::blank || cell_.formula != 0) builder_.add(cell_);
     }
@@ -412,19 +413,19 @@ class SheetPart : public XmlHandler {
     void use_shared() {
         if (!formula_.empty()) {
             shared_formulas_[shared_] = {address(), from_xlsx(formula_)};
-            cell_.formula = builder_.text(shared_formulas_[shared_].formula);
+            cell_.formula = builder_.formula(shared_formulas_[shared_].formula);
             return;
         }
         const auto found = shared_formulas_.find(shared_);
         if (found == shared_formulas_.end())
             return builder_.note(address(), "its shared formula is not in the file; the file's value is kept");
         const SharedFormula& shared = found->second;
-        cell_.formula = builder_.text(sheet::moved_formula(shared.formula, std::int64_t{cell_.row} - shared.first.row,
+        cell_.formula = builder_.formula(sheet::moved_formula(shared.formula, std::int64_t{cell_.row} - shared.first.row,
                                                            std::int64_t{cell_.column} - shared.first.column));
     }
 
     void add_array() {
-        const std::uint32_t formula = builder_.text(from_xlsx(formula_));
+        const std::uint32_t formula = builder_.formula(from_xlsx(formula_));
         if (area_->first_row != cell_.row || area_->first_column != cell_.column)
             return builder_.note(address(), "its array formula is for other cells; the file's value is kept");
         cell_.formula = formula;
@@ -471,6 +472,13 @@ void note_parts(Archive& archive, ModelBuilder& builder) {
 }
 
 } // namespace
+
+bool is_escape(std::string_view text) {
+    return text.size() >= 7 && text.starts_with("_x") && text[6] == '_' &&
+           std::all_of(text.begin() + 2, text.begin() + 6, [](char c) {
+               return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+           });
+}
 
 Model read_xlsx(Archive& archive) {
     ModelBuilder builder;
@@ -573,13 +581,14 @@ class ValueWriter : public XmlHandler {
 
     static std::string escaped(std::string_view text) {
         std::string result;
-        for (const char c : text) {
+        for (std::size_t at = 0; at < text.size(); ++at) {
+            const char c = text[at];
+            char code[8];
             if (c == '<') result += "&lt;";
             else if (c == '>') result += "&gt;";
             else if (c == '&') result += "&amp;";
             else if (c == '"') result += "&quot;";
-            else if (static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t') {
-                char code[8];
+            else if ((static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t') || is_escape(text.substr(at))) {
                 std::snprintf(code, sizeof code, "_x%04X_", static_cast<unsigned>(c) & 0xFFu);
                 result += code;
             } else result += c;

@@ -73,6 +73,16 @@ Cell shown(const Value& value, std::string& text) {
     return cell;
 }
 
+/// libxlsxwriter writes a control character as _x0001_, and leaves what already looks like one to its caller.
+std::string with_escapes_kept(std::string text) {
+    for (std::size_t at = 0; (at = text.find("_x", at)) != std::string::npos; ++at)
+        if (is_escape(std::string_view(text).substr(at))) {
+            text.insert(at, "_x005F");
+            at += 6;
+        }
+    return text;
+}
+
 class XlsxWriter {
   public:
     XlsxWriter(Document& document, const std::vector<Chart>& charts) : document_(document), charts_(charts) {}
@@ -146,15 +156,16 @@ class XlsxWriter {
         const lxw_col_t column = at.column;
         const std::string place = document_.place(at);
         if (leads) {
-            const std::string text = "=" + to_xlsx(formula->text);
             Area array;
             const bool fixed = document_.book.is_array_formula(at, array);
+            const bool many = fixed || !filled.is_cell(); // libxlsxwriter expects these in braces
+            const std::string text = (many ? "{=" : "=") + to_xlsx(formula->text) + (many ? "}" : "");
             const double number = value.is_number() ? value.number() : 0.0;
             if (fixed)
                 check(worksheet_write_array_formula_num(sheet, array.first_row, array.first_column, array.last_row,
                                                         array.last_column, text.c_str(), style, number),
                       place);
-            else if (!filled.is_cell())
+            else if (many)
                 check(worksheet_write_dynamic_array_formula_num(sheet, filled.first_row, filled.first_column,
                                                                 filled.last_row, filled.last_column, text.c_str(), style,
                                                                 number),
@@ -193,7 +204,7 @@ class XlsxWriter {
             check(worksheet_write_string(sheet, at.row, at.column, " ", style), place);
             special_.insert({at.sheet, at.row, at.column});
         } else {
-            check(worksheet_write_string(sheet, at.row, at.column, text.c_str(), style), place);
+            check(worksheet_write_string(sheet, at.row, at.column, with_escapes_kept(text).c_str(), style), place);
         }
     }
 
