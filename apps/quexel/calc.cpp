@@ -17,6 +17,7 @@
 #include <iostream>
 #include <optional>
 #include <unistd.h>
+#include <unordered_set>
 
 namespace qx::app {
 
@@ -161,10 +162,16 @@ void tell(const Document& document) {
         std::cerr << document.name << ": " << (note.where.empty() ? "" : note.where + ": ") << note.message << '\n';
 }
 
-/// The list of the cells that show errors: cell, error, reason, and where it came from.
+/// The list of the cells that show errors: cell, error, reason, and where it came from. Those of which the notes tell
+/// are not told again.
 void tell_errors(Document& document) {
     constexpr std::size_t most = 100;
-    const std::vector<sheet::CellError> errors = document.book.errors();
+    std::unordered_set<std::string> told;
+    for (const files::Note& note : document.notes) told.insert(note.where);
+    std::vector<sheet::CellError> errors = document.book.errors();
+    std::erase_if(errors, [&](const sheet::CellError& error) {
+        return error.origin == error.cell && told.contains(document.place(error.cell));
+    });
     for (std::size_t i = 0; i < std::min(errors.size(), most); ++i) {
         const sheet::CellError& error = errors[i];
         std::cerr << document.name << ": " << document.place(error.cell) << ": " << sheet::error_text(error.code) << ": "

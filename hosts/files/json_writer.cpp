@@ -28,10 +28,9 @@ std::string json_text(const Value& value, bool dates) {
     case Type::text:
         return json_string(value.text());
     case Type::error: {
-        std::string text = std::string("{\"error\":\"") + sheet::error_text(value.error()) + "\"";
         const std::string_view reason = value.reason();
-        if (!reason.empty()) text += ",\"reason\":" + json_string(reason);
-        return text + "}";
+        return std::string("{\"error\":\"") + sheet::error_text(value.error()) + "\",\"reason\":" +
+               json_string(reason.empty() ? sheet::error_meaning(value.error()) : reason) + "}";
     }
     case Type::uncalculated:
         return "{\"uncalculated\":true}";
