@@ -128,8 +128,10 @@ void print_sheets(Document& document, const CalcOptions& options) {
         const std::string title = sheet::valid_utf8(document.book.sheet_name(number));
         if (!first) std::cout << '\n';
         first = false;
-        if (options.output == Output::markdown) std::cout << "## " << title << "\n\n";
-        else std::cout << title << '\n' << std::string(sheet::character_count(title), '=') << '\n';
+        if (options.output == Output::markdown)
+            std::cout << "## " << title << "\n\n";
+        else
+            std::cout << title << '\n' << std::string(sheet::character_count(title), '=') << '\n';
         print_sheet(document, number, options);
     }
 }
@@ -174,8 +176,8 @@ void tell_errors(Document& document) {
     });
     for (std::size_t i = 0; i < std::min(errors.size(), most); ++i) {
         const sheet::CellError& error = errors[i];
-        std::cerr << document.name << ": " << document.place(error.cell) << ": " << sheet::error_text(error.code) << ": "
-                  << sheet::valid_utf8(error.reason);
+        std::cerr << document.name << ": " << document.place(error.cell) << ": " << sheet::error_text(error.code)
+                  << ": " << sheet::valid_utf8(error.reason);
         if (error.origin != error.cell) std::cerr << ", from " << document.place(error.origin);
         std::cerr << '\n';
     }
@@ -199,7 +201,8 @@ void write_results(Document& document, const std::vector<files::Chart>& charts, 
         } else if (!charts.empty()) {
             throw FileError("charts are drawn in a new file; give --out FILE.xlsx");
         } else if (!as_same_xlsx(document, bytes)) {
-            throw FileError("a cell to be filled is not in the file, or a formula was set; --out FILE.xlsx writes a new one");
+            throw FileError(
+                "a cell to be filled is not in the file, or a formula was set; --out FILE.xlsx writes a new one");
         }
         return files::write_file(options.file, bytes);
     }
@@ -212,9 +215,11 @@ void write_results(Document& document, const std::vector<files::Chart>& charts, 
         if (document.type() == files::FileType::xlsx && charts.empty() && has_macros == (ending == "xlsm") &&
             as_same_xlsx(document, bytes))
             return files::write_file(options.out, bytes);
-        if (ending == "xlsm") throw FileError("an .xlsm file can only be the copy of another one; give --out FILE.xlsx");
+        if (ending == "xlsm")
+            throw FileError("an .xlsm file can only be the copy of another one; give --out FILE.xlsx");
         if (!not_kept.empty())
-            std::cerr << options.out << ": not carried over from " << document.name << ": " << list_of(not_kept) << '\n';
+            std::cerr << options.out << ": not carried over from " << document.name << ": " << list_of(not_kept)
+                      << '\n';
         return files::write_file(options.out, as_xlsx(document, charts));
     }
     if (ending == "json" || options.output == Output::json)

@@ -25,8 +25,10 @@ std::string line_of(const Value& value, bool dates) {
     for (std::uint32_t row = 0; row < value.rows(); ++row)
         for (std::uint32_t column = 0; column < value.columns(); ++column) {
             const Value& cell = value.cell(row, column);
-            if (column > 0) line += ',';
-            else if (row > 0) line += ';';
+            if (column > 0)
+                line += ',';
+            else if (row > 0)
+                line += ';';
             const std::string text = plain_text(cell, dates, 15);
             line += cell.is_text() ? '"' + text + '"' : text;
         }
@@ -60,8 +62,10 @@ bool answer(sheet::Workbook& book, std::string_view text, const EvalOptions& opt
             std::cout << files::json_text(value, options.dates) << std::endl;
             return true;
         }
-        if (one_of_many) std::cout << line_of(value, options.dates) << '\n';
-        else print_rows(std::cout, rows_of(value, options.dates, 15), options.output, options.wide);
+        if (one_of_many)
+            std::cout << line_of(value, options.dates) << '\n';
+        else
+            print_rows(std::cout, rows_of(value, options.dates, 15), options.output, options.wide);
         std::cout.flush();
         for (const std::string& what : formula.unknown) std::cerr << where << what << std::endl;
         for (const std::string& name : book.undefined_names(formula))

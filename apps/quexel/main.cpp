@@ -41,7 +41,10 @@ void add_output(CLI::App& command, Output& output) {
     CLI::Option* const form = command.add_option("--output", output, "Print as table, csv, markdown or json")
                                   ->transform(CLI::CheckedTransformer(forms, CLI::ignore_case).description(""))
                                   ->type_name("FORM");
-    command.add_flag_callback("--json", [&output] { output = Output::json; }, "Print as JSON")->excludes(form);
+    command
+        .add_flag_callback(
+            "--json", [&output] { output = Output::json; }, "Print as JSON")
+        ->excludes(form);
 }
 
 /// The status of a run, which has failed if its output has not arrived.
@@ -113,8 +116,9 @@ int run(int argc, char** argv) {
     calc_command->add_flag("--monitor", calc_options.monitor, "Write the time of each call to qx_CalcMon.qxl");
     calc_command->add_option("--sheet", calc_options.sheet, "Print or write this sheet only");
     add_output(*calc_command, calc_options.output);
-    CLI::Option* const dates = calc_command->add_flag("--dates,!--no-dates", calc_options.dates,
-                                                      "Print dates as 2026-11-21 (the default, but in JSON) or as numbers");
+    CLI::Option* const dates =
+        calc_command->add_flag("--dates,!--no-dates", calc_options.dates,
+                               "Print dates as 2026-11-21 (the default, but in JSON) or as numbers");
     calc_command->add_flag("--wide", calc_options.wide, "Print the whole table, wider than the terminal");
     calc_command->callback([&] {
         calc_options.dates_asked = dates->count() > 0 && calc_options.dates;
@@ -135,10 +139,12 @@ int run(int argc, char** argv) {
     functions_command->callback([&] { status = functions(functions_options); });
 
     std::string name;
-    CLI::App* const help_command = program.add_subcommand("help", "Tell what a function does and takes, or explain a topic");
+    CLI::App* const help_command =
+        program.add_subcommand("help", "Tell what a function does and takes, or explain a topic");
     help_command->add_option("name", name, "Name of a function, a command or a topic; none lists the topics");
     help_command->callback([&] {
-        for (const CLI::App* const command : program.get_subcommands([&](const CLI::App* c) { return c->check_name(name); }))
+        for (const CLI::App* const command :
+             program.get_subcommands([&](const CLI::App* c) { return c->check_name(name); }))
             if (!name.empty()) {
                 std::cout << command->help();
                 return;
@@ -147,8 +153,8 @@ int run(int argc, char** argv) {
     });
 
     std::string shell;
-    CLI::App* const completion_command =
-        program.add_subcommand("completion", "Print the script with which bash, zsh or fish completes commands and options");
+    CLI::App* const completion_command = program.add_subcommand(
+        "completion", "Print the script with which bash, zsh or fish completes commands and options");
     completion_command->add_option("shell", shell, "bash, zsh or fish")->required();
     completion_command->callback([&] {
         if (print_completion(std::cout, program, shell)) return;

@@ -16,9 +16,12 @@ std::vector<const CLI::App*> commands_of(const CLI::App& program) {
 std::string roff(std::string_view text) {
     std::string result;
     for (const char c : text) {
-        if (c == '\\') result += "\\\\";
-        else if (c == '-') result += "\\-";
-        else result += c;
+        if (c == '\\')
+            result += "\\\\";
+        else if (c == '-')
+            result += "\\-";
+        else
+            result += c;
     }
     if (result.starts_with('.') || result.starts_with('\'')) result.insert(0, "\\&");
     return result;
@@ -33,14 +36,16 @@ std::string words_of(const CLI::App& command) {
 
 std::string commands_as_words(const CLI::App& program) {
     std::string words;
-    for (const CLI::App* const command : commands_of(program)) words += (words.empty() ? "" : " ") + command->get_name();
+    for (const CLI::App* const command : commands_of(program))
+        words += (words.empty() ? "" : " ") + command->get_name();
     return words;
 }
 
 void print_bash(std::ostream& out, const CLI::App& program) {
     out << "# quexel completion bash > /etc/bash_completion.d/quexel\n"
            "_quexel() {\n"
-           "    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command=${COMP_WORDS[1]} words=\n"
+           "    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command=${COMP_WORDS[1]} "
+           "words=\n"
            "    COMPREPLY=()\n"
            "    if ((COMP_CWORD == 1)); then\n"
            "        COMPREPLY=($(compgen -W '"
@@ -105,8 +110,8 @@ void print_fish(std::ostream& out, const CLI::App& program) {
         for (const CLI::Option* const option : command->get_options())
             for (const std::string& name : option->get_lnames())
                 out << "complete -c quexel -n '__fish_seen_subcommand_from " << command->get_name() << "' -l " << name
-                    << (option->get_items_expected_max() > 0 ? " -r" : "") << " -d '" << quoted(option->get_description())
-                    << "'\n";
+                    << (option->get_items_expected_max() > 0 ? " -r" : "") << " -d '"
+                    << quoted(option->get_description()) << "'\n";
     }
     out << "complete -c quexel -n '__fish_seen_subcommand_from help' -f -a '(quexel functions --names)'\n";
 }
@@ -140,10 +145,14 @@ void print_manual(std::ostream& out, const CLI::App& program) {
 }
 
 bool print_completion(std::ostream& out, const CLI::App& program, const std::string& shell) {
-    if (shell == "bash") print_bash(out, program);
-    else if (shell == "zsh") print_zsh(out, program);
-    else if (shell == "fish") print_fish(out, program);
-    else return false;
+    if (shell == "bash")
+        print_bash(out, program);
+    else if (shell == "zsh")
+        print_zsh(out, program);
+    else if (shell == "fish")
+        print_fish(out, program);
+    else
+        return false;
     return true;
 }
 

@@ -87,7 +87,8 @@ void print_table(std::ostream& out, const Rows& rows, std::size_t width) {
     for (const auto& row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         of_texts.resize(widths.size(), true);
-        for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], sheet::character_count(row[i].text));
+        for (std::size_t i = 0; i < row.size(); ++i)
+            widths[i] = std::max(widths[i], sheet::character_count(row[i].text));
     }
     std::vector<std::size_t> of_numbers(widths.size());
     for (const auto& row : rows)
@@ -132,37 +133,46 @@ void print_markdown(std::ostream& out, const Rows& rows) {
         std::string result;
         for (const char c : text) {
             if (c == '|' || c == '\\') result += '\\';
-            if (c == '\n') result += "<br>";
-            else if (c != '\r') result += c;
+            if (c == '\n')
+                result += "<br>";
+            else if (c != '\r')
+                result += c;
         }
         return result;
     };
-    const bool has_head = std::none_of(rows[0].begin(), rows[0].end(), [](const Field& field) { return field.to_the_right; });
+    const bool has_head =
+        std::none_of(rows[0].begin(), rows[0].end(), [](const Field& field) { return field.to_the_right; });
     out << '|';
     for (std::size_t i = 0; i < columns; ++i) {
         const std::string letters = sheet::address_text({0, static_cast<std::uint16_t>(i), 0});
-        out << ' ' << (!has_head ? letters.substr(0, letters.size() - 1) : i < rows[0].size() ? escaped(rows[0][i].text) : "")
+        out << ' '
+            << (!has_head            ? letters.substr(0, letters.size() - 1)
+                : i < rows[0].size() ? escaped(rows[0][i].text)
+                                     : "")
             << " |";
     }
     out << "\n|";
     for (std::size_t i = 0; i < columns; ++i) {
-        const bool numbers = std::any_of(rows.begin(), rows.end(), [i](const auto& row) {
-            return i < row.size() && row[i].to_the_right;
-        });
+        const bool numbers = std::any_of(rows.begin(), rows.end(),
+                                         [i](const auto& row) { return i < row.size() && row[i].to_the_right; });
         out << (numbers ? " ---: |" : " --- |");
     }
     out << '\n';
     for (std::size_t r = has_head; r < rows.size(); ++r) {
         out << '|';
-        for (std::size_t i = 0; i < columns; ++i) out << ' ' << (i < rows[r].size() ? escaped(rows[r][i].text) : "") << " |";
+        for (std::size_t i = 0; i < columns; ++i)
+            out << ' ' << (i < rows[r].size() ? escaped(rows[r][i].text) : "") << " |";
         out << '\n';
     }
 }
 
 void print_rows(std::ostream& out, const Rows& rows, Output output, bool wide) {
-    if (output == Output::csv) print_csv(out, rows);
-    else if (output == Output::markdown) print_markdown(out, rows);
-    else print_table(out, rows, wide ? 0 : terminal_width());
+    if (output == Output::csv)
+        print_csv(out, rows);
+    else if (output == Output::markdown)
+        print_markdown(out, rows);
+    else
+        print_table(out, rows, wide ? 0 : terminal_width());
 }
 
 namespace {

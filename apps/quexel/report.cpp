@@ -27,11 +27,16 @@ constexpr std::size_t most_traced = 2000, most_trace_bytes = 16u << 20;
 std::string escaped(std::string_view text) {
     std::string result;
     for (const char c : sheet::valid_utf8(text)) {
-        if (c == '<') result += "&lt;";
-        else if (c == '>') result += "&gt;";
-        else if (c == '&') result += "&amp;";
-        else if (c == '"') result += "&quot;";
-        else result += c;
+        if (c == '<')
+            result += "&lt;";
+        else if (c == '>')
+            result += "&gt;";
+        else if (c == '&')
+            result += "&amp;";
+        else if (c == '"')
+            result += "&quot;";
+        else
+            result += c;
     }
     return result;
 }
@@ -52,7 +57,8 @@ class Page {
         for (std::uint16_t number = 0; number < book_.sheet_count(); ++number) add_cells(number);
         book_.recalculate(); // what the traces have marked
         const std::string title = document_.name.substr(document_.name.rfind('/') + 1);
-        body_ = "<h1>" + escaped(title) + "</h1>\n<p class=\"note\">Calculated by Quexel. Click an underlined value to see "
+        body_ = "<h1>" + escaped(title) +
+                "</h1>\n<p class=\"note\">Calculated by Quexel. Click an underlined value to see "
                 "how it came about.</p>\n";
         add_charts();
         add_found();
@@ -108,9 +114,9 @@ class Page {
         for (const Area& area : book_.precedents(cell)) {
             if (reads.size() > 400) break;
             reads += (reads.empty() ? "" : ", ") +
-                     (area.sheet == cell.sheet ? sheet::address_text(area)
-                                               : files::quoted_sheet(book_.sheet_name(area.sheet)) + "!" +
-                                                     sheet::address_text(area));
+                     (area.sheet == cell.sheet
+                          ? sheet::address_text(area)
+                          : files::quoted_sheet(book_.sheet_name(area.sheet)) + "!" + sheet::address_text(area));
         }
         if (!cells_.empty()) cells_ += ",\n";
         explained_.insert(document_.place(cell));
@@ -181,7 +187,8 @@ class Page {
         }
         body_ += "</table></div>\n";
         if (left_out_)
-            body_ += "<p class=\"note\">The values that are not underlined are explained by quexel calc --trace CELL.</p>\n";
+            body_ +=
+                "<p class=\"note\">The values that are not underlined are explained by quexel calc --trace CELL.</p>\n";
     }
 
     void add_field(CellAddress cell) {

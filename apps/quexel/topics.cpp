@@ -13,7 +13,8 @@ struct Topic {
 };
 
 constexpr Topic topics[] = {
-    {"formulas", "What a formula may hold", R"(Formulas are Excel's: commas between arguments, {1,2;3,4} for arrays, "text", TRUE, #N/A, A1, $A$1, A1:B3,
+    {"formulas", "What a formula may hold",
+     R"(Formulas are Excel's: commas between arguments, {1,2;3,4} for arrays, "text", TRUE, #N/A, A1, $A$1, A1:B3,
 Sheet1!A1, names, + - * / ^ & = <> < > <= >= %. Functions are those of the library (quexel functions) and the
 everyday built-in ones (SUM, IF, VLOOKUP and so on).
 
@@ -22,7 +23,8 @@ everyday built-in ones (SUM, IF, VLOOKUP and so on).
   quexel eval - < formulas.txt                        a line of output for each line of input
   quexel eval '{1,2;3,4}' --output markdown           table, csv, markdown or json
 )"},
-    {"files", "Workbooks and CSV files: reading, writing, what is kept", R"(quexel calc reads .xlsx, .xlsm, .ods and .csv files and tells their type by their content. In a CSV file a cell
+    {"files", "Workbooks and CSV files: reading, writing, what is kept",
+     R"(quexel calc reads .xlsx, .xlsm, .ods and .csv files and tells their type by their content. In a CSV file a cell
 that begins with = is a formula, and {=...} an array formula.
 
   quexel calc model.xlsx                              prints the sheets; --sheet NAME prints one
@@ -39,7 +41,8 @@ are and changes its inputs only.
 
 A file from elsewhere is read in a process of its own with limits of memory and time. Macros are never run.
 )"},
-    {"what-if", "Inputs from the command line, goal seeks, scenarios", R"(  quexel calc model.xlsx --set B2=5e6 --set Rate=6.5% --get NPV
+    {"what-if", "Inputs from the command line, goal seeks, scenarios",
+     R"(  quexel calc model.xlsx --set B2=5e6 --set Rate=6.5% --get NPV
   quexel calc model.xlsx --set 'Inputs!B2:B9=@rates.csv'
   quexel calc model.csv --seek                        runs the goal seeks, =GoalSeek(B19,0.2,B11,1) in a cell
   quexel calc model.xlsx --scenarios cases.csv --out table.xlsx
@@ -54,7 +57,8 @@ are labels.
   Base,,,
   High,7%,5500000,
 )"},
-    {"charts", "Charts and the report", R"(  quexel calc model.xlsx --out result.xlsx --chart 'Cash flow=B5:Z5 over B1:Z1'
+    {"charts", "Charts and the report",
+     R"(  quexel calc model.xlsx --out result.xlsx --chart 'Cash flow=B5:Z5 over B1:Z1'
   quexel calc model.csv --report report.html --chart 'Net cash flow' --chart 'Debt=Senior,Junior over Year'
 
 --chart may be repeated. It takes a title (optional), what to draw, and what stands along the axis (optional).
@@ -64,7 +68,8 @@ Ranges, names and the labels of rows or columns of numbers can be drawn, several
 --report writes one page that needs only a browser: the tables, the charts, the goal seeks, the errors with their
 reasons, and for each calculated value its formula and its trace a click away. It prints well.
 )"},
-    {"errors", "Where error values come from", R"(An error value such as #NUM! comes with its reason, on standard error and in JSON:
+    {"errors", "Where error values come from",
+     R"(An error value such as #NUM! comes with its reason, on standard error and in JSON:
 
   quexel eval --json 'DateYMD(2005,13,1)'
   quexel calc model.csv                               lists each cell, its error, the reason and where it came from
@@ -72,12 +77,14 @@ reasons, and for each calculated value its formula and its trace a click away. I
 
 The exit status is 1 if a file or a formula cannot be read as it stands, and 0 if a formula just shows an error.
 )"},
-    {"trace", "How a result came about", R"(  quexel trace 'MonthEnd(38000)'                      the tree of routines, inputs, branches and results
+    {"trace", "How a result came about",
+     R"(  quexel trace 'MonthEnd(38000)'                      the tree of routines, inputs, branches and results
   quexel trace 'MonthEnd(38000)' --html why.html      the same as a page with search
   quexel calc model.xlsx --trace 'Cash flow!C7'       explains a cell
   quexel calc model.xlsx --monitor                    the time of each call, in qx_CalcMon.qxl
 )"},
-    {"output", "Tables, CSV, Markdown, JSON, dates", R"(  --output table|csv|markdown|json                    for eval and calc; --json is short for the last
+    {"output", "Tables, CSV, Markdown, JSON, dates",
+     R"(  --output table|csv|markdown|json                    for eval and calc; --json is short for the last
   --wide                                              the whole table; on a terminal it is cut to the width else
   --dates, --no-dates                                 dates as 2026-11-21 or as numbers
   --sheet NAME                                        one sheet of several
@@ -91,7 +98,8 @@ In JSON dates are numbers unless --dates is given.
 void print_topics(std::ostream& out) {
     out << "quexel help TOPIC, quexel help FUNCTION or quexel COMMAND --help. Topics:\n\n";
     for (const Topic& topic : topics)
-        out << "  " << topic.name << std::string(12 - std::string_view(topic.name).size(), ' ') << topic.summary << '\n';
+        out << "  " << topic.name << std::string(12 - std::string_view(topic.name).size(), ' ') << topic.summary
+            << '\n';
     out << "\nquexel functions lists the functions by category.\n";
 }
 

@@ -73,7 +73,8 @@ void set(Document& document, const std::string& setting) {
     for (const CellAddress cell : files::cells_of(area)) enter(document, cell, value);
 }
 
-// --- Goal seeks -------------------------------------------------------------------------------------------------------
+// --- Goal seeks
+// -------------------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -122,10 +123,15 @@ std::vector<Found> seeks_of(Document& document) {
                 const Value target = book.evaluate(book.read(arguments[0], number), Area(at));
                 const Value wanted = book.look_up(book.evaluate(book.read(arguments[1], number), Area(at)));
                 const Value changing = book.evaluate(book.read(arguments[2], number), Area(at));
-                if (!target.is(sheet::Type::area) || !changing.is(sheet::Type::area) || !wanted.is_number()) return true;
+                if (!target.is(sheet::Type::area) || !changing.is(sheet::Type::area) || !wanted.is_number())
+                    return true;
                 const Value was = book.value(changing.area().first());
-                seeks.push_back({changing.area().first(), target.area().first(), was.is_number() ? was.number() : 0.0,
-                                 0.0, {}, wanted.number()});
+                seeks.push_back({changing.area().first(),
+                                 target.area().first(),
+                                 was.is_number() ? was.number() : 0.0,
+                                 0.0,
+                                 {},
+                                 wanted.number()});
             } catch (const sheet::FormulaError&) {} // told of as any formula that cannot be read
             return true;
         });
@@ -165,7 +171,8 @@ void print_found(std::ostream& out, Document& document, const std::vector<Found>
             << plain_text(seek.shows, dates, 15) << ", wanted " << sheet::general_text(seek.wanted) << '\n';
 }
 
-// --- Scenarios --------------------------------------------------------------------------------------------------------
+// --- Scenarios
+// --------------------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -185,16 +192,15 @@ std::vector<ScenarioColumn> read_columns(Document& document, const sheet::CsvRow
             if (!area.is_cell()) throw FileError(file + ": \"" + column.head + "\" is not one cell");
             column.cell = area.first();
         } catch (const FileError&) {
-            const bool empty = std::all_of(rows.begin() + 1, rows.end(), [i](const auto& row) {
-                return i >= row.size() || trimmed(row[i]).empty();
-            });
+            const bool empty = std::all_of(rows.begin() + 1, rows.end(),
+                                           [i](const auto& row) { return i >= row.size() || trimmed(row[i]).empty(); });
             if (empty && !column.head.empty()) // a label with nothing in it is a slip
-                throw FileError(file + ": \"" + sheet::valid_utf8(column.head) + "\" is no cell or name in " + document.name);
+                throw FileError(file + ": \"" + sheet::valid_utf8(column.head) + "\" is no cell or name in " +
+                                document.name);
         }
         if (column.cell && document.book.formula(*column.cell) == nullptr)
-            column.input = std::any_of(rows.begin() + 1, rows.end(), [i](const auto& row) {
-                return i < row.size() && !trimmed(row[i]).empty();
-            });
+            column.input = std::any_of(rows.begin() + 1, rows.end(),
+                                       [i](const auto& row) { return i < row.size() && !trimmed(row[i]).empty(); });
         if (column.input) column.before = sheet::csv_value(document.book.value(*column.cell), true);
         columns.push_back(std::move(column));
     }
@@ -209,8 +215,8 @@ std::string scenario_json(const std::vector<ScenarioColumn>& columns, const std:
     for (std::size_t r = 0; r < results.size(); ++r) {
         text += r > 0 ? ",\n{" : "\n{";
         for (std::size_t i = 0; i < columns.size(); ++i)
-            text += (i > 0 ? "," : "") + files::json_string(columns[i].head) + ":" +
-                    files::json_text(results[r][i], dates);
+            text +=
+                (i > 0 ? "," : "") + files::json_string(columns[i].head) + ":" + files::json_text(results[r][i], dates);
         text += '}';
     }
     return text + "]\n";
@@ -250,9 +256,12 @@ int run_scenarios(Document& document, const CalcOptions& options) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
             results.back().push_back(columns[i].cell ? document.book.value(*columns[i].cell) : Value::text(field(i)));
             const bool to_file = !options.out.empty() || options.output == Output::csv;
-            if (!columns[i].cell) table.back().push_back({field(i)});
-            else if (to_file) table.back().push_back({sheet::csv_value(results.back().back(), options.dates), true});
-            else table.back().push_back(field_of(document.book, *columns[i].cell, options.dates, 10));
+            if (!columns[i].cell)
+                table.back().push_back({field(i)});
+            else if (to_file)
+                table.back().push_back({sheet::csv_value(results.back().back(), options.dates), true});
+            else
+                table.back().push_back(field_of(document.book, *columns[i].cell, options.dates, 10));
         }
         for (std::size_t i = 0; i < columns.size(); ++i) {
             const Value& value = results.back()[i];

@@ -45,7 +45,8 @@ bool Archive::has(const std::string& name) const { return zip_name_locate(zip_, 
 void Archive::read(const std::string& name, const std::function<void(std::string_view)>& take) {
     zip_file_t* const opened = zip_fopen(zip_, name.c_str(), 0);
     if (opened == nullptr) {
-        if (const int code = zip_error_code_zip(zip_get_error(zip_)); code == ZIP_ER_NOPASSWD || code == ZIP_ER_WRONGPASSWD)
+        if (const int code = zip_error_code_zip(zip_get_error(zip_));
+            code == ZIP_ER_NOPASSWD || code == ZIP_ER_WRONGPASSWD)
             throw FileError("the file is protected by a password; save it without one");
         throw FileError("the file is damaged: \"" + name + "\" is missing in it or cannot be read");
     }
@@ -82,8 +83,7 @@ std::string Archive::with_parts(std::string_view bytes, const std::map<std::stri
     for (const auto& [name, content] : parts) {
         const zip_int64_t index = zip_name_locate(archive, name.c_str(), 0);
         zip_source_t* const part = zip_source_buffer(archive, content.data(), content.size(), 0);
-        if (index < 0 || part == nullptr ||
-            zip_file_replace(archive, static_cast<zip_uint64_t>(index), part, 0) != 0) {
+        if (index < 0 || part == nullptr || zip_file_replace(archive, static_cast<zip_uint64_t>(index), part, 0) != 0) {
             zip_source_free(part);
             zip_discard(archive);
             throw FileError("\"" + name + "\" cannot be written into the archive");

@@ -40,9 +40,11 @@ std::optional<Area> labelled(sheet::Workbook& book, std::string_view label) {
             while (value(row, right + 1).is_number()) ++right;
             while (right == column && value(down + 1, column).is_number()) ++down;
             if (right > column)
-                found = Area(number, row, static_cast<std::uint16_t>(column + 1), row, static_cast<std::uint16_t>(right));
+                found =
+                    Area(number, row, static_cast<std::uint16_t>(column + 1), row, static_cast<std::uint16_t>(right));
             else if (down > row)
-                found = Area(number, row + 1, static_cast<std::uint16_t>(column), down, static_cast<std::uint16_t>(column));
+                found =
+                    Area(number, row + 1, static_cast<std::uint16_t>(column), down, static_cast<std::uint16_t>(column));
             return !found;
         });
         if (found) return found;
@@ -66,8 +68,10 @@ std::string heading(sheet::Workbook& book, const Area& area) {
     CellAddress cell = area.first();
     const bool across = area.rows() == 1;
     while (across ? cell.column > 0 : cell.row > 0) {
-        if (across) --cell.column;
-        else --cell.row;
+        if (across)
+            --cell.column;
+        else
+            --cell.row;
         const Value value = book.value(cell);
         if (value.is_text() && !value.text().empty()) return std::string(value.text());
         if (!value.is_blank()) break;
@@ -114,18 +118,24 @@ Chart read_chart(sheet::Workbook& book, std::string_view text) {
     return chart;
 }
 
-// --- The drawing ------------------------------------------------------------------------------------------------------
+// --- The drawing
+// ------------------------------------------------------------------------------------------------------
 
 namespace {
 
 std::string escaped(std::string_view text) {
     std::string result;
     for (const char c : sheet::valid_utf8(text)) {
-        if (c == '<') result += "&lt;";
-        else if (c == '>') result += "&gt;";
-        else if (c == '&') result += "&amp;";
-        else if (c == '"') result += "&quot;";
-        else if (static_cast<unsigned char>(c) >= 0x20 || c == '\n' || c == '\t') result += c;
+        if (c == '<')
+            result += "&lt;";
+        else if (c == '>')
+            result += "&gt;";
+        else if (c == '&')
+            result += "&amp;";
+        else if (c == '"')
+            result += "&quot;";
+        else if (static_cast<unsigned char>(c) >= 0x20 || c == '\n' || c == '\t')
+            result += c;
     }
     return result;
 }
@@ -220,10 +230,10 @@ class Drawing {
             const std::optional<double> value = numbers_[series][i];
             if (!value) continue;
             const double a = y_of(std::max(0.0, *value)), b = y_of(std::min(0.0, *value));
-            text_ += "<rect x=\"" + coordinate(x_of(static_cast<double>(i)) - 0.35 * space) + "\" y=\"" + coordinate(a) +
-                     "\" width=\"" + coordinate(0.7 * space) + "\" height=\"" + coordinate(std::max(b - a, 0.5)) +
-                     "\" fill=\"" + colours[0] + "\"><title>" + escaped(label(i)) + sheet::general_text(*value, 10) +
-                     "</title></rect>\n";
+            text_ += "<rect x=\"" + coordinate(x_of(static_cast<double>(i)) - 0.35 * space) + "\" y=\"" +
+                     coordinate(a) + "\" width=\"" + coordinate(0.7 * space) + "\" height=\"" +
+                     coordinate(std::max(b - a, 0.5)) + "\" fill=\"" + colours[0] + "\"><title>" + escaped(label(i)) +
+                     sheet::general_text(*value, 10) + "</title></rect>\n";
         }
     }
 
@@ -236,7 +246,8 @@ class Drawing {
             points.clear();
         };
         for (std::size_t i = 0; i < numbers_[series].size(); ++i) {
-            if (!numbers_[series][i]) flush(); // a gap
+            if (!numbers_[series][i])
+                flush(); // a gap
             else
                 points += coordinate(x_of(static_cast<double>(i))) + "," + coordinate(y_of(*numbers_[series][i])) + " ";
         }

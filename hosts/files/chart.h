@@ -21,7 +21,9 @@ struct Chart {
     std::optional<sheet::Area> over; ///< what stands along the axis, as years
 
     /// Columns for one series of few values, lines for others.
-    bool has_columns() const { return series.size() == 1 && series[0].values.rows() * series[0].values.columns() <= 60; }
+    bool has_columns() const {
+        return series.size() == 1 && series[0].values.rows() * series[0].values.columns() <= 60;
+    }
 };
 
 /// Reads "Cash flow=B5:Z5 over B1:Z1". What is drawn are ranges, names, or the texts that head a row or a column of

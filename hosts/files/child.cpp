@@ -22,10 +22,8 @@ class Packer {
     std::string bytes;
 
     template <class T>
-        requires std::is_arithmetic_v<T>
-    void put(T value) {
-        bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
-    }
+    requires std::is_arithmetic_v<T>
+    void put(T value) { bytes.append(reinterpret_cast<const char*>(&value), sizeof value); }
     void put(std::string_view text) {
         put(static_cast<std::uint32_t>(text.size()));
         bytes += text;
@@ -141,7 +139,8 @@ SheetModel unpack_sheet(Unpacker& unpacker, const Model& model, std::uint16_t nu
     return sheet;
 }
 
-// --- The processes ----------------------------------------------------------------------------------------------------
+// --- The processes
+// ----------------------------------------------------------------------------------------------------
 
 // The sanitizers reserve far more addresses than they use.
 #if defined(__SANITIZE_ADDRESS__)

@@ -43,13 +43,17 @@ void Document::load_csv() {
     model_.sheets.emplace_back().name = book.sheet_name(0);
 }
 
-void Document::note_problem(CellAddress cell, std::string message) { notes.push_back({place(cell), std::move(message)}); }
+void Document::note_problem(CellAddress cell, std::string message) {
+    notes.push_back({place(cell), std::move(message)});
+}
 
 void Document::load_model(bool with_last_values) {
     model_ = read_workbook(bytes_);
     for (std::uint16_t i = 0; i < model_.sheets.size(); ++i) {
-        if (i == 0) book.rename_sheet(0, model_.sheets[0].name);
-        else book.add_sheet(model_.sheets[i].name);
+        if (i == 0)
+            book.rename_sheet(0, model_.sheets[0].name);
+        else
+            book.add_sheet(model_.sheets[i].name);
     }
     notes = model_.notes;
     for (const NameModel& defined : model_.names) try {
@@ -72,12 +76,15 @@ Value Document::value_of(const Cell& cell, std::vector<Value>& texts) const {
     case Kind::number:
         return kind_of_format(model_.formats[cell.format]) == FormatKind::date ? Value::date(cell.number)
                                                                                : Value::number(cell.number);
-    case Kind::boolean: return Value::boolean(cell.number != 0.0);
-    case Kind::error: return Value::error(static_cast<std::uint16_t>(cell.number));
+    case Kind::boolean:
+        return Value::boolean(cell.number != 0.0);
+    case Kind::error:
+        return Value::error(static_cast<std::uint16_t>(cell.number));
     case Kind::text:
         if (texts[cell.text].is_blank()) texts[cell.text] = Value::text(model_.texts[cell.text]);
         return texts[cell.text];
-    case Kind::blank: break;
+    case Kind::blank:
+        break;
     }
     return {};
 }
@@ -156,8 +163,10 @@ const std::string& Document::format_code(CellAddress cell) {
         const Value value = book.value(cell);
         return value.is_number() && value.number() != static_cast<long long>(value.number()) ? time : date;
     }
-    case sheet::Format::percent: return percent;
-    default: return general;
+    case sheet::Format::percent:
+        return percent;
+    default:
+        return general;
     }
 }
 
@@ -198,8 +207,8 @@ std::string as_same_csv(Document& document) {
             if (rows.size() <= row) rows.resize(row + 1);
             if (rows[row].size() <= column) rows[row].resize(column + 1);
             const sheet::Formula* const formula = document.book.formula(cell);
-            rows[row][column] = formula != nullptr ? "=" + formula->text
-                                                   : sheet::csv_value(document.book.value(cell), true);
+            rows[row][column] =
+                formula != nullptr ? "=" + formula->text : sheet::csv_value(document.book.value(cell), true);
         }
     const std::string line_end = document.bytes().find("\r\n") != std::string::npos ? "\r\n" : "\n";
     std::string text = document.bytes().starts_with("\xEF\xBB\xBF") ? "\xEF\xBB\xBF" : "";

@@ -29,8 +29,8 @@ std::string json_text(const Value& value, bool dates) {
         return json_string(value.text());
     case Type::error: {
         const std::string_view reason = value.reason();
-        return std::string("{\"error\":\"") + sheet::error_text(value.error()) + "\",\"reason\":" +
-               json_string(reason.empty() ? sheet::error_meaning(value.error()) : reason) + "}";
+        return std::string("{\"error\":\"") + sheet::error_text(value.error()) +
+               "\",\"reason\":" + json_string(reason.empty() ? sheet::error_meaning(value.error()) : reason) + "}";
     }
     case Type::uncalculated:
         return "{\"uncalculated\":true}";

@@ -47,7 +47,8 @@ FormatKind kind_of_format(std::string_view code) {
 
 std::string quoted_sheet(std::string_view name) {
     const auto plain = [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || (c & 0x80) != 0;
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+               (c & 0x80) != 0;
     };
     sheet::Area area;
     if (!name.empty() && std::all_of(name.begin(), name.end(), plain) && !(name[0] >= '0' && name[0] <= '9') &&

@@ -23,7 +23,7 @@ enum class Kind : std::uint8_t { blank, number, boolean, error, text };
 struct Cell {
     std::uint32_t row = 0;
     std::uint16_t column = 0;
-    std::uint16_t format = 0; ///< in Model::formats
+    std::uint16_t format = 0;  ///< in Model::formats
     std::uint32_t formula = 0; ///< in Model::texts; 0 for none
     std::uint32_t text = 0;    ///< in Model::texts, of a text
     double number = 0.0;       ///< a number, 0 or 1 for a truth value, the code of an error
@@ -80,11 +80,11 @@ std::string quoted_sheet(std::string_view name);
 
 // More than these no model of a person needs; a file that asks for more is refused.
 inline constexpr std::size_t most_cells = 16u << 20;
-inline constexpr std::size_t most_text = 512u << 20;   ///< bytes of texts and formulas
+inline constexpr std::size_t most_text = 512u << 20; ///< bytes of texts and formulas
 inline constexpr std::size_t most_formats = 65000;
 inline constexpr std::size_t most_sheets = 1024;
 inline constexpr std::size_t most_notes = 1000;
-inline constexpr std::size_t longest_text = 32767;     ///< characters in a cell; more bytes than 4 of each are cut
+inline constexpr std::size_t longest_text = 32767; ///< characters in a cell; more bytes than 4 of each are cut
 
 /// Builds a model within these limits. Throws FileError beyond them.
 class ModelBuilder {

@@ -148,13 +148,17 @@ class Content : public XmlHandler {
         } else if (type_ == "date") {
             std::replace(value_.begin(), value_.end(), 'T', ' ');
             const auto date = sheet::read_number(value_.substr(0, 19));
-            if (date) cell.number = date->value;
-            else builder_.note({cell.row, cell.column, 0}, "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is no date");
+            if (date)
+                cell.number = date->value;
+            else
+                builder_.note({cell.row, cell.column, 0},
+                              "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is no date");
             cell.format = builder_.format(cell.number == static_cast<long long>(cell.number) ? "yyyy-mm-dd"
                                                                                              : "yyyy-mm-dd hh:mm:ss");
         } else if (type_ == "time") {
             if (!read_duration(value_, cell.number))
-                builder_.note({cell.row, cell.column, 0}, "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is no time");
+                builder_.note({cell.row, cell.column, 0},
+                              "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is no time");
             cell.format = builder_.format("[h]:mm:ss");
         } else if (type_ == "float" || type_ == "percentage" || type_ == "currency") {
             const char* const end = value_.data() + value_.size();
@@ -177,7 +181,8 @@ class Content : public XmlHandler {
         in_cell_ = false;
         const std::uint32_t first = column_;
         column_ += repeated_;
-        if ((type_.empty() && text_.empty() && formula_.empty()) || row_ >= sheet::max_rows || first >= sheet::max_columns)
+        if ((type_.empty() && text_.empty() && formula_.empty()) || row_ >= sheet::max_rows ||
+            first >= sheet::max_columns)
             return;
         Cell cell;
         cell.row = row_;
@@ -192,8 +197,9 @@ class Content : public XmlHandler {
             cell.formula = builder_.formula(formula);
         }
         if (array_rows_ > 0 && array_columns_ > 0 && cell.formula != 0) {
-            const Area area(sheet_number(), row_, cell.column, std::min(row_ + array_rows_, sheet::max_rows) - 1,
-                            static_cast<std::uint16_t>(std::min(first + array_columns_, std::uint32_t{sheet::max_columns}) - 1));
+            const Area area(
+                sheet_number(), row_, cell.column, std::min(row_ + array_rows_, sheet::max_rows) - 1,
+                static_cast<std::uint16_t>(std::min(first + array_columns_, std::uint32_t{sheet::max_columns}) - 1));
             builder_.sheet().arrays.push_back({area, cell.formula});
             if (!area.is_cell()) arrays_.push_back(area);
         }
@@ -215,8 +221,8 @@ class Content : public XmlHandler {
             for (std::size_t i = row_start_; i < row_end; ++i) {
                 Cell cell = builder_.sheet().cells[i];
                 if (cell.formula != 0)
-                    cell.formula = builder_.formula(
-                        sheet::moved_formula(builder_.model.texts[cell.formula], row - row_, 0));
+                    cell.formula =
+                        builder_.formula(sheet::moved_formula(builder_.model.texts[cell.formula], row - row_, 0));
                 cell.row = row;
                 builder_.add(cell);
             }

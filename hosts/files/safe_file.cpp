@@ -49,7 +49,7 @@ void write_all(int to, std::string_view bytes, const std::string& name) {
 std::string read_file(const std::string& name) {
     if (name == "-") return std::string(std::istreambuf_iterator<char>(std::cin), {});
     const Descriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC));
-    struct stat about{};
+    struct stat about {};
     if (file.number() < 0 || fstat(file.number(), &about) != 0) fail(name, "cannot be read", errno);
     if (S_ISDIR(about.st_mode)) fail(name, "cannot be read", EISDIR);
     std::string bytes;
@@ -69,7 +69,7 @@ void write_file(const std::string& name, std::string_view bytes) {
         std::cout << bytes;
         return;
     }
-    struct stat about{};
+    struct stat about {};
     const bool exists = stat(name.c_str(), &about) == 0;
     if (exists && !S_ISREG(about.st_mode)) {
         const Descriptor file(open(name.c_str(), O_WRONLY | O_CLOEXEC));
@@ -98,7 +98,8 @@ void write_file(const std::string& name, std::string_view bytes) {
 }
 
 bool same_file(const std::string& a, const std::string& b) {
-    struct stat of_a{}, of_b{};
+    struct stat of_a {
+    }, of_b{};
     return a != "-" && b != "-" && stat(a.c_str(), &of_a) == 0 && stat(b.c_str(), &of_b) == 0 &&
            of_a.st_dev == of_b.st_dev && of_a.st_ino == of_b.st_ino;
 }

@@ -9,8 +9,8 @@
 
 #include <algorithm>
 #include <charconv>
-#include <optional>
 #include <map>
+#include <optional>
 
 namespace qx::files {
 
@@ -95,8 +95,8 @@ std::string workbook_part(Archive& archive) {
 
 // --- Texts and styles -----------------------------------------------------------------------------------------------
 
-/// A text with the characters for which _x000D_ and its like stand; _x005F_ is an underscore in front of what only looks
-/// like one.
+/// A text with the characters for which _x000D_ and its like stand; _x005F_ is an underscore in front of what only
+/// looks like one.
 std::string unescaped(std::string_view text) {
     std::string result;
     for (std::size_t at = 0; at < text.size();) {
@@ -144,34 +144,62 @@ class SharedTexts : public XmlHandler {
 /// The codes of the formats that have numbers only (18.8.30 of the standard).
 std::string_view built_in_format(long id) {
     switch (id) {
-    case 1: return "0";
-    case 2: return "0.00";
-    case 3: return "#,##0";
-    case 4: return "#,##0.00";
-    case 9: return "0%";
-    case 10: return "0.00%";
-    case 11: return "0.00E+00";
-    case 12: return "# ?/?";
-    case 13: return "# ?\?/?\?";
-    case 14: return "mm-dd-yy";
-    case 15: return "d-mmm-yy";
-    case 16: return "d-mmm";
-    case 17: return "mmm-yy";
-    case 18: return "h:mm AM/PM";
-    case 19: return "h:mm:ss AM/PM";
-    case 20: return "h:mm";
-    case 21: return "h:mm:ss";
-    case 22: return "m/d/yy h:mm";
-    case 37: return "#,##0 ;(#,##0)";
-    case 38: return "#,##0 ;[Red](#,##0)";
-    case 39: return "#,##0.00;(#,##0.00)";
-    case 40: return "#,##0.00;[Red](#,##0.00)";
-    case 45: return "mm:ss";
-    case 46: return "[h]:mm:ss";
-    case 47: return "mm:ss.0";
-    case 48: return "##0.0E+0";
-    case 49: return "@";
-    default: return {};
+    case 1:
+        return "0";
+    case 2:
+        return "0.00";
+    case 3:
+        return "#,##0";
+    case 4:
+        return "#,##0.00";
+    case 9:
+        return "0%";
+    case 10:
+        return "0.00%";
+    case 11:
+        return "0.00E+00";
+    case 12:
+        return "# ?/?";
+    case 13:
+        return "# ?\?/?\?";
+    case 14:
+        return "mm-dd-yy";
+    case 15:
+        return "d-mmm-yy";
+    case 16:
+        return "d-mmm";
+    case 17:
+        return "mmm-yy";
+    case 18:
+        return "h:mm AM/PM";
+    case 19:
+        return "h:mm:ss AM/PM";
+    case 20:
+        return "h:mm";
+    case 21:
+        return "h:mm:ss";
+    case 22:
+        return "m/d/yy h:mm";
+    case 37:
+        return "#,##0 ;(#,##0)";
+    case 38:
+        return "#,##0 ;[Red](#,##0)";
+    case 39:
+        return "#,##0.00;(#,##0.00)";
+    case 40:
+        return "#,##0.00;[Red](#,##0.00)";
+    case 45:
+        return "mm:ss";
+    case 46:
+        return "[h]:mm:ss";
+    case 47:
+        return "mm:ss.0";
+    case 48:
+        return "##0.0E+0";
+    case 49:
+        return "@";
+    default:
+        return {};
     }
 }
 
@@ -188,7 +216,8 @@ std::vector<std::uint16_t> read_styles(Archive& archive, const std::string& part
             if (styles.size() == most_formats) throw FileError("the file is refused: it has more than 65,000 styles");
             const long id = integer_in(attributes.get("numFmtId"), 0);
             const auto code = codes.find(id);
-            styles.push_back(builder.format(code == codes.end() ? built_in_format(id) : std::string_view(code->second)));
+            styles.push_back(
+                builder.format(code == codes.end() ? built_in_format(id) : std::string_view(code->second)));
         } else if (element == "cellXfs" || element == "cellStyleXfs" || element == "cellStyles" || element == "dxfs") {
             of_cells = element == "cellXfs";
         }
@@ -221,7 +250,8 @@ class WorkbookPart : public XmlHandler {
             sheets.push_back({std::string(attributes.get("name")), is_sheet ? relation->second.target : "",
                               attributes.find("state") != nullptr && attributes.get("state") != "visible"});
         } else if (element == "definedName") {
-            name_ = {std::string(attributes.get("name")), "", static_cast<int>(integer_in(attributes.get("localSheetId")))};
+            name_ = {std::string(attributes.get("name")), "",
+                     static_cast<int>(integer_in(attributes.get("localSheetId")))};
             in_name_ = true;
             const bool own = name_.name.starts_with("_xlnm.");
             print_settings |= own;
@@ -327,7 +357,8 @@ class SheetPart : public XmlHandler {
         }
         if (row_ < 1 || row_ > static_cast<long>(sheet::max_rows) || column_ < 1 || column_ > sheet::max_columns)
             valid_ = false;
-        if (!valid_) return builder_.note("a cell at \"" + sheet::valid_utf8(where.substr(0, 40)) + "\" is on no sheet");
+        if (!valid_)
+            return builder_.note("a cell at \"" + sheet::valid_utf8(where.substr(0, 40)) + "\" is on no sheet");
         cell_.row = static_cast<std::uint32_t>(row_ - 1);
         cell_.column = static_cast<std::uint16_t>(column_ - 1);
         const long style = integer_in(attributes.get("s"), 0);
@@ -366,16 +397,18 @@ class SheetPart : public XmlHandler {
             cell_.kind = Kind::error;
             if (sheet::match_error(value_, error) != value_.size()) {
                 error = xlerrValue;
-                if (formula_.empty()) builder_.note(address(), "the error " + value_.substr(0, 40) + " becomes #VALUE!");
+                if (formula_.empty())
+                    builder_.note(address(), "the error " + value_.substr(0, 40) + " becomes #VALUE!");
             }
             cell_.number = error;
         } else if (type_ == "d") {
-            const auto date = sheet::read_number(value_.size() > 10 && value_[10] == 'T'
-                                                     ? value_.substr(0, 10) + " " + value_.substr(11, 8)
-                                                     : value_);
+            const auto date = sheet::read_number(
+                value_.size() > 10 && value_[10] == 'T' ? value_.substr(0, 10) + " " + value_.substr(11, 8) : value_);
             cell_.kind = Kind::number;
-            if (date) cell_.number = date->value;
-            else builder_.note(address(), "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is no date");
+            if (date)
+                cell_.number = date->value;
+            else
+                builder_.note(address(), "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is no date");
             if (cell_.format == 0) cell_.format = builder_.format("yyyy-mm-dd");
         } else {
             double x = 0.0;
@@ -420,8 +453,9 @@ class SheetPart : public XmlHandler {
         if (found == shared_formulas_.end())
             return builder_.note(address(), "its shared formula is not in the file; the file's value is kept");
         const SharedFormula& shared = found->second;
-        cell_.formula = builder_.formula(sheet::moved_formula(shared.formula, std::int64_t{cell_.row} - shared.first.row,
-                                                           std::int64_t{cell_.column} - shared.first.column));
+        cell_.formula =
+            builder_.formula(sheet::moved_formula(shared.formula, std::int64_t{cell_.row} - shared.first.row,
+                                                  std::int64_t{cell_.column} - shared.first.column));
     }
 
     void add_array() {
@@ -509,11 +543,14 @@ Model read_xlsx(Archive& archive) {
     if (builder.model.sheets.empty()) throw FileError("the file has no sheet");
     for (NameModel& name : book.names) {
         if (name.sheet >= 0)
-            name.sheet = static_cast<std::size_t>(name.sheet) < numbers.size() ? numbers[static_cast<std::size_t>(name.sheet)] : -1;
+            name.sheet = static_cast<std::size_t>(name.sheet) < numbers.size()
+                             ? numbers[static_cast<std::size_t>(name.sheet)]
+                             : -1;
         name.formula = from_xlsx(name.formula);
         builder.model.names.push_back(std::move(name));
     }
-    if (book.from_1904) builder.note("the file counts days from 1904; its dates are shown as such, and count from 1900");
+    if (book.from_1904)
+        builder.note("the file counts days from 1904; its dates are shown as such, and count from 1900");
     if (book.print_settings) builder.not_kept("print settings");
     note_parts(archive, builder);
     return std::move(builder.model);
@@ -584,16 +621,27 @@ class ValueWriter : public XmlHandler {
         for (std::size_t at = 0; at < text.size(); ++at) {
             const char c = text[at];
             char code[8];
-            if (c == '<') result += "&lt;";
-            else if (c == '>') result += "&gt;";
-            else if (c == '&') result += "&amp;";
-            else if (c == '"') result += "&quot;";
+            if (c == '<')
+                result += "&lt;";
+            else if (c == '>')
+                result += "&gt;";
+            else if (c == '&')
+                result += "&amp;";
+            else if (c == '"')
+                result += "&quot;";
             else if ((static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t') || is_escape(text.substr(at))) {
                 std::snprintf(code, sizeof code, "_x%04X_", static_cast<unsigned>(c) & 0xFFu);
                 result += code;
-            } else result += c;
+            } else
+                result += c;
         }
         return result;
+    }
+
+    /// True if blanks at the ends of a text could be taken for layout.
+    static bool preserves(std::string_view text) {
+        constexpr std::string_view blanks = " \t\n";
+        return !text.empty() && (blanks.find(text.front()) != blanks.npos || blanks.find(text.back()) != blanks.npos);
     }
 
     void close_cell(std::size_t end) {
@@ -606,11 +654,23 @@ class ValueWriter : public XmlHandler {
         const std::string prefix = tag_.substr(0, tag_.rfind(':') + 1); // npos + 1 is 0
         std::string type, content;
         switch (value.kind) {
-        case Kind::number: content = sheet::shortest_text(value.number); break;
-        case Kind::boolean: type = "b"; content = value.number != 0.0 ? "1" : "0"; break;
-        case Kind::error: type = "e"; content = sheet::error_text(static_cast<std::uint16_t>(value.number)); break;
-        case Kind::text: type = formula_.empty() ? "inlineStr" : "str"; content = escaped(text); break;
-        case Kind::blank: break;
+        case Kind::number:
+            content = sheet::shortest_text(value.number);
+            break;
+        case Kind::boolean:
+            type = "b";
+            content = value.number != 0.0 ? "1" : "0";
+            break;
+        case Kind::error:
+            type = "e";
+            content = sheet::error_text(static_cast<std::uint16_t>(value.number));
+            break;
+        case Kind::text:
+            type = formula_.empty() ? "inlineStr" : "str";
+            content = escaped(text);
+            break;
+        case Kind::blank:
+            break;
         }
         result_ += document_.substr(copied_, cell_start_ - copied_);
         result_ += "<" + tag_ + start_tag_ + (type.empty() ? "" : " t=\"" + type + "\"") + ">" + std::string(formula_);
@@ -618,7 +678,8 @@ class ValueWriter : public XmlHandler {
             result_ += "<" + prefix + "is><" + prefix + "t xml:space=\"preserve\">" + content + "</" + prefix + "t></" +
                        prefix + "is>";
         else if (value.kind != Kind::blank)
-            result_ += "<" + prefix + "v>" + content + "</" + prefix + "v>";
+            result_ +=
+                "<" + prefix + (preserves(text) ? "v xml:space=\"preserve\">" : "v>") + content + "</" + prefix + "v>";
         result_ += std::string(extension_) + "</" + tag_ + ">";
         copied_ = end;
     }

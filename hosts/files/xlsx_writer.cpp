@@ -116,8 +116,7 @@ class XlsxWriter {
     void add_sheet(std::uint16_t number) {
         const std::string& name = document_.book.sheet_name(number);
         lxw_worksheet* const sheet = workbook_add_worksheet(book_, name.c_str());
-        if (sheet == nullptr)
-            throw FileError("\"" + name + "\" cannot be the name of a sheet in an .xlsx file");
+        if (sheet == nullptr) throw FileError("\"" + name + "\" cannot be the name of a sheet in an .xlsx file");
         if (number > 0 && document_.is_hidden(number)) worksheet_hide(sheet);
         sheets_.push_back(sheet);
     }
@@ -128,8 +127,10 @@ class XlsxWriter {
         lxw_format*& made = formats_[code];
         if (made == nullptr) {
             made = workbook_add_format(book_);
-            if (code == "mm-dd-yy") format_set_num_format_index(made, 14); // the date of the reader's own country
-            else format_set_num_format(made, code.c_str());
+            if (code == "mm-dd-yy")
+                format_set_num_format_index(made, 14); // the date of the reader's own country
+            else
+                format_set_num_format(made, code.c_str());
         }
         return made;
     }
@@ -167,8 +168,8 @@ class XlsxWriter {
                       place);
             else if (many)
                 check(worksheet_write_dynamic_array_formula_num(sheet, filled.first_row, filled.first_column,
-                                                                filled.last_row, filled.last_column, text.c_str(), style,
-                                                                number),
+                                                                filled.last_row, filled.last_column, text.c_str(),
+                                                                style, number),
                       place);
             else
                 check(worksheet_write_formula_num(sheet, row, column, text.c_str(), style, number), place);
@@ -188,8 +189,8 @@ class XlsxWriter {
             write_text(sheet, at, text, style, place);
             break;
         case Kind::error: // there is no such constant to write: a text first, see special_
-            check(worksheet_write_string(sheet, row, column,
-                                         sheet::error_text(static_cast<std::uint16_t>(cell.number)), style),
+            check(worksheet_write_string(sheet, row, column, sheet::error_text(static_cast<std::uint16_t>(cell.number)),
+                                         style),
                   place);
             special_.insert({at.sheet, at.row, at.column});
             break;
@@ -198,7 +199,8 @@ class XlsxWriter {
         }
     }
 
-    void write_text(lxw_worksheet* sheet, CellAddress at, std::string& text, lxw_format* style, const std::string& place) {
+    void write_text(lxw_worksheet* sheet, CellAddress at, std::string& text, lxw_format* style,
+                    const std::string& place) {
         if (sheet::character_count(text) > longest_text) text.resize(sheet::character_offset(text, longest_text));
         if (text.empty()) { // libxlsxwriter would write no text
             check(worksheet_write_string(sheet, at.row, at.column, " ", style), place);
@@ -225,7 +227,8 @@ class XlsxWriter {
             });
             for (std::size_t column = 0; column < widths.size(); ++column)
                 if (widths[column] > narrowest)
-                    worksheet_set_column(sheets_[number], static_cast<lxw_col_t>(column), static_cast<lxw_col_t>(column),
+                    worksheet_set_column(sheets_[number], static_cast<lxw_col_t>(column),
+                                         static_cast<lxw_col_t>(column),
                                          static_cast<double>(std::min(widths[column], widest)) + 1.7, nullptr);
         }
         for (const ColumnWidth& width : document_.widths(number))
@@ -251,8 +254,8 @@ class XlsxWriter {
             const std::size_t digits = address.find_first_of("0123456789");
             return "$" + address.substr(0, digits) + "$" + address.substr(digits);
         };
-        std::string text = quoted_sheet(document_.book.sheet_name(area.sheet)) + "!" +
-                           corner(area.first_row, area.first_column);
+        std::string text =
+            quoted_sheet(document_.book.sheet_name(area.sheet)) + "!" + corner(area.first_row, area.first_column);
         if (!area.is_cell()) text += ":" + corner(area.last_row, area.last_column);
         return text;
     }
@@ -262,7 +265,8 @@ class XlsxWriter {
         lxw_worksheet* const sheet = workbook_add_worksheet(book_, free_name("Charts").c_str());
         lxw_row_t row = 0;
         for (const Chart& chart : charts_) {
-            lxw_chart* const drawing = workbook_add_chart(book_, chart.has_columns() ? LXW_CHART_COLUMN : LXW_CHART_LINE);
+            lxw_chart* const drawing =
+                workbook_add_chart(book_, chart.has_columns() ? LXW_CHART_COLUMN : LXW_CHART_LINE);
             for (const Series& series : chart.series) {
                 const std::string values = "=" + fixed(series.values);
                 const std::string over = chart.over ? "=" + fixed(*chart.over) : std::string();
@@ -299,7 +303,9 @@ class XlsxWriter {
 
 } // namespace
 
-std::string as_xlsx(Document& document, const std::vector<Chart>& charts) { return XlsxWriter(document, charts).write(); }
+std::string as_xlsx(Document& document, const std::vector<Chart>& charts) {
+    return XlsxWriter(document, charts).write();
+}
 
 bool as_same_xlsx(Document& document, std::string& bytes) {
     // Every cell that shows something of ours must be in the file to take it.

@@ -7,7 +7,8 @@
 
 namespace qx::files {
 
-/// The attributes of an element, by the name without its prefix; names of the extensions of LibreOffice keep "calcext:".
+/// The attributes of an element, by the name without its prefix; names of the extensions of LibreOffice keep
+/// "calcext:".
 class Attributes {
   public:
     explicit Attributes(const char** list) : list_(list) {}

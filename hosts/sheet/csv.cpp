@@ -289,8 +289,8 @@ std::string csv_value(const Value& value, bool dates) {
 }
 
 std::string csv_field(std::string_view text) {
-    if (text.empty() || (text.find_first_of(",\"\r\n") == std::string_view::npos && text.front() != ' ' &&
-                         text.back() != ' '))
+    if (text.empty() ||
+        (text.find_first_of(",\"\r\n") == std::string_view::npos && text.front() != ' ' && text.back() != ' '))
         return std::string(text);
     std::string field = "\"";
     for (const char c : text) field.append(c == '"' ? 2 : 1, c);

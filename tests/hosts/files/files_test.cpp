@@ -4,12 +4,12 @@
 #include "hosts/files/safe_file.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <csignal>
 
 namespace qx::files {
 
@@ -144,16 +144,25 @@ TEST(Document, XlsxGivesBackWhatACsvModelHolds) {
     for (const CellAddress cell : cells_of(*area)) {
         const std::string where = sheet::address_text(cell);
         const Value wanted = model.book.value(cell), found = back.book.value(cell);
-        EXPECT_TRUE(wanted.is_error() ? found.is_error() && found.error() == wanted.error() : found.identical(wanted)) << where;
-        const auto in_file = std::find_if(stored.sheets[0].cells.begin(), stored.sheets[0].cells.end(), [&](const Cell& each) {
-            return each.row == cell.row && each.column == cell.column;
-        });
+        EXPECT_TRUE(wanted.is_error() ? found.is_error() && found.error() == wanted.error() : found.identical(wanted))
+            << where;
+        const auto in_file =
+            std::find_if(stored.sheets[0].cells.begin(), stored.sheets[0].cells.end(),
+                         [&](const Cell& each) { return each.row == cell.row && each.column == cell.column; });
         if (wanted.is_blank()) continue;
         ASSERT_NE(in_file, stored.sheets[0].cells.end()) << where;
-        if (wanted.is_number()) { EXPECT_EQ(in_file->number, wanted.number()) << where; }
-        if (wanted.is_error()) { EXPECT_TRUE(in_file->kind == Kind::error && in_file->number == wanted.error()) << where; }
-        if (wanted.is(sheet::Type::boolean)) { EXPECT_EQ(in_file->kind, Kind::boolean) << where; }
-        if (wanted.is_text()) { EXPECT_EQ(stored.texts[in_file->text], wanted.text()) << where; }
+        if (wanted.is_number()) {
+            EXPECT_EQ(in_file->number, wanted.number()) << where;
+        }
+        if (wanted.is_error()) {
+            EXPECT_TRUE(in_file->kind == Kind::error && in_file->number == wanted.error()) << where;
+        }
+        if (wanted.is(sheet::Type::boolean)) {
+            EXPECT_EQ(in_file->kind, Kind::boolean) << where;
+        }
+        if (wanted.is_text()) {
+            EXPECT_EQ(stored.texts[in_file->text], wanted.text()) << where;
+        }
     }
     EXPECT_NE(back.book.formula({0, 1, 0}), nullptr);
     EXPECT_EQ(back.book.formula({4, 1, 0}), nullptr);
