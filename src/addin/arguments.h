@@ -21,7 +21,8 @@ constexpr Argument DayCount(double preset = 5.0) {
     return optional("DayCount", preset,
                     "Day count convention: 0 30/360 PSA, 1 actual/actual, 2 actual/360, 3 actual/365, 4 30E/360, 5 "
                     "decimal year, 6 actual/actual in period; or a composite core.startend",
-                    "Actual Days/Actual Days In Month ('Decimal Year')");
+                    preset == 5.0 ? "Actual Days/Actual Days In Month ('Decimal Year')" : nullptr)
+        .within(daycount_limits);
 }
 /// An optional annual sequence that takes a preset sequence when it is left out.
 constexpr Argument sequence(const char* name, int preset, const char* help) {
@@ -39,7 +40,8 @@ constexpr Argument ProjMode(double preset = 0.0) {
     return optional(
         "ProjMode", preset,
         "Accruals=0, Cash=1.  Has other settings. The first two decimals are a delay of payments in days: 1.05 is "
-        "cash, received 5 days late");
+        "cash, received 5 days late")
+        .within(projmode_limits);
 }
 /// When cash is paid, in functions that name it so.
 constexpr Argument CashBasis(int preset = 4) {
@@ -156,6 +158,67 @@ constexpr Argument StartDCF() {
 }
 constexpr Argument FinishDCF() {
     return optional("FinishDCF", "If omitted, all cashflows are included. Cash flows from this date on are left out");
+}
+
+// --- Groups: the arguments of a composite parameter (projections/terms.h, projections/steps.h) -----------------------
+
+/// timeperiod: Time and Base.
+constexpr ArgumentGroup time_period() { return {Time(), Base()}; }
+/// Measure and Basis.
+constexpr ArgumentGroup measure(double day_count = 0.0) { return {DayCount(day_count), Periods()}; }
+constexpr ArgumentGroup basis() { return {DayCount(0.0), Periods(), ProjMode()}; }
+
+/// Life.
+constexpr Argument Start(const char* help = "Date on which it starts; the day itself counts") { return {"Start", help}; }
+constexpr Argument Finish(const char* help = "Date on which it finishes; the day itself does not count") {
+    return {"Finish", help};
+}
+constexpr ArgumentGroup life() { return {Start(), Finish()}; }
+
+/// Growth.
+constexpr Argument GrowthDates(const char* name = "GrowthDates") {
+    return Argument{name, "Dates from which the growth rates apply, ascending; the last one applies for ever",
+                    {Preset::empty}}
+        .in_ascending_order();
+}
+constexpr Argument GrowthRates(const char* name = "GrowthRates") {
+    return {name, "Annual equivalent growth rates as fractions, one for each growth date: 0.03 is 3% a year",
+            {Preset::empty}};
+}
+constexpr ArgumentGroup growth(const char* dates = "GrowthDates", const char* rates = "GrowthRates") {
+    return {GrowthDates(dates), GrowthRates(rates)};
+}
+constexpr Argument RevMonthsOpt(const char* name = "RevMonthsOpt") {
+    return optional(name, 0, "Months between reviews, 0 to 1000; 0 for continuous growth", "continuous")
+        .within(review_months_limits);
+}
+
+/// Forecast.
+constexpr ArgumentGroup forecast(const char* values = "FcstVals", const char* start = "StartFcst",
+                                 const char* base = "FcstBase") {
+    return {{values, "Values of the forecast, one for each of its periods; the last one holds from then on"},
+            {start, "Date from which the first value of the forecast holds"},
+            Argument{base, "Months that each value of the forecast holds, 1 to 1000"}.within(forecast_base_limits)};
+}
+
+/// FromSteps and ToSteps.
+constexpr Argument FromDates(const char* help = "Dates from which the rates apply, ascending") {
+    return Argument{"FromDates", help}.in_ascending_order();
+}
+constexpr Argument ToDates(const char* help = "Dates up to which the rates apply, ascending") {
+    return Argument{"ToDates", help}.in_ascending_order();
+}
+constexpr ArgumentGroup from_steps() { return {Finish(), FromDates()}; }
+constexpr ArgumentGroup to_steps() { return {Start(), ToDates()}; }
+constexpr Argument AnnualRates() {
+    return {"AnnualRates", "Amounts a year, one for each of the dates, or a single one for all"};
+}
+
+/// Streams.
+constexpr ArgumentGroup streams(const char* rate = "AnnualRate") {
+    return {{"Start", "Date on which the stream starts (the day itself counts), or a list of dates for several streams"},
+            {"Finish", "Date on which the stream finishes (the day itself does not count), or a list of dates"},
+            {rate, "Amount a year, or a list of amounts"}};
 }
 
 } // namespace qx

@@ -248,6 +248,13 @@ const OPER& single_cell(const OPER& array, const Source& from) {
     return count == 0 ? nil : cells[0];
 }
 
+/// A list of dates that must ascend: rows at its end without a date are dropped, as users select longer ranges than
+/// they fill; one row stays, since a single zero date has a meaning of its own.
+void put_in_order(Range<date>& dates) {
+    dates.trailingzerosizenz();
+    dates.checkascending();
+}
+
 } // namespace
 
 const OPER& Frame::next_cell() const {
@@ -376,6 +383,8 @@ void Frame::input_range(Range<T>& slot, const char* name) {
         if (traced()) trace().warning(type_warning);
         throw inputerror(context);
     }
+    if constexpr (std::is_same_v<T, date>)
+        if (in.argument.order == Order::ascending) put_in_order(slot);
     if (traced())
         trace().return_value(from.name, text_of(from.name, " had ", slot.size(), " elements"), context.function(),
                              in.level);

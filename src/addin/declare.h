@@ -6,6 +6,7 @@
 #include "addin/arguments.h"
 #include "addin/export_lists.h"
 #include "addin/frame.h"
+#include "core/routine.h"
 
 #include <string_view>
 #include <tuple>
@@ -71,6 +72,46 @@ inline constexpr Kind last_kind_of = std::is_same_v<T, timeperiod> ? Kind::perio
 template <class A, class B, int n>
 inline constexpr Kind last_kind_of<Pairs<A, B, n>> = kind_of<B>;
 
+// --- Parameters of several cells -------------------------------------------------------------------------------------
+
+template <class... T>
+struct TypeList {};
+template <class... L>
+struct Joined;
+template <>
+struct Joined<> {
+    using type = TypeList<>;
+};
+template <class... A>
+struct Joined<TypeList<A...>> {
+    using type = TypeList<A...>;
+};
+template <class... A, class... B, class... Rest>
+struct Joined<TypeList<A...>, TypeList<B...>, Rest...> : Joined<TypeList<A..., B...>, Rest...> {};
+
+/// What a parameter is made of: itself, the range behind a view, or the members of a composite.
+template <class P>
+struct PartsOf {
+    using type = TypeList<P>;
+};
+template <class T>
+struct PartsOf<View<T>> {
+    using type = TypeList<Range<T>>;
+};
+template <class L>
+struct PartsOfTakes;
+template <class... T>
+struct PartsOfTakes<Takes<T...>> : Joined<typename PartsOf<T>::type...> {};
+template <Composite P>
+struct PartsOf<P> : PartsOfTakes<typename P::takes> {};
+template <class... P>
+using Parts = typename Joined<typename PartsOf<std::remove_cvref_t<P>>::type...>::type;
+
+template <class L>
+inline constexpr int parts_in = 0;
+template <class... T>
+inline constexpr int parts_in<TypeList<T...>> = sizeof...(T);
+
 /// The slot of a number in the pool of a type.
 template <class T>
 struct Slots {
@@ -83,8 +124,11 @@ struct Slots<Range<T>> {
     static Range<T>& get(int slot) { return RangePool<T>::get(slot); }
 };
 
+/// The inputs of a call, part by part: P are no composites.
+template <class Parts>
+struct Parameters;
 template <class... P>
-struct Parameters {
+struct Parameters<TypeList<P...>> {
     static constexpr int count = sizeof...(P);
     static constexpr int cells = (0 + ... + cells_of<P>);
     static_assert(cells <= max_arguments, "a worksheet function takes at most 29 cells");
@@ -104,14 +148,52 @@ struct Parameters {
         return calls;
     }
 
-    /// Slot numbers, given out per type in the order of the arguments.
     template <std::size_t I>
-    static constexpr int slot() {
-        int number = 1;
-        std::size_t i = 0;
-        ((number += (i++ < I && std::is_same_v<P, std::tuple_element_t<I, std::tuple<P...>>>) ? 1 : 0), ...);
-        return number;
+    using Part = std::tuple_element_t<I, std::tuple<std::type_identity<P>...>>::type;
+
+    /// The slot of part I. Slots are given out per type, in the order of the arguments.
+    template <std::size_t I>
+    static Part<I>& slot() {
+        constexpr int number = [] {
+            int n = 1;
+            std::size_t i = 0;
+            ((n += (i++ < I && std::is_same_v<P, Part<I>>) ? 1 : 0), ...);
+            return n;
+        }();
+        return Slots<Part<I>>::get(number);
     }
+    /// Converts the cells into the slots from part `first` on, from left to right.
+    template <std::size_t first>
+    static void input(Frame& frame) {
+        [&]<std::size_t... I>(std::index_sequence<I...>) {
+            (frame.input(slot<first + I>()), ...);
+        }(std::make_index_sequence<count - first>{});
+    }
+    /// The parameter of type A whose first part is number I.
+    template <class A, std::size_t I>
+    static decltype(auto) make() {
+        if constexpr (Composite<A>)
+            return compose<A, I>(typename A::takes{});
+        else
+            return slot<I>();
+    }
+
+  private:
+    template <class A, std::size_t I, class... T>
+    static A compose(Takes<T...>) {
+        return [&]<std::size_t... J>(std::index_sequence<J...>) {
+            return A{make<T, I + offset<J, T...>>()...};
+        }(std::index_sequence_for<T...>{});
+    }
+
+  public:
+    /// How many parts come before parameter J of A.
+    template <std::size_t J, class... A>
+    static constexpr std::size_t offset = [] {
+        std::size_t before = 0, j = 0;
+        ((before += j++ < J ? parts_in<qx::declaring::Parts<A>> : 0), ...);
+        return before;
+    }();
 };
 
 template <auto routine>
@@ -123,16 +205,29 @@ inline constexpr bool gives_dates =
 
 template <class R, class... A, R (*routine)(A...)>
 struct Thunk<routine> {
-    using Inputs = Parameters<std::remove_cvref_t<A>...>;
+    using Inputs = Parameters<Parts<A...>>;
     static constexpr Calls calls() { return Inputs::calls(&run, gives_dates<R>); }
-    static void run(Frame& frame) { run(frame, std::index_sequence_for<A...>{}); }
-
-    template <std::size_t... I>
-    static void run(Frame& frame, std::index_sequence<I...>) {
-        (frame.input(Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I>())),
-         ...); // from left to right
+    static void run(Frame& frame) {
+        Inputs::template input<0>(frame);
         frame.inputs_concluded();
-        frame.reply(routine(Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I>())...));
+        [&]<std::size_t... I>(std::index_sequence<I...>) {
+            frame.reply(routine(Inputs::template make<std::remove_cvref_t<A>, Inputs::template offset<I, A...>>()...));
+        }(std::index_sequence_for<A...>{});
+    }
+};
+
+/// A function that another took the place of: it shows its inputs and the note of the change, and calls the other.
+template <auto routine>
+struct AliasThunk;
+
+template <class R, class... A, R (*routine)(A...)>
+struct AliasThunk<routine> {
+    static R call(const A&... inputs) {
+        const Function& function = *Frame::at_work();
+        Routine here{function.name};
+        here.inputs(inputs...);
+        here.change_note(function.change.number, function.change.text);
+        return here.returning(routine(inputs...));
     }
 };
 
@@ -178,12 +273,9 @@ template <class First, class... A, double (*routine)(First, A...)>
 struct TwinThunk<routine> {
     using One = std::remove_cvref_t<First>;
     using Many = typename Leading<One>::Many;
-    using Inputs = Parameters<One, std::remove_cvref_t<A>...>;
+    using Inputs = Parameters<Parts<One, A...>>;
 
-    static void run(Frame& frame) { run(frame, std::index_sequence_for<A...>{}); }
-
-    template <std::size_t... I>
-    static void run(Frame& frame, std::index_sequence<I...>) {
+    static void run(Frame& frame) {
         const bool array = frame.wants_array();
         One& one = VarPool<One>::get(1);
         Many& many = RangePool<typename Many::value_type>::get(Leading<One>::slot);
@@ -191,15 +283,20 @@ struct TwinThunk<routine> {
             Leading<One>::input(frame, many);
         else
             frame.input(one);
-        (frame.input(Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I + 1>())), ...);
+        Inputs::template input<1>(frame);
         frame.inputs_concluded();
-        const auto call = [](const One& leading) {
-            return routine(leading, Slots<std::remove_cvref_t<A>>::get(Inputs::template slot<I + 1>())...);
-        };
         if (array)
             frame.reply(each_of(frame.function.name, many, call));
         else
             frame.reply(call(one));
+    }
+
+  private:
+    static double call(const One& leading) {
+        return [&]<std::size_t... I>(std::index_sequence<I...>) {
+            return routine(leading,
+                           Inputs::template make<std::remove_cvref_t<A>, Inputs::template offset<I + 1, One, A...>>()...);
+        }(std::index_sequence_for<A...>{});
     }
 };
 
@@ -212,6 +309,13 @@ inline constexpr Calls core = declaring::Thunk<routine>::calls();
 /// The calls of a routine of a time period, a date or a number that has an array twin.
 template <auto routine>
 inline constexpr Calls twin = declaring::TwinThunk<routine>::Inputs::calls(&declaring::TwinThunk<routine>::run, false);
+
+/// The calls of a function that only calls a newer one, which takes the same arguments: after its `.change` note in
+/// the trace. `twin_alias_of` for one with an array twin.
+template <auto routine>
+inline constexpr Calls alias_of = core<declaring::AliasThunk<routine>::call>;
+template <auto routine>
+inline constexpr Calls twin_alias_of = twin<declaring::AliasThunk<routine>::call>;
 
 // --- The soundness of a declaration ----------------------------------------------------------------------------------
 

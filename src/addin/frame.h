@@ -43,7 +43,7 @@ std::string describe(const Repeated<Cell, n>& cells) {
 
 class Frame {
   public:
-    Frame(const Function& function, OPER* const* cells) : function(function), cells_(cells) {}
+    Frame(const Function& function, OPER* const* cells) : function(function), cells_(cells) { at_work_ = &function; }
 
     // Conversions of the next argument into its slot. A required argument follows AssignCell, AssignRange,
     // Assignannseq; an optional one the Opt form. Each throws what the cell deserves.
@@ -117,6 +117,9 @@ class Frame {
     /// The next two cells as the dates of a time base, for an array twin.
     void input_times(Range<date>& slot);
 
+    /// The function of the call at work.
+    static const Function* at_work() { return at_work_; }
+
     const Function& function;
     FunctionContext context;
 
@@ -144,6 +147,8 @@ class Frame {
     void input_figures(AnnualSequence& slot, const OPER& array);
     template <class T, int N>
     void reply_range(const Range<T, N>& list);
+
+    static inline const Function* at_work_ = nullptr;
 
     OPER* const* cells_;
     int argument_ = 0; ///< the next argument

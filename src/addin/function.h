@@ -12,8 +12,10 @@
 #pragma once
 
 #include "addin/oper.h"
+#include "core/limits.h"
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -78,13 +80,37 @@ struct Preset {
     const char* words = nullptr; ///< the default as text; for the other types what the default means, if told
 };
 
+/// What a list of dates or numbers must be like.
+enum class Order : std::uint8_t {
+    any,
+    ascending, ///< blank rows at the end are dropped; a date before the one above it is refused (notascending)
+};
+
 /// One argument of a worksheet function.
 struct Argument {
     const char* name = nullptr;
     const char* help = nullptr;
     Preset preset = {};
+    Limits limits = {}; ///< what the routine allows, in units of the argument
+    Order order = Order::any;
 
     constexpr bool is_optional() const { return preset.type != Preset::required; }
+    /// The same argument with limits, with another name, in ascending order.
+    constexpr Argument within(Limits allowed) const {
+        Argument changed = *this;
+        changed.limits = allowed;
+        return changed;
+    }
+    constexpr Argument renamed(const char* other) const {
+        Argument changed = *this;
+        changed.name = other;
+        return changed;
+    }
+    constexpr Argument in_ascending_order() const {
+        Argument changed = *this;
+        changed.order = Order::ascending;
+        return changed;
+    }
 };
 
 // Makers of optional arguments: optional("Round", 0.0, "How to round").
@@ -100,8 +126,36 @@ constexpr Argument optional(const char* name, bool preset, const char* help) {
 constexpr Argument optional(const char* name, const char* preset, const char* help) {
     return {name, help, {Preset::text, 0.0, preset}};
 }
-/// An argument that is an empty range, a blank or the zero date when it is left out.
+/// An argument that is an empty range, a blank or the zero date when it is omitted.
 constexpr Argument optional(const char* name, const char* help) { return {name, help, {Preset::empty, 0.0, nullptr}}; }
+
+/// The arguments of a composite parameter: one or several that stand together in a list.
+struct ArgumentGroup {
+    static constexpr int most = 8;
+    Argument items[most] = {};
+    int count = 0;
+
+    constexpr ArgumentGroup(const Argument& argument) : items{argument}, count(1) {}
+    constexpr ArgumentGroup(const char* name, const char* help, const Preset& preset = {})
+        : ArgumentGroup(Argument{name, help, preset}) {}
+    constexpr ArgumentGroup(std::initializer_list<Argument> arguments) {
+        for (const Argument& argument : arguments) items[count++] = argument;
+    }
+};
+
+/// The arguments of a function, as a list of arguments and groups of them: {Time(), Base(), growth(), basis()}.
+struct Arguments {
+    Argument items[max_arguments] = {};
+
+    constexpr Arguments() = default;
+    constexpr Arguments(std::initializer_list<ArgumentGroup> groups) {
+        int n = 0;
+        for (const ArgumentGroup& group : groups)
+            for (int i = 0; i < group.count; ++i) items[n++] = group.items[i];
+    }
+    constexpr const Argument& operator[](int i) const { return items[i]; }
+    constexpr Argument& operator[](int i) { return items[i]; }
+};
 
 /// How a worksheet call is carried out: made by core<> and its relatives from the routine's own signature.
 struct Calls {
@@ -111,15 +165,23 @@ struct Calls {
     bool gives_dates = false; ///< the numbers of the result are dates, for a host that formats its cells
 };
 
+/// A numbered note of a change in behaviour.
+struct ChangeNote {
+    int number = 0;
+    const char* text = nullptr;
+    const char* newer = nullptr; ///< the function to use instead
+};
+
 struct Function {
     const char* name;
     Category category;
     int topic = 0; ///< number of the help topic; 0 for one given by the function's place in the register
     Calls calls;
     const char* help;
-    Argument args[max_arguments] = {};
+    Arguments args = {};
     const char* examples[6] = {}; ///< cases of the form "MonthEnd(38000) = 38017"
     const char* see_also = "";    ///< names, comma-separated
+    ChangeNote change = {};       ///< why the function is kept beside a newer one; shown in the trace at each call
     bool is_volatile = false;     ///< calculated anew at every recalculation
     bool errors_as_data = false;  ///< takes error values as data: one that escapes shows as #NUM!
 

@@ -45,13 +45,21 @@ namespace {
 std::string_view help_of(std::string_view function, std::string_view argument) {
     const Function* const found = find_function(function);
     if (found == nullptr) return {};
-    const Argument* const end = found->args + found->arity();
+    const Argument* const begin = &found->args[0];
+    const Argument* const end = begin + found->arity();
     const Argument* const same =
-        std::find_if(found->args, end, [argument](const Argument& known) { return known.name == argument; });
+        std::find_if(begin, end, [argument](const Argument& known) { return known.name == argument; });
     return same == end ? std::string_view{} : same->help;
 }
 
-[[maybe_unused]] const clsTrace2::Describer connected = trace().describe_argument = help_of;
+/// What the trace calls an argument of a worksheet function's routine: its declared name.
+std::string_view name_of(std::string_view function, int cell) {
+    const Function* const found = find_function(function);
+    return found == nullptr || cell >= found->arity() ? std::string_view{"?"} : found->args[cell].name;
+}
+
+[[maybe_unused]] const bool connected =
+    (trace().describe_argument = help_of, trace().declared_name = name_of, true);
 
 } // namespace
 

@@ -12,6 +12,7 @@
 #include "calendar/annual_sequence.h"
 #include "calendar/date.h"
 #include "calendar/day_count.h"
+#include "core/routine.h"
 
 #include <cmath>
 #include <string>
@@ -112,5 +113,8 @@ timeperiod CashTime(const timeperiod& ThisTimePeriod, const AnnualSequence& AnnS
 
 /// A period as text: "1Jan2005 to 1Apr2005".
 std::string describe(const timeperiod& period);
+/// Time and Base.
+template <>
+inline constexpr int cells_shown_as_one<timeperiod> = 2;
 
 } // namespace qx

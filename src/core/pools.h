@@ -6,6 +6,10 @@
 
 #include "core/range.h"
 
+#include <bit>
+#include <cstdint>
+#include <utility>
+
 namespace qx {
 
 /// The store of one-value arguments of a type: 19 usable slots.
@@ -65,6 +69,90 @@ class RangePool {
 #define QX_RANGE_POOL_STORAGE(type_)                                                                                   \
     template <>                                                                                                        \
     Range<type_> RangePool<type_>::ranges[range_slots<type_>] {}
+
+/// How many working lists of a type may be in use at once.
+template <class T>
+inline constexpr int work_lists = 0;
+
+/// The store of the working lists of a type.
+template <class T>
+class WorkListPool {
+  public:
+    static constexpr int count = work_lists<T>;
+    static_assert(count > 0 && count <= 32, "no working lists for this type");
+
+    /// A list that nobody uses. Throws outofrange if all are in use.
+    static Range<T>& take() {
+        const int free = std::countr_one(taken);
+        if (free >= count) {
+            FunctionContext context;
+            context.setclass("WorkListPool");
+            if (tracing) context.setmessage(text_of("All ", count, " working lists of one kind are in use."));
+            throw outofrange(context);
+        }
+        taken |= std::uint32_t{1} << free;
+        return lists[free];
+    }
+    static void give_back(Range<T>& list) {
+        list.renew();
+        taken &= ~(std::uint32_t{1} << (&list - lists));
+    }
+
+  private:
+    static Range<T> lists[count];
+    static inline std::uint32_t taken = 0;
+};
+
+/// A list for the work of one routine: empty at first, and given back with the scope. It can be returned as the
+/// routine's result and read wherever a Range or a View is read.
+///
+///     WorkList<double> amounts;
+///     amounts->append(100.0);
+///     total(amounts);
+template <class T>
+class WorkList {
+  public:
+    WorkList() : list_(&WorkListPool<T>::take()) {}
+    explicit WorkList(int n, int columns = 1) : WorkList() { list_->dimension(n, columns); }
+    WorkList(WorkList&& other) noexcept : list_(std::exchange(other.list_, nullptr)) {}
+    WorkList& operator=(WorkList&& other) noexcept {
+        std::swap(list_, other.list_);
+        return *this;
+    }
+    ~WorkList() {
+        if (list_ != nullptr) WorkListPool<T>::give_back(*list_);
+    }
+
+    Range<T>& operator*() { return *list_; }
+    const Range<T>& operator*() const { return *list_; }
+    Range<T>* operator->() { return list_; }
+    const Range<T>* operator->() const { return list_; }
+    operator Range<T>&() { return *list_; }
+    operator const Range<T>&() const { return *list_; }
+    operator View<T>() const { return *list_; }
+    T& operator()(int i) { return (*list_)(i); }
+    const T& operator()(int i) const { return list_->get(i); }
+    int size() const { return list_->size(); }
+    const T* begin() const { return std::as_const(*list_).begin(); }
+    const T* end() const { return std::as_const(*list_).end(); }
+
+  private:
+    Range<T>* list_;
+};
+
+/// Gives a type working lists, in a header; QX_WORK_LIST_STORAGE in one source file.
+#define QX_WORK_LISTS(type_, count_)                                                                                   \
+    template <>                                                                                                        \
+    inline constexpr int work_lists<type_> = count_;                                                                   \
+    template <>                                                                                                        \
+    Range<type_> WorkListPool<type_>::lists[count_]
+#define QX_WORK_LIST_STORAGE(type_)                                                                                    \
+    template <>                                                                                                        \
+    Range<type_> WorkListPool<type_>::lists[work_lists<type_>] {}
+
+QX_WORK_LISTS(double, 32);
+QX_WORK_LISTS(int, 4);
+QX_WORK_LISTS(std::string, 4);
 
 QX_RANGE_POOL(double, 25);
 QX_RANGE_POOL(int, 6);

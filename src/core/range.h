@@ -8,9 +8,7 @@
 // Items past those ever dimensioned are untouched memory, so an unused range costs no resident memory.
 #pragma once
 
-#include "core/errors.h"
-#include "core/trace.h"
-#include "core/utilities.h"
+#include "core/view.h"
 
 #include <algorithm>
 #include <memory>
@@ -19,24 +17,6 @@
 #include <type_traits>
 
 namespace qx {
-
-/// What "zero" means for an item of a range, beside iszero(double). Other item types add theirs.
-inline bool iszero_item(double value) { return iszero(value); }
-inline bool iszero_item(int value) { return value == 0; }
-inline bool iszero_item(long long value) { return value == 0; }
-inline bool iszero_item(const std::string& value) { return value.empty(); }
-template <class T>
-requires requires(const T& value) { value.iszero(); }
-bool iszero_item(const T& value) { return value.iszero(); }
-
-inline bool isequal_item(double a, double b) { return isequal(a, b); }
-template <class T>
-bool isequal_item(const T& a, const T& b) {
-    return a == b;
-}
-
-/// Directions of a list, as thisdirection() codes them.
-enum Direction : int { ascending = 0, descending = 1, no_direction = 3, mixed = 4 };
 
 inline constexpr int range_capacity = 10000;
 
@@ -72,6 +52,22 @@ class Range {
         n_ = n;
         columns_ = columns;
         lastnonblank_ = n;
+    }
+    /// One more item at the end. Throws outofrange above N.
+    void append(const T& value) {
+        dimension(n_ + 1, columns_ < 1 ? 1 : columns_);
+        item(n_) = value;
+    }
+    /// As if never used: no items, and those to come are zeros again. Costs as much as there were items.
+    void renew() {
+        if constexpr (zero_is_built) {
+            std::fill_n(data(), built_, T{});
+        } else {
+            std::destroy_n(data(), built_);
+        }
+        n_ = columns_ = lastnonblank_ = built_ = 0;
+        given_ = false;
+        name_ = nullptr;
     }
     /// The number of items; 0 while the range was never given a length above 0.
     int size() const { return given_ ? n_ : 0; }
@@ -125,26 +121,12 @@ class Range {
 
     // --- Order -----------------------------------------------------------------------------------------------
 
-    /// True if there are fewer than two items or all are alike within the tolerance.
-    bool allequal() const {
-        for (int i = 2; i <= n_; ++i)
-            if (!isequal_item(item(i), item(1))) return false;
-        return true;
-    }
-
-    /// The direction of the list; equal neighbours keep the direction before them.
-    Direction thisdirection() const {
-        Direction step = no_direction;
-        for (int i = 1; i < n_; ++i) {
-            const Direction before = step;
-            if (item(i + 1) > item(i))
-                step = ascending;
-            else if (item(i + 1) < item(i))
-                step = descending;
-            if (i > 1 && before != no_direction && step != before) return mixed;
-        }
-        return step;
-    }
+    operator View<T>() const { return {data() + 1, size(), name_, columns_}; }
+    View<T> view() const { return *this; }
+    bool allequal() const { return view().allequal(); }
+    Direction thisdirection() const { return view().thisdirection(); }
+    void checkascending() const { view().checkascending(); }
+    void checkdescending() const { view().checkdescending(); }
 
     /// Sorts in place by Floyd's heap sort; not stable.
     void heapsort(bool ascending_order) {
@@ -159,22 +141,6 @@ class Range {
             sift(1, k - 1, ascending_order);
         }
         if (traced()) trace().returning("heapsort", level);
-    }
-
-    /// Throws notascending, or notdescending, unless the list is in that order; equal neighbours pass.
-    void checkascending() const {
-        for (int i = 2; i <= size(); ++i)
-            if (!(item(i - 1) <= item(i))) {
-                fail_as<notascending>("Problem with item number ", i - 1, " in a range ", name(),
-                                      " in routine checkascending. It wasn't.");
-            }
-    }
-    void checkdescending() const {
-        for (int i = 2; i <= size(); ++i)
-            if (!(item(i - 1) >= item(i))) {
-                fail_as<notdescending>("Problem with item number ", i - 1, " in a range ", name(),
-                                       " in routine checkdescending. It wasn't.");
-            }
     }
 
     // --- Length by content -----------------------------------------------------------------------------------
@@ -330,13 +296,7 @@ class Range {
     /// Throws an error of class E in the name of this range.
     template <class E, class... Pieces>
     [[noreturn]] void fail_as(const Pieces&... pieces) const {
-        FunctionContext context;
-        if (tracing) {
-            context.setvariable(name());
-            context.setclass("Range");
-            context.setmessage(text_of(pieces...));
-        }
-        throw E(context);
+        view().template fail_as<E>(pieces...);
     }
 
   protected:
@@ -360,11 +320,9 @@ class Range {
 
     // Items 0..n exist; arithmetic items are the zeros that the storage starts with.
     void build(int n) {
-        if constexpr (!zero_is_built) {
-            if (n + 1 <= built_) return;
-            std::uninitialized_value_construct_n(data() + built_, n + 1 - built_);
-            built_ = n + 1;
-        }
+        if (n + 1 <= built_) return;
+        if constexpr (!zero_is_built) std::uninitialized_value_construct_n(data() + built_, n + 1 - built_);
+        built_ = n + 1;
     }
 
     template <class... Pieces>
@@ -410,14 +368,9 @@ class Range {
     const char* name_ = nullptr;
 };
 
-/// A range as text: its name and length, then the items, of which a long list shows the first hundred.
 template <class T, int N>
 std::string describe(const Range<T, N>& range) {
-    constexpr int shown = 100;
-    std::string text = std::string(range.name()) + " (" + std::to_string(range.size()) + ")";
-    for (int i = 1; i <= std::min(range.size(), shown); ++i) text += (i == 1 ? ": " : ", ") + describe(range.get(i));
-    if (range.size() > shown) text += ", ...";
-    return text;
+    return describe(range.view());
 }
 
 } // namespace qx

@@ -3,12 +3,17 @@
 //
 //     double DYear(const date& TheDate) {
 //         Routine here{"DYear"};
-//         here.arguments(QX_NAMED(TheDate));
+//         here.inputs(TheDate);
 //         return here.returning(TheDate.decimal_year());
 //     }
 #pragma once
 
 #include "core/errors.h"
+#include "core/limits.h"
+#include "core/maybe.h"
+#include "core/pairs.h"
+#include "core/repeated.h"
+#include "core/takes.h"
 #include "core/trace.h"
 #include "core/utilities.h"
 
@@ -42,6 +47,10 @@ class TraceBlock {
 template <class T>
 using Shown = std::conditional_t<std::is_scalar_v<T>, T, const T&>;
 
+/// How many cells an input takes that the trace shows as one item.
+template <class T>
+inline constexpr int cells_shown_as_one = 1;
+
 class Routine {
   public:
     enum Call { function, internal, array };
@@ -54,13 +63,20 @@ class Routine {
     bool traced() const { return qx::traced(); }
     int level() const { return level_; }
 
-    /// The inputs of the routine, one trace item each: arguments(QX_NAMED(...)).
+    /// The inputs of a routine that is a worksheet function, one trace item each, in the order of its arguments and
+    /// under the names that its declaration gives them.
+    template <class... Values>
+    void inputs(const Values&... values) {
+        if (qx::traced()) show_inputs<Values...>(values...);
+    }
+    /// The inputs of any other routine, with their names: arguments(QX_NAMED(...)).
     template <class... Values>
     void arguments(const char* names, const Values&... values) {
         if (qx::traced()) show_arguments<Values...>(names, values...);
     }
 
     /// Throws errlibmin or errlibmax in the argument's name unless low <= value <= high. NaN passes.
+    void limit(double value, Limits limits, const char* variable) { limit(value, limits.low, limits.high, variable); }
     void limit(double value, double low, double high, const char* variable) {
         at_least(value, low, variable);
         at_most(value, high, variable);
@@ -155,6 +171,13 @@ class Routine {
         (argument(names, values), ...);
         trace().changelevel(-1);
     }
+    template <class... Values>
+    [[gnu::cold, gnu::noinline]] void show_inputs(Shown<Values>... values) {
+        trace().arguments();
+        int cell = 0;
+        (input(cell, values), ...);
+        trace().changelevel(-1);
+    }
     template <class T>
     [[gnu::cold, gnu::noinline]] void show_result(Shown<T> value) const {
         trace().return_value(value, name_, level_);
@@ -181,16 +204,45 @@ class Routine {
         }
     }
 
+    /// Shows a value under its name.
+    template <class T>
+    void named_argument(std::string_view name, const T& value) {
+        trace().argument(name, value,
+                         trace().describe_argument != nullptr ? trace().describe_argument(name_, name)
+                                                              : std::string_view{});
+    }
     /// Takes the first name off the list and shows the value under it.
     template <class T>
     void argument(const char*& names, const T& value) {
         while (*names == ' ' || *names == ',') ++names;
         const char* const start = names;
         while (*names != '\0' && *names != ',') ++names;
-        const std::string_view name(start, static_cast<std::size_t>(names - start));
-        trace().argument(name, value,
-                         trace().describe_argument != nullptr ? trace().describe_argument(name_, name)
-                                                              : std::string_view{});
+        named_argument(std::string_view(start, static_cast<std::size_t>(names - start)), value);
+    }
+
+    // The inputs from a cell on: each under its declared name, and the cell after it.
+    template <class T>
+    void input(int& cell, const T& value) {
+        if constexpr (Composite<T>) {
+            visit_members(value, [&](const auto& member) { input(cell, member); });
+        } else {
+            named_argument(declared_name(cell), value);
+            cell += cells_shown_as_one<T>;
+        }
+    }
+    template <class A, class B, int n>
+    void input(int& cell, const Pairs<Maybe<A>, Maybe<B>, n>& pairs) {
+        for (int i = 0; i < n; ++i, cell += 2) {
+            if (!pairs.first[i].is_missing()) named_argument(declared_name(cell), pairs.first[i]);
+            if (!pairs.second[i].is_missing()) named_argument(declared_name(cell + 1), pairs.second[i]);
+        }
+    }
+    template <class T, int n>
+    void input(int& cell, const Repeated<T, n>& items) {
+        for (const T& item : items.items) input(cell, item);
+    }
+    std::string_view declared_name(int cell) const {
+        return trace().declared_name != nullptr ? trace().declared_name(name_, cell) : std::string_view{"?"};
     }
 
     const char* name_;

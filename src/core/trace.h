@@ -133,6 +133,9 @@ class clsTrace2 {
     /// The description of an argument of a routine, set by whoever knows the worksheet functions.
     using Describer = std::string_view (*)(std::string_view function, std::string_view argument);
     Describer describe_argument = nullptr;
+    /// The name of argument number `cell` (from 0) of a worksheet function, by the same.
+    using Namer = std::string_view (*)(std::string_view function, int cell);
+    Namer declared_name = nullptr;
 
   private:
     struct Item {

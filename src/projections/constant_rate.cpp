@@ -2,44 +2,51 @@
 
 namespace qx {
 
-void check_projection(Routine& here, double DayCount, double ProjMode) {
-    here.limit(DayCount, 0, 999, "DayCount");
-    here.limit(ProjMode, 0, 7, "ProjMode");
+bool runs_forward(const Routine& here, const timeperiod& period) {
+    if (period.to() >= period.from()) return true;
+    here.info("End of timeperiod (", period.to(), ") less than start (", period.from(), "), returning 0");
+    return false;
 }
 
-bool screen_period(const Routine& here, timeperiod& period, const date& Start, const date& Finish,
-                   const AnnualSequence& Periods, double ProjMode) {
-    if (period.to() < period.from()) {
-        here.info("End of timeperiod (", period.to(), ") less than start (", period.from(), "), returning 0");
-        return false;
-    }
-    const bool outside = period.to() < Start || period.from() > Finish;
-    if (iscash(ProjMode)) {
+bool screen_period(const Routine& here, timeperiod& period, const Life& life, const Basis& basis) {
+    if (!runs_forward(here, period)) return false;
+    const bool outside = period.to() < life.Start || period.from() > life.Finish;
+    if (basis.cash()) {
         if (outside)
-            here.info("  Timeperiod(", period, ") falls outside Start(", Start, ") and Finish(", Finish,
+            here.info("  Timeperiod(", period, ") falls outside Start(", life.Start, ") and Finish(", life.Finish,
                       ") dates, but may produce payment due to timing of cash payment.");
-        period = CashTime(period, Periods, Start, Finish, true, ProjMode);
+        period = CashTime(period, basis.Periods, life.Start, life.Finish, true, basis.ProjMode);
         return true;
     }
     if (outside)
-        here.info("Timeperiod(", period, ") falls outside Start(", Start, ") and Finish(", Finish,
+        here.info("Timeperiod(", period, ") falls outside Start(", life.Start, ") and Finish(", life.Finish,
                   ") dates, returning zero.");
     return !outside;
 }
 
-double ConX(const timeperiod& Time, const date& Start, const date& Finish, double AnnualRate, double DayCount,
-            const AnnualSequence& Periods, double ProjMode, bool ComponentPart) {
+double ConX(const timeperiod& Time, const Life& life, double AnnualRate, const Basis& basis, bool ComponentPart) {
     Routine here{"ConX", Routine::internal};
-    here.arguments(QX_NAMED(Time, Start, Finish, AnnualRate, DayCount, Periods, ProjMode, ComponentPart));
-    check_projection(here, DayCount, ProjMode);
+    here.arguments("Time,Start,Finish,AnnualRate,DayCount,Periods,ProjMode,ComponentPart", Time, life.Start,
+                   life.Finish, AnnualRate, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
+    basis.check(here);
     timeperiod period = Time;
-    if (!screen_period(here, period, Start, Finish, Periods, ProjMode)) return here.returning(0.0);
-    if (period.to() < Start || period.from() > Finish) {
+    if (!screen_period(here, period, life, basis)) return here.returning(0.0);
+    if (period.to() < life.Start || period.from() > life.Finish) {
         here.info("Timeperiod outside Start and Finish, returning zero");
         return here.returning(0.0);
     }
-    const double months = period.lenmonths(Start, Finish, DayCount, Periods, false, ComponentPart);
+    const double months =
+        period.lenmonths(life.Start, life.Finish, basis.DayCount, basis.Periods, false, ComponentPart);
     return here.returning(AnnualRate * months / 12.0);
+}
+
+double Con(const timeperiod& Time, const Streams& streams, const Basis& basis) {
+    Routine here{"Con"};
+    here.inputs(Time, streams, basis);
+    basis.check(here);
+    if (!runs_forward(here, Time)) return here.returning(0.0);
+    return here.returning(streams.sum(
+        here, [&](const Life& life, double AnnualRate) { return ConX(Time, life, AnnualRate, basis, false); }));
 }
 
 } // namespace qx

@@ -22,7 +22,7 @@ struct Accrual {
     /// The interest in a span on a balance that lives from start to end. `goes_on`: another one of its sign follows.
     double on(const timeperiod& span, const date& start, const date& end, double Balance, bool goes_on) const {
         const double rate = FALevels(span, end, FromDatesInt, IntSimple, level_average, DayCount, PrdsInt) + AddMargin;
-        return ConX(span, start, end, -Balance * rate, DayCount, PrdsInt, 0.0, goes_on);
+        return ConX(span, {start, end}, -Balance * rate, {DayCount, PrdsInt, 0.0}, goes_on);
     }
 };
 
@@ -57,9 +57,9 @@ double Interest(const timeperiod& Time, double InterestSimple, const date& Start
                 double DayCount, const AnnualSequence& PrdsInt, double ProjMode) {
     Routine here{"Interest"};
     here.arguments(QX_NAMED(Time, InterestSimple, Start, Finish, Balance, DayCount, PrdsInt, ProjMode));
-    check_projection(here, DayCount, ProjMode);
+    Basis{DayCount, PrdsInt, ProjMode}.check(here);
     warn_of_advance(here, PrdsInt);
-    return here.returning(ConX(Time, Start, Finish, -Balance * InterestSimple, DayCount, PrdsInt, ProjMode, false));
+    return here.returning(ConX(Time, {Start, Finish}, -Balance * InterestSimple, {DayCount, PrdsInt, ProjMode}, false));
 }
 
 double InterestXX(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
@@ -92,7 +92,7 @@ double TInterest(const timeperiod& Time, const Range<date>& FromDatesInt, const 
                  const AnnualSequence& PrdsInt, double ProjMode) {
     Routine here{"TInterest"};
     here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Start, ToDates, Balances, DayCount, PrdsInt, ProjMode));
-    check_projection(here, DayCount, ProjMode);
+    Basis{DayCount, PrdsInt, ProjMode}.check(here);
     const int n = ToDates.size();
     if (n == 0) return here.returning(0.0);
     // A balance holds from the to-date before its own, and none from before Start.
@@ -119,7 +119,7 @@ double FInterestM(const timeperiod& Time, const Range<date>& FromDatesInt, const
     Routine here{"FInterestM", Routine::internal};
     here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, IntOverRideDates, IntOverRide,
                             AddMargin, Options, DayCount, PrdsInt, ProjMode));
-    check_projection(here, DayCount, ProjMode);
+    Basis{DayCount, PrdsInt, ProjMode}.check(here);
     const int n = FromDates.size();
     if (IntSimple.size() == 0 || n == 0) return here.returning(0.0);
     warn_of_advance(here, PrdsInt);

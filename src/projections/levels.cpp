@@ -20,7 +20,7 @@ double extreme_level(const timeperiod& Time, const date& FinishLevels, const Ran
     for (int n = 1; n <= FromDates.size() && FromDates.get(n) < end_of_time; ++n) {
         const date& end = n < FromDates.size() ? std::min(FromDates.get(n + 1), FinishLevels) : FinishLevels;
         if (end <= Time.from() || end <= FromDates.get(n)) continue;
-        const double level = single_or(Levels, n);
+        const double level = Levels.get(Levels.size() == 1 ? 1 : n);
         extreme = !found ? level : greatest ? std::max(extreme, level) : std::min(extreme, level);
         found = true;
     }
@@ -33,7 +33,7 @@ double level_at(const date& TheDate, const date& FinishLevels, const Range<date>
                 const Range<double>& Levels) {
     if (TheDate >= FinishLevels) return 0.0;
     for (int n = FromDates.size(); n >= 1; --n)
-        if (FromDates.get(n) <= TheDate) return single_or(Levels, n);
+        if (FromDates.get(n) <= TheDate) return Levels.get(Levels.size() == 1 ? 1 : n);
     return 0.0;
 }
 
@@ -50,8 +50,8 @@ double FALevels(const timeperiod& Time, const date& FinishLevels, const Range<da
     const auto at = [&](const date& day) { return level_at(day, FinishLevels, FromDates, Levels); };
     switch (LevelSwitchOpt) {
     case level_average:
-        return here.returning(safe_divide(FStep(Time, FinishLevels, FromDates, Levels, DayCount, Periods, 0.0),
-                                          FStepTime(Time, FromDates, DayCount, Periods, 0.0)));
+        return here.returning(safe_divide(Step(Time, FromSteps{FinishLevels, FromDates}, Levels, {DayCount, Periods, 0.0}),
+                                          FStepTime(Time, FromDates, {DayCount, Periods, 0.0})));
     case level_of_ends:
         return here.returning((at(Time.from()) + at(Time.to())) / 2.0);
     case level_at_start:

@@ -1,64 +1,37 @@
 #include "projections/stepped_rate.h"
 
 #include "core/routine.h"
-#include "projections/constant_rate.h"
-
-#include <algorithm>
 
 namespace qx {
 
-namespace {
-
-/// True if step n has passed before a period, so that it adds nothing: what a long list is skipped by while nobody
-/// reads of each step in the trace.
-bool passed(const Range<date>& FromDates, int n, const timeperiod& period) {
-    return n < FromDates.size() && FromDates.get(n + 1) < period.from() && !traced();
-}
-
-} // namespace
-
-double FStep(const timeperiod& Time, const date& Finish, const Range<date>& FromDates, const Range<double>& AnnualRates,
-             double DayCount, const AnnualSequence& Periods, double ProjMode) {
-    Routine here{"FStep"};
-    here.arguments(QX_NAMED(Time, Finish, FromDates, AnnualRates, DayCount, Periods, ProjMode));
-    check_projection(here, DayCount, ProjMode);
-    const int maxn = FromDates.size();
+template <class Steps>
+double Step(const timeperiod& Time, const Steps& steps, View<double> AnnualRates, const Basis& basis) {
+    Routine here{by_side<Steps>("FStep", "TStep")};
+    here.inputs(Time, steps, AnnualRates, basis);
+    basis.check(here);
     timeperiod period = Time;
-    if (maxn == 0 || !screen_period(here, period, FromDates.get(1), Finish, Periods, ProjMode))
-        return here.returning(0.0);
-    const DayCountCodes codes = DayCountCodes::of(DayCount);
-    double sum = 0.0;
-    for (int n = 1; n <= maxn && FromDates.get(n) <= period.to(); ++n) {
-        const date& start = FromDates.get(n);
-        const double rate = single_or(AnnualRates, n);
-        if (passed(FromDates, n, period)) continue;
-        const TraceBlock pass = here.pass(n, "From ", start, " at ", rate, " a year");
-        if (n == maxn) {
-            sum += ConX(period, start, Finish, rate, codes.with_end(), Periods, 0.0, false);
-        } else {
-            const date& end = std::min(FromDates.get(n + 1), Finish);
-            const double stub_code = n == 1 ? codes.with_start() : codes.core;
-            sum += ConX(period, start, end, rate, stub_code, Periods, 0.0, true);
-        }
-    }
-    return here.returning(sum);
+    if (steps.count() == 0 || !screen_period(here, period, steps.extent(), basis)) return here.returning(0.0);
+    return here.returning(sum_steps(here, period, steps, basis,
+                                    [&](int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                                        return ConX(period, step, AnnualRates.single_or(n), stub, ComponentPart);
+                                    }));
 }
+template double Step(const timeperiod&, const FromSteps&, View<double>, const Basis&);
+template double Step(const timeperiod&, const ToSteps&, View<double>, const Basis&);
 
-double FStepTime(const timeperiod& Time, const Range<date>& FromDates, double DayCount, const AnnualSequence& Periods,
-                 double ProjMode) {
+double FStepTime(const timeperiod& Time, View<date> FromDates, const Basis& basis) {
     Routine here{"FStepTime"};
-    here.arguments(QX_NAMED(Time, FromDates, DayCount, Periods, ProjMode));
-    check_projection(here, DayCount, ProjMode);
+    here.inputs(Time, FromDates, basis);
+    basis.check(here);
     const int maxn = FromDates.size();
     static const date no_start;
     timeperiod period = Time;
-    if (maxn == 0 || !screen_period(here, period, no_start, DateCrit, Periods, ProjMode)) return here.returning(0.0);
+    if (maxn == 0 || !screen_period(here, period, {no_start, DateCrit}, basis)) return here.returning(0.0);
     double sum = 0.0;
-    for (int n = 1; n <= maxn && FromDates.get(n) <= period.to(); ++n) {
-        if (passed(FromDates, n, period)) continue;
-        const date& start = n == 1 ? no_start : FromDates.get(n);
-        const date& end = n == maxn ? DateCrit : FromDates.get(n + 1);
-        sum += ConX(period, start, end, 1.0, DayCount, Periods, 0.0, n < maxn);
+    for (int n = 1; n <= maxn && FromDates(n) <= period.to(); ++n) {
+        const Life step{n == 1 ? no_start : FromDates(n), n == maxn ? DateCrit : FromDates(n + 1)};
+        if (n < maxn && step.Finish < period.from() && !traced()) continue;
+        sum += ConX(period, step, 1.0, basis.accruals(), n < maxn);
     }
     return here.returning(sum);
 }
