@@ -1,6 +1,7 @@
 #include "apps/quexel/commands.h"
 
 #include "addin/registration.h"
+#include "apps/quexel/manual.h"
 #include "apps/quexel/output.h"
 #include "hosts/sheet/builtins.h"
 #include "hosts/sheet/text.h"
@@ -76,9 +77,10 @@ std::string preset_text(const Preset& preset) {
     }
 }
 
-/// Prints a text in lines of at most 100 characters, each after the same indent.
+/// Prints a text in lines of at most 100 characters, or what the terminal has, each after the same indent.
 void print_wrapped(std::string_view text, const std::string& first, std::size_t indent) {
-    constexpr std::size_t width = 100;
+    const std::size_t terminal = terminal_width();
+    const std::size_t width = terminal == 0 ? 100 : std::clamp<std::size_t>(terminal, indent + 20, 100);
     std::string line = first;
     line.append(first.size() < indent ? indent - first.size() : 0, ' ');
     bool empty = true;
@@ -179,6 +181,10 @@ int functions(const FunctionsOptions& options) {
         for (const std::string_view name : names) std::cerr << "  " << name << '\n';
         return 1;
     }
+    if (options.names) {
+        for (const Function* const function : list) std::cout << function->name << '\n';
+        return 0;
+    }
     if (options.json) {
         auto all = nlohmann::ordered_json::array();
         for (const Function* const function : list) {
@@ -215,10 +221,15 @@ int functions(const FunctionsOptions& options) {
 }
 
 int help(const std::string& name) {
+    if (name.empty()) {
+        print_topics(std::cout);
+        return 0;
+    }
+    if (print_topic(std::cout, name)) return 0;
     const Function* const function = find_function(name);
     if (function == nullptr) {
         if (const sheet::Builtin* const builtin = sheet::find_builtin(name)) return builtin_help(*builtin);
-        std::cerr << "no function \"" << sheet::valid_utf8(name) << "\"";
+        std::cerr << "no function or topic \"" << sheet::valid_utf8(name) << "\"";
         std::string close;
         for (const Function* const candidate : declared())
             if (name.size() < 64 && distance(candidate->name, name) <= 1 + name.size() / 4)
