@@ -12,6 +12,7 @@
 #pragma once
 
 #include "addin/oper.h"
+#include "calendar/default_sequence.h"
 #include "core/limits.h"
 
 #include <cstdint>
@@ -93,6 +94,7 @@ struct Argument {
     Preset preset = {};
     Limits limits = {}; ///< what the routine allows, in units of the argument
     Order order = Order::any;
+    DefaultSequence sequence = DefaultSequence::in_advance; ///< of an annual sequence
 
     constexpr bool is_optional() const { return preset.type != Preset::required; }
     /// The same argument with limits, with another name, in ascending order.
