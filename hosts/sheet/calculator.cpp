@@ -1,5 +1,7 @@
 #include "hosts/sheet/calculator.h"
 
+#include "addin/frame.h"
+#include "core/errors.h"
 #include "hosts/sheet/text.h"
 #include "hosts/sheet/workbook.h"
 
@@ -54,6 +56,17 @@ class Stack {
 
 // --- Coercions ------------------------------------------------------------------------------------------------------
 
+namespace {
+
+/// A text for a message, cut if it is long.
+std::string quoted(std::string_view text) {
+    constexpr std::size_t most = 40;
+    const std::size_t end = character_offset(text, most);
+    return '"' + valid_utf8(text.substr(0, end)) + (end < text.size() ? "...\"" : "\"");
+}
+
+} // namespace
+
 bool to_number(const Value& value, double& number, Value& error) {
     switch (value.type()) {
     case Type::number:
@@ -78,7 +91,8 @@ bool to_number(const Value& value, double& number, Value& error) {
     default:
         break;
     }
-    error = Value::error(xlerrValue);
+    error = value.is_text() ? Value::error(xlerrValue, quoted(value.text()) + " is not a number")
+                            : Value::error(xlerrValue, "a single value is expected, not an array");
     return false;
 }
 
@@ -90,7 +104,7 @@ bool to_truth(const Value& value, bool& truth, Value& error) {
     if (value.is_text()) {
         truth = equal_ignoring_case(value.text(), "TRUE");
         if (truth || equal_ignoring_case(value.text(), "FALSE")) return true;
-        error = Value::error(xlerrValue);
+        error = Value::error(xlerrValue, quoted(value.text()) + " is neither TRUE nor FALSE");
         return false;
     }
     double number = 0.0;
@@ -175,7 +189,7 @@ Value arithmetic(Code code, double a, double b) {
     case Code::multiply:
         return number_or_error(a * b);
     case Code::divide:
-        return b == 0.0 ? Value::error(xlerrDiv0) : number_or_error(a / b);
+        return b == 0.0 ? Value::error(xlerrDiv0, "division by zero") : number_or_error(a / b);
     default:
         return raised(a, b);
     }
@@ -364,7 +378,7 @@ Value Calculator::run(const Formula& formula, const Area& caller) {
             stack.reduce(step.count, call(*formula.functions[step.index], stack.last(step.count), step.count));
             break;
         case Code::unknown:
-            stack.reduce(step.count, Value::error(xlerrName));
+            stack.reduce(step.count, Value::error(xlerrName, formula.unknown[step.index]));
             break;
         case Code::if_then: {
             arrays[++open] = stack.top().is_many();
@@ -466,7 +480,11 @@ Value Calculator::call_single(const Builtin& builtin, Value* arguments, int coun
             break;
         }
     }
-    return builtin.body({*this, arguments, count});
+    Value result = builtin.body({*this, arguments, count});
+    // An error that a function makes and none of its arguments brings says which function that was.
+    if (result.is_error() && result.reason().empty() && !result.has_origin())
+        result = Value::error(result.error(), std::string(builtin.name) + ": " + error_meaning(result.error()));
+    return result;
 }
 
 // --- Functions of the library
@@ -481,7 +499,7 @@ void Calculator::to_oper(OPER& cell, const Value& value) {
         cell = bool_cell(value.boolean());
         return;
     case Type::error:
-        cell = error_cell(value.error());
+        cell = error_cell(value.error() <= xlerrNA ? value.error() : xlerrValue);
         return;
     case Type::text:
         cell = nil_cell();
@@ -582,8 +600,40 @@ Value as_dates(Value value) {
 
 } // namespace
 
+/// The error in which a function of the library ended, with its cause: an error among the arguments, else the words
+/// of the error's class with the variable, if that is known, or the function.
+Value Calculator::explained(const Function& function, std::uint16_t code, const Value* arguments, int count) {
+    Value cause;
+    for (int i = 0; i < count && !cause.is_error(); ++i) {
+        const Value& value = arguments[i];
+        if (value.is_error()) {
+            cause = value;
+        } else if (value.is(Type::area)) {
+            book_.grid(value.area().sheet).visit(value.area(), [&](std::uint32_t, std::uint32_t, Cell& cell) {
+                if (const Value* const known = book_.peek(cell); known != nullptr && known->is_error()) cause = *known;
+                return !cause.is_error();
+            });
+        } else if (value.is(Type::array)) {
+            for (std::uint32_t row = 0; row < value.rows() && !cause.is_error(); ++row)
+                for (std::uint32_t column = 0; column < value.columns() && !cause.is_error(); ++column)
+                    cause = value.cell(row, column);
+        }
+    }
+    if (cause.is_error() && cause.error() == code) return cause;
+    const ErrorClass* const kind = last_error();
+    if (kind == nullptr) return Value::error(code, std::string(function.name) + ": " + error_meaning(code));
+    std::string_view words = kind->text;
+    if (const std::size_t colon = words.find(": "); words.starts_with("Error ") && colon != std::string_view::npos)
+        words.remove_prefix(colon + 2);
+    while (words.ends_with(' ')) words.remove_suffix(1);
+    const std::string variable = traced() ? last_error_context().variable() : "";
+    Value error = Value::error(code, std::string(words) + " (" + (variable.empty() ? function.name : variable) + ")");
+    if (cause.is_error() && cause.has_origin()) error.set_origin(cause.origin());
+    return error;
+}
+
 Value Calculator::call(const Function& function, const Value* arguments, int count) {
-    if (in_function_) return Value::error(xlerrValue); // a function's own formula cannot call another one
+    if (in_function_) return Value::error(xlerrValue, "a function's own formula cannot call another function of the library");
     Arena::Scope scope(arena_);
     const int arity = function.arity();
     OPER* const cells = arena_.take<OPER>(static_cast<std::size_t>(arity));
@@ -603,8 +653,10 @@ Value Calculator::call(const Function& function, const Value* arguments, int cou
         in_function_ = true;
         const OPER* const result = perform(function, pointers);
         in_function_ = false;
-        if (result != nullptr)
+        if (result != nullptr) {
+            if (result->type() == xltypeErr) return explained(function, result->val.err, arguments, count);
             return function.calls.gives_dates ? as_dates(from_oper(*result, book_)) : from_oper(*result, book_);
+        }
         if (!has_uncalculated_ || (again && uncalculated_ == last)) book_.not_ready();
         last = uncalculated_;
         require(last);

@@ -76,6 +76,7 @@ class Calculator {
     Value call(const Builtin& builtin, Value* arguments, int count);
     Value call_single(const Builtin& builtin, Value* arguments, int count);
     Value call(const Function& function, const Value* arguments, int count);
+    Value explained(const Function& function, std::uint16_t code, const Value* arguments, int count);
     void to_oper(OPER& cell, const Value& value);
     void to_oper(OPER& cell, const Area& area);
     bool to_reference(OPER& cell, const Area& area);

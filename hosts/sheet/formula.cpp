@@ -1,5 +1,6 @@
 #include "hosts/sheet/formula.h"
 
+#include "addin/cells.h"
 #include "hosts/sheet/builtins.h"
 #include "hosts/sheet/text.h"
 
@@ -30,6 +31,7 @@ constexpr Operator operators[] = {
 /// One half of a reference: a cell, a column or a row, as far as the text gives them.
 struct Corner {
     bool has_column = false, has_row = false;
+    bool column_fixed = false, row_fixed = false; ///< with "$"
     std::uint32_t column = 0, row = 0;
     std::size_t length = 0;
 };
@@ -45,7 +47,8 @@ Corner read_corner(std::string_view text) {
     while (start + letters < text.size() && is_letter(text[start + letters]) && letters < 4)
         column = column * 26 + static_cast<std::uint32_t>((text[start + letters++] | 0x20) - 'a' + 1);
     if (letters > 0) at = start + letters;
-    start = at + (at < text.size() && text[at] == '$');
+    const bool row_fixed = at < text.size() && text[at] == '$';
+    start = at + row_fixed;
     while (start + figures < text.size() && is_digit(text[start + figures]) && figures < 8)
         row = row * 10 + static_cast<std::uint32_t>(text[start + figures++] - '0');
     if (figures > 0) at = start + figures;
@@ -55,6 +58,8 @@ Corner read_corner(std::string_view text) {
     if (at < text.size() && (in_word(text[at]) || text[at] == '$' || text[at] == '(')) return corner;
     corner.has_column = letters > 0;
     corner.has_row = figures > 0;
+    corner.column_fixed = column_fixed;
+    corner.row_fixed = row_fixed;
     corner.column = column - 1;
     corner.row = row - 1;
     corner.length = at;
@@ -391,7 +396,7 @@ class Reader {
             if (sheet_exists) return reference(area, length);
             at_ += length;
             skip_blanks();
-            return constant(Value::error(xlerrRef));
+            return constant(Value::error(xlerrRef, formula_.unknown.back()));
         }
         if (on_sheet && peek() == '#') return constant(error_literal());
         if (!begins_word(peek())) fail("unexpected " + here() + ", expected a reference");
@@ -403,7 +408,7 @@ class Reader {
         if (!on_sheet && equal_ignoring_case(name, "FALSE")) return constant(Value::boolean(false));
         if (!sheet_exists) return constant(Value::error(xlerrRef));
         if (peek() == '(') fail("a function has no sheet", word_start);
-        const std::uint32_t number = names_.name_number(name);
+        const std::uint32_t number = names_.name_number(name, sheet);
         if (std::find(formula_.names.begin(), formula_.names.end(), number) == formula_.names.end())
             formula_.names.push_back(number);
         step(Code::name, 0, number, +1);
@@ -439,8 +444,9 @@ class Reader {
             step(Code::builtin, count, keep(formula_.builtins, builtin), 1 - static_cast<int>(count));
         } else {
             formula_.unknown.push_back("unknown function \"" + valid_utf8(name) + "\"");
+            const std::size_t message = formula_.unknown.size() - 1;
             const std::size_t count = arguments(opened);
-            step(Code::unknown, count, 0, 1 - static_cast<int>(count));
+            step(Code::unknown, count, message, 1 - static_cast<int>(count));
         }
         --nesting_;
     }
@@ -528,6 +534,70 @@ class Reader {
 
 Formula read_formula(std::string_view text, Names& names, std::uint16_t sheet) {
     return Reader(text, names, sheet).read();
+}
+
+namespace {
+
+/// A corner shifted, as text; false if that leaves the sheet.
+bool move_corner(const Corner& corner, std::int64_t rows, std::int64_t columns, std::string& text) {
+    if (corner.has_column) {
+        const std::int64_t column = corner.column + (corner.column_fixed ? 0 : columns);
+        if (column < 0 || column >= max_columns) return false;
+        text += (corner.column_fixed ? "$" : "") + column_text(static_cast<int>(column));
+    }
+    if (corner.has_row) {
+        const std::int64_t row = corner.row + (corner.row_fixed ? 0 : rows);
+        if (row < 0 || row >= max_rows) return false;
+        text += (corner.row_fixed ? "$" : "") + std::to_string(row + 1);
+    }
+    return true;
+}
+
+} // namespace
+
+std::string moved_formula(std::string_view text, std::int64_t rows, std::int64_t columns) {
+    std::string moved;
+    for (std::size_t at = 0; at < text.size();) {
+        const char c = text[at];
+        if (c == '"' || c == '\'') { // a text or the name of a sheet
+            const std::size_t end = text.find(c, at + 1);
+            const std::size_t length = end == std::string_view::npos ? text.size() - at : end + 1 - at;
+            moved += text.substr(at, length);
+            at += length;
+            continue;
+        }
+        if (c == '[') { // a workbook
+            const std::size_t end = std::min(text.find(']', at), text.size() - 1);
+            moved += text.substr(at, end + 1 - at);
+            at = end + 1;
+            continue;
+        }
+        const Corner first = read_corner(text.substr(at));
+        const std::size_t after = at + first.length;
+        if (first.length > 0 && !(after < text.size() && text[after] == '!')) {
+            Corner second;
+            if (after < text.size() && text[after] == ':') second = read_corner(text.substr(after + 1));
+            const bool paired =
+                second.length > 0 && second.has_column == first.has_column && second.has_row == first.has_row;
+            if (paired || (first.has_column && first.has_row)) {
+                std::string reference;
+                bool inside = move_corner(first, rows, columns, reference);
+                if (paired) {
+                    reference += ':';
+                    inside = move_corner(second, rows, columns, reference) && inside;
+                }
+                moved += inside ? reference : "#REF!";
+                at = after + (paired ? 1 + second.length : 0);
+                continue;
+            }
+        }
+        std::size_t end = at + 1; // a word, a number or a single sign
+        if (in_word(c))
+            while (end < text.size() && in_word(text[end])) ++end;
+        moved += text.substr(at, end - at);
+        at = end;
+    }
+    return moved;
 }
 
 bool read_area(std::string_view text, std::uint16_t sheet, Area& area) {

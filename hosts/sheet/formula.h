@@ -58,6 +58,12 @@ struct Step {
     std::uint32_t index = 0;
 };
 
+/// What a formula does with a result of several values.
+enum class Fill : std::uint8_t {
+    spill,    ///< fills the cells below and to the right; #SPILL! if one of them is taken
+    intersect ///< shows one: of a range the cell in its own row or column, of an array the first
+};
+
 struct Formula {
     std::vector<Step> steps;
     std::vector<Value> constants;
@@ -69,6 +75,7 @@ struct Formula {
     std::uint32_t depth = 0;          ///< the most values that wait at once
     std::uint32_t choices = 0;        ///< the most choices that are open at once
     bool is_volatile = false;
+    Fill fill = Fill::spill;
     std::string text; ///< as written, without the equals sign
 };
 
@@ -77,12 +84,17 @@ class Names {
   public:
     virtual ~Names() = default;
     virtual int sheet_number(std::string_view name) const = 0; ///< -1 for none
-    virtual std::uint32_t name_number(std::string_view name) = 0;
+    /// The number of a name as seen from a sheet.
+    virtual std::uint32_t name_number(std::string_view name, std::uint16_t sheet) = 0;
 };
 
 /// Reads a formula, with or without the equals sign in front. Its references without a sheet are to `sheet`. Throws
 /// FormulaError.
 Formula read_formula(std::string_view text, Names& names, std::uint16_t sheet);
+
+/// The text of a formula as it reads when it is copied so many rows down and columns to the right: "A1+$B$1" one down
+/// is "A2+$B$1". References that leave the sheet become #REF!.
+std::string moved_formula(std::string_view text, std::int64_t rows, std::int64_t columns);
 
 /// Reads a reference such as "B7" or "$A$1:C3". False if the text is something else.
 bool read_area(std::string_view text, std::uint16_t sheet, Area& area);

@@ -34,6 +34,10 @@ void for_each_tile(const Area& area, Visit visit) {
 
 constexpr int deepest_names = 32; ///< names that stand for names
 
+bool before(CellAddress a, CellAddress b) {
+    return std::tuple(a.sheet, a.row, a.column) < std::tuple(b.sheet, b.row, b.column);
+}
+
 } // namespace
 
 Workbook::Workbook() : calculator_(*this) { add_sheet("Sheet1"); }
@@ -55,16 +59,23 @@ int Workbook::sheet_number(std::string_view name) const {
     return -1;
 }
 
-std::uint32_t Workbook::name_number(std::string_view name) {
-    const auto [found, added] = name_numbers_.try_emplace(upper_case(name), static_cast<std::uint32_t>(names_.size()));
-    if (added) names_.emplace_back().name = name;
+std::uint32_t Workbook::name_number(std::string_view name, std::uint16_t sheet) {
+    const std::string capitals = upper_case(name);
+    if (const auto local = name_numbers_.find({sheet, capitals}); local != name_numbers_.end()) return local->second;
+    return name_number(name, capitals, -1);
+}
+
+std::uint32_t Workbook::name_number(std::string_view name, const std::string& capitals, int sheet) {
+    const auto [found, added] =
+        name_numbers_.try_emplace({sheet, capitals}, static_cast<std::uint32_t>(names_.size()));
+    if (added) names_.emplace_back(std::string(name), sheet);
     return found->second;
 }
 
-void Workbook::define_name(std::string_view name, std::string_view text) {
-    Formula formula = read(text);
+void Workbook::define_name(std::string_view name, std::string_view text, int sheet) {
+    Formula formula = read(text, static_cast<std::uint16_t>(std::max(sheet, 0)));
     prepare_change();
-    names_[name_number(name)].formula = std::make_unique<Formula>(std::move(formula));
+    names_[name_number(name, upper_case(name), sheet)].formula = std::make_unique<Formula>(std::move(formula));
     for (Node* const node : formulas_) {
         if (!node->formula || node->formula->names.empty()) continue;
         if (linked_) link(*node);
@@ -72,6 +83,59 @@ void Workbook::define_name(std::string_view name, std::string_view text) {
         node->state = Node::dirty;
         enlist(*node);
     }
+}
+
+namespace {
+
+/// The cells for which a formula stands that is nothing but a reference.
+std::optional<Area> area_of(const Formula& formula) {
+    if (formula.steps.size() != 1 || formula.steps[0].code != Code::reference) return {};
+    return formula.areas[0];
+}
+
+} // namespace
+
+std::vector<DefinedName> Workbook::names() const {
+    std::vector<DefinedName> list;
+    for (const Name& name : names_)
+        if (name.formula) list.push_back({name.name, name.formula->text, name.sheet, area_of(*name.formula)});
+    return list;
+}
+
+bool Workbook::find_name(std::string_view name, std::uint16_t sheet, Area& area) const {
+    const std::string capitals = upper_case(name);
+    for (const int place : {int{sheet}, -1}) {
+        const auto found = name_numbers_.find({place, capitals});
+        if (found == name_numbers_.end() || !names_[found->second].formula) continue;
+        const std::optional<Area> cells = area_of(*names_[found->second].formula);
+        if (cells) area = *cells;
+        return cells.has_value();
+    }
+    return false;
+}
+
+std::optional<Area> Workbook::used_area(std::uint16_t sheet) {
+    std::optional<Area> used;
+    Grid& grid = sheets_[sheet].grid;
+    if (grid.rows() == 0) return used;
+    const Area all(sheet, 0, 0, grid.rows() - 1, static_cast<std::uint16_t>(grid.columns() - 1));
+    grid.visit(all, [&](std::uint32_t row, std::uint32_t column, Cell& cell) {
+        if (cell.value.is(Type::blank) && (cell.node == nullptr || !cell.node->formula)) return true;
+        if (!used) used = Area({0, 0, sheet});
+        used->last_row = std::max(used->last_row, row);
+        used->last_column = std::max(used->last_column, static_cast<std::uint16_t>(column));
+        return true;
+    });
+    return used;
+}
+
+void Workbook::set_format(CellAddress at, Format format) {
+    sheets_[at.sheet].grid.set_format(at.row, at.column, format);
+}
+
+Format Workbook::format(CellAddress at) {
+    const Format format = sheets_[at.sheet].grid.format(at.row, at.column);
+    return format == Format::general && value(at).is_date() ? Format::date : format;
 }
 
 Node& Workbook::node_at(CellAddress at) {
@@ -90,6 +154,7 @@ void Workbook::set_value(CellAddress at, Value value) {
     Cell& cell = sheets_[at.sheet].grid.make(at.row, at.column);
     remove_formula(cell);
     cell.value = std::move(value);
+    if (cell.value.is_error()) cell.value.set_origin(at);
     touch(Area(at));
 }
 
@@ -123,8 +188,9 @@ void Workbook::enlist(Node& node) {
     pending_.push_back(&node);
 }
 
-void Workbook::set_formula(CellAddress at, std::string_view text) {
+void Workbook::set_formula(CellAddress at, std::string_view text, Fill fill) {
     Formula formula = read(text, at.sheet);
+    formula.fill = fill;
     prepare_change();
     Cell& cell = sheets_[at.sheet].grid.make(at.row, at.column);
     remove_formula(cell);
@@ -178,6 +244,33 @@ bool Workbook::is_array_formula(CellAddress at, Area& target) {
     return true;
 }
 
+Area Workbook::filled_by(CellAddress at) {
+    const Cell* const cell = sheets_[at.sheet].grid.find(at.row, at.column);
+    return cell == nullptr || cell->node == nullptr || !cell->node->formula ? Area(at) : cell->node->target;
+}
+
+void Workbook::add_precedents(const Formula& formula, std::vector<Area>& areas, int depth) const {
+    areas.insert(areas.end(), formula.areas.begin(), formula.areas.end());
+    if (depth == deepest_names) return;
+    for (const std::uint32_t name : formula.names)
+        if (names_[name].formula) add_precedents(*names_[name].formula, areas, depth + 1);
+}
+
+std::vector<Area> Workbook::precedents(CellAddress at) {
+    std::vector<Area> areas;
+    if (const Formula* const formula = this->formula(at)) add_precedents(*formula, areas, 0);
+    return areas;
+}
+
+std::vector<CellAddress> Workbook::dependents(CellAddress at) {
+    if (!linked_) link_all();
+    std::vector<CellAddress> cells;
+    each_reader(Area(at), [&](const Node& reader) { cells.push_back(reader.target.first()); });
+    std::sort(cells.begin(), cells.end(), before);
+    cells.erase(std::unique(cells.begin(), cells.end()), cells.end());
+    return cells;
+}
+
 std::size_t Workbook::formula_count() const {
     return static_cast<std::size_t>(
         std::count_if(formulas_.begin(), formulas_.end(), [](const Node* node) { return node->formula != nullptr; }));
@@ -215,31 +308,39 @@ void Workbook::link(Node& node, const Formula& formula, int depth) {
         if (names_[name].formula) link(node, *names_[name].formula, depth + 1);
 }
 
+/// Calls visit(node) for each formula that reads a cell of an area, perhaps more than once.
+template <class Visit>
+void Workbook::each_reader(const Area& area, Visit visit) {
+    Sheet& sheet = sheets_[area.sheet];
+    const auto call = [&](Node* reader) {
+        if (reader->formula) visit(*reader);
+    };
+    for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
+        for (std::uint32_t column = area.first_column; column <= area.last_column; ++column) {
+            const CellAddress cell{row, static_cast<std::uint16_t>(column), area.sheet};
+            if (const Cell* const found = sheet.grid.find(row, column); found != nullptr && found->node != nullptr)
+                for (Node* const reader : found->node->readers) call(reader);
+            if (const auto tile = sheet.range_readers.find(tile_of(row, column)); tile != sheet.range_readers.end())
+                for (const auto& [range, reader] : tile->second)
+                    if (range.contains(cell)) call(reader);
+            for (const auto& [range, reader] : sheet.wide_range_readers)
+                if (range.contains(cell)) call(reader);
+        }
+}
+
 /// Marks what depends on the cells of an area.
 void Workbook::touch(const Area& changed) {
     if (!linked_) return;
     std::vector<Area> areas{changed};
-    const auto mark = [&](Node* reader) {
-        if (!reader->formula || reader->state == Node::dirty) return;
-        reader->state = Node::dirty;
-        enlist(*reader);
-        areas.push_back(reader->target);
-    };
     while (!areas.empty()) {
         const Area area = areas.back();
         areas.pop_back();
-        Sheet& sheet = sheets_[area.sheet];
-        for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
-            for (std::uint32_t column = area.first_column; column <= area.last_column; ++column) {
-                const CellAddress cell{row, static_cast<std::uint16_t>(column), area.sheet};
-                if (const Cell* const found = sheet.grid.find(row, column); found != nullptr && found->node != nullptr)
-                    for (Node* const reader : found->node->readers) mark(reader);
-                if (const auto tile = sheet.range_readers.find(tile_of(row, column)); tile != sheet.range_readers.end())
-                    for (const auto& [range, reader] : tile->second)
-                        if (range.contains(cell)) mark(reader);
-                for (const auto& [range, reader] : sheet.wide_range_readers)
-                    if (range.contains(cell)) mark(reader);
-            }
+        each_reader(area, [&](Node& reader) {
+            if (reader.state == Node::dirty) return;
+            reader.state = Node::dirty;
+            enlist(reader);
+            areas.push_back(reader.target);
+        });
     }
 }
 
@@ -299,7 +400,8 @@ std::vector<std::string> Workbook::undefined_names(const Formula& formula) const
 
 Value Workbook::read_name(std::uint32_t number) {
     Name& name = names_[number];
-    if (!name.formula || name.busy) return Value::error(xlerrName);
+    if (!name.formula) return Value::error(xlerrName, "unknown name \"" + valid_utf8(name.name) + "\"");
+    if (name.busy) return Value::error(xlerrName, "the name \"" + valid_utf8(name.name) + "\" stands for itself");
     struct Busy {
         bool& flag;
         explicit Busy(bool& flag) : flag(flag) { flag = true; }
@@ -369,9 +471,11 @@ void Workbook::store(Node& node, const Value& result) {
     const Area& target = node.target;
     Grid& grid = sheets_[target.sheet].grid;
     for (std::uint32_t row = target.first_row; row <= target.last_row; ++row)
-        for (std::uint32_t column = target.first_column; column <= target.last_column; ++column)
-            grid.make(row, column).value =
-                calculator_.element(result, row - target.first_row, column - target.first_column);
+        for (std::uint32_t column = target.first_column; column <= target.last_column; ++column) {
+            Value& value = grid.make(row, column).value;
+            value = calculator_.element(result, row - target.first_row, column - target.first_column);
+            if (value.is_error() && !value.has_origin()) value.set_origin(target.first());
+        }
 }
 
 /// Calculates a cell and whatever it needs, however deep that is.
@@ -496,6 +600,22 @@ int Workbook::run(int (*command)()) {
     return command();
 }
 
+std::vector<CellError> Workbook::errors() {
+    std::vector<CellError> list;
+    for (std::uint16_t sheet = 0; sheet < sheet_count(); ++sheet)
+        if (const std::optional<Area> used = used_area(sheet))
+            sheets_[sheet].grid.visit(*used, [&](std::uint32_t row, std::uint32_t column, Cell& cell) {
+                if (!cell.value.is_error()) return true;
+                const CellAddress at{row, static_cast<std::uint16_t>(column), sheet};
+                const std::string_view reason = cell.value.reason();
+                list.push_back({at, cell.value.error(),
+                                reason.empty() ? error_meaning(cell.value.error()) : std::string(reason),
+                                cell.value.has_origin() ? cell.value.origin() : at});
+                return true;
+            });
+    return list;
+}
+
 std::vector<Problem> Workbook::problems() const {
     std::vector<Problem> problems = cycles_;
     for (const Node* const node : formulas_) {
@@ -510,8 +630,7 @@ std::vector<Problem> Workbook::problems() const {
             problems.push_back({cell, "not calculated: it waits for a value that nothing sets"});
     }
     std::stable_sort(problems.begin(), problems.end(), [](const Problem& a, const Problem& b) {
-        return std::tuple(a.cell.sheet, a.cell.row, a.cell.column) <
-               std::tuple(b.cell.sheet, b.cell.row, b.cell.column);
+        return before(a.cell, b.cell);
     });
     return problems;
 }

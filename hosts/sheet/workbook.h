@@ -17,6 +17,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <unordered_map>
@@ -54,6 +55,22 @@ struct Problem {
     std::string message;
 };
 
+/// An error value that a cell shows.
+struct CellError {
+    CellAddress cell;
+    std::uint16_t code;  ///< error_text(code) is "#NUM!"
+    std::string reason;  ///< "Date less than minimum allowed value (NPVDate)"; never empty
+    CellAddress origin;  ///< the cell in which the error came up first; the cell itself if it came up there
+};
+
+/// A name that stands for a formula, most often a reference.
+struct DefinedName {
+    std::string name;
+    std::string text;         ///< the formula, without the equals sign
+    int sheet = -1;           ///< the sheet on which alone it is known; -1 for the whole workbook
+    std::optional<Area> area; ///< the cells, if it stands for these
+};
+
 class Workbook final : public Names {
   public:
     Workbook(); ///< with the one sheet "Sheet1"
@@ -69,19 +86,37 @@ class Workbook final : public Names {
     void rename_sheet(std::uint16_t sheet, std::string_view name) { sheets_[sheet].name = name; }
     Grid& grid(std::uint16_t sheet) { return sheets_[sheet].grid; }
 
+    /// The rows and columns of a sheet that hold something, from A1 on; nothing for an empty sheet.
+    std::optional<Area> used_area(std::uint16_t sheet);
+
     void set_value(CellAddress cell, Value value);
     /// Throws FormulaError.
-    void set_formula(CellAddress cell, std::string_view text);
+    void set_formula(CellAddress cell, std::string_view text, Fill fill = Fill::spill);
     /// One formula for all cells of an area, each showing its part of the result. Throws FormulaError.
     void set_array_formula(const Area& area, std::string_view text);
-    /// Gives a formula a name, as "B2:B9" or "0.05". Throws FormulaError.
-    void define_name(std::string_view name, std::string_view text);
+    /// Gives a formula a name, as "B2:B9" or "0.05"; on one sheet only if that is given. References without a sheet
+    /// are to that sheet, else to the first. Throws FormulaError.
+    void define_name(std::string_view name, std::string_view text, int sheet = -1);
+    std::vector<DefinedName> names() const;
+    /// The cells for which a name stands, as seen from a sheet; false for any other name.
+    bool find_name(std::string_view name, std::uint16_t sheet, Area& area) const;
+
+    /// How the numbers of a cell are to be shown: as set, else as dates where they come as dates.
+    void set_format(CellAddress cell, Format format);
+    Format format(CellAddress cell);
     /// Empties all cells and forgets the names.
     void clear();
 
     /// The formula of a cell without the equals sign, or null.
     const Formula* formula(CellAddress cell);
     bool is_array_formula(CellAddress cell, Area& target);
+    /// The cells that the formula of a cell fills at present: more than one for an array formula and for one that
+    /// spills. For a cell that another one's formula fills, the cells of that.
+    Area filled_by(CellAddress cell);
+    /// The ranges to which the formula of a cell refers, also by names.
+    std::vector<Area> precedents(CellAddress cell);
+    /// The cells whose formulas refer to a cell.
+    std::vector<CellAddress> dependents(CellAddress cell);
 
     // --- Calculation --------------------------------------------------------------------------------------------
 
@@ -104,6 +139,8 @@ class Workbook final : public Names {
 
     /// What is wrong with the formulas as they stand after a recalculation, in the order of the cells.
     std::vector<Problem> problems() const;
+    /// The cells that show an error value, in the same order, with the cause and the cell in which it came up.
+    std::vector<CellError> errors();
     std::size_t formula_count() const;
 
     /// Told now and then how many formulas of how many are calculated.
@@ -131,7 +168,7 @@ class Workbook final : public Names {
     std::uint16_t caller_sheet() const { return calculator_.caller().sheet; }
 
     int sheet_number(std::string_view name) const override;
-    std::uint32_t name_number(std::string_view name) override;
+    std::uint32_t name_number(std::string_view name, std::uint16_t sheet) override;
 
   private:
     struct Sheet {
@@ -142,10 +179,12 @@ class Workbook final : public Names {
     };
     struct Name {
         std::string name;
-        std::unique_ptr<Formula> formula;
+        int sheet = -1;
+        std::unique_ptr<Formula> formula = nullptr;
         bool busy = false;
     };
 
+    std::uint32_t name_number(std::string_view name, const std::string& capitals, int sheet);
     Node& node_at(CellAddress cell);
     void install(Node& node, Formula formula);
     void remove_formula(Cell& cell);
@@ -155,7 +194,10 @@ class Workbook final : public Names {
     void link_all();
     void link(Node& node);
     void link(Node& node, const Formula& formula, int depth);
+    template <class Visit>
+    void each_reader(const Area& area, Visit visit);
     void touch(const Area& changed);
+    void add_precedents(const Formula& formula, std::vector<Area>& areas, int depth) const;
 
     const Value& settle_for_reader(Cell& cell);
     void calculate(Node& node);
@@ -168,7 +210,7 @@ class Workbook final : public Names {
     std::deque<Sheet> sheets_;
     std::deque<Node> nodes_;
     std::deque<Name> names_;
-    std::map<std::string, std::uint32_t, std::less<>> name_numbers_; ///< by name in capitals
+    std::map<std::pair<int, std::string>, std::uint32_t> name_numbers_; ///< by sheet and name in capitals
     std::vector<Node*> formulas_;                                    ///< every node that has, or had, a formula
     std::vector<Node*> volatile_;                                    ///< those that have, or had, a volatile one
     std::vector<Node*> pending_;                                     ///< to be calculated
@@ -178,7 +220,7 @@ class Workbook final : public Names {
     bool calculated_ = false;                ///< some cell was calculated since the last clear
     bool linked_ = false;                    ///< the readers of all cells are known
     const Value blank_;
-    const Value cycle_value_ = Value::error(xlerrRef);
+    const Value cycle_value_ = Value::error(xlerrRef, "circular reference");
     Calculator calculator_;
 };
 
