@@ -46,6 +46,7 @@ class Stack {
     }
     Value& top(int below = 0) { return top_[-1 - below]; }
     Value* last(int count) { return top_ - count; }
+    Value& at(std::uint32_t place) { return bottom_[place]; }
 
   private:
     Value* bottom_;
@@ -204,6 +205,13 @@ Value raised(double base, double exponent) {
 }
 
 Value Calculator::apply_single(Code code, const Value& a, const Value& b) {
+    if (code <= Code::power) { // the error of the left one comes first, also that of not being a number
+        double x = 0.0, y = 0.0;
+        Value error;
+        if (!to_number(a, x, error) || !to_number(b, y, error)) return error;
+        const Value result = arithmetic(code, x, y);
+        return result.is_number() && makes_date(code, a, b, result.number()) ? Value::date(result.number()) : result;
+    }
     if (a.is_error()) return a;
     if (b.is_error()) return b;
     switch (code) {
@@ -219,17 +227,10 @@ Value Calculator::apply_single(Code code, const Value& a, const Value& b) {
         return Value::boolean(compare(a, b) > 0);
     case Code::at_least:
         return Value::boolean(compare(a, b) >= 0);
-    case Code::concatenate: {
+    default: {
         std::string text(to_text(a).text());
         text += to_text(b).text();
-        return text.size() > longest_text ? Value::error(xlerrValue) : Value::text(text);
-    }
-    default: {
-        double x = 0.0, y = 0.0;
-        Value error;
-        if (!to_number(a, x, error) || !to_number(b, y, error)) return error;
-        const Value result = arithmetic(code, x, y);
-        return result.is_number() && makes_date(code, a, b, result.number()) ? Value::date(result.number()) : result;
+        return text.size() > longest_text ? Value::error(xlerrValue, "the text is too long") : Value::text(text);
     }
     }
 }
@@ -261,6 +262,35 @@ Value Calculator::range_between(const Value& a, const Value& b) {
     const Area &p = a.area(), &q = b.area();
     return Value::reference({p.sheet, std::min(p.first_row, q.first_row), std::min(p.first_column, q.first_column),
                              std::max(p.last_row, q.last_row), std::max(p.last_column, q.last_column)});
+}
+
+/// Of a range the cell in the row or the column of the caller, and of an array, if wanted, the first item.
+Value Calculator::intersected(const Value& value, bool arrays) {
+    if (value.is(Type::array)) return arrays ? value.cell(0, 0) : value;
+    if (!value.is(Type::area)) return value;
+    const Area& area = value.area();
+    const CellAddress cell = caller_.first();
+    const bool in_row = cell.row >= area.first_row && cell.row <= area.last_row;
+    const bool in_column = cell.column >= area.first_column && cell.column <= area.last_column;
+    if (area.is_cell()) return value;
+    if (area.rows() > 1 && area.columns() == 1 && in_row)
+        return Value::reference(Area(CellAddress{cell.row, area.first_column, area.sheet}));
+    if (area.columns() > 1 && area.rows() == 1 && in_column)
+        return Value::reference(Area(CellAddress{area.first_row, cell.column, area.sheet}));
+    if (in_row && in_column) return Value::reference(Area(CellAddress{cell.row, cell.column, area.sheet}));
+    return Value::error(xlerrValue, "the formula is beside no cell of " + address_text(area));
+}
+
+Value Calculator::spilled(const Value& value) {
+    if (value.is_error()) return value;
+    if (!value.is(Type::area) || !value.area().is_cell()) return Value::error(xlerrRef, "# stands after one cell");
+    const CellAddress cell = value.area().first();
+    const Value& shown = book_.read_cell(cell); // calculated, so that its extent is known
+    if (shown.is_error() && shown.error() == error_spill) return shown;
+    const Area area = book_.filled_by(cell);
+    if (book_.formula(cell) == nullptr || !(area.first() == cell))
+        return Value::error(xlerrRef, address_text(cell) + " fills no other cells");
+    return Value::reference(area);
 }
 
 Value Calculator::choose(const Value& condition, const Value& yes, const Value& no) {
@@ -327,6 +357,8 @@ Value Calculator::run(const Formula& formula, const Area& caller) {
     Stack stack(arena_, formula.depth);
     char* const arrays = arena_.take<char>(formula.choices); // of each open choice: whether both branches are taken
     int open = -1;
+    Stack locals(arena_, formula.locals);
+    for (std::uint32_t i = 0; i < formula.locals; ++i) locals.push({});
     const Area former_caller = caller_;
     struct Restore {
         Area& caller;
@@ -367,6 +399,19 @@ Value Calculator::run(const Formula& formula, const Area& caller) {
         case Code::greater:
         case Code::at_least:
             stack.reduce(2, apply(step.code, stack.top(1), stack.top()));
+            break;
+        case Code::set_local:
+            locals.at(step.index) = std::move(stack.top());
+            stack.drop();
+            break;
+        case Code::local:
+            stack.push(locals.at(step.index));
+            break;
+        case Code::intersect:
+            if (stack.top().is_many()) stack.reduce(1, intersected(stack.top(), step.count == 0));
+            break;
+        case Code::spill:
+            stack.reduce(1, spilled(stack.top()));
             break;
         case Code::range:
             stack.reduce(2, range_between(stack.top(1), stack.top()));
@@ -451,17 +496,21 @@ Value Calculator::call(const Builtin& builtin, Value* arguments, int count) {
 
 Value Calculator::call_single(const Builtin& builtin, Value* arguments, int count) {
     for (int i = 0; i < count; ++i) {
-        const char kind = builtin.kind(i);
+        char kind = builtin.kind(i);
         Value& value = arguments[i];
         if (kind == 'r') continue;
         if (value.is(Type::area)) value = single(value);
         if (kind == 'e') continue;
         if (value.is_error()) return value;
+        if (kind == 'N' || kind == 'B') { // an empty argument takes the preset
+            if (value.is(Type::missing)) continue;
+            kind = kind == 'N' ? 'n' : 'b';
+        }
         Value error;
         switch (kind) {
         case 'n': {
             double number = 0.0;
-            if (value.is_number() || value.is(Type::missing)) break;
+            if (value.is_number()) break;
             if (!to_number(value, number, error)) return error;
             value = Value::number(number);
             break;
@@ -600,9 +649,32 @@ Value as_dates(Value value) {
 
 } // namespace
 
+/// The variable at which the last call failed. Only a traced call knows it, so the first failures of a recalculation
+/// are called once more, traced into nothing.
+std::string Calculator::failed_variable(const Function& function, OPER* const* cells) {
+    constexpr int most = 1000;
+    if (!tracing) {
+        if (function.is_volatile || CalcMonOn || explanations_ == most) return {};
+        ++explanations_;
+        clsTrace2& the_trace = trace();
+        const clsTrace2::Viewer viewer = the_trace.viewer;
+        the_trace.viewer = nullptr;
+        the_trace.TraceOn();
+        in_function_ = true;
+        perform(function, cells);
+        in_function_ = false;
+        the_trace.TraceShow(); // ends it and empties the store
+        the_trace.viewer = viewer;
+        if (last_error() == nullptr) return {};
+    }
+    return last_error_context().variable();
+}
+
 /// The error in which a function of the library ended, with its cause: an error among the arguments, else the words
 /// of the error's class with the variable, if that is known, or the function.
-Value Calculator::explained(const Function& function, std::uint16_t code, const Value* arguments, int count) {
+Value Calculator::explained(const Function& function, std::uint16_t code, OPER* const* cells, const Value* arguments,
+                            int count) {
+    const ErrorClass* const kind = last_error();
     Value cause;
     for (int i = 0; i < count && !cause.is_error(); ++i) {
         const Value& value = arguments[i];
@@ -620,13 +692,12 @@ Value Calculator::explained(const Function& function, std::uint16_t code, const 
         }
     }
     if (cause.is_error() && cause.error() == code) return cause;
-    const ErrorClass* const kind = last_error();
     if (kind == nullptr) return Value::error(code, std::string(function.name) + ": " + error_meaning(code));
     std::string_view words = kind->text;
     if (const std::size_t colon = words.find(": "); words.starts_with("Error ") && colon != std::string_view::npos)
         words.remove_prefix(colon + 2);
     while (words.ends_with(' ')) words.remove_suffix(1);
-    const std::string variable = traced() ? last_error_context().variable() : "";
+    const std::string variable = failed_variable(function, cells);
     Value error = Value::error(code, std::string(words) + " (" + (variable.empty() ? function.name : variable) + ")");
     if (cause.is_error() && cause.has_origin()) error.set_origin(cause.origin());
     return error;
@@ -654,7 +725,8 @@ Value Calculator::call(const Function& function, const Value* arguments, int cou
         const OPER* const result = perform(function, pointers);
         in_function_ = false;
         if (result != nullptr) {
-            if (result->type() == xltypeErr) return explained(function, result->val.err, arguments, count);
+            if (result->type() == xltypeErr) 
+                return explained(function, result->val.err, pointers, arguments, count);
             return function.calls.gives_dates ? as_dates(from_oper(*result, book_)) : from_oper(*result, book_);
         }
         if (!has_uncalculated_ || (again && uncalculated_ == last)) book_.not_ready();

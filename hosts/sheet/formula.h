@@ -40,10 +40,14 @@ enum class Code : std::uint8_t {
     at_most,
     greater,
     at_least,
+    set_local, ///< takes a value and keeps it as local number `index`
+    local,     ///< pushes local number `index`
+    intersect, ///< of a range the cell in the caller's row or column; count 0: of an array the first item
+    spill,     ///< the cells that the formula of a cell fills
     range,    ///< the smallest rectangle around two references
     builtin,  ///< builtins[index] of `count` arguments
     function, ///< functions[index] of `count` arguments
-    unknown,  ///< a function that does not exist
+    unknown,  ///< a function that does not exist: unknown[index]
     // Choices: a branch not taken is jumped over unless the condition is an array.
     if_then, ///< on false goes on after the if_else at `index`
     if_else, ///< the end of the first branch; goes on at the if_end at `index`
@@ -74,6 +78,7 @@ struct Formula {
     std::vector<std::string> unknown; ///< what the formula asks for and nobody knows, as messages
     std::uint32_t depth = 0;          ///< the most values that wait at once
     std::uint32_t choices = 0;        ///< the most choices that are open at once
+    std::uint32_t locals = 0;         ///< values with names of their own
     bool is_volatile = false;
     Fill fill = Fill::spill;
     std::string text; ///< as written, without the equals sign
@@ -90,7 +95,7 @@ class Names {
 
 /// Reads a formula, with or without the equals sign in front. Its references without a sheet are to `sheet`. Throws
 /// FormulaError.
-Formula read_formula(std::string_view text, Names& names, std::uint16_t sheet);
+Formula read_formula(std::string_view text, Names& names, std::uint16_t sheet, Fill fill = Fill::spill);
 
 /// The text of a formula as it reads when it is copied so many rows down and columns to the right: "A1+$B$1" one down
 /// is "A2+$B$1". References that leave the sheet become #REF!.
@@ -98,6 +103,9 @@ std::string moved_formula(std::string_view text, std::int64_t rows, std::int64_t
 
 /// Reads a reference such as "B7" or "$A$1:C3". False if the text is something else.
 bool read_area(std::string_view text, std::uint16_t sheet, Area& area);
+
+/// Reads a reference such as "R7C2" or "R[-1]C:RC[2]", as it reads in a cell.
+bool read_r1c1_area(std::string_view text, CellAddress cell, std::uint16_t sheet, Area& area);
 
 /// True if the text can be given to a cell or range as a name.
 bool is_name(std::string_view text);

@@ -189,8 +189,7 @@ void Workbook::enlist(Node& node) {
 }
 
 void Workbook::set_formula(CellAddress at, std::string_view text, Fill fill) {
-    Formula formula = read(text, at.sheet);
-    formula.fill = fill;
+    Formula formula = read_formula(text, *this, at.sheet, fill);
     prepare_change();
     Cell& cell = sheets_[at.sheet].grid.make(at.row, at.column);
     remove_formula(cell);
@@ -366,6 +365,7 @@ Value Workbook::value(CellAddress at) {
 }
 
 Value Workbook::evaluate(const Formula& formula, const Area& caller) {
+    calculator_.forget_explanations();
     const Calculator::Entry entry(calculator_);
     for (;;) {
         try {
@@ -552,6 +552,7 @@ void Workbook::report_cycle(Node& node) {
 }
 
 void Workbook::recalculate() {
+    calculator_.forget_explanations();
     for (Node* const node : volatile_)
         if (node->formula && node->formula->is_volatile && node->state == Node::clean) mark_dirty(node->target.first());
     const Calculator::Entry entry(calculator_);
