@@ -231,7 +231,7 @@ Value rank_of(A a) {
 /// True if a formula is itself a subtotal, which other subtotals leave out.
 bool is_subtotal(const Cell& cell) {
     if (cell.node == nullptr || !cell.node->formula) return false;
-    const auto& builtins = cell.node->formula->builtins;
+    const auto& builtins = cell.node->formula.builtins;
     return std::any_of(builtins.begin(), builtins.end(), [](const Builtin* builtin) {
         const std::string_view name = builtin->name;
         return name == "SUBTOTAL" || name == "AGGREGATE";

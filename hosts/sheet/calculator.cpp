@@ -143,6 +143,10 @@ int compare(const Value& a, const Value& b) {
     }
 }
 
+const Value& Calculator::operand(const Value& value) {
+    return value.is(Type::area) && value.area().is_cell() ? book_.read_cell(value.area().first()) : value;
+}
+
 Value Calculator::single(const Value& value) {
     if (value.is(Type::area) && value.area().is_cell()) return book_.read_cell(value.area().first());
     return value;
@@ -352,6 +356,52 @@ int Calculator::stack_left(int most) const {
                : static_cast<int>(std::min<std::size_t>(smallest_stack - used, static_cast<std::size_t>(most)));
 }
 
+namespace {
+
+/// The everyday case: two numbers, neither of them a date, and a finite result.
+inline bool both_numbers(Code code, const Value& a, const Value& b, double& result) {
+    if (!a.is_number() || !b.is_number() || a.is_date() || b.is_date()) return false;
+    const double x = a.number(), y = b.number();
+    switch (code) {
+    case Code::add:
+        result = x + y;
+        break;
+    case Code::subtract:
+        result = x - y;
+        break;
+    case Code::multiply:
+        result = x * y;
+        break;
+    case Code::divide:
+        if (y == 0.0) return false;
+        result = x / y;
+        break;
+    case Code::equal:
+        result = same_number(x, y);
+        return true;
+    case Code::unequal:
+        result = !same_number(x, y);
+        return true;
+    case Code::less:
+        result = x < y && !same_number(x, y);
+        return true;
+    case Code::at_most:
+        result = x <= y || same_number(x, y);
+        return true;
+    case Code::greater:
+        result = x > y && !same_number(x, y);
+        return true;
+    case Code::at_least:
+        result = x >= y || same_number(x, y);
+        return true;
+    default:
+        return false;
+    }
+    return result - result == 0.0;
+}
+
+} // namespace
+
 Value Calculator::run(const Formula& formula, const Area& caller) {
     Arena::Scope scope(arena_);
     Stack stack(arena_, formula.depth);
@@ -397,9 +447,17 @@ Value Calculator::run(const Formula& formula, const Area& caller) {
         case Code::less:
         case Code::at_most:
         case Code::greater:
-        case Code::at_least:
-            stack.reduce(2, apply(step.code, stack.top(1), stack.top()));
+        case Code::at_least: {
+            const Value &left = operand(stack.top(1)), &right = operand(stack.top());
+            double result = 0.0;
+            if (both_numbers(step.code, left, right, result)) {
+                stack.drop();
+                stack.top() = step.code <= Code::power ? Value::number(result) : Value::boolean(result != 0.0);
+            } else {
+                stack.reduce(2, apply(step.code, stack.top(1), stack.top()));
+            }
             break;
+        }
         case Code::set_local:
             locals.at(step.index) = std::move(stack.top());
             stack.drop();

@@ -61,6 +61,8 @@ class Calculator {
 
     // --- Coercions --------------------------------------------------------------------------------------------------
 
+    /// The value, or that of the cell to which it refers.
+    const Value& operand(const Value& value);
     /// The value with a reference to one cell looked up.
     Value single(const Value& value);
     /// The same, with a reference to several cells as an array.

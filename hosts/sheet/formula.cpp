@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <memory>
+#include <vector>
 
 namespace qx::sheet {
 
@@ -100,10 +102,99 @@ std::size_t match_area(std::string_view text, std::uint16_t sheet, Area& area) {
     return first.length;
 }
 
+} // namespace
+
+/// A formula while it is read.
+struct FormulaDraft {
+    std::vector<Step> steps;
+    std::vector<Value> constants;
+    std::vector<Area> areas;
+    std::vector<const Builtin*> builtins;
+    std::vector<const Function*> functions;
+    std::vector<std::uint32_t> names;
+    std::vector<std::string> unknown;
+    std::uint32_t depth = 0, choices = 0, locals = 0;
+    bool is_volatile = false;
+    Fill fill = Fill::spill;
+    std::string_view text;
+
+    void clear() {
+        steps.clear();
+        constants.clear();
+        areas.clear();
+        builtins.clear();
+        functions.clear();
+        names.clear();
+        unknown.clear();
+        depth = choices = locals = 0;
+        is_volatile = false;
+    }
+
+    /// The formula in one block: what has the strictest alignment first.
+    Formula packed() {
+        const auto bytes = [](const auto& list) { return list.size() * sizeof(list[0]); };
+        std::size_t offset = 0;
+        Formula formula;
+        formula.block_ = static_cast<std::byte*>(::operator new(bytes(constants) + bytes(unknown) + bytes(builtins) +
+                                                                bytes(functions) + bytes(areas) + bytes(steps) +
+                                                                bytes(names) + text.size() + 1));
+        const auto put = [&]<class T>(std::vector<T>& list) {
+            T* const place = reinterpret_cast<T*>(formula.block_ + offset);
+            std::uninitialized_move(list.begin(), list.end(), place);
+            offset += bytes(list);
+            return place;
+        };
+        formula.constants = {put(constants), constants.size()};
+        formula.unknown = {put(unknown), unknown.size()};
+        formula.builtins = {put(builtins), builtins.size()};
+        formula.functions = {put(functions), functions.size()};
+        formula.areas = {put(areas), areas.size()};
+        formula.steps = {put(steps), steps.size()};
+        formula.names = {put(names), names.size()};
+        char* const characters = reinterpret_cast<char*>(formula.block_ + offset);
+        std::copy(text.begin(), text.end(), characters);
+        formula.text = std::string_view(characters, text.size());
+        formula.depth = depth;
+        formula.choices = choices;
+        formula.locals = locals;
+        formula.is_volatile = is_volatile;
+        formula.fill = fill;
+        return formula;
+    }
+};
+
+Formula& Formula::operator=(Formula&& other) noexcept {
+    std::swap(steps, other.steps);
+    std::swap(constants, other.constants);
+    std::swap(areas, other.areas);
+    std::swap(builtins, other.builtins);
+    std::swap(functions, other.functions);
+    std::swap(names, other.names);
+    std::swap(unknown, other.unknown);
+    std::swap(text, other.text);
+    std::swap(depth, other.depth);
+    std::swap(choices, other.choices);
+    std::swap(locals, other.locals);
+    std::swap(is_volatile, other.is_volatile);
+    std::swap(fill, other.fill);
+    std::swap(block_, other.block_);
+    return *this;
+}
+
+Formula::~Formula() {
+    if (block_ == nullptr) return;
+    std::destroy(constants.begin(), constants.end());
+    std::destroy(unknown.begin(), unknown.end());
+    ::operator delete(block_);
+}
+
+namespace {
+
 class Reader {
   public:
     Reader(std::string_view text, Names& names, std::uint16_t sheet, Fill fill)
         : text_(text), names_(names), sheet_(sheet) {
+        formula_.clear();
         formula_.fill = fill;
         formula_.text = text;
         const std::size_t equals = text.find_first_not_of(" \t\r\n");
@@ -118,7 +209,7 @@ class Reader {
         if (at_ == text_.size()) fail("the formula is empty");
         expression(1);
         if (at_ < text_.size()) fail("unexpected " + here() + ", expected an operator or the end");
-        return std::move(formula_);
+        return formula_.packed();
     }
 
   private:
@@ -693,13 +784,16 @@ class Reader {
     Names& names_;
     std::uint16_t sheet_;
     std::size_t at_ = 0;
-    Formula formula_;
+    static thread_local FormulaDraft draft_; // its memory serves one formula after the other
+    FormulaDraft& formula_ = draft_;
     std::uint32_t waiting_ = 0;
     std::uint32_t choices_ = 0;
     std::vector<std::pair<std::string, std::size_t>> locals_; ///< the names of LET that are known here
     int nesting_ = 0;
     int in_array_ = 0; ///< inside functions that take whole arrays
 };
+
+thread_local FormulaDraft Reader::draft_;
 
 } // namespace
 

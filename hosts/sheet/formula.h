@@ -6,10 +6,10 @@
 #include "addin/function.h"
 #include "hosts/sheet/value.h"
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace qx::sheet {
 
@@ -68,20 +68,65 @@ enum class Fill : std::uint8_t {
     intersect ///< shows one: of a range the cell in its own row or column, of an array the first
 };
 
+/// A part of a formula: objects side by side.
+template <class T>
+class List {
+  public:
+    List() = default;
+    List(T* data, std::size_t size) : data_(data), size_(static_cast<std::uint32_t>(size)) {}
+    T* data() const { return data_; }
+    std::size_t size() const { return size_; }
+    bool empty() const { return size_ == 0; }
+    T* begin() const { return data_; }
+    T* end() const { return data_ + size_; }
+    T& operator[](std::size_t i) const { return data_[i]; }
+
+  private:
+    T* data_ = nullptr;
+    std::uint32_t size_ = 0;
+};
+
+/// The text of a formula; it goes together with strings.
+struct FormulaText : std::string_view {
+    using std::string_view::string_view;
+    FormulaText(std::string_view text) : std::string_view(text) {}
+    operator std::string() const { return std::string(data(), size()); }
+    friend std::string operator+(std::string before, const FormulaText& text) { return before.append(text); }
+};
+
+/// A formula is one block of memory with its steps and what they refer to.
 struct Formula {
-    std::vector<Step> steps;
-    std::vector<Value> constants;
-    std::vector<Area> areas;
-    std::vector<const Builtin*> builtins;
-    std::vector<const Function*> functions;
-    std::vector<std::uint32_t> names;
-    std::vector<std::string> unknown; ///< what the formula asks for and nobody knows, as messages
-    std::uint32_t depth = 0;          ///< the most values that wait at once
-    std::uint32_t choices = 0;        ///< the most choices that are open at once
-    std::uint32_t locals = 0;         ///< values with names of their own
+    Formula() = default;
+    Formula(Formula&& other) noexcept { *this = std::move(other); }
+    Formula& operator=(Formula&& other) noexcept;
+    ~Formula();
+    explicit operator bool() const { return block_ != nullptr; }
+
+    List<const Step> steps;
+    List<const Value> constants;
+    List<const Area> areas;
+    List<const Builtin* const> builtins;
+    List<const Function*> functions;
+    std::uint32_t depth = 0;   ///< the most values that wait at once
+    std::uint32_t choices = 0; ///< the most choices that are open at once
+    std::uint32_t locals = 0;  ///< values with names of their own
     bool is_volatile = false;
     Fill fill = Fill::spill;
-    std::string text; ///< as written, without the equals sign
+    List<const std::uint32_t> names;
+    List<const std::string> unknown; ///< what the formula asks for and nobody knows, as messages
+    FormulaText text;                ///< as written, without the equals sign
+
+    /// Asks for the memory of the steps and what they work on ahead of a calculation.
+    void prefetch() const {
+        constexpr std::size_t line = 64, most = 4 * line;
+        const auto end = reinterpret_cast<std::size_t>(text.data());
+        const auto begin = reinterpret_cast<std::size_t>(block_);
+        for (std::size_t at = 0; at < most && begin + at < end; at += line) __builtin_prefetch(block_ + at);
+    }
+
+  private:
+    friend struct FormulaDraft;
+    std::byte* block_ = nullptr;
 };
 
 /// What a formula may refer to beside cells.

@@ -12,6 +12,7 @@
 #include "hosts/sheet/calculator.h"
 #include "hosts/sheet/formula.h"
 #include "hosts/sheet/grid.h"
+#include "hosts/sheet/readers.h"
 
 #include <deque>
 #include <functional>
@@ -20,12 +21,11 @@
 #include <optional>
 #include <string>
 #include <tuple>
-#include <unordered_map>
 #include <vector>
 
 namespace qx::sheet {
 
-/// A formula with the cells that it fills, and the formulas that read these cells.
+/// A formula with the cells that it fills.
 struct Node {
     enum State : std::uint8_t {
         clean,
@@ -35,18 +35,24 @@ struct Node {
         deferred,  ///< for a value that no cell gives, as a variable not yet set
     };
 
-    explicit Node(Area target) : target(target) {}
+    Node(Area target, Cell* cell) : target(target), cell(cell) {}
+
+    /// All cells that show the result.
+    const Area& filled() const { return spill ? *spill : target; }
 
     Area target; ///< one cell, or the rectangle of an array formula
-    std::unique_ptr<Formula> formula;
+    Cell* cell;  ///< the first of them
     State state = clean;
     bool is_array = false;
-    bool cyclic = false;     ///< found to depend on itself
-    std::uint32_t order = 0; ///< place in the list of formulas, counted from 1
-    bool listed = false;     ///< in the list of those to calculate
-    bool listed_as_volatile = false;
-    bool entered = false; ///< what it refers to is being calculated
-    std::vector<Node*> readers;
+    bool cyclic = false;           ///< found to depend on itself
+    bool listed = false;           ///< in the list of those to calculate
+    bool listed_as_formula = false, listed_as_volatile = false;
+    bool entered = false;          ///< what it refers to is being calculated
+    bool again = false;            ///< what it reads has changed while it was calculated
+    std::uint8_t spill_changes = 0; ///< in this recalculation
+    std::uint64_t order = 0;       ///< when it was calculated last: what it reads came before
+    Formula formula;
+    std::unique_ptr<Area> spill; ///< the cells that an array takes up, if there are several
 };
 
 /// Something wrong with a cell.
@@ -174,13 +180,17 @@ class Workbook final : public Names {
     struct Sheet {
         std::string name;
         Grid grid;
-        std::unordered_map<std::uint64_t, std::vector<std::pair<Area, Node*>>> range_readers; ///< by tile of cells
-        std::vector<std::pair<Area, Node*>> wide_range_readers;
+        Readers readers;
+    };
+    /// A formula in the list of those to calculate, with its place in the order of the last time.
+    struct Pending {
+        std::uint64_t order;
+        Node* node;
     };
     struct Name {
         std::string name;
         int sheet = -1;
-        std::unique_ptr<Formula> formula = nullptr;
+        Formula formula = {};
         bool busy = false;
     };
 
@@ -188,23 +198,28 @@ class Workbook final : public Names {
     Node& node_at(CellAddress cell);
     void install(Node& node, Formula formula);
     void remove_formula(Cell& cell);
+    void put(const Area& area, Cell& cell, Value value);
+    void release_spill(Node& node);
     void enlist(Node& node);
     void prepare_change();
 
     void link_all();
+    template <class Add>
+    void link(const Formula& formula, int depth, Add add);
     void link(Node& node);
-    void link(Node& node, const Formula& formula, int depth);
-    template <class Visit>
-    void each_reader(const Area& area, Visit visit);
     void touch(const Area& changed);
+    void mark_dirty(Node& node);
     void add_precedents(const Formula& formula, std::vector<Area>& areas, int depth) const;
 
     const Value& settle_for_reader(Cell& cell);
     void calculate(Node& node);
+    void settle_all(const std::vector<Pending>& list, std::vector<Pending>& waiting, std::size_t& done);
     void settle(Node& root);
     void settle_from_below(Node& root);
     void push_dirty(const Formula& formula, std::vector<Node*>& nodes, int depth);
-    void store(Node& node, const Value& result);
+    void store(Node& node, Value result);
+    void spill(Node& node, Value result);
+    const Cell* obstacle(const Node& node, const Area& area);
     void report_cycle(Node& node);
 
     std::deque<Sheet> sheets_;
@@ -213,10 +228,14 @@ class Workbook final : public Names {
     std::map<std::pair<int, std::string>, std::uint32_t> name_numbers_; ///< by sheet and name in capitals
     std::vector<Node*> formulas_;                                    ///< every node that has, or had, a formula
     std::vector<Node*> volatile_;                                    ///< those that have, or had, a volatile one
-    std::vector<Node*> pending_;                                     ///< to be calculated
+    std::vector<Pending> pending_;                                   ///< to be calculated
+    std::vector<Node*> blocked_;                                     ///< those with no room to spill
     std::vector<Node*> path_;                                        ///< being calculated, each read by the one before
     std::vector<Problem> cycles_;
     Node::State abandoned_as_ = Node::dirty; ///< what becomes of cells whose calculation an exception ends
+    std::uint64_t calculations_ = 0;
+    std::uint32_t round_ = 0; ///< of marking: what was marked in it is marked still
+    bool marking_ = false;    ///< nothing was calculated since this round began
     bool calculated_ = false;                ///< some cell was calculated since the last clear
     bool linked_ = false;                    ///< the readers of all cells are known
     const Value blank_;
