@@ -33,6 +33,7 @@ int trace(const TraceOptions& options);
 struct FunctionsOptions {
     std::string category;
     bool json = false;
+    bool builtins = false; ///< those of the workbook itself
 };
 int functions(const FunctionsOptions& options);
 int help(const std::string& name);

@@ -9,11 +9,35 @@ namespace {
 
 bool same_kind(const Value& a, const Value& b) { return a.type() == b.type(); }
 
-/// Position, from 0, of a value in a list of `count` items: type 0 the first equal one, 1 the last not above it in
-/// an ascending list, -1 the last not below it in a descending one. Gives false if there is none.
+/// The same by an index: false where that cannot tell.
+bool find_by_index(const LookupIndex& index, const Value& wanted, int type, bool& found, std::uint64_t& position) {
+    if (type == 0 && (wanted.is_number() ||
+                      (wanted.is_text() && wanted.text().find_first_of("*?~") == std::string_view::npos))) {
+        std::vector<std::uint32_t> places;
+        if (wanted.is_number())
+            index.find(wanted.number(), false, places);
+        else
+            index.find(wanted.text(), places);
+        found = !places.empty();
+        if (found) position = *std::min_element(places.begin(), places.end());
+        return true;
+    }
+    if (type != 1 || !wanted.is_number() || !index.ascends()) return false;
+    const std::size_t count = index.up_to(wanted.number());
+    found = count > 0;
+    if (found) position = index.place(count - 1);
+    return true;
+}
+
+/// Position, from 0, of a value in a list of `count` items, which is a table's first row or column: type 0 the first
+/// equal one, 1 the last not above it in an ascending list, -1 the last not below it in a descending one. False if
+/// there is none.
 template <class Item>
-bool find_item(const Value& wanted, std::uint64_t count, int type, Item item, std::uint64_t& position) {
+bool find_item(const Value& wanted, const Table& table, std::uint64_t count, int type, Item item,
+               std::uint64_t& position) {
     bool found = false;
+    const LookupIndex* const index = wanted.is_number() || wanted.is_text() ? table.index() : nullptr;
+    if (index != nullptr && find_by_index(*index, wanted, type, found, position)) return found;
     for (std::uint64_t i = 0; i < count; ++i) {
         const Value& value = item(i);
         if (!same_kind(value, wanted)) continue;
@@ -47,7 +71,10 @@ Value lookup(const Arguments& a, bool vertical) {
         const auto place = static_cast<std::uint32_t>(i);
         return vertical ? table.at(place, 0) : table.at(0, place);
     };
-    if (!find_item(wanted, vertical ? table.used_rows() : table.columns(), type, item, position))
+    const Table list(a.calculator, !a[1].is(Type::area) ? Value()
+                                   : vertical           ? table.part(0, 0, table.rows(), 1)
+                                                        : table.part(0, 0, 1, table.columns()));
+    if (!find_item(wanted, list, vertical ? table.used_rows() : table.columns(), type, item, position))
         return not_found(wanted);
     const auto place = static_cast<std::uint32_t>(position), other = static_cast<std::uint32_t>(index) - 1;
     return vertical ? table.at(place, other) : table.at(other, place);
@@ -61,7 +88,7 @@ Value match(const Arguments& a) {
     const Value wanted = a[0].is_blank() ? Value::number(0.0) : a[0];
     std::uint64_t position = 0;
     if (!find_item(
-            wanted, table.used(), type, [&](std::uint64_t i) -> const Value& { return table.at(i); }, position))
+            wanted, table, table.used(), type, [&](std::uint64_t i) -> const Value& { return table.at(i); }, position))
         return not_found(wanted);
     return number(static_cast<double>(position + 1));
 }
@@ -153,7 +180,8 @@ Value lookup_in_order(A a) {
     const auto item = [&](std::uint64_t i) -> const Value& {
         return by_rows ? table.at(static_cast<std::uint32_t>(i), 0) : table.at(0, static_cast<std::uint32_t>(i));
     };
-    if (!find_item(wanted, by_rows ? table.used_rows() : table.columns(), 1, item, position)) return not_found(wanted);
+    if (!find_item(wanted, table, by_rows ? table.used_rows() : table.columns(), 1, item, position))
+        return not_found(wanted);
     const auto place = static_cast<std::uint32_t>(position);
     if (!a.has(2))
         return by_rows ? table.at(place, table.columns() - 1) : table.at(table.rows() - 1, place);
@@ -167,6 +195,17 @@ Value lookup_in_order(A a) {
 bool find_place(const Value& wanted, const Table& table, double mode, double search, std::uint64_t& position) {
     bool found = false;
     const std::uint64_t count = table.size();
+    if (mode == 0.0 && search != -1.0 && (wanted.is_number() || wanted.is_text()))
+        if (const LookupIndex* const index = table.index()) {
+            std::vector<std::uint32_t> places;
+            if (wanted.is_number())
+                index->find(wanted.number(), false, places);
+            else
+                index->find(wanted.text(), places);
+            if (places.empty()) return false;
+            position = *std::min_element(places.begin(), places.end());
+            return true;
+        }
     const Value* best = nullptr;
     for (std::uint64_t step = 0; step < count; ++step) {
         const std::uint64_t i = search == -1.0 ? count - 1 - step : step;

@@ -78,7 +78,7 @@ Value number_of_periods(A a) {
 /// A root of f above -1: Newton's steps from a guess, else the nearest change of sign to either side, halved.
 template <class F>
 bool find_rate(F f, double guess, double& rate) {
-    constexpr double exact = 1e-14;
+    constexpr double exact = 1e-14, nearly_all_lost = -1.0 + 1e-9; // beyond that the steps only near the bound
     rate = guess;
     for (int step = 0; step < 60; ++step) {
         const double width = 1e-7 * std::max(0.01, std::fabs(rate));
@@ -89,7 +89,8 @@ bool find_rate(F f, double guess, double& rate) {
         if (next <= -1.0) next = (rate - 1.0) / 2.0; // half way to the bound
         if (std::fabs(next - rate) <= exact * (1.0 + std::fabs(next))) {
             rate = next;
-            return true;
+            if (next > nearly_all_lost) return true;
+            break;
         }
         rate = next;
     }

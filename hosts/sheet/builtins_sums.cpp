@@ -369,9 +369,11 @@ const Builtin logic[] = {
     {"ISLOGICAL", "e", "value", "TRUE for a truth value", [](A a) { return truth(a[0].is(Type::boolean)); }},
     {"ISBLANK", "e", "value", "TRUE for an empty cell", [](A a) { return truth(a[0].is_blank()); }},
     {"ISREF", "r", "value", "TRUE for a reference", [](A a) { return truth(a[0].is(Type::area)); }},
-    {"ERROR.TYPE", "e", "value", "The number of an error value, 1 to 7 from #NULL! to #N/A",
+    {"ERROR.TYPE", "e", "value", "The number of an error value: 1 to 7 from #NULL! to #N/A, 9 #SPILL!, 14 #CALC!",
      [](A a) {
          if (!a[0].is_error()) return na();
+         if (a[0].error() == error_spill) return number(9.0);
+         if (a[0].error() == error_calc) return number(14.0);
          constexpr std::uint16_t order[] = {xlerrNull, xlerrDiv0, xlerrValue, xlerrRef, xlerrName, xlerrNum, xlerrNA};
          return number(static_cast<double>(std::find(std::begin(order), std::end(order), a[0].error()) - order) + 1.0);
      }},
@@ -454,6 +456,8 @@ const Builtin sums[] = {
          double count = 0.0;
          const Criterion criterion(a[1]);
          const Table cells(a.calculator, a[0]);
+         if (const LookupIndex* const index = cells.index(); index != nullptr && criterion.count(*index, count))
+             return number(count);
          for (std::uint64_t i = 0; i < cells.used(); ++i)
              if (criterion.meets(cells.at(i))) count += 1.0;
          if (criterion.meets(Value())) count += static_cast<double>(cells.size() - cells.used());

@@ -159,6 +159,8 @@ TEST(QuexelFunctions, TellsWhatIsDeclared) {
     EXPECT_EQ((*found)["arguments"][1]["optional"], false);
     EXPECT_NE(quexel("functions --category 'date and time calculations'").out.find("MonthEnd"), std::string::npos);
     EXPECT_EQ(quexel("functions --category nosuch").status, 1);
+    EXPECT_NE(quexel("functions --builtins").out.find("  XLOOKUP "), std::string::npos);
+    EXPECT_EQ(quexel("help xirr").out.find("XIRR(values, dates, [guess])\n"), 0u);
     EXPECT_EQ(quexel("help MONTHEND").out.find("MonthEnd(TheDate)\n"), 0u);
     const Outcome wrong = quexel("help MonthEnds");
     EXPECT_EQ(wrong.status, 1);
