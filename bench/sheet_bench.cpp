@@ -93,7 +93,10 @@ void one_dependent_changed(benchmark::State& state) {
         book.recalculate();
     }
 }
-BENCHMARK(one_dependent_changed)->Name("one input with one dependent changed: ours")->Arg(50000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(one_dependent_changed)
+    ->Name("one input with one dependent changed: ours")
+    ->Arg(50000)
+    ->Unit(benchmark::kMicrosecond);
 
 /// As many lookups as the list has rows.
 void lookups(benchmark::State& state, const char* formula) {
@@ -107,8 +110,12 @@ void lookups(benchmark::State& state, const char* formula) {
     }
     for (auto step : state) book.recalculate_all();
 }
-BENCHMARK_CAPTURE(lookups, match, "MATCH(%,A$1:A$20000,0)")->Name("20,000 MATCH in 20,000 rows: ours")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(lookups, sumif, "SUMIF(A$1:A$20000,%)")->Name("20,000 SUMIF in 20,000 rows: ours")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(lookups, match, "MATCH(%,A$1:A$20000,0)")
+    ->Name("20,000 MATCH in 20,000 rows: ours")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(lookups, sumif, "SUMIF(A$1:A$20000,%)")
+    ->Name("20,000 SUMIF in 20,000 rows: ours")
+    ->Unit(benchmark::kMillisecond);
 
 /// The cost of a cell as a workbook grows: chains of everyday formulas.
 void growing_workbook(benchmark::State& state) {
@@ -122,11 +129,14 @@ void growing_workbook(benchmark::State& state) {
         book.set_formula(at(row, 3), "SUM(A" + here + ":C" + here + ")");
     }
     for (auto step : state) book.recalculate_all();
-    state.counters["per cell"] = benchmark::Counter(static_cast<double>(rows) * 4.0,
-                                                    benchmark::Counter::kIsIterationInvariantRate |
-                                                        benchmark::Counter::kInvert);
+    state.counters["per cell"] = benchmark::Counter(
+        static_cast<double>(rows) * 4.0, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
-BENCHMARK(growing_workbook)->Name("everyday cells recalculated: ours")->Arg(10000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(growing_workbook)
+    ->Name("everyday cells recalculated: ours")
+    ->Arg(10000)
+    ->Arg(1000000)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace qx::sheet

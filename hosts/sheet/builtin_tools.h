@@ -225,7 +225,8 @@ class Criterion {
 
   private:
     bool is_plain_text() const {
-        return wanted_.is_text() && !wanted_.text().empty() && wanted_.text().find_first_of("*?~") == std::string_view::npos;
+        return wanted_.is_text() && !wanted_.text().empty() &&
+               wanted_.text().find_first_of("*?~") == std::string_view::npos;
     }
     /// A text that reads as a number equals that number, but does not fail to differ from it.
     bool equals(const Value& value, bool reading) const {

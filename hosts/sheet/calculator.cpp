@@ -758,7 +758,8 @@ Value Calculator::explained(const Function& function, std::uint16_t code, OPER* 
 }
 
 Value Calculator::call(const Function& function, const Value* arguments, int count) {
-    if (in_function_) return Value::error(xlerrValue, "a function's own formula cannot call another function of the library");
+    if (in_function_)
+        return Value::error(xlerrValue, "a function's own formula cannot call another function of the library");
     Arena::Scope scope(arena_);
     const int arity = function.arity();
     OPER* const cells = arena_.take<OPER>(static_cast<std::size_t>(arity));
@@ -779,8 +780,7 @@ Value Calculator::call(const Function& function, const Value* arguments, int cou
         const OPER* const result = perform(function, pointers);
         in_function_ = false;
         if (result != nullptr) {
-            if (result->type() == xltypeErr) 
-                return explained(function, result->val.err, pointers, arguments, count);
+            if (result->type() == xltypeErr) return explained(function, result->val.err, pointers, arguments, count);
             return function.calls.gives_dates ? as_dates(from_oper(*result, book_)) : from_oper(*result, book_);
         }
         if (!has_uncalculated_ || (again && uncalculated_ == last)) book_.not_ready();

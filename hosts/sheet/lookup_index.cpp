@@ -57,16 +57,14 @@ void LookupIndex::find(std::string_view text, std::vector<std::uint32_t>& places
 }
 
 std::size_t LookupIndex::below(double x) const {
-    const auto end = std::partition_point(numbers_.begin(), numbers_.end(), [&](const Number& a) {
-        return a.number < x && !same_number(a.number, x);
-    });
+    const auto end = std::partition_point(numbers_.begin(), numbers_.end(),
+                                          [&](const Number& a) { return a.number < x && !same_number(a.number, x); });
     return static_cast<std::size_t>(end - numbers_.begin());
 }
 
 std::size_t LookupIndex::up_to(double x) const {
-    const auto end = std::partition_point(numbers_.begin(), numbers_.end(), [&](const Number& a) {
-        return a.number <= x || same_number(a.number, x);
-    });
+    const auto end = std::partition_point(numbers_.begin(), numbers_.end(),
+                                          [&](const Number& a) { return a.number <= x || same_number(a.number, x); });
     return static_cast<std::size_t>(end - numbers_.begin());
 }
 

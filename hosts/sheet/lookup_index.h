@@ -16,7 +16,8 @@ class LookupIndex {
     /// Of a single row or column of calculated cells.
     LookupIndex(Workbook& book, const Area& list);
 
-    /// Appends the places, from 0, of the numbers that equal one in a spreadsheet's sense; also of texts that read as it.
+    /// Appends the places, from 0, of the numbers that equal one in a spreadsheet's sense; also of texts that read as
+    /// it.
     void find(double x, bool texts_too, std::vector<std::uint32_t>& places) const;
     /// Appends the places of the texts that equal one, capitals and small letters alike.
     void find(std::string_view text, std::vector<std::uint32_t>& places) const;

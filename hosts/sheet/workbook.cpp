@@ -44,8 +44,7 @@ std::uint32_t Workbook::name_number(std::string_view name, std::uint16_t sheet) 
 }
 
 std::uint32_t Workbook::name_number(std::string_view name, const std::string& capitals, int sheet) {
-    const auto [found, added] =
-        name_numbers_.try_emplace({sheet, capitals}, static_cast<std::uint32_t>(names_.size()));
+    const auto [found, added] = name_numbers_.try_emplace({sheet, capitals}, static_cast<std::uint32_t>(names_.size()));
     if (added) names_.emplace_back(std::string(name), sheet);
     return found->second;
 }
@@ -138,7 +137,8 @@ const LookupIndex* Workbook::index_of(const Area& list) {
     if ((list.rows() > 1 && list.columns() > 1) || list.rows() + list.columns() <= least_cells) return nullptr;
     Sheet& sheet = sheets_[list.sheet];
     std::vector<Lookup>& lookups = sheet.lookups;
-    auto found = std::find_if(lookups.begin(), lookups.end(), [&](const Lookup& lookup) { return lookup.list == list; });
+    auto found =
+        std::find_if(lookups.begin(), lookups.end(), [&](const Lookup& lookup) { return lookup.list == list; });
     if (found == lookups.end()) {
         if (lookups.size() == most_lists) lookups.erase(lookups.begin());
         sheet.first_looked_up =
@@ -322,8 +322,8 @@ std::vector<CellAddress> Workbook::dependents(CellAddress at) {
 }
 
 std::size_t Workbook::formula_count() const {
-    return static_cast<std::size_t>(
-        std::count_if(formulas_.begin(), formulas_.end(), [](const Node* node) { return static_cast<bool>(node->formula); }));
+    return static_cast<std::size_t>(std::count_if(formulas_.begin(), formulas_.end(),
+                                                  [](const Node* node) { return static_cast<bool>(node->formula); }));
 }
 
 // --- Who reads what -------------------------------------------------------------------------------------------------
@@ -796,9 +796,8 @@ std::vector<Problem> Workbook::problems() const {
         if (node->state == Node::deferred)
             problems.push_back({cell, "not calculated: it waits for a value that nothing sets"});
     }
-    std::stable_sort(problems.begin(), problems.end(), [](const Problem& a, const Problem& b) {
-        return before(a.cell, b.cell);
-    });
+    std::stable_sort(problems.begin(), problems.end(),
+                     [](const Problem& a, const Problem& b) { return before(a.cell, b.cell); });
     return problems;
 }
 

@@ -80,7 +80,8 @@ TEST(FormulaSyntax, NamesAndReferencesAreToldApart) {
 TEST(Builtins, BearNoNameOfTheLibrary) {
     for (const BuiltinGroup& group : builtin_groups())
         for (const Builtin& builtin : group.functions) {
-            EXPECT_EQ(find_function(builtin.name) != nullptr, std::string_view(builtin.name) == "UNIQUE") << builtin.name;
+            EXPECT_EQ(find_function(builtin.name) != nullptr, std::string_view(builtin.name) == "UNIQUE")
+                << builtin.name;
             EXPECT_EQ(find_builtin(builtin.name), &builtin) << "named twice";
         }
 }
@@ -195,8 +196,7 @@ TEST(R1C1, ReadsAbsoluteAndRelativeParts) {
         Area area;
         return read_r1c1_area(text, cell, 0, area) ? address_text(area) : std::string("none");
     };
-    EXPECT_EQ(read("R7C2") + " " + read("R[-1]C[1]") + " " + read("rc") + " " + read("R1C1:R[2]C"),
-              "B7 D4 C5 A1:C7");
+    EXPECT_EQ(read("R7C2") + " " + read("R[-1]C[1]") + " " + read("rc") + " " + read("R1C1:R[2]C"), "B7 D4 C5 A1:C7");
     EXPECT_EQ(read("R[-9]C1") + " " + read("R0C1") + " " + read("R1C1x") + " " + read("Rate"), "none none none none");
 }
 

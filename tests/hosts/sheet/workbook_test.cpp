@@ -252,7 +252,7 @@ TEST_F(WorkbookTest, ManyLookupsInOneListFindWhatOneFinds) {
     constexpr std::uint32_t rows = 200;
     const auto fill = [&](std::uint32_t row) {
         const auto draw = random() % 40;
-        book.set_value({row, 0, 0}, draw < 25 ? Value::number(draw % 12)
+        book.set_value({row, 0, 0}, draw < 25   ? Value::number(draw % 12)
                                     : draw < 35 ? Value::text(std::string(1, static_cast<char>('a' + draw % 8)))
                                     : draw < 38 ? Value::text(std::to_string(draw % 4))
                                                 : Value());
@@ -260,9 +260,14 @@ TEST_F(WorkbookTest, ManyLookupsInOneListFindWhatOneFinds) {
         book.set_value({row, 2, 0}, Value::number(row / 3 * 2));
     };
     for (std::uint32_t row = 0; row < rows; ++row) fill(row);
-    const char* const formulas[] = {"MATCH(%,A1:A200,0)",          "COUNTIF(A1:A200,%)",    "SUMIF(A1:A200,%,B1:B200)",
-                                    "COUNTIF(A1:A200,\">\"&%)",    "MATCH(%*9,C1:C200)",    "VLOOKUP(%*9,C1:C200,1)",
-                                    "COUNTIFS(A1:A200,%,B1:B200,\"<100\")", "XLOOKUP(%,A1:A200,B1:B200)"};
+    const char* const formulas[] = {"MATCH(%,A1:A200,0)",
+                                    "COUNTIF(A1:A200,%)",
+                                    "SUMIF(A1:A200,%,B1:B200)",
+                                    "COUNTIF(A1:A200,\">\"&%)",
+                                    "MATCH(%*9,C1:C200)",
+                                    "VLOOKUP(%*9,C1:C200,1)",
+                                    "COUNTIFS(A1:A200,%,B1:B200,\"<100\")",
+                                    "XLOOKUP(%,A1:A200,B1:B200)"};
     const char* const wanted[] = {"3", "\"C\"", "11", "\"zz\"", "0"};
     for (int round = 0; round < 3; ++round) {
         for (const std::string formula : formulas)
