@@ -14,10 +14,10 @@ namespace qx::python {
 
 namespace {
 
-/// The text of an error class without the number in front: "Value greater than maximum allowed value".
-std::string plain_message(const ErrorClass& kind) {
-    std::string_view text = kind.text;
-    if (const auto colon = text.find(": "); text.starts_with("Error ") && colon != text.npos) text.remove_prefix(colon + 2);
+/// A message without its number in front, "Error LIB16: ", and without the blanks and the full stop at its end.
+std::string trimmed(std::string_view text) {
+    if (const auto colon = text.find(": "); text.starts_with("Error ") && colon != text.npos)
+        text.remove_prefix(colon + 2);
     while (text.ends_with(' ') || text.ends_with('.')) text.remove_suffix(1);
     return std::string(text);
 }
@@ -31,9 +31,9 @@ Failure failure_of(const Function& function, const OPER* result) {
     const char* const code = sheet::error_text(result->val.err);
     if (kind == nullptr) return {code, "", function.name, "", std::string("the result is ") + code};
     const FunctionContext& context = last_error_context();
-    Failure failure{code, kind->name, context.function(), context.variable(), plain_message(*kind)};
+    Failure failure{code, kind->name, context.function(), context.variable(), trimmed(kind->text)};
     if (!failure.variable.empty()) failure.message += ": " + failure.variable;
-    if (const std::string more = context.message(); !more.empty()) failure.message += ". " + more;
+    if (const std::string more = trimmed(context.message()); !more.empty()) failure.message += ". " + more;
     return failure;
 }
 

@@ -2,6 +2,7 @@
 // package in Python make of it what a user sees.
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
 
 #include "hosts/python/calls.h"
 #include "hosts/python/cells.h"
@@ -185,9 +186,11 @@ py::tuple LibraryFunction::call_many(const py::list& fixed, const py::list& colu
     CallCells call_cells;
     std::vector<py::array> arrays;
     std::vector<Column> varying;
+    bool time_base = false; // each call gives a list
     for (int i = 0; i < function_.arity(); ++i) {
         const py::handle value = fixed[static_cast<std::size_t>(i)];
         call_cells.cells[i] = value.is_none() ? missing_cell() : cell(i, value, memory);
+        time_base = time_base || (calls().kinds[i] == Kind::period_start && is_many(value.ptr()));
     }
     for (const py::handle pair : columns) {
         const auto [argument, array] = py::cast<std::pair<int, py::array>>(pair);
@@ -202,8 +205,8 @@ py::tuple LibraryFunction::call_many(const py::list& fixed, const py::list& colu
     std::vector<py::ssize_t> place(sides.size(), 0);
 
     const Kind gives = calls().gives;
-    const bool numbers = gives == Kind::number || gives == Kind::integer || gives == Kind::wide_integer ||
-                         gives == Kind::date || gives == Kind::boolean;
+    const bool numbers = !time_base && (gives == Kind::number || gives == Kind::integer ||
+                                        gives == Kind::wide_integer || gives == Kind::date || gives == Kind::boolean);
     py::array results(py::dtype(numbers ? "f8" : "O"), sides);
     auto* const result_numbers = numbers ? static_cast<double*>(results.mutable_data()) : nullptr;
     auto** const result_objects = numbers ? nullptr : static_cast<PyObject**>(results.mutable_data());

@@ -6,6 +6,7 @@ import sys
 from typing import Any, Callable, Iterable, NamedTuple
 
 import numpy as np
+from numpy.typing import NDArray
 
 from . import values as cells
 from .errors import Error
@@ -31,6 +32,7 @@ def spread(function: Any, values: list[Any], spreading: list[int], errors: str, 
     arguments = function.description["arguments"]
     columns = [(i, cells.column(values[i], arguments[i]["kind"] in TEXT_KINDS)) for i in spreading]
     columns += [(i, lists(values[i], arguments[i]["items"] in TEXT_KINDS)) for i in each]
+    frame = labels([values[i] for i in (*spreading, *each)])
     shape = np.broadcast_shapes(*(column.shape for _, column in columns))
     stretched = [(i, np.broadcast_to(column, shape)) for i, column in columns]
     fixed = [None if i in spreading or i in each else value for i, value in enumerate(values)]
@@ -38,7 +40,7 @@ def spread(function: Any, values: list[Any], spreading: list[int], errors: str, 
     faults = [at(error, position, shape) for position, error in failures]
     if faults and errors == "raise":
         raise faults[0]
-    results = labelled(tidy(results, function.description), [values[i] for i in (*spreading, *each)], shape)
+    results = labelled(tidy(results, function.description), frame, shape)
     return Collected(results, faults) if errors == "collect" else results
 
 
@@ -58,7 +60,7 @@ def at(error: Error, position: int, shape: tuple[int, ...]) -> Error:
     return error
 
 
-def lists(value: Any, keeps_text: bool) -> np.ndarray:
+def lists(value: Any, keeps_text: bool) -> NDArray[Any]:
     """An array whose elements are the lists of one call each: the rows of an array or a table, or a list's items."""
     if hasattr(value, "columns") and hasattr(value, "iloc"):
         value = cells.table(value, keeps_text)
@@ -71,12 +73,12 @@ def lists(value: Any, keeps_text: bool) -> np.ndarray:
     return array
 
 
-def tidy(results: np.ndarray, description: dict[str, Any]) -> np.ndarray:
+def tidy(results: NDArray[Any], description: dict[str, Any]) -> NDArray[Any]:
     """The results in the type that the function declares, or that all of them have."""
     gives = description["gives"]
-    if gives == "date":
+    if gives == "date" and results.dtype != object:
         return cells.days(results)
-    if gives == "boolean":
+    if gives == "boolean" and results.dtype != object:
         return results.astype(bool) if not np.isnan(results).any() else np.where(
             np.isnan(results), np.nan, results.astype(bool).astype("O"))
     if results.dtype != object or not results.size:
@@ -96,23 +98,25 @@ def tidy(results: np.ndarray, description: dict[str, Any]) -> np.ndarray:
     return np.stack([item if isinstance(item, np.ndarray) else missing for item in items]).reshape(results.shape + shape)
 
 
-def labelled(results: np.ndarray, values: list[Any], shape: tuple[int, ...]) -> Any:
-    """Results with the index of the series or tables that they were made from."""
+def labels(values: list[Any]) -> Any:
+    """The series or table whose index the results get, or None. Those of one call must have the same index."""
     pandas = sys.modules.get("pandas")
-    if pandas is None:
-        return results
-    given = [value for value in values if isinstance(value, (pandas.Series, pandas.DataFrame))]
-    if not given:
-        return results
-    first = max(given, key=lambda value: value.ndim)
-    if any(not value.index.equals(first.index) for value in given):
+    given = [] if pandas is None else [v for v in values if isinstance(v, (pandas.Series, pandas.DataFrame))]
+    if any(not value.index.equals(given[0].index) for value in given):
         raise ValueError("series of different indexes; reindex them first")
-    if shape != first.shape[:len(shape)]:
+    return max(given, key=lambda value: int(value.ndim), default=None)
+
+
+def labelled(results: NDArray[Any], frame: Any, shape: tuple[int, ...]) -> Any:
+    """Results with the index of a series or a table, if there is one for each row of them."""
+    if frame is None or shape != frame.shape[:len(shape)]:
         return results
+    pandas = sys.modules["pandas"]
     if results.ndim == 1:
-        return pandas.Series(results, index=first.index)
+        return pandas.Series(results, index=frame.index)
     if results.ndim == 2:
-        return pandas.DataFrame(results, index=first.index, columns=first.columns if first.shape == results.shape else None)
+        columns = frame.columns if frame.shape == results.shape else None
+        return pandas.DataFrame(results, index=frame.index, columns=columns)
     return results
 
 

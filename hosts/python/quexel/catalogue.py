@@ -63,8 +63,8 @@ def _repr(known: Any) -> str:
 
 
 def _describe() -> None:
-    _core.Function.__repr__ = _repr
-    _core.Function.__reduce__ = lambda known: (function, (known.__name__,))
+    setattr(_core.Function, "__repr__", _repr)
+    setattr(_core.Function, "__reduce__", lambda known: (function, (known.__name__,)))
     for known in _core.functions():
         description = known._describe()
         CATALOGUE[description["name"]] = known

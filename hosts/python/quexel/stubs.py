@@ -19,6 +19,7 @@ import numpy as np
 import numpy.typing as npt
 
 from . import scale as scale
+from ._core import Function as Function
 from .arrays import Collected as Collected
 from .arrays import over as over
 from .errors import CellError as CellError
@@ -31,11 +32,6 @@ from .workbook import Problem as Problem
 from .workbook import Workbook as Workbook
 
 __version__: str
-
-class Function(Protocol):
-    __name__: str
-    category: str
-    def __call__(self, *args: Any, **kwargs: Any) -> Any: ...
 
 def function(name: str) -> Function: ...
 def functions(category: str | None = None) -> list[str]: ...

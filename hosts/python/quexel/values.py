@@ -7,6 +7,7 @@ import sys
 from typing import Any
 
 import numpy as np
+from numpy.typing import NDArray
 
 UNIX_SERIAL = 25569  # 1 January 1970 as a date number
 FIRST_SERIAL = 3654  # 1 January 1910, the library's first day
@@ -32,7 +33,7 @@ def plain(value: Any) -> Any:
     return float(value) if hasattr(value, "__float__") else value
 
 
-def serials(days: np.ndarray, *, as_dates: bool = True) -> np.ndarray:
+def serials(days: NDArray[Any], *, as_dates: bool = True) -> NDArray[Any]:
     """datetime64 as date numbers, NaT as NaN. As dates, those before 1910 become numbers below any year."""
     whole = days.astype("M8[D]")
     numbers = whole.astype("i8") + float(UNIX_SERIAL)
@@ -45,7 +46,7 @@ def serials(days: np.ndarray, *, as_dates: bool = True) -> np.ndarray:
     return numbers
 
 
-def days(numbers: np.ndarray) -> np.ndarray:
+def days(numbers: NDArray[Any]) -> NDArray[Any]:
     """Date numbers as datetime64[D], NaN as NaT."""
     missing = np.isnan(numbers)
     result = (np.floor(np.where(missing, 0, numbers)) - UNIX_SERIAL).astype("i8").astype("M8[D]")
@@ -53,7 +54,7 @@ def days(numbers: np.ndarray) -> np.ndarray:
     return result
 
 
-def column(values: Any, keeps_text: bool) -> np.ndarray:
+def column(values: Any, keeps_text: bool) -> NDArray[Any]:
     """Any array-like as an array of float64 where its items are numbers or dates, else of objects."""
     dtype = getattr(values, "dtype", None)
     if getattr(dtype, "tz", None) is not None:  # pandas: the dates that the reader of that time zone sees
@@ -78,7 +79,7 @@ def column(values: Any, keeps_text: bool) -> np.ndarray:
     raise TypeError(f"no cell holds a value of type {array.dtype}")
 
 
-def as_array(values: Any) -> np.ndarray:
+def as_array(values: Any) -> NDArray[Any]:
     """A list or the like as an array; texts beside numbers stay what they are."""
     if isinstance(values, np.ndarray):
         return values
@@ -92,7 +93,7 @@ def as_array(values: Any) -> np.ndarray:
     return array
 
 
-def table(values: Any, keeps_text: bool) -> np.ndarray:
+def table(values: Any, keeps_text: bool) -> NDArray[Any]:
     """The cells of a list: one dimension stands as a column, two as they are."""
     if hasattr(values, "columns") and hasattr(values, "iloc"):  # a table of pandas, of a type in each column
         parts = [column(values.iloc[:, i], keeps_text) for i in range(values.shape[1])]
