@@ -20,12 +20,12 @@ namespace py = pybind11;
 
 namespace {
 
-constexpr double first_serial = 3654.0;      ///< 1 January 1910, the library's first day
+constexpr double first_serial = 3654.0;       ///< 1 January 1910, the library's first day
 constexpr double first_decimal_year = 1910.0; ///< numbers from here to the first day are years
-constexpr double unix_serial = 25569.0;      ///< 1 January 1970
+constexpr double unix_serial = 25569.0;       ///< 1 January 1970
 constexpr double seconds_a_day = 86400.0;
-constexpr std::size_t longest_side = 65535;  ///< of an array of cells
-constexpr std::size_t longest_text = 255;    ///< bytes of a cell's text
+constexpr std::size_t longest_side = 65535; ///< of an array of cells
+constexpr std::size_t longest_text = 255;   ///< bytes of a cell's text
 
 /// An attribute of a module of the package, looked up once.
 struct Attribute {
@@ -54,6 +54,7 @@ py::handle cell_error() {
     return type.get();
 }
 
+/// Python's dates. The header's macros may be used only after the first call.
 const PyDateTime_CAPI& dates() {
     if (PyDateTimeAPI == nullptr) PyDateTime_IMPORT;
     if (PyDateTimeAPI == nullptr) throw py::error_already_set();
@@ -240,8 +241,7 @@ py::array array_of(const OPER* cells, std::size_t rows, std::size_t columns, Kin
     const std::size_t count = rows * columns;
     const auto side = [](std::size_t n) { return static_cast<py::ssize_t>(n); };
     const bool one_line = rows <= 1 || columns <= 1;
-    const std::vector<py::ssize_t> shape =
-        one_line ? std::vector{side(count)} : std::vector{side(rows), side(columns)};
+    const std::vector<py::ssize_t> shape = one_line ? std::vector{side(count)} : std::vector{side(rows), side(columns)};
     const auto all_are = [&](auto test) { return std::all_of(cells, cells + count, test); };
     const auto numeric = [](const OPER& cell) { return is_number(cell) || is_blank(cell); };
     if (items == Kind::date && all_are(numeric)) {
@@ -371,7 +371,8 @@ sheet::Value value_of(PyObject* object) {
     const py::object simple = simplified(object, Kind::any, memory, cell);
     switch (cell.type()) {
     case xltypeNum:
-        return PyDate_Check(simple.ptr()) ? sheet::Value::date(cell.val.num) : sheet::Value::number(cell.val.num);
+        return PyObject_TypeCheck(simple.ptr(), dates().DateType) ? sheet::Value::date(cell.val.num)
+                                                                  : sheet::Value::number(cell.val.num);
     case xltypeBool:
         return sheet::Value::boolean(cell.val.xbool != 0);
     case xltypeErr:

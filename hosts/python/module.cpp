@@ -99,9 +99,7 @@ class LibraryFunction {
         if (!value) return missing_cell();
         const Kind kind = calls().kinds[i];
         if (!is_many(value.ptr())) return cell_of(value.ptr(), kind == Kind::list ? calls().items[i] : kind, memory);
-        const Kind items = kind == Kind::list           ? calls().items[i]
-                           : kind == Kind::period_start ? Kind::date
-                                                        : kind;
+        const Kind items = kind == Kind::list ? calls().items[i] : kind == Kind::period_start ? Kind::date : kind;
         return table_of(value.ptr(), items, memory);
     }
 
@@ -223,12 +221,13 @@ py::tuple LibraryFunction::call_many(const py::list& fixed, const py::list& colu
     };
     const auto store = [&](py::ssize_t i, const OPER* result) {
         if (numbers)
-            result_numbers[i] = result == nullptr               ? std::numeric_limits<double>::quiet_NaN()
+            result_numbers[i] = result == nullptr              ? std::numeric_limits<double>::quiet_NaN()
                                 : result->type() == xltypeNum  ? result->val.num
                                 : result->type() == xltypeBool ? static_cast<double>(result->val.xbool != 0)
                                                                : std::numeric_limits<double>::quiet_NaN();
         else
-            result_objects[i] = (result == nullptr ? py::object(not_a_number) : made(object_of(*result, calls()))).release().ptr();
+            result_objects[i] =
+                (result == nullptr ? py::object(not_a_number) : made(object_of(*result, calls()))).release().ptr();
     };
     in_workbook([&] {
         constexpr py::ssize_t calls_between_signals = 4096;
@@ -236,8 +235,9 @@ py::tuple LibraryFunction::call_many(const py::list& fixed, const py::list& colu
             if (i % calls_between_signals == 0 && PyErr_CheckSignals() != 0) throw py::error_already_set();
             for (const Column& column : varying) {
                 OPER& cell = call_cells.cells[static_cast<std::size_t>(column.argument)];
-                cell = column.objects ? this->cell(column.argument, *reinterpret_cast<PyObject* const*>(column.at), of_element)
-                                      : cell_of(*reinterpret_cast<const double*>(column.at));
+                cell = column.objects
+                           ? this->cell(column.argument, *reinterpret_cast<PyObject* const*>(column.at), of_element)
+                           : cell_of(*reinterpret_cast<const double*>(column.at));
             }
             const OPER* const result = call(function_, call_cells.pointers.data());
             store(i, result);
@@ -252,7 +252,8 @@ py::tuple LibraryFunction::call_many(const py::list& fixed, const py::list& colu
     return py::make_tuple(results, failures);
 }
 
-// --- What Python's modules are told of a function ---------------------------------------------------------------------
+// --- What Python's modules are told of a function
+// ---------------------------------------------------------------------
 
 const char* kind_name(Kind kind) {
     switch (kind) {
@@ -305,19 +306,22 @@ py::dict description(const LibraryFunction& self) {
     using namespace py::literals;
     const Function& function = self.declaration();
     py::list arguments, examples;
+    const auto limit = [](bool known, double value) { return known ? py::object(py::float_(value)) : py::none(); };
     for (int i = 0; i < function.arity(); ++i) {
         const Argument& argument = function.args[i];
         arguments.append(
             py::dict("name"_a = self.parameter(i), "help"_a = argument.help, "optional"_a = argument.is_optional(),
                      "default"_a = preset_value(argument.preset, function.calls.kinds[i]),
                      "default_meaning"_a = argument.preset.type == Preset::text ? nullptr : argument.preset.words,
+                     "low"_a = limit(argument.limits.has_low(), argument.limits.low),
+                     "high"_a = limit(argument.limits.has_high(), argument.limits.high),
                      "kind"_a = kind_name(function.calls.kinds[i]), "items"_a = kind_name(function.calls.items[i])));
     }
     for (const char* const example : function.examples)
         if (example != nullptr) examples.append(example);
-    return py::dict("name"_a = function.name, "category"_a = category_name(function.category),
-                    "help"_a = function.help, "arguments"_a = arguments, "examples"_a = examples,
-                    "see_also"_a = function.see_also, "gives"_a = kind_name(function.calls.gives),
+    return py::dict("name"_a = function.name, "category"_a = category_name(function.category), "help"_a = function.help,
+                    "arguments"_a = arguments, "examples"_a = examples, "see_also"_a = function.see_also,
+                    "gives"_a = kind_name(function.calls.gives),
                     "gives_items"_a = kind_name(function.calls.gives_items), "volatile"_a = function.is_volatile);
 }
 
@@ -377,10 +381,9 @@ PYBIND11_MODULE(_core, module) {
              })
         .def("_call_many", &LibraryFunction::call_many)
         .def("_describe", &description)
-        .def("_explain", [](const LibraryFunction& function, const std::string& subject, const py::args& positional,
-                            const py::kwargs& keywords) {
-            return function.explain(function.bind(positional, keywords), subject);
-        });
+        .def("_explain",
+             [](const LibraryFunction& function, const std::string& subject, const py::args& positional,
+                const py::kwargs& keywords) { return function.explain(function.bind(positional, keywords), subject); });
 
     py::class_<Trace>(module, "Trace")
         .def("lines", &lines)

@@ -22,6 +22,15 @@ def signature(description: dict[str, Any]) -> inspect.Signature:
     return inspect.Signature(parameters)
 
 
+def limits(argument: dict[str, Any]) -> str:
+    """What an argument may be, as ". Range: 0 to 999", unless its help says so."""
+    low, high = (None if limit is None else f"{limit:g}" for limit in (argument["low"], argument["high"]))
+    if low is None and high is None or f"{low} to {high}" in argument["help"]:
+        return ""
+    words = f"{low} to {high}" if low and high else f"from {low}" if low else f"up to {high}"
+    return f". Range: {words}"
+
+
 def docstring(description: dict[str, Any], indent: str = "") -> str:
     """What the function does, its arguments with units and ranges, its defaults, and examples as a worksheet has them."""
     def wrapped(text: str, first: str, rest: str) -> str:
@@ -31,7 +40,7 @@ def docstring(description: dict[str, Any], indent: str = "") -> str:
     if description["arguments"]:
         lines += ["", "Arguments:"]
         for argument in description["arguments"]:
-            text = argument["help"]
+            text = argument["help"] + limits(argument)
             if argument["optional"]:
                 default = "nothing" if argument["default"] is None else repr(argument["default"])
                 meaning = argument["default_meaning"] or ""
