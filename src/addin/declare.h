@@ -329,8 +329,8 @@ inline constexpr Calls core = declaring::Thunk<routine>::calls();
 
 /// The calls of a routine of a time period, a date or a number that has an array twin.
 template <auto routine>
-inline constexpr Calls twin = declaring::giving<double>(
-    declaring::TwinThunk<routine>::Inputs::calls(&declaring::TwinThunk<routine>::run, false));
+inline constexpr Calls twin =
+    declaring::giving<double>(declaring::TwinThunk<routine>::Inputs::calls(&declaring::TwinThunk<routine>::run, false));
 
 /// The calls of a function that only calls a newer one, which takes the same arguments: after its `.change` note in
 /// the trace. `twin_alias_of` for one with an array twin.

@@ -8,6 +8,8 @@
 The function and its parts travel to the workers, which need this package. One calculation runs at a time in a process,
 so a worker should have one thread. A worker that dies is replaced, what it had not delivered is done again, and each
 part's result is taken once.
+
+A script that starts processes must do so under `if __name__ == "__main__":`, since each of them imports it.
 """
 
 from __future__ import annotations
