@@ -3,24 +3,40 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace qx::app {
 
+/// How tables are printed.
+enum class Output { table, csv, markdown, json };
+
 struct EvalOptions {
     std::string formula; ///< "-" for formulas on standard input, one a line
-    bool json = false;
+    Output output = Output::table;
     bool dates = false;
+    bool wide = false;
 };
 int eval(const EvalOptions& options);
 
 struct CalcOptions {
     std::string file;
-    std::string out;   ///< file for the results, "-" for standard output; empty for a table
-    std::string trace; ///< cell to explain
-    std::string html;  ///< file for the trace as a page
+    std::string out;                 ///< file for the results, "-" for standard output; empty for a table
+    std::string sheet;               ///< the one to print
+    std::string trace;               ///< cell to explain
+    std::string html;                ///< file for the trace as a page
+    std::string report;              ///< file for the report as a page
+    std::string scenarios;           ///< CSV file, a row a scenario
+    std::vector<std::string> set;    ///< "B2=5e6", "B2:B9=@rates.csv"
+    std::vector<std::string> get;    ///< cells, ranges and names to print
+    std::vector<std::string> charts; ///< "Cash flow=B5:Z5 over B1:Z1"
+    Output output = Output::table;
+    bool in_place = false;
+    bool keep_values = false; ///< of the file where a cell cannot be calculated
     bool monitor = false;
     bool seek = false; ///< run the goal seeks of the model
     bool dates = true;
+    bool dates_asked = false; ///< --dates was given: in JSON, too
+    bool wide = false;
 };
 int calc(const CalcOptions& options);
 
@@ -33,8 +49,10 @@ int trace(const TraceOptions& options);
 struct FunctionsOptions {
     std::string category;
     bool json = false;
+    bool names = false; ///< only these, one a line
 };
 int functions(const FunctionsOptions& options);
+/// The help of a function or a topic; the topics without a name.
 int help(const std::string& name);
 
 } // namespace qx::app

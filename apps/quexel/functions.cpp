@@ -1,7 +1,7 @@
 #include "apps/quexel/commands.h"
 
 #include "addin/registration.h"
-#include "apps/quexel/output.h"
+#include "apps/quexel/manual.h"
 #include "hosts/sheet/text.h"
 
 #include <algorithm>
@@ -138,6 +138,10 @@ int functions(const FunctionsOptions& options) {
         for (const std::string_view name : names) std::cerr << "  " << name << '\n';
         return 1;
     }
+    if (options.names) {
+        for (const Function* const function : list) std::cout << function->name << '\n';
+        return 0;
+    }
     if (options.json) {
         auto all = nlohmann::ordered_json::array();
         for (const Function* const function : list) {
@@ -174,9 +178,14 @@ int functions(const FunctionsOptions& options) {
 }
 
 int help(const std::string& name) {
+    if (name.empty()) {
+        print_topics(std::cout);
+        return 0;
+    }
+    if (print_topic(std::cout, name)) return 0;
     const Function* const function = find_function(name);
     if (function == nullptr) {
-        std::cerr << "no function \"" << sheet::valid_utf8(name) << "\"";
+        std::cerr << "no function or topic \"" << sheet::valid_utf8(name) << "\"";
         std::string close;
         for (const Function* const candidate : declared())
             if (name.size() < 64 && distance(candidate->name, name) <= 1 + name.size() / 4)

@@ -1,9 +1,10 @@
 // The workbook's own functions: the everyday ones of every spreadsheet.
 //
-// One table; each row says with letters what its arguments are, and the calculator converts them before the body runs:
+// Tables; each row says with letters what its arguments are, and the calculator converts them before the body runs:
 // n a number, t a text, b a truth value, v any single value, e any single value or error, r as it comes (a reference,
-// an array or a value). Optional ones stand after |, and * repeats the last letters from the slash before it. A
-// function of single values is applied to each element of an array.
+// an array or a value). An argument left empty is 0, "" or FALSE; for N and B it takes the preset. Optional ones stand
+// after |, and * repeats the last letters from the slash before it. A function of single values is applied to each
+// element of an array.
 #pragma once
 
 #include "hosts/sheet/value.h"
@@ -31,7 +32,8 @@ struct Arguments {
 };
 
 struct Builtin {
-    Builtin(const char* name, const char* kinds, Value (*body)(const Arguments&), bool is_volatile = false);
+    Builtin(const char* name, const char* kinds, const char* arguments, const char* help,
+            Value (*body)(const Arguments&), bool is_volatile = false);
 
     /// The letter of an argument, counted from 0.
     char kind(int i) const {
@@ -39,7 +41,9 @@ struct Builtin {
     }
 
     const char* name;
-    Value (*body)(const Arguments&);
+    const char* arguments; ///< their names as help shows them, "rate, nper, [type]"
+    const char* help;
+    Value (*body)(const Arguments&); ///< null for what the formula language itself does, as IF
     bool is_volatile;
     int least = 0, most = 0; ///< number of arguments
 
@@ -50,7 +54,12 @@ struct Builtin {
 
 /// The function of a name in any case, or null.
 const Builtin* find_builtin(std::string_view name);
-/// All of them.
-std::span<const Builtin> all_builtins();
+
+/// Functions of one subject, in the order in which help lists them.
+struct BuiltinGroup {
+    const char* title;
+    std::span<const Builtin> functions;
+};
+std::span<const BuiltinGroup> builtin_groups();
 
 } // namespace qx::sheet

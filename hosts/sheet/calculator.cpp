@@ -1,5 +1,7 @@
 #include "hosts/sheet/calculator.h"
 
+#include "addin/frame.h"
+#include "core/errors.h"
 #include "hosts/sheet/text.h"
 #include "hosts/sheet/workbook.h"
 
@@ -44,6 +46,7 @@ class Stack {
     }
     Value& top(int below = 0) { return top_[-1 - below]; }
     Value* last(int count) { return top_ - count; }
+    Value& at(std::uint32_t place) { return bottom_[place]; }
 
   private:
     Value* bottom_;
@@ -53,6 +56,17 @@ class Stack {
 } // namespace
 
 // --- Coercions ------------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// A text for a message, cut if it is long.
+std::string quoted(std::string_view text) {
+    constexpr std::size_t most = 40;
+    const std::size_t end = character_offset(text, most);
+    return '"' + valid_utf8(text.substr(0, end)) + (end < text.size() ? "...\"" : "\"");
+}
+
+} // namespace
 
 bool to_number(const Value& value, double& number, Value& error) {
     switch (value.type()) {
@@ -78,7 +92,8 @@ bool to_number(const Value& value, double& number, Value& error) {
     default:
         break;
     }
-    error = Value::error(xlerrValue);
+    error = value.is_text() ? Value::error(xlerrValue, quoted(value.text()) + " is not a number")
+                            : Value::error(xlerrValue, "a single value is expected, not an array");
     return false;
 }
 
@@ -90,7 +105,7 @@ bool to_truth(const Value& value, bool& truth, Value& error) {
     if (value.is_text()) {
         truth = equal_ignoring_case(value.text(), "TRUE");
         if (truth || equal_ignoring_case(value.text(), "FALSE")) return true;
-        error = Value::error(xlerrValue);
+        error = Value::error(xlerrValue, quoted(value.text()) + " is neither TRUE nor FALSE");
         return false;
     }
     double number = 0.0;
@@ -126,6 +141,10 @@ int compare(const Value& a, const Value& b) {
     default:
         return (!a.is_blank() && a.boolean()) - (!b.is_blank() && b.boolean());
     }
+}
+
+const Value& Calculator::operand(const Value& value) {
+    return value.is(Type::area) && value.area().is_cell() ? book_.read_cell(value.area().first()) : value;
 }
 
 Value Calculator::single(const Value& value) {
@@ -175,7 +194,7 @@ Value arithmetic(Code code, double a, double b) {
     case Code::multiply:
         return number_or_error(a * b);
     case Code::divide:
-        return b == 0.0 ? Value::error(xlerrDiv0) : number_or_error(a / b);
+        return b == 0.0 ? Value::error(xlerrDiv0, "division by zero") : number_or_error(a / b);
     default:
         return raised(a, b);
     }
@@ -190,6 +209,13 @@ Value raised(double base, double exponent) {
 }
 
 Value Calculator::apply_single(Code code, const Value& a, const Value& b) {
+    if (code <= Code::power) { // the error of the left one comes first, also that of not being a number
+        double x = 0.0, y = 0.0;
+        Value error;
+        if (!to_number(a, x, error) || !to_number(b, y, error)) return error;
+        const Value result = arithmetic(code, x, y);
+        return result.is_number() && makes_date(code, a, b, result.number()) ? Value::date(result.number()) : result;
+    }
     if (a.is_error()) return a;
     if (b.is_error()) return b;
     switch (code) {
@@ -205,17 +231,10 @@ Value Calculator::apply_single(Code code, const Value& a, const Value& b) {
         return Value::boolean(compare(a, b) > 0);
     case Code::at_least:
         return Value::boolean(compare(a, b) >= 0);
-    case Code::concatenate: {
+    default: {
         std::string text(to_text(a).text());
         text += to_text(b).text();
-        return text.size() > longest_text ? Value::error(xlerrValue) : Value::text(text);
-    }
-    default: {
-        double x = 0.0, y = 0.0;
-        Value error;
-        if (!to_number(a, x, error) || !to_number(b, y, error)) return error;
-        const Value result = arithmetic(code, x, y);
-        return result.is_number() && makes_date(code, a, b, result.number()) ? Value::date(result.number()) : result;
+        return text.size() > longest_text ? Value::error(xlerrValue, "the text is too long") : Value::text(text);
     }
     }
 }
@@ -247,6 +266,35 @@ Value Calculator::range_between(const Value& a, const Value& b) {
     const Area &p = a.area(), &q = b.area();
     return Value::reference({p.sheet, std::min(p.first_row, q.first_row), std::min(p.first_column, q.first_column),
                              std::max(p.last_row, q.last_row), std::max(p.last_column, q.last_column)});
+}
+
+/// Of a range the cell in the row or the column of the caller, and of an array, if wanted, the first item.
+Value Calculator::intersected(const Value& value, bool arrays) {
+    if (value.is(Type::array)) return arrays ? value.cell(0, 0) : value;
+    if (!value.is(Type::area)) return value;
+    const Area& area = value.area();
+    const CellAddress cell = caller_.first();
+    const bool in_row = cell.row >= area.first_row && cell.row <= area.last_row;
+    const bool in_column = cell.column >= area.first_column && cell.column <= area.last_column;
+    if (area.is_cell()) return value;
+    if (area.rows() > 1 && area.columns() == 1 && in_row)
+        return Value::reference(Area(CellAddress{cell.row, area.first_column, area.sheet}));
+    if (area.columns() > 1 && area.rows() == 1 && in_column)
+        return Value::reference(Area(CellAddress{area.first_row, cell.column, area.sheet}));
+    if (in_row && in_column) return Value::reference(Area(CellAddress{cell.row, cell.column, area.sheet}));
+    return Value::error(xlerrValue, "the formula is beside no cell of " + address_text(area));
+}
+
+Value Calculator::spilled(const Value& value) {
+    if (value.is_error()) return value;
+    if (!value.is(Type::area) || !value.area().is_cell()) return Value::error(xlerrRef, "# stands after one cell");
+    const CellAddress cell = value.area().first();
+    const Value& shown = book_.read_cell(cell); // calculated, so that its extent is known
+    if (shown.is_error() && shown.error() == error_spill) return shown;
+    const Area area = book_.filled_by(cell);
+    if (book_.formula(cell) == nullptr || !(area.first() == cell))
+        return Value::error(xlerrRef, address_text(cell) + " fills no other cells");
+    return Value::reference(area);
 }
 
 Value Calculator::choose(const Value& condition, const Value& yes, const Value& no) {
@@ -308,11 +356,59 @@ int Calculator::stack_left(int most) const {
                : static_cast<int>(std::min<std::size_t>(smallest_stack - used, static_cast<std::size_t>(most)));
 }
 
+namespace {
+
+/// The everyday case: two numbers, neither of them a date, and a finite result.
+inline bool both_numbers(Code code, const Value& a, const Value& b, double& result) {
+    if (!a.is_number() || !b.is_number() || a.is_date() || b.is_date()) return false;
+    const double x = a.number(), y = b.number();
+    switch (code) {
+    case Code::add:
+        result = x + y;
+        break;
+    case Code::subtract:
+        result = x - y;
+        break;
+    case Code::multiply:
+        result = x * y;
+        break;
+    case Code::divide:
+        if (y == 0.0) return false;
+        result = x / y;
+        break;
+    case Code::equal:
+        result = same_number(x, y);
+        return true;
+    case Code::unequal:
+        result = !same_number(x, y);
+        return true;
+    case Code::less:
+        result = x < y && !same_number(x, y);
+        return true;
+    case Code::at_most:
+        result = x <= y || same_number(x, y);
+        return true;
+    case Code::greater:
+        result = x > y && !same_number(x, y);
+        return true;
+    case Code::at_least:
+        result = x >= y || same_number(x, y);
+        return true;
+    default:
+        return false;
+    }
+    return result - result == 0.0;
+}
+
+} // namespace
+
 Value Calculator::run(const Formula& formula, const Area& caller) {
     Arena::Scope scope(arena_);
     Stack stack(arena_, formula.depth);
     char* const arrays = arena_.take<char>(formula.choices); // of each open choice: whether both branches are taken
     int open = -1;
+    Stack locals(arena_, formula.locals);
+    for (std::uint32_t i = 0; i < formula.locals; ++i) locals.push({});
     const Area former_caller = caller_;
     struct Restore {
         Area& caller;
@@ -351,8 +447,29 @@ Value Calculator::run(const Formula& formula, const Area& caller) {
         case Code::less:
         case Code::at_most:
         case Code::greater:
-        case Code::at_least:
-            stack.reduce(2, apply(step.code, stack.top(1), stack.top()));
+        case Code::at_least: {
+            const Value &left = operand(stack.top(1)), &right = operand(stack.top());
+            double result = 0.0;
+            if (both_numbers(step.code, left, right, result)) {
+                stack.drop();
+                stack.top() = step.code <= Code::power ? Value::number(result) : Value::boolean(result != 0.0);
+            } else {
+                stack.reduce(2, apply(step.code, stack.top(1), stack.top()));
+            }
+            break;
+        }
+        case Code::set_local:
+            locals.at(step.index) = std::move(stack.top());
+            stack.drop();
+            break;
+        case Code::local:
+            stack.push(locals.at(step.index));
+            break;
+        case Code::intersect:
+            if (stack.top().is_many()) stack.reduce(1, intersected(stack.top(), step.count == 0));
+            break;
+        case Code::spill:
+            stack.reduce(1, spilled(stack.top()));
             break;
         case Code::range:
             stack.reduce(2, range_between(stack.top(1), stack.top()));
@@ -364,7 +481,7 @@ Value Calculator::run(const Formula& formula, const Area& caller) {
             stack.reduce(step.count, call(*formula.functions[step.index], stack.last(step.count), step.count));
             break;
         case Code::unknown:
-            stack.reduce(step.count, Value::error(xlerrName));
+            stack.reduce(step.count, Value::error(xlerrName, formula.unknown[step.index]));
             break;
         case Code::if_then: {
             arrays[++open] = stack.top().is_many();
@@ -437,17 +554,21 @@ Value Calculator::call(const Builtin& builtin, Value* arguments, int count) {
 
 Value Calculator::call_single(const Builtin& builtin, Value* arguments, int count) {
     for (int i = 0; i < count; ++i) {
-        const char kind = builtin.kind(i);
+        char kind = builtin.kind(i);
         Value& value = arguments[i];
         if (kind == 'r') continue;
         if (value.is(Type::area)) value = single(value);
         if (kind == 'e') continue;
         if (value.is_error()) return value;
+        if (kind == 'N' || kind == 'B') { // an empty argument takes the preset
+            if (value.is(Type::missing)) continue;
+            kind = kind == 'N' ? 'n' : 'b';
+        }
         Value error;
         switch (kind) {
         case 'n': {
             double number = 0.0;
-            if (value.is_number() || value.is(Type::missing)) break;
+            if (value.is_number()) break;
             if (!to_number(value, number, error)) return error;
             value = Value::number(number);
             break;
@@ -466,7 +587,11 @@ Value Calculator::call_single(const Builtin& builtin, Value* arguments, int coun
             break;
         }
     }
-    return builtin.body({*this, arguments, count});
+    Value result = builtin.body({*this, arguments, count});
+    // An error that a function makes and none of its arguments brings says which function that was.
+    if (result.is_error() && result.reason().empty() && !result.has_origin())
+        result = Value::error(result.error(), std::string(builtin.name) + ": " + error_meaning(result.error()));
+    return result;
 }
 
 // --- Functions of the library
@@ -481,7 +606,7 @@ void Calculator::to_oper(OPER& cell, const Value& value) {
         cell = bool_cell(value.boolean());
         return;
     case Type::error:
-        cell = error_cell(value.error());
+        cell = error_cell(value.error() <= xlerrNA ? value.error() : xlerrValue);
         return;
     case Type::text:
         cell = nil_cell();
@@ -582,8 +707,62 @@ Value as_dates(Value value) {
 
 } // namespace
 
+/// The variable at which the last call failed. Only a traced call knows it, so the first failures of a recalculation
+/// are called once more, traced into nothing.
+std::string Calculator::failed_variable(const Function& function, OPER* const* cells) {
+    constexpr int most = 1000;
+    if (!tracing) {
+        if (function.is_volatile || CalcMonOn || explanations_ == most) return {};
+        ++explanations_;
+        clsTrace2& the_trace = trace();
+        const clsTrace2::Viewer viewer = the_trace.viewer;
+        the_trace.viewer = nullptr;
+        the_trace.TraceOn();
+        in_function_ = true;
+        perform(function, cells);
+        in_function_ = false;
+        the_trace.TraceShow(); // ends it and empties the store
+        the_trace.viewer = viewer;
+        if (last_error() == nullptr) return {};
+    }
+    return last_error_context().variable();
+}
+
+/// The error in which a function of the library ended, with its cause: an error among the arguments, else the words
+/// of the error's class with the variable, if that is known, or the function.
+Value Calculator::explained(const Function& function, std::uint16_t code, OPER* const* cells, const Value* arguments,
+                            int count) {
+    const ErrorClass* const kind = last_error();
+    Value cause;
+    for (int i = 0; i < count && !cause.is_error(); ++i) {
+        const Value& value = arguments[i];
+        if (value.is_error()) {
+            cause = value;
+        } else if (value.is(Type::area)) {
+            book_.grid(value.area().sheet).visit(value.area(), [&](std::uint32_t, std::uint32_t, Cell& cell) {
+                if (const Value* const known = book_.peek(cell); known != nullptr && known->is_error()) cause = *known;
+                return !cause.is_error();
+            });
+        } else if (value.is(Type::array)) {
+            for (std::uint32_t row = 0; row < value.rows() && !cause.is_error(); ++row)
+                for (std::uint32_t column = 0; column < value.columns() && !cause.is_error(); ++column)
+                    cause = value.cell(row, column);
+        }
+    }
+    if (cause.is_error() && cause.error() == code) return cause;
+    if (kind == nullptr) return Value::error(code, std::string(function.name) + ": " + error_meaning(code));
+    std::string_view words = kind->text;
+    if (const std::size_t colon = words.find(": "); words.starts_with("Error ") && colon != std::string_view::npos)
+        words.remove_prefix(colon + 2);
+    while (words.ends_with(' ')) words.remove_suffix(1);
+    const std::string variable = failed_variable(function, cells);
+    Value error = Value::error(code, std::string(words) + " (" + (variable.empty() ? function.name : variable) + ")");
+    if (cause.is_error() && cause.has_origin()) error.set_origin(cause.origin());
+    return error;
+}
+
 Value Calculator::call(const Function& function, const Value* arguments, int count) {
-    if (in_function_) return Value::error(xlerrValue); // a function's own formula cannot call another one
+    if (in_function_) return Value::error(xlerrValue, "a function's own formula cannot call another function of the library");
     Arena::Scope scope(arena_);
     const int arity = function.arity();
     OPER* const cells = arena_.take<OPER>(static_cast<std::size_t>(arity));
@@ -603,8 +782,11 @@ Value Calculator::call(const Function& function, const Value* arguments, int cou
         in_function_ = true;
         const OPER* const result = perform(function, pointers);
         in_function_ = false;
-        if (result != nullptr)
+        if (result != nullptr) {
+            if (result->type() == xltypeErr) 
+                return explained(function, result->val.err, pointers, arguments, count);
             return function.calls.gives_dates ? as_dates(from_oper(*result, book_)) : from_oper(*result, book_);
+        }
         if (!has_uncalculated_ || (again && uncalculated_ == last)) book_.not_ready();
         last = uncalculated_;
         require(last);

@@ -39,6 +39,8 @@ class Calculator {
         uncalculated_ = area;
         has_uncalculated_ = true;
     }
+    /// Causes of failures are looked for anew; there is a limit to how many.
+    void forget_explanations() { explanations_ = 0; }
     /// Throws TooDeep for the node if too little of the stack is left.
     void check_stack(Node& node);
     /// Bytes of the thread's stack that are left, as far as one can tell, but at most so many.
@@ -59,10 +61,14 @@ class Calculator {
 
     // --- Coercions --------------------------------------------------------------------------------------------------
 
+    /// The value, or that of the cell to which it refers.
+    const Value& operand(const Value& value);
     /// The value with a reference to one cell looked up.
     Value single(const Value& value);
     /// The same, with a reference to several cells as an array.
     Value looked_up(const Value& value);
+    /// Of a range the cell in the row or the column of the caller; if `arrays`, of an array the first item.
+    Value intersected(const Value& value, bool arrays);
     /// One element of a value that may be an array; scalars repeat, and so do single rows and columns. #N/A beyond.
     Value element(const Value& value, std::uint32_t row, std::uint32_t column);
 
@@ -71,11 +77,15 @@ class Calculator {
     Value apply_single(Code code, const Value& a, const Value& b);
     Value sign(Code code, const Value& value);
     Value range_between(const Value& a, const Value& b);
+    Value spilled(const Value& value);
     Value choose(const Value& condition, const Value& yes, const Value& no);
     Value replace_errors(const Value& value, const Value& instead, bool only_na);
     Value call(const Builtin& builtin, Value* arguments, int count);
     Value call_single(const Builtin& builtin, Value* arguments, int count);
     Value call(const Function& function, const Value* arguments, int count);
+    std::string failed_variable(const Function& function, OPER* const* cells);
+    Value explained(const Function& function, std::uint16_t code, OPER* const* cells, const Value* arguments,
+                    int count);
     void to_oper(OPER& cell, const Value& value);
     void to_oper(OPER& cell, const Area& area);
     bool to_reference(OPER& cell, const Area& area);
@@ -88,6 +98,7 @@ class Calculator {
     Area uncalculated_;
     bool has_uncalculated_ = false;
     bool in_function_ = false;
+    int explanations_ = 0; ///< failures called once more for their cause
     std::size_t stack_used() const;
     const char* stack_base_ = nullptr;
 };

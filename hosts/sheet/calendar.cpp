@@ -25,10 +25,14 @@ bool digits(std::string_view text, std::size_t from, std::size_t count, int& val
     return true;
 }
 
+bool is_letter(char c) { return static_cast<char>(c | 0x20) >= 'a' && static_cast<char>(c | 0x20) <= 'z'; }
+
+/// The month of a name or of its first three letters; 0 for none.
 int month_of(std::string_view name) {
     for (int month = 1; month <= 12; ++month) {
-        bool same = name.size() == 3;
-        for (std::size_t i = 0; same && i < 3; ++i) same = (name[i] | 0x20) == (months[month - 1][i] | 0x20);
+        const std::string_view whole = months[month - 1];
+        bool same = name.size() == 3 || name.size() == whole.size();
+        for (std::size_t i = 0; same && i < name.size(); ++i) same = (name[i] | 0x20) == (whole[i] | 0x20);
         if (same) return month;
     }
     return 0;
@@ -69,15 +73,39 @@ int days_in_month(int year, int month) {
 }
 
 bool parse_date(std::string_view text, double& serial) {
+    // Three parts, of digits or letters, between blanks, hyphens, slashes, points or commas.
+    std::string_view parts[3];
+    char between = '\0'; // the first separator
+    std::size_t count = 0, at = 0;
+    while (at < text.size()) {
+        const std::size_t start = at;
+        const bool letters = is_letter(text[at]);
+        while (at < text.size() && (letters ? is_letter(text[at]) : text[at] >= '0' && text[at] <= '9')) ++at;
+        if (at == start || count == 3) return false;
+        parts[count++] = text.substr(start, at - start);
+        if (at == text.size()) break;
+        const std::size_t gap = at;
+        while (at < text.size() && std::string_view(" -/.,").find(text[at]) != std::string_view::npos) ++at;
+        const std::string_view separator = text.substr(gap, at - gap);
+        if (at == text.size() || separator.empty() || (separator.size() > 1 && separator.find(' ') == separator.npos))
+            return false;
+        if (count == 1) between = separator[0];
+    }
+    if (count != 3) return false;
     int year = 0, month = 0, day = 0;
-    if (text.size() == 10 && text[4] == '-' && text[7] == '-') {
-        if (!digits(text, 0, 4, year) || !digits(text, 5, 2, month) || !digits(text, 8, 2, day)) return false;
-    } else if ((text.size() == 11 || text.size() == 10) && text[text.size() - 5] == '-' &&
-               text[text.size() - 9] == '-') {
-        if (!digits(text, 0, text.size() - 9, day) || !digits(text, text.size() - 4, 4, year)) return false;
-        month = month_of(text.substr(text.size() - 8, 3));
-    } else {
-        return false;
+    const auto number = [](std::string_view part, std::size_t least, std::size_t most, int& value) {
+        return part.size() >= least && part.size() <= most && digits(part, 0, part.size(), value);
+    };
+    if (parts[0].size() == 4 && (between == '-' || between == '/')) { // the year first
+        if (!number(parts[0], 4, 4, year) || !number(parts[1], 1, 2, month) || !number(parts[2], 1, 2, day)) return false;
+    } else { // the month in words
+        const bool month_first = is_letter(parts[0][0]);
+        month = month_of(parts[month_first ? 0 : 1]);
+        if (month == 0 || !number(parts[month_first ? 1 : 0], 1, 2, day)) return false;
+        if (number(parts[2], 2, 2, year))
+            year += year < 30 ? 2000 : 1900;
+        else if (!number(parts[2], 4, 4, year))
+            return false;
     }
     if (year < 1900 || month < 1 || month > 12 || day < 1 || day > days_in_month(year, month)) return false;
     serial = serial_of(year, month, day);

@@ -18,7 +18,8 @@ double serial_of(long long year, long long month, long long day);
 CivilDate civil_of(int serial);
 int days_in_month(int year, int month);
 
-/// A date as 2026-11-21 or 21-Nov-2026, with its number. False for any other text and for days that do not exist.
+/// A date that reads the same everywhere, with its number: the year first, as 2026-11-21 or 2026/11/21, or the month in
+/// words, as 21-Nov-2026, 21 November 26 or November 21, 2026. False for any other text and for days that do not exist.
 bool parse_date(std::string_view text, double& serial);
 /// "2026-11-21", with " 13:45:00" if the number has a time of day.
 std::string date_text(double serial);

@@ -280,10 +280,7 @@ std::vector<Problem> load_csv(Workbook& book, std::uint16_t sheet, std::string_v
     return problems;
 }
 
-namespace {
-
-/// A value as it reads back.
-std::string field_of(const Value& value, bool dates) {
+std::string csv_value(const Value& value, bool dates) {
     if (dates && value.is_date() && value.number() == std::floor(value.number()) && value.number() >= 1.0 &&
         value.number() <= last_serial)
         return date_text(value.number());
@@ -291,7 +288,14 @@ std::string field_of(const Value& value, bool dates) {
     return valid_utf8(display_text(value));
 }
 
-} // namespace
+std::string csv_field(std::string_view text) {
+    if (text.empty() ||
+        (text.find_first_of(",\"\r\n") == std::string_view::npos && text.front() != ' ' && text.back() != ' '))
+        return std::string(text);
+    std::string field = "\"";
+    for (const char c : text) field.append(c == '"' ? 2 : 1, c);
+    return field + '"';
+}
 
 std::string save_csv(Workbook& book, std::uint16_t sheet, bool dates) {
     std::string text;
@@ -300,15 +304,9 @@ std::string save_csv(Workbook& book, std::uint16_t sheet, bool dates) {
         std::size_t end = text.size(); // trailing empty cells are left out
         for (std::uint32_t column = 0; column < columns; ++column) {
             if (column > 0) text += ',';
-            const std::string field = field_of(book.value({row, static_cast<std::uint16_t>(column), sheet}), dates);
-            if (field.empty()) continue;
-            if (field.find_first_of(",\"\r\n") == std::string::npos && field.front() != ' ' && field.back() != ' ') {
-                text += field;
-            } else {
-                text += '"';
-                for (const char c : field) text.append(c == '"' ? 2 : 1, c);
-                text += '"';
-            }
+            const std::string value = csv_value(book.value({row, static_cast<std::uint16_t>(column), sheet}), dates);
+            if (value.empty()) continue;
+            text += csv_field(value);
             end = text.size();
         }
         text.resize(end);

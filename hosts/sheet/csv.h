@@ -27,6 +27,11 @@ void enter(Workbook& book, CellAddress cell, std::string_view text);
 /// formula that cannot be read shows #NAME?.
 std::vector<Problem> load_csv(Workbook& book, std::uint16_t sheet, std::string_view text);
 
+/// A value as a file holds it: it reads back equal.
+std::string csv_value(const Value& value, bool dates);
+/// A text as a field, in quotes where it needs them.
+std::string csv_field(std::string_view text);
+
 /// The calculated values of a sheet as a CSV text that reads back equal: numbers in full, dates as 2026-11-21 or, if
 /// so wanted, as numbers too.
 std::string save_csv(Workbook& book, std::uint16_t sheet, bool dates = true);

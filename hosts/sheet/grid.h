@@ -16,27 +16,31 @@ struct Cell {
     Node* node = nullptr; ///< the formula that fills the cell, and who reads it
 };
 
+/// How a number is shown.
+enum class Format : std::uint8_t { general, date, percent };
+
 class Grid {
   public:
     /// The cell, or null where nothing ever stood.
-    Cell* find(std::uint32_t row, std::uint32_t column) {
-        if (column >= columns_.size()) return nullptr;
-        const auto& blocks = columns_[column];
-        const std::uint32_t block = row / block_rows;
-        if (block >= blocks.size() || !blocks[block]) return nullptr;
-        return &blocks[block]->cells[row % block_rows];
+    Cell* find(std::uint32_t row, std::uint32_t column) const {
+        Block* const block = find_block(row, column);
+        return block == nullptr ? nullptr : &block->cells[row % block_rows];
     }
     Cell& make(std::uint32_t row, std::uint32_t column) {
-        if (column >= columns_.size()) columns_.resize(column + 1);
-        auto& blocks = columns_[column];
-        const std::uint32_t block = row / block_rows;
-        if (block >= blocks.size()) blocks.resize(block + 1);
-        if (!blocks[block]) blocks[block] = std::make_unique<Block>();
+        Cell& cell = make_block(row, column).cells[row % block_rows];
         rows_ = std::max(rows_, row + 1);
-        return blocks[block]->cells[row % block_rows];
+        width_ = std::max(width_, column + 1);
+        return cell;
+    }
+    Format format(std::uint32_t row, std::uint32_t column) const {
+        const Block* const block = find_block(row, column);
+        return block == nullptr ? Format::general : block->formats[row % block_rows];
+    }
+    void set_format(std::uint32_t row, std::uint32_t column, Format format) {
+        make_block(row, column).formats[row % block_rows] = format;
     }
     std::uint32_t rows() const { return rows_; }
-    std::uint32_t columns() const { return static_cast<std::uint32_t>(columns_.size()); }
+    std::uint32_t columns() const { return width_; }
 
     /// Calls visit(row, column, cell) row by row for the cells of an area where something may stand. The callback
     /// returns false to stop.
@@ -65,9 +69,26 @@ class Grid {
     static constexpr std::uint32_t block_rows = 64;
     struct Block {
         Cell cells[block_rows];
+        Format formats[block_rows] = {};
     };
+
+    Block& make_block(std::uint32_t row, std::uint32_t column) {
+        if (column >= columns_.size()) columns_.resize(column + 1);
+        auto& blocks = columns_[column];
+        const std::uint32_t block = row / block_rows;
+        if (block >= blocks.size()) blocks.resize(block + 1);
+        if (!blocks[block]) blocks[block] = std::make_unique<Block>();
+        return *blocks[block];
+    }
+    Block* find_block(std::uint32_t row, std::uint32_t column) const {
+        if (column >= columns_.size()) return nullptr;
+        const auto& blocks = columns_[column];
+        const std::uint32_t block = row / block_rows;
+        return block < blocks.size() ? blocks[block].get() : nullptr;
+    }
+
     std::vector<std::vector<std::unique_ptr<Block>>> columns_;
-    std::uint32_t rows_ = 0;
+    std::uint32_t rows_ = 0, width_ = 0;
 };
 
 } // namespace qx::sheet

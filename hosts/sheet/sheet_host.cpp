@@ -32,7 +32,7 @@ OPER plain_oper(const Value& value) {
     case Type::boolean:
         return bool_cell(value.boolean());
     case Type::error:
-        return error_cell(value.error());
+        return error_cell(value.error() <= xlerrNA ? value.error() : xlerrValue);
     case Type::text: {
         OPER cell = nil_cell();
         cell.val.str = value.counted_text();

@@ -1,11 +1,17 @@
 #include "hosts/sheet/text.h"
 
 #include "hosts/sheet/calendar.h"
+#include "hosts/sheet/formula.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <clocale>
 #include <cstdio>
+#include <cwctype>
+#if !defined(_WIN32)
+#include <locale.h>
+#endif
 
 namespace qx::sheet {
 
@@ -36,24 +42,80 @@ std::size_t next_character(std::string_view text, std::size_t at) {
     return at + std::max<std::size_t>(1, character_length(text, at));
 }
 
-/// The text with the case of its letters changed: `first` and `last` bound the ASCII letters to change.
-std::string change_case(std::string_view text, char first, char last) {
-    std::string changed(text);
-    const unsigned latin_first = first == 'a' ? 0xA0 : 0x80;
-    for (std::size_t i = 0; i < changed.size(); ++i) {
-        const unsigned c = byte_at(changed, i);
-        const bool ascii = changed[i] >= first && changed[i] <= last;
-        const bool latin = i > 0 && byte_at(changed, i - 1) == 0xC3 && c >= latin_first && c <= latin_first + 0x1E &&
-                           c != latin_first + 0x17;
-        if (ascii || latin) changed[i] = static_cast<char>(changed[i] ^ 0x20);
+/// The character at a place as a number; a byte that is no part of good UTF-8 stands for itself, above all characters.
+char32_t character_at(std::string_view text, std::size_t at, std::size_t& length) {
+    const unsigned first = byte_at(text, at);
+    length = character_length(text, at);
+    if (length == 1) return first;
+    if (length == 0) {
+        length = 1;
+        return 0x110000 + first;
     }
-    return changed;
+    char32_t character = first & (0x7Fu >> length);
+    for (std::size_t i = 1; i < length; ++i) character = (character << 6) | (byte_at(text, at + i) & 0x3F);
+    return character;
 }
 
-unsigned folded(std::string_view text, std::size_t i) {
-    const unsigned c = byte_at(text, i);
-    if (c >= 'a' && c <= 'z') return c ^ 0x20;
-    return i > 0 && byte_at(text, i - 1) == 0xC3 && c >= 0xA0 && c <= 0xBE && c != 0xB7 ? c ^ 0x20 : c;
+#if defined(_WIN32)
+char32_t capital(char32_t c) { return c < 0x10000 ? std::towupper(static_cast<wint_t>(c)) : c; }
+char32_t small_letter(char32_t c) { return c < 0x10000 ? std::towlower(static_cast<wint_t>(c)) : c; }
+#else
+/// The C library's tables of letters, whatever the user's language is.
+locale_t letters() {
+    static const locale_t locale = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return locale;
+}
+char32_t capital(char32_t c) {
+    if (c < 0x80 || c > 0x10FFFF || letters() == nullptr) return c >= 'a' && c <= 'z' ? c - 0x20 : c;
+    return towupper_l(static_cast<wint_t>(c), letters());
+}
+char32_t small_letter(char32_t c) {
+    if (c < 0x80 || c > 0x10FFFF || letters() == nullptr) return c >= 'A' && c <= 'Z' ? c + 0x20 : c;
+    return towlower_l(static_cast<wint_t>(c), letters());
+}
+#endif
+
+void append_character(std::string& text, char32_t c) {
+    const auto tail = [&](int shift) { text += static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
+    if (c < 0x80) {
+        text += static_cast<char>(c);
+    } else if (c < 0x800) {
+        text += static_cast<char>(0xC0 | (c >> 6));
+        tail(0);
+    } else if (c < 0x10000) {
+        text += static_cast<char>(0xE0 | (c >> 12));
+        tail(6);
+        tail(0);
+    } else if (c < 0x110000) {
+        text += static_cast<char>(0xF0 | (c >> 18));
+        tail(12);
+        tail(6);
+        tail(0);
+    } else {
+        text += static_cast<char>(c - 0x110000);
+    }
+}
+
+template <class Change>
+std::string changed(std::string_view text, Change change) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0, length = 0; at < text.size(); at += length)
+        append_character(result, change(character_at(text, at, length)));
+    return result;
+}
+
+/// The character at a place as it compares, capitals and small letters alike; `at` goes on behind it.
+char32_t folded(std::string_view text, std::size_t& at) {
+    const auto first = static_cast<unsigned char>(text[at]);
+    if (first < 0x80) {
+        ++at;
+        return first >= 'a' && first <= 'z' ? first - 0x20u : first;
+    }
+    std::size_t length = 0;
+    const char32_t character = character_at(text, at, length);
+    at += length;
+    return capital(character);
 }
 
 } // namespace
@@ -81,21 +143,64 @@ std::string valid_utf8(std::string_view text) {
     return valid;
 }
 
-std::string upper_case(std::string_view text) { return change_case(text, 'a', 'z'); }
-std::string lower_case(std::string_view text) { return change_case(text, 'A', 'Z'); }
+std::string upper_case(std::string_view text) { return changed(text, capital); }
+std::string lower_case(std::string_view text) { return changed(text, small_letter); }
+
+std::string proper_case(std::string_view text) {
+    bool begins = true;
+    return changed(text, [&](char32_t c) {
+        const char32_t upper = capital(c), lower = small_letter(c);
+        const char32_t result = begins ? upper : lower;
+        begins = upper == lower && c != 0xDF; // no letter; the German sharp s has no capital
+        return result;
+    });
+}
 
 int compare_ignoring_case(std::string_view a, std::string_view b) {
-    const std::size_t shared = std::min(a.size(), b.size());
-    for (std::size_t i = 0; i < shared; ++i) {
-        const unsigned left = folded(a, i), right = folded(b, i);
+    std::size_t i = 0, j = 0;
+    while (i < a.size() && j < b.size()) {
+        const char32_t left = folded(a, i), right = folded(b, j);
         if (left != right) return left < right ? -1 : 1;
     }
-    return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+    return i < a.size() ? 1 : j < b.size() ? -1 : 0;
 }
 
-bool equal_ignoring_case(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && compare_ignoring_case(a, b) == 0;
+bool equal_ignoring_case(std::string_view a, std::string_view b) { return compare_ignoring_case(a, b) == 0; }
+
+namespace {
+
+/// Whether one character of a text fits the pattern at a place, which is not *. Both go on behind what they compare.
+bool fits_character(std::string_view pattern, std::size_t& p, std::string_view text, std::size_t& t) {
+    if (pattern[p] == '?') {
+        ++p;
+        t = next_character(text, t);
+        return true;
+    }
+    if (pattern[p] == '~' && p + 1 < pattern.size()) ++p;
+    return folded(pattern, p) == folded(text, t);
 }
+
+/// The first place, from one on, where a piece of a pattern without * fits; also where that ends.
+std::size_t find_piece(std::string_view piece, std::string_view text, std::size_t from, std::size_t& end) {
+    for (; from <= text.size(); from = from < text.size() ? next_character(text, from) : from + 1) {
+        std::size_t p = 0;
+        end = from;
+        while (p < piece.size() && end < text.size() && fits_character(piece, p, text, end)) {
+            if (p == piece.size()) return from;
+        }
+        if (piece.empty()) return from;
+    }
+    return std::string_view::npos;
+}
+
+/// The pattern up to its first *.
+std::string_view first_piece(std::string_view pattern) {
+    std::size_t end = 0;
+    while (end < pattern.size() && pattern[end] != '*') end += pattern[end] == '~' ? 2 : 1;
+    return pattern.substr(0, std::min(end, pattern.size()));
+}
+
+} // namespace
 
 bool matches_wildcards(std::string_view pattern, std::string_view text) {
     std::size_t p = 0, t = 0;
@@ -107,23 +212,26 @@ bool matches_wildcards(std::string_view pattern, std::string_view text) {
             continue;
         }
         if (t == text.size() && p == pattern.size()) return true;
-        const bool escaped = p + 1 < pattern.size() && pattern[p] == '~';
-        if (t < text.size() && p < pattern.size()) {
-            if (!escaped && pattern[p] == '?') {
-                ++p;
-                t = next_character(text, t);
-                continue;
-            }
-            if (folded(pattern, p + escaped) == folded(text, t)) {
-                p += 1u + escaped;
-                ++t;
-                continue;
-            }
-        }
+        if (t < text.size() && p < pattern.size() && fits_character(pattern, p, text, t)) continue;
         if (star == std::string_view::npos || retry >= text.size()) return false;
         retry = next_character(text, retry);
         t = retry;
         p = star;
+    }
+}
+
+std::size_t find_wildcards(std::string_view pattern, std::string_view text, std::size_t from) {
+    // Where the piece before the first * fits first, the rest has the most room; so each piece is looked for once.
+    std::size_t found = std::string_view::npos;
+    for (bool first = true;; first = false) {
+        const std::string_view piece = first_piece(pattern);
+        std::size_t end = from;
+        const std::size_t at = find_piece(piece, text, from, end);
+        if (at == std::string_view::npos) return at;
+        if (first) found = at;
+        if (piece.size() == pattern.size()) return found;
+        pattern.remove_prefix(piece.size() + 1);
+        from = end;
     }
 }
 
@@ -210,15 +318,41 @@ std::optional<double> read_plain_number(std::string_view text) {
     return negative ? -value : value;
 }
 
+/// A whole number and a fraction, "1 1/2".
+std::optional<double> read_fraction(std::string_view text) {
+    const bool negative = text.front() == '-';
+    if (negative) text.remove_prefix(1);
+    const std::size_t blank = text.find(' '), bar = text.find('/');
+    if (blank == std::string_view::npos || bar == std::string_view::npos || bar < blank) return {};
+    const auto whole_number = [](std::string_view part) -> std::optional<double> {
+        if (part.empty() || part.size() > 9 || !std::all_of(part.begin(), part.end(), is_digit)) return {};
+        double number = 0.0;
+        for (const char c : part) number = 10.0 * number + (c - '0');
+        return number;
+    };
+    const auto whole = whole_number(text.substr(0, blank)), above = whole_number(trimmed(text.substr(blank, bar - blank))),
+               below = whole_number(trimmed(text.substr(bar + 1)));
+    if (!whole || !above || !below || *below == 0.0) return {};
+    const double x = *whole + *above / *below;
+    return negative ? -x : x;
+}
+
 } // namespace
 
 std::optional<ReadNumber> read_number(std::string_view text) {
     text = trimmed(text);
     if (text.empty()) return {};
+    const char first = text.front(); // most texts are words
+    const bool word = static_cast<char>(first | 0x20) >= 'a' && static_cast<char>(first | 0x20) <= 'z';
+    if (double serial = 0.0; word) {
+        if (!parse_date(text, serial)) return {};
+        return ReadNumber{serial, true};
+    }
     if (const auto value = read_plain_number(text)) return ReadNumber{*value, false};
     double serial = 0.0;
     if (parse_date(text, serial)) return ReadNumber{serial, true};
-    const std::size_t blank = text.find(' ');
+    if (const auto value = read_fraction(text)) return ReadNumber{*value, false};
+    const std::size_t blank = text.rfind(' ');
     if (blank != std::string_view::npos && parse_date(text.substr(0, blank), serial)) {
         if (const auto time = read_time(trimmed(text.substr(blank)))) return ReadNumber{serial + *time, true};
         return {};
@@ -293,7 +427,7 @@ std::string display_text(const Value& value, int digits) {
 namespace {
 
 struct Token {
-    enum Kind : char { literal, digit, point, comma, percent, exponent, date } kind;
+    enum Kind : char { literal, digit, point, comma, percent, exponent, date, text_itself } kind;
     std::string text;
 };
 
@@ -332,6 +466,8 @@ std::optional<std::vector<Token>> tokens_of(std::string_view format) {
             tokens.push_back({Token::comma, ","});
         } else if (c == '%') {
             tokens.push_back({Token::percent, "%"});
+        } else if (c == '@') {
+            tokens.push_back({Token::text_itself, "@"});
         } else if (lower == 'e' && at + 1 < format.size() && (format[at + 1] == '+' || format[at + 1] == '-')) {
             tokens.push_back({Token::exponent, std::string(format.substr(at, 2))});
             ++at;
@@ -431,80 +567,222 @@ std::string decimal_digits(double x, int decimals) {
     return problem == std::errc{} ? std::string(text, end) : std::string("0");
 }
 
-std::optional<std::string> number_in_format(double x, const std::vector<Token>& tokens) {
-    std::size_t first = tokens.size(), last = 0;
-    int whole_places = 0, decimals = 0, least_decimals = 0, least_whole = 0, exponent_places = 0;
-    bool after_point = false, after_exponent = false, thousands = false;
-    std::string exponent_sign;
-    int commas = 0; // since the last digit: each divides by a thousand
-    for (std::size_t i = 0; i < tokens.size(); ++i) {
-        const Token& token = tokens[i];
-        if (token.kind == Token::percent) x *= 100.0;
-        if (token.kind == Token::literal || token.kind == Token::percent) continue;
-        first = std::min(first, i);
-        last = i;
-        if (token.kind == Token::point) {
-            if (!after_exponent) after_point = true;
-        } else if (token.kind == Token::exponent) {
-            after_exponent = true;
-            exponent_sign = token.text;
-        } else if (token.kind == Token::comma) {
-            ++commas;
-        } else {
-            if (commas > 0 && !after_point) thousands = true;
-            commas = 0;
-            if (after_exponent) {
-                ++exponent_places;
-            } else if (after_point) {
-                ++decimals;
-                if (token.text == "0") least_decimals = decimals;
-            } else {
-                ++whole_places;
-                if (token.text == "0" || least_whole > 0) ++least_whole;
+/// What a format of numbers asks for: places before and after the point, in the exponent, and so on.
+struct NumberShape {
+    int whole_places = 0, least_whole = 0, decimals = 0, least_decimals = 0, exponent_places = 0;
+    bool has_point = false, has_exponent = false, thousands = false, has_places = false;
+    double scale = 1.0;
+
+    explicit NumberShape(const std::vector<Token>& tokens) {
+        int commas = 0; // since the last digit: each divides by a thousand
+        for (const Token& token : tokens) {
+            switch (token.kind) {
+            case Token::percent:
+                scale *= 100.0;
+                break;
+            case Token::point:
+                has_point = has_point || !has_exponent;
+                break;
+            case Token::exponent:
+                has_exponent = true;
+                break;
+            case Token::comma:
+                ++commas;
+                break;
+            case Token::digit:
+                has_places = true;
+                thousands = thousands || (commas > 0 && !has_point && whole_places > 0);
+                commas = 0;
+                if (has_exponent) {
+                    ++exponent_places;
+                } else if (has_point) {
+                    ++decimals;
+                    if (token.text == "0") least_decimals = decimals;
+                } else {
+                    ++whole_places;
+                    if (token.text == "0" || least_whole > 0) ++least_whole;
+                }
+                break;
+            default:
+                break;
             }
         }
+        for (; commas > 0; --commas) scale /= 1000.0;
     }
-    std::string text;
-    if (first == tokens.size()) {
-        for (const Token& token : tokens) text += token.text;
-        return text;
-    }
-    if (decimals > 300 || whole_places > 300) return {};
-    for (; commas > 0; --commas) x /= 1000.0;
+};
+
+/// The power of ten that stands for a number in a format with an exponent: a multiple of the places before the point.
+int exponent_of(double x, const NumberShape& shape) {
+    if (x == 0.0) return 0;
+    const int step = std::max(1, shape.whole_places);
+    int exponent = static_cast<int>(std::floor(std::log10(std::fabs(x))));
+    const auto multiple = [&] {
+        return static_cast<int>(std::floor(static_cast<double>(exponent) / step)) * step;
+    };
+    // What rounds up to the next power of ten takes that.
+    const int decimals = shape.decimals + (exponent - multiple());
+    if (rounded(std::fabs(x) / std::pow(10.0, exponent), std::max(0, decimals)) >= 10.0) ++exponent;
+    return multiple();
+}
+
+std::optional<std::string> number_in_format(double x, const std::vector<Token>& tokens) {
+    const NumberShape shape(tokens);
+    if (shape.decimals > 300 || shape.whole_places > 300) return {};
+    x = std::fabs(x * shape.scale);
     int exponent = 0;
-    if (after_exponent && x != 0.0) {
-        exponent = static_cast<int>(std::floor(std::log10(std::fabs(x))));
+    if (shape.has_exponent) {
+        exponent = exponent_of(x, shape);
         x /= std::pow(10.0, exponent);
-        if (rounded(std::fabs(x), decimals) >= 10.0) {
-            x /= 10.0;
-            ++exponent;
-        }
     }
-    std::string figures = decimal_digits(x, decimals);
-    std::string fraction;
+    std::string figures = decimal_digits(x, shape.decimals), fraction;
     if (const std::size_t point = figures.find('.'); point != std::string::npos) {
         fraction = figures.substr(point + 1);
         figures.resize(point);
     }
-    while (static_cast<int>(fraction.size()) > least_decimals && fraction.back() == '0') fraction.pop_back();
+    while (static_cast<int>(fraction.size()) > shape.least_decimals && fraction.back() == '0') fraction.pop_back();
     if (figures == "0") figures.clear();
-    if (static_cast<int>(figures.size()) < least_whole)
-        figures.insert(0, static_cast<std::size_t>(least_whole) - figures.size(), '0');
-    if (thousands)
-        for (std::size_t at = figures.size(); at > 3; at -= 3) figures.insert(at - 3, 1, ',');
-    if (after_point) figures += "." + fraction;
-    if (after_exponent) {
-        figures += exponent_sign[0];
-        if (exponent < 0 || exponent_sign[1] == '+') figures += exponent < 0 ? '-' : '+';
-        figures += padded(std::abs(exponent), static_cast<std::size_t>(exponent_places));
+    const auto pad = [](std::string& digits, int width) {
+        if (static_cast<int>(digits.size()) < width) digits.insert(0, static_cast<std::size_t>(width) - digits.size(), '0');
+    };
+    pad(figures, shape.least_whole);
+    std::string power = shape.has_exponent ? std::to_string(std::abs(exponent)) : "";
+    pad(power, shape.exponent_places);
+
+    // Digits take their places from the point to the left; what is left over stands at the first of them.
+    std::string text;
+    int place = shape.whole_places; // of the next digit before the point, from 1 at the point
+    std::size_t decimal = 0;
+    bool after_point = false, after_exponent = false;
+    const auto put_whole = [&](int from, int to) { // the digits at these places, counted from the point
+        for (int i = from; i >= to; --i) {
+            if (i > static_cast<int>(figures.size())) continue;
+            text += figures[figures.size() - static_cast<std::size_t>(i)];
+            if (shape.thousands && i > 1 && i % 3 == 1) text += ',';
+        }
+    };
+    for (const Token& token : tokens) {
+        switch (token.kind) {
+        case Token::digit:
+            if (after_exponent) {
+                if (!power.empty()) text += std::exchange(power, {});
+            } else if (after_point) {
+                if (decimal < fraction.size())
+                    text += fraction[decimal];
+                else if (token.text == "?")
+                    text += ' ';
+                ++decimal;
+            } else {
+                if (token.text == "?" && place > static_cast<int>(figures.size())) text += ' ';
+                put_whole(place == shape.whole_places ? static_cast<int>(figures.size()) : place, place);
+                --place;
+            }
+            break;
+        case Token::point:
+            if (after_exponent) break;
+            if (shape.whole_places == 0 && !after_point) put_whole(static_cast<int>(figures.size()), 1);
+            if (!after_point) text += '.';
+            after_point = true;
+            break;
+        case Token::exponent:
+            after_exponent = true;
+            text += token.text[0];
+            if (exponent < 0 || token.text[1] == '+') text += exponent < 0 ? '-' : '+';
+            break;
+        case Token::literal:
+        case Token::percent:
+            text += token.text;
+            break;
+        default:
+            break;
+        }
     }
-    for (std::size_t i = 0; i < tokens.size(); ++i) {
-        if (i == first) text += figures;
-        if (tokens[i].kind == Token::percent || (tokens[i].kind == Token::literal && (i < first || i > last)))
-            text += tokens[i].text;
-        else if (tokens[i].kind == Token::literal)
-            return {}; // a literal among the digits
+    return text;
+}
+
+/// A section of a format, with its condition if it has one.
+struct Section {
+    std::string_view format;
+    Code sign = Code::constant; ///< of the comparison; constant for none
+    double limit = 0.0;
+
+    bool holds(double x) const {
+        switch (sign) {
+        case Code::less:
+            return x < limit;
+        case Code::at_most:
+            return x <= limit;
+        case Code::greater:
+            return x > limit;
+        case Code::at_least:
+            return x >= limit;
+        case Code::equal:
+            return x == limit;
+        default:
+            return x != limit;
+        }
     }
+    /// Only numbers below zero get here, so that their sign need not be shown.
+    bool only_negative() const {
+        return (sign == Code::less && limit <= 0.0) || (sign == Code::at_most && limit < 0.0);
+    }
+};
+
+constexpr std::pair<std::string_view, Code> comparison_signs[] = {{"<=", Code::at_most}, {">=", Code::at_least},
+                                                                  {"<>", Code::unequal}, {"=", Code::equal},
+                                                                  {"<", Code::less},     {">", Code::greater}};
+
+/// Reads "[<10]" at the start of a section.
+void read_condition(Section& section) {
+    const std::string_view format = section.format;
+    const std::size_t end = format.find(']');
+    if (!format.starts_with('[') || end == std::string_view::npos) return;
+    std::string_view inside = format.substr(1, end - 1);
+    for (const auto& [sign, code] : comparison_signs) {
+        if (!inside.starts_with(sign)) continue;
+        inside.remove_prefix(sign.size());
+        const auto [after, problem] = std::from_chars(inside.data(), inside.data() + inside.size(), section.limit);
+        if (problem == std::errc{} && after == inside.data() + inside.size()) {
+            section.sign = code;
+            section.format.remove_prefix(end + 1);
+        }
+        return;
+    }
+}
+
+std::vector<Section> sections_of(std::string_view format) {
+    std::vector<Section> sections{{format}};
+    bool quoted = false;
+    std::size_t start = 0;
+    for (std::size_t at = 0; at < format.size(); ++at) {
+        if (format[at] == '"') quoted = !quoted;
+        if (format[at] == '\\' && !quoted) ++at;
+        if (at >= format.size() || quoted || format[at] != ';') continue;
+        sections.back().format = format.substr(start, at - start);
+        start = at + 1;
+        sections.push_back({format.substr(start)});
+    }
+    for (Section& section : sections) read_condition(section);
+    return sections;
+}
+
+/// The section for a number: by the conditions, else by its sign.
+std::size_t section_for(double x, const std::vector<Section>& sections) {
+    const std::size_t count = std::min<std::size_t>(sections.size(), 3);
+    if (sections[0].sign == Code::constant && (count < 2 || sections[1].sign == Code::constant))
+        return count >= 2 && x < 0.0 ? 1 : count >= 3 && x == 0.0 ? 2 : 0;
+    for (std::size_t i = 0; i < count; ++i)
+        if (sections[i].sign == Code::constant ? i + 1 == count || (i == 0 && x > 0.0) : sections[i].holds(x)) return i;
+    return count;
+}
+
+bool has_kind(const std::vector<Token>& tokens, Token::Kind kind) {
+    return std::any_of(tokens.begin(), tokens.end(), [&](const Token& token) { return token.kind == kind; });
+}
+
+/// The tokens with @ replaced by a text.
+std::string filled_in(const std::vector<Token>& tokens, std::string_view itself) {
+    std::string text;
+    for (const Token& token : tokens) text += token.kind == Token::text_itself ? itself : std::string_view(token.text);
     return text;
 }
 
@@ -522,29 +800,28 @@ double rounded(double x, int places) {
 std::optional<std::string> formatted_text(double x, std::string_view format) {
     if (format.empty()) return std::string();
     if (equal_ignoring_case(format, "General")) return general_text(x);
-    std::vector<std::string_view> sections{format};
-    bool quoted = false;
-    for (std::size_t at = 0; at < format.size(); ++at) {
-        if (format[at] == '"') quoted = !quoted;
-        if (format[at] == '\\') ++at;
-        if (at >= format.size() || quoted || format[at] != ';') continue;
-        const std::size_t start = static_cast<std::size_t>(sections.back().data() - format.data());
-        sections.back() = format.substr(start, at - start);
-        sections.push_back(format.substr(at + 1));
-    }
-    std::size_t section = 0;
-    if (sections.size() >= 2 && x < 0.0)
-        section = 1;
-    else if (sections.size() >= 3 && x == 0.0)
-        section = 2;
-    auto tokens = tokens_of(sections[section]);
+    const std::vector<Section> sections = sections_of(format);
+    const std::size_t which = section_for(x, sections);
+    if (which >= sections.size()) return general_text(x);
+    const bool conditional = sections[which].sign != Code::constant || sections[0].sign != Code::constant;
+    const bool signed_already = conditional ? sections[which].only_negative() : which > 0;
+    const std::string minus = x < 0.0 && !signed_already ? "-" : "";
+    if (equal_ignoring_case(sections[which].format, "General")) return minus + general_text(std::fabs(x));
+    auto tokens = tokens_of(sections[which].format);
     if (!tokens) return {};
-    if (std::any_of(tokens->begin(), tokens->end(), [](const Token& token) { return token.kind == Token::date; }))
-        return date_in_format(x, *tokens);
+    if (has_kind(*tokens, Token::text_itself)) return filled_in(*tokens, general_text(x));
+    if (has_kind(*tokens, Token::date)) return date_in_format(x, *tokens);
     auto text = number_in_format(x, *tokens);
-    if (text && x < 0.0 && section == 0 && text->find_first_of("123456789") != std::string::npos)
-        text->insert(0, 1, '-');
-    return text;
+    const bool shows = text && (text->find_first_of("123456789") != std::string::npos);
+    return shows ? minus + *text : text;
+}
+
+std::string formatted_text(std::string_view text, std::string_view format) {
+    const std::vector<Section> sections = sections_of(format);
+    const std::size_t which = sections.size() >= 4 ? 3 : sections.size() - 1;
+    const auto tokens = tokens_of(sections[which].format);
+    return tokens && (sections.size() >= 4 || has_kind(*tokens, Token::text_itself)) ? filled_in(*tokens, text)
+                                                                                      : std::string(text);
 }
 
 } // namespace qx::sheet

@@ -29,15 +29,26 @@ std::size_t counted_length(std::string_view bytes) {
 
 } // namespace
 
-Value Value::text(std::string_view bytes) {
+Value::Text* Value::make_text(std::string_view bytes) {
     Text* const text = static_cast<Text*>(std::malloc(sizeof(Text) + bytes.size()));
     if (text == nullptr) throw std::bad_alloc();
     text->references = 1;
     text->size = static_cast<std::uint32_t>(bytes.size());
     text->count = static_cast<unsigned char>(counted_length(bytes));
     if (!bytes.empty()) std::memcpy(text->bytes(), bytes.data(), bytes.size());
-    Value value(Type::text);
-    value.payload_.text = text;
+    return text;
+}
+
+Value Value::text(std::string_view bytes) {
+    Value value;
+    value.payload_.text = make_text(bytes);
+    value.type_ = Type::text;
+    return value;
+}
+
+Value Value::error(std::uint16_t code, std::string_view reason) {
+    Value value = error(code);
+    value.payload_.error.reason = make_text(reason);
     return value;
 }
 
@@ -56,8 +67,9 @@ Value Value::array(std::uint32_t rows, std::uint32_t columns) {
 }
 
 void Value::drop() {
-    if (type_ == Type::text) {
-        if (--payload_.text->references == 0) std::free(payload_.text);
+    if (type_ != Type::array) {
+        Text* const text = type_ == Type::text ? payload_.text : payload_.error.reason;
+        if (text != nullptr && --text->references == 0) std::free(text);
     } else if (--payload_.array->references == 0) {
         std::destroy_n(payload_.array->cells(), std::size_t{rows()} * columns());
         std::free(payload_.array);
@@ -93,9 +105,16 @@ namespace {
 
 constexpr struct {
     std::uint16_t code;
-    const char* text;
-} errors[] = {{xlerrNull, "#NULL!"}, {xlerrDiv0, "#DIV/0!"}, {xlerrValue, "#VALUE!"}, {xlerrRef, "#REF!"},
-              {xlerrName, "#NAME?"}, {xlerrNum, "#NUM!"},    {xlerrNA, "#N/A"}};
+    const char *text, *meaning;
+} errors[] = {{xlerrNull, "#NULL!", "the ranges have no cell in common"},
+              {xlerrDiv0, "#DIV/0!", "division by zero"},
+              {xlerrValue, "#VALUE!", "a value of the wrong kind"},
+              {xlerrRef, "#REF!", "a reference to a cell that does not exist"},
+              {xlerrName, "#NAME?", "an unknown name"},
+              {xlerrNum, "#NUM!", "no number can be worked out"},
+              {xlerrNA, "#N/A", "no value is available"},
+              {error_spill, "#SPILL!", "something is in the way of the array"},
+              {error_calc, "#CALC!", "the array has no cells"}};
 
 } // namespace
 
@@ -103,6 +122,12 @@ const char* error_text(std::uint16_t code) {
     for (const auto& error : errors)
         if (error.code == code) return error.text;
     return "#VALUE!";
+}
+
+const char* error_meaning(std::uint16_t code) {
+    for (const auto& error : errors)
+        if (error.code == code) return error.meaning;
+    return error_meaning(xlerrValue);
 }
 
 std::size_t match_error(std::string_view text, std::uint16_t& code) {

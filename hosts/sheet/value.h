@@ -60,20 +60,28 @@ enum class Type : std::uint8_t {
     blank,
     number,
     boolean,
-    error,
+    area,         ///< a reference, not looked up yet
+    missing,      ///< an omitted argument
+    uncalculated, ///< the formula waits for something that never came
+    error,        // from here on with memory that is shared
     text,
-    array,
-    area,        ///< a reference, not looked up yet
-    missing,     ///< an argument left out
-    uncalculated ///< the formula waits for something that never came
+    array
 };
+
+// Error codes beyond those of oper.h; the library's functions receive them as #VALUE!.
+inline constexpr std::uint16_t error_spill = 45; ///< #SPILL!: something is in the way of an array
+inline constexpr std::uint16_t error_calc = 50;  ///< #CALC!: an array without cells
 
 /// One value. Texts and arrays are shared and never changed once shared.
 class Value {
   public:
     Value() : Value(Type::blank) {}
-    Value(const Value& other) : payload_(other.payload_), type_(other.type_), date_(other.date_) { keep(); }
-    Value(Value&& other) noexcept : payload_(other.payload_), type_(other.type_), date_(other.date_) {
+    Value(const Value& other)
+        : payload_(other.payload_), type_(other.type_), date_(other.date_), code_(other.code_) {
+        keep();
+    }
+    Value(Value&& other) noexcept
+        : payload_(other.payload_), type_(other.type_), date_(other.date_), code_(other.code_) {
         other.type_ = Type::blank;
     }
     Value& operator=(const Value& other) {
@@ -92,6 +100,7 @@ class Value {
         std::swap(payload_, other.payload_);
         std::swap(type_, other.type_);
         std::swap(date_, other.date_);
+        std::swap(code_, other.code_);
     }
 
     static Value number(double x) {
@@ -113,9 +122,12 @@ class Value {
     /// An error by its code in oper.h.
     static Value error(std::uint16_t code) {
         Value value(Type::error);
-        value.payload_.error = code;
+        value.payload_.error = {nullptr, no_row, 0, 0};
+        value.code_ = code;
         return value;
     }
+    /// An error with its cause in words, as "division by zero".
+    static Value error(std::uint16_t code, std::string_view reason);
     static Value text(std::string_view bytes);
     static Value array(std::uint32_t rows, std::uint32_t columns); ///< of blanks
     static Value reference(const Area& area) {
@@ -139,7 +151,21 @@ class Value {
     // Each is for a value of its type only.
     double number() const { return payload_.number; }
     bool boolean() const { return payload_.boolean; }
-    std::uint16_t error() const { return payload_.error; }
+    std::uint16_t error() const { return code_; }
+    /// What caused an error, in words; empty if nobody said so.
+    std::string_view reason() const {
+        return payload_.error.reason == nullptr
+                   ? std::string_view()
+                   : std::string_view{payload_.error.reason->bytes(), payload_.error.reason->size};
+    }
+    /// The cell whose formula or content an error came from first.
+    bool has_origin() const { return payload_.error.row != no_row; }
+    CellAddress origin() const { return {payload_.error.row, payload_.error.column, payload_.error.sheet}; }
+    void set_origin(CellAddress cell) {
+        payload_.error.row = cell.row;
+        payload_.error.column = cell.column;
+        payload_.error.sheet = cell.sheet;
+    }
     std::string_view text() const { return {payload_.text->bytes(), payload_.text->size}; }
     const Area& area() const { return payload_.area; }
     std::uint32_t rows() const { return payload_.array->rows; }
@@ -169,26 +195,41 @@ class Value {
 
         Value* cells() { return reinterpret_cast<Value*>(this + 1); }
     };
+    struct Error {
+        Text* reason;
+        std::uint32_t row; ///< of the cell that it came from
+        std::uint16_t column, sheet;
+    };
+    static constexpr std::uint32_t no_row = 0xFFFFFFFF;
     union Payload {
         Payload() : number(0.0) {}
         double number;
         bool boolean;
-        std::uint16_t error;
+        Error error;
         Text* text;
         Array* array;
         Area area;
     };
 
     explicit Value(Type type) : type_(type) {}
-    bool counted() const { return type_ == Type::text || type_ == Type::array; }
+    bool counted() const { return type_ >= Type::error; }
     void keep() {
-        if (counted()) ++(type_ == Type::text ? payload_.text->references : payload_.array->references);
+        if (counted()) [[unlikely]]
+            keep_shared();
+    }
+    void keep_shared() {
+        if (type_ == Type::array)
+            ++payload_.array->references;
+        else if (Text* const text = type_ == Type::text ? payload_.text : payload_.error.reason; text != nullptr)
+            ++text->references;
     }
     void drop();
+    static Text* make_text(std::string_view bytes);
 
     Payload payload_;
     Type type_;
     bool date_ = false;
+    std::uint16_t code_ = 0; ///< of an error
 };
 
 /// The value or, when it is no finite number, #NUM!.
@@ -196,6 +237,8 @@ inline Value number_or_error(double x) { return x - x == 0.0 ? Value::number(x) 
 
 /// "#NUM!" and its like.
 const char* error_text(std::uint16_t code);
+/// What an error of this code means in general, as "division by zero".
+const char* error_meaning(std::uint16_t code);
 /// The error that a text begins with, as "#N/A": its length, and the code; 0 if it is none.
 std::size_t match_error(std::string_view text, std::uint16_t& code);
 

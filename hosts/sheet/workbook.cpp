@@ -10,29 +10,11 @@ namespace qx::sheet {
 
 namespace {
 
-// The index of who reads a range: tiles of cells, each with the ranges that touch it.
-constexpr std::uint32_t tile_rows = 64;
-constexpr std::uint32_t tile_columns = 16;
-constexpr std::uint64_t most_tiles = 1024; ///< a range over more stands in a list of its own
-
-std::uint64_t tile_of(std::uint32_t row, std::uint32_t column) {
-    return (std::uint64_t{row / tile_rows} << 32) | (column / tile_columns);
-}
-
-std::uint64_t tile_count(const Area& area) {
-    return std::uint64_t{area.last_row / tile_rows - area.first_row / tile_rows + 1} *
-           (area.last_column / tile_columns - area.first_column / tile_columns + 1u);
-}
-
-template <class Visit>
-void for_each_tile(const Area& area, Visit visit) {
-    for (std::uint32_t row = area.first_row / tile_rows; row <= area.last_row / tile_rows; ++row)
-        for (std::uint32_t column = area.first_column / tile_columns; column <= area.last_column / tile_columns;
-             ++column)
-            visit((std::uint64_t{row} << 32) | column);
-}
-
 constexpr int deepest_names = 32; ///< names that stand for names
+
+bool before(CellAddress a, CellAddress b) {
+    return std::tuple(a.sheet, a.row, a.column) < std::tuple(b.sheet, b.row, b.column);
+}
 
 } // namespace
 
@@ -55,18 +37,25 @@ int Workbook::sheet_number(std::string_view name) const {
     return -1;
 }
 
-std::uint32_t Workbook::name_number(std::string_view name) {
-    const auto [found, added] = name_numbers_.try_emplace(upper_case(name), static_cast<std::uint32_t>(names_.size()));
-    if (added) names_.emplace_back().name = name;
+std::uint32_t Workbook::name_number(std::string_view name, std::uint16_t sheet) {
+    const std::string capitals = upper_case(name);
+    if (const auto local = name_numbers_.find({sheet, capitals}); local != name_numbers_.end()) return local->second;
+    return name_number(name, capitals, -1);
+}
+
+std::uint32_t Workbook::name_number(std::string_view name, const std::string& capitals, int sheet) {
+    const auto [found, added] =
+        name_numbers_.try_emplace({sheet, capitals}, static_cast<std::uint32_t>(names_.size()));
+    if (added) names_.emplace_back(std::string(name), sheet);
     return found->second;
 }
 
-void Workbook::define_name(std::string_view name, std::string_view text) {
-    Formula formula = read(text);
+void Workbook::define_name(std::string_view name, std::string_view text, int sheet) {
+    Formula formula = read(text, static_cast<std::uint16_t>(std::max(sheet, 0)));
     prepare_change();
-    names_[name_number(name)].formula = std::make_unique<Formula>(std::move(formula));
+    names_[name_number(name, upper_case(name), sheet)].formula = std::move(formula);
     for (Node* const node : formulas_) {
-        if (!node->formula || node->formula->names.empty()) continue;
+        if (!node->formula || node->formula.names.empty()) continue;
         if (linked_) link(*node);
         touch(node->target);
         node->state = Node::dirty;
@@ -74,57 +63,135 @@ void Workbook::define_name(std::string_view name, std::string_view text) {
     }
 }
 
+namespace {
+
+/// The cells for which a formula stands that is nothing but a reference.
+std::optional<Area> area_of(const Formula& formula) {
+    if (formula.steps.size() != 1 || formula.steps[0].code != Code::reference) return {};
+    return formula.areas[0];
+}
+
+} // namespace
+
+std::vector<DefinedName> Workbook::names() const {
+    std::vector<DefinedName> list;
+    for (const Name& name : names_)
+        if (name.formula) list.push_back({name.name, name.formula.text, name.sheet, area_of(name.formula)});
+    return list;
+}
+
+bool Workbook::find_name(std::string_view name, std::uint16_t sheet, Area& area) const {
+    const std::string capitals = upper_case(name);
+    for (const int place : {int{sheet}, -1}) {
+        const auto found = name_numbers_.find({place, capitals});
+        if (found == name_numbers_.end() || !names_[found->second].formula) continue;
+        const std::optional<Area> cells = area_of(names_[found->second].formula);
+        if (cells) area = *cells;
+        return cells.has_value();
+    }
+    return false;
+}
+
+std::optional<Area> Workbook::used_area(std::uint16_t sheet) {
+    std::optional<Area> used;
+    Grid& grid = sheets_[sheet].grid;
+    if (grid.rows() == 0) return used;
+    const Area all(sheet, 0, 0, grid.rows() - 1, static_cast<std::uint16_t>(grid.columns() - 1));
+    grid.visit(all, [&](std::uint32_t row, std::uint32_t column, Cell& cell) {
+        if (cell.value.is(Type::blank) && (cell.node == nullptr || !cell.node->formula)) return true;
+        if (!used) used = Area({0, 0, sheet});
+        used->last_row = std::max(used->last_row, row);
+        used->last_column = std::max(used->last_column, static_cast<std::uint16_t>(column));
+        return true;
+    });
+    return used;
+}
+
+void Workbook::set_format(CellAddress at, Format format) {
+    sheets_[at.sheet].grid.set_format(at.row, at.column, format);
+}
+
+Format Workbook::format(CellAddress at) {
+    const Format format = sheets_[at.sheet].grid.format(at.row, at.column);
+    return format == Format::general && value(at).is_date() ? Format::date : format;
+}
+
 Node& Workbook::node_at(CellAddress at) {
     Cell& cell = sheets_[at.sheet].grid.make(at.row, at.column);
-    if (cell.node == nullptr) cell.node = &nodes_.emplace_back(Area(at));
+    if (cell.node == nullptr) cell.node = &nodes_.emplace_back(Area(at), &cell);
     return *cell.node;
 }
 
 /// Before a change of a calculated workbook the readers of its cells must be known.
 void Workbook::prepare_change() {
     if (calculated_ && !linked_) link_all();
+    for (Node* const node : blocked_) // the change may make room
+        if (node->formula) mark_dirty(*node);
+    blocked_.clear();
 }
+
+/// Gives a cell of an area a value.
+void Workbook::put(const Area&, Cell& cell, Value value) { cell.value = std::move(value); }
 
 void Workbook::set_value(CellAddress at, Value value) {
     prepare_change();
     Cell& cell = sheets_[at.sheet].grid.make(at.row, at.column);
     remove_formula(cell);
-    cell.value = std::move(value);
+    if (value.is_error()) value.set_origin(at);
+    put(Area(at), cell, std::move(value));
     touch(Area(at));
 }
 
 void Workbook::remove_formula(Cell& cell) {
     if (cell.node == nullptr || !cell.node->formula) return;
-    if (cell.node->is_array) throw std::invalid_argument("a part of an array formula cannot be changed");
-    cell.node->formula.reset();
-    cell.node->state = Node::clean;
+    Node& node = *cell.node;
+    if (node.is_array) throw std::invalid_argument("a part of an array formula cannot be changed");
+    if (node.spill) release_spill(node);
+    if (node.cell != &cell) { // what another cell's formula showed here
+        mark_dirty(node);
+        return;
+    }
+    node.formula = Formula();
+    node.state = Node::clean;
+}
+
+/// Empties the cells beside its own that a formula has filled.
+void Workbook::release_spill(Node& node) {
+    const Area area = *node.spill;
+    node.spill.reset();
+    Grid& grid = sheets_[area.sheet].grid;
+    for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
+        for (std::uint32_t column = area.first_column; column <= area.last_column; ++column) {
+            Cell& cell = grid.make(row, column);
+            if (&cell == node.cell || cell.node != &node) continue;
+            cell.node = nullptr;
+            put(area, cell, {});
+        }
+    touch(area);
 }
 
 void Workbook::install(Node& node, Formula formula) {
-    node.formula = std::make_unique<Formula>(std::move(formula));
-    if (node.order == 0) {
-        formulas_.push_back(&node);
-        node.order = static_cast<std::uint32_t>(formulas_.size());
-    }
-    if (node.formula->is_volatile && !node.listed_as_volatile) {
+    node.formula = std::move(formula);
+    if (!node.listed_as_formula) formulas_.push_back(&node);
+    node.listed_as_formula = true;
+    if (node.formula.is_volatile && !node.listed_as_volatile) {
         volatile_.push_back(&node);
         node.listed_as_volatile = true;
     }
     node.state = Node::clean;
+    node.order = ++calculations_;
     if (linked_) link(node);
-    touch(node.target);
-    node.state = Node::dirty;
-    enlist(node);
+    mark_dirty(node);
 }
 
 void Workbook::enlist(Node& node) {
     if (node.listed) return;
     node.listed = true;
-    pending_.push_back(&node);
+    pending_.push_back({node.order, &node});
 }
 
-void Workbook::set_formula(CellAddress at, std::string_view text) {
-    Formula formula = read(text, at.sheet);
+void Workbook::set_formula(CellAddress at, std::string_view text, Fill fill) {
+    Formula formula = read_formula(text, *this, at.sheet, fill);
     prepare_change();
     Cell& cell = sheets_[at.sheet].grid.make(at.row, at.column);
     remove_formula(cell);
@@ -135,17 +202,14 @@ void Workbook::set_array_formula(const Area& area, std::string_view text) {
     Formula formula = read(text, area.sheet);
     prepare_change();
     Grid& grid = sheets_[area.sheet].grid;
-    Node& node = nodes_.emplace_back(area);
-    for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
-        for (std::uint32_t column = area.first_column; column <= area.last_column; ++column)
-            remove_formula(grid.make(row, column));
-    for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
-        for (std::uint32_t column = area.first_column; column <= area.last_column; ++column) {
-            Cell& cell = grid.make(row, column);
-            if (cell.node != nullptr)
-                node.readers.insert(node.readers.end(), cell.node->readers.begin(), cell.node->readers.end());
-            cell.node = &node;
-        }
+    const auto each_cell = [&](auto visit) {
+        for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
+            for (std::uint32_t column = area.first_column; column <= area.last_column; ++column)
+                visit(grid.make(row, column));
+    };
+    each_cell([&](Cell& cell) { remove_formula(cell); });
+    Node& node = nodes_.emplace_back(area, &grid.make(area.first_row, area.first_column));
+    each_cell([&](Cell& cell) { cell.node = &node; });
     node.is_array = true;
     install(node, std::move(formula));
 }
@@ -153,8 +217,7 @@ void Workbook::set_array_formula(const Area& area, std::string_view text) {
 void Workbook::clear() {
     for (Sheet& sheet : sheets_) {
         sheet.grid = Grid();
-        sheet.range_readers.clear();
-        sheet.wide_range_readers.clear();
+        sheet.readers.clear();
     }
     nodes_.clear();
     names_.clear();
@@ -162,13 +225,14 @@ void Workbook::clear() {
     formulas_.clear();
     volatile_.clear();
     pending_.clear();
+    blocked_.clear();
     cycles_.clear();
     calculated_ = linked_ = false;
 }
 
 const Formula* Workbook::formula(CellAddress at) {
     const Cell* const cell = sheets_[at.sheet].grid.find(at.row, at.column);
-    return cell == nullptr || cell->node == nullptr ? nullptr : cell->node->formula.get();
+    return cell == nullptr || cell->node == nullptr || !cell->node->formula ? nullptr : &cell->node->formula;
 }
 
 bool Workbook::is_array_formula(CellAddress at, Area& target) {
@@ -178,78 +242,123 @@ bool Workbook::is_array_formula(CellAddress at, Area& target) {
     return true;
 }
 
+Area Workbook::filled_by(CellAddress at) {
+    const Cell* const cell = sheets_[at.sheet].grid.find(at.row, at.column);
+    return cell == nullptr || cell->node == nullptr || !cell->node->formula ? Area(at) : cell->node->filled();
+}
+
+void Workbook::add_precedents(const Formula& formula, std::vector<Area>& areas, int depth) const {
+    areas.insert(areas.end(), formula.areas.begin(), formula.areas.end());
+    if (depth == deepest_names) return;
+    for (const std::uint32_t name : formula.names)
+        if (names_[name].formula) add_precedents(names_[name].formula, areas, depth + 1);
+}
+
+std::vector<Area> Workbook::precedents(CellAddress at) {
+    std::vector<Area> areas;
+    if (const Formula* const formula = this->formula(at)) add_precedents(*formula, areas, 0);
+    return areas;
+}
+
+std::vector<CellAddress> Workbook::dependents(CellAddress at) {
+    if (!linked_) link_all();
+    std::vector<CellAddress> cells;
+    marking_ = false;
+    sheets_[at.sheet].readers.visit(Area(at), ++round_, [&](const Node* reader) {
+        if (reader->formula) cells.push_back(reader->target.first());
+    });
+    std::sort(cells.begin(), cells.end(), before);
+    cells.erase(std::unique(cells.begin(), cells.end()), cells.end());
+    return cells;
+}
+
 std::size_t Workbook::formula_count() const {
     return static_cast<std::size_t>(
-        std::count_if(formulas_.begin(), formulas_.end(), [](const Node* node) { return node->formula != nullptr; }));
+        std::count_if(formulas_.begin(), formulas_.end(), [](const Node* node) { return static_cast<bool>(node->formula); }));
 }
 
 // --- Who reads what -------------------------------------------------------------------------------------------------
 
 void Workbook::link_all() {
-    for (Node& node : nodes_) node.readers.clear();
-    for (Sheet& sheet : sheets_) {
-        sheet.range_readers.clear();
-        sheet.wide_range_readers.clear();
-    }
+    for (Sheet& sheet : sheets_) sheet.readers.clear();
     linked_ = true;
     for (Node* const node : formulas_)
-        if (node->formula) link(*node);
+        if (node->formula)
+            link(node->formula, 0, [&](const Area& area) { sheets_[area.sheet].readers.add_later(area, *node); });
+    for (Sheet& sheet : sheets_) sheet.readers.settle();
 }
 
-void Workbook::link(Node& node) { link(node, *node.formula, 0); }
+void Workbook::link(Node& node) {
+    link(node.formula, 0, [&](const Area& area) { sheets_[area.sheet].readers.add(area, node); });
+}
 
-void Workbook::link(Node& node, const Formula& formula, int depth) {
-    for (const Area& area : formula.areas) {
-        if (area.is_cell()) {
-            node_at(area.first()).readers.push_back(&node);
-            continue;
-        }
-        Sheet& sheet = sheets_[area.sheet];
-        if (tile_count(area) > most_tiles)
-            sheet.wide_range_readers.emplace_back(area, &node);
-        else
-            for_each_tile(area, [&](std::uint64_t tile) { sheet.range_readers[tile].emplace_back(area, &node); });
-    }
+/// Calls add(area) for what a formula refers to, also by names.
+template <class Add>
+void Workbook::link(const Formula& formula, int depth, Add add) {
+    for (const Area& area : formula.areas) add(area);
     if (depth == deepest_names) return;
     for (const std::uint32_t name : formula.names)
-        if (names_[name].formula) link(node, *names_[name].formula, depth + 1);
+        if (names_[name].formula) link(names_[name].formula, depth + 1, add);
 }
+
+namespace {
+
+/// Areas still to be looked at, neighbours in a column as one.
+class Frontier {
+  public:
+    void add(const Area& area) {
+        constexpr std::size_t looked_at = 16;
+        for (std::size_t i = areas_.size(); i > 0 && i + looked_at > areas_.size(); --i) {
+            Area& known = areas_[i - 1];
+            if (known.last_row + 1 != area.first_row || known.first_column != area.first_column ||
+                known.last_column != area.last_column || known.sheet != area.sheet)
+                continue;
+            known.last_row = area.last_row;
+            return;
+        }
+        areas_.push_back(area);
+    }
+    bool take(Area& area) {
+        if (areas_.empty()) return false;
+        area = areas_.back();
+        areas_.pop_back();
+        return true;
+    }
+
+  private:
+    std::vector<Area> areas_;
+};
+
+} // namespace
 
 /// Marks what depends on the cells of an area.
 void Workbook::touch(const Area& changed) {
     if (!linked_) return;
-    std::vector<Area> areas{changed};
-    const auto mark = [&](Node* reader) {
-        if (!reader->formula || reader->state == Node::dirty) return;
-        reader->state = Node::dirty;
-        enlist(*reader);
-        areas.push_back(reader->target);
-    };
-    while (!areas.empty()) {
-        const Area area = areas.back();
-        areas.pop_back();
-        Sheet& sheet = sheets_[area.sheet];
-        for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
-            for (std::uint32_t column = area.first_column; column <= area.last_column; ++column) {
-                const CellAddress cell{row, static_cast<std::uint16_t>(column), area.sheet};
-                if (const Cell* const found = sheet.grid.find(row, column); found != nullptr && found->node != nullptr)
-                    for (Node* const reader : found->node->readers) mark(reader);
-                if (const auto tile = sheet.range_readers.find(tile_of(row, column)); tile != sheet.range_readers.end())
-                    for (const auto& [range, reader] : tile->second)
-                        if (range.contains(cell)) mark(reader);
-                for (const auto& [range, reader] : sheet.wide_range_readers)
-                    if (range.contains(cell)) mark(reader);
-            }
-    }
+    if (!marking_) ++round_;
+    marking_ = true;
+    Frontier frontier;
+    Area area = changed;
+    do
+        sheets_[area.sheet].readers.visit(area, round_, [&](Node* reader) {
+            if (reader->state == Node::computing) reader->again = true;
+            if ((reader->state != Node::clean && reader->state != Node::deferred) || !reader->formula) return;
+            reader->state = Node::dirty;
+            enlist(*reader);
+            frontier.add(reader->filled());
+        });
+    while (frontier.take(area));
 }
 
 void Workbook::mark_dirty(CellAddress at) {
     prepare_change();
     Cell* const cell = sheets_[at.sheet].grid.find(at.row, at.column);
-    if (cell == nullptr || cell->node == nullptr || !cell->node->formula) return;
-    touch(cell->node->target);
-    cell->node->state = Node::dirty;
-    enlist(*cell->node);
+    if (cell != nullptr && cell->node != nullptr && cell->node->formula) mark_dirty(*cell->node);
+}
+
+void Workbook::mark_dirty(Node& node) {
+    touch(node.filled());
+    node.state = Node::dirty;
+    enlist(node);
 }
 
 // --- Calculation ----------------------------------------------------------------------------------------------------
@@ -265,6 +374,7 @@ Value Workbook::value(CellAddress at) {
 }
 
 Value Workbook::evaluate(const Formula& formula, const Area& caller) {
+    calculator_.forget_explanations();
     const Calculator::Entry entry(calculator_);
     for (;;) {
         try {
@@ -299,13 +409,14 @@ std::vector<std::string> Workbook::undefined_names(const Formula& formula) const
 
 Value Workbook::read_name(std::uint32_t number) {
     Name& name = names_[number];
-    if (!name.formula || name.busy) return Value::error(xlerrName);
+    if (!name.formula) return Value::error(xlerrName, "unknown name \"" + valid_utf8(name.name) + "\"");
+    if (name.busy) return Value::error(xlerrName, "the name \"" + valid_utf8(name.name) + "\" stands for itself");
     struct Busy {
         bool& flag;
         explicit Busy(bool& flag) : flag(flag) { flag = true; }
         ~Busy() { flag = false; }
     } busy(name.busy);
-    return calculator_.run(*name.formula, calculator_.caller());
+    return calculator_.run(name.formula, calculator_.caller());
 }
 
 void Workbook::not_ready() {
@@ -354,24 +465,131 @@ void Workbook::calculate(Node& node) {
         Node& node_;
     } attempt(*this, node);
 
-    Value result = calculator_.run(*node.formula, node.target);
-    if (result.is(Type::area)) {
-        result = node.is_array ? calculator_.looked_up(result) : read_cell(result.area().first());
+    marking_ = false;
+    Value result = calculator_.run(node.formula, node.target);
+    if (node.cyclic) result = cycle_value_;
+    if (!node.is_array) {
+        if (node.formula.fill == Fill::intersect && result.is_many()) result = calculator_.intersected(result, true);
+        if (result.is(Type::area)) result = calculator_.looked_up(result);
         // A formula that shows nothing but an empty cell shows zero.
         if (result.is_blank()) result = Value::number(0.0);
+    } else if (result.is(Type::area)) {
+        result = calculator_.looked_up(result);
     }
-    store(node, node.cyclic ? cycle_value_ : result);
+    store(node, std::move(result));
     node.state = Node::clean;
+    node.order = ++calculations_;
     calculated_ = true;
+    if (!node.again) return;
+    node.again = false;
+    mark_dirty(node);
 }
 
-void Workbook::store(Node& node, const Value& result) {
+void Workbook::store(Node& node, Value result) {
     const Area& target = node.target;
+    const auto settled = [&](Value value) {
+        if (value.is_error() && !value.has_origin()) value.set_origin(target.first());
+        return value;
+    };
+    if (!node.is_array) {
+        if (result.is(Type::array) || node.spill)
+            spill(node, std::move(result));
+        else
+            put(target, *node.cell, settled(std::move(result)));
+        return;
+    }
     Grid& grid = sheets_[target.sheet].grid;
     for (std::uint32_t row = target.first_row; row <= target.last_row; ++row)
         for (std::uint32_t column = target.first_column; column <= target.last_column; ++column)
-            grid.make(row, column).value =
-                calculator_.element(result, row - target.first_row, column - target.first_column);
+            put(target, grid.make(row, column),
+                settled(calculator_.element(result, row - target.first_row, column - target.first_column)));
+}
+
+/// The cell that keeps an array from an area, or null.
+const Cell* Workbook::obstacle(const Node& node, const Area& area) {
+    const Cell* found = nullptr;
+    sheets_[area.sheet].grid.visit(area, [&](std::uint32_t, std::uint32_t, Cell& cell) {
+        const bool own = &cell == node.cell || cell.node == &node;
+        const bool filled = cell.node != nullptr && cell.node->formula;
+        if (!own && (filled || !cell.value.is(Type::blank))) found = &cell;
+        return found == nullptr;
+    });
+    return found;
+}
+
+/// Shows a result in the cell of a formula and an array in the cells below and beside it too.
+void Workbook::spill(Node& node, Value result) {
+    const CellAddress first = node.target.first();
+    const std::uint32_t rows = result.is(Type::array) ? result.rows() : 1;
+    const std::uint32_t columns = result.is(Type::array) ? result.columns() : 1;
+    Area area = node.target;
+    Value blocked;
+    if (first.row + rows > max_rows || first.column + columns > max_columns) {
+        blocked = Value::error(error_spill, "the array is larger than the sheet");
+    } else {
+        area.last_row = first.row + rows - 1;
+        area.last_column = static_cast<std::uint16_t>(first.column + columns - 1);
+        if (obstacle(node, area) != nullptr)
+            blocked = Value::error(error_spill, "the cells of " + address_text(area) + " are not empty");
+    }
+    if (blocked.is_error()) {
+        blocked_.push_back(&node);
+        result = std::move(blocked);
+        area = node.target;
+    }
+    const bool changes = !(area == node.filled());
+    if (changes && node.spill) release_spill(node);
+    Grid& grid = sheets_[area.sheet].grid;
+    for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
+        for (std::uint32_t column = area.first_column; column <= area.last_column; ++column) {
+            Value value = calculator_.element(result, row - area.first_row, column - area.first_column);
+            if (value.is_error() && !value.has_origin()) value.set_origin(first);
+            if (value.is_blank()) value = Value::number(0.0);
+            Cell& cell = grid.make(row, column);
+            cell.node = &node;
+            put(area, cell, std::move(value));
+        }
+    if (!changes) return;
+    if (!area.is_cell()) node.spill = std::make_unique<Area>(area);
+    // Who read these cells while they were empty reads them again. Two arrays that push each other about end somewhere.
+    constexpr std::uint8_t most_changes = 50;
+    if (++node.spill_changes >= most_changes) return;
+    touch(area);
+}
+
+/// Calculates formulas in the order in which they come. Those that wait for something go to another list.
+void Workbook::settle_all(const std::vector<Pending>& list, std::vector<Pending>& waiting, std::size_t& done) {
+    constexpr std::size_t ahead = 4; // memory is asked for before its turn comes
+    const std::size_t all = done + list.size();
+    const auto take = [&](Node& node) {
+        if (++done % 512 == 0 && progress) progress(done, all);
+        node.listed = false;
+        if (node.state == Node::deferred) node.state = Node::dirty;
+        node.spill_changes = 0;
+        return node.state == Node::dirty;
+    };
+    const auto check = [&](Node& node) {
+        if (node.state == Node::deferred) waiting.push_back({node.order, &node});
+    };
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        try { // once for many, since most need no help
+            for (; i < list.size(); ++i) {
+                if (i + 2 * ahead < list.size()) {
+                    const char* const next = reinterpret_cast<const char*>(list[i + 2 * ahead].node);
+                    for (std::size_t at = 0; at < sizeof(Node); at += 64) __builtin_prefetch(next + at);
+                    list[i + ahead].node->formula.prefetch();
+                    __builtin_prefetch(list[i + ahead].node->cell);
+                }
+                Node& node = *list[i].node;
+                if (take(node)) calculate(node);
+            }
+        } catch (const TooDeep&) {
+            settle(*list[i].node);
+            check(*list[i].node);
+        } catch (const NotReady&) {
+            check(*list[i].node);
+        }
+    }
 }
 
 /// Calculates a cell and whatever it needs, however deep that is.
@@ -401,7 +619,7 @@ void Workbook::settle_from_below(Node& root) {
         Node& node = *stack.back();
         if (node.state == Node::dirty && !node.entered) {
             node.entered = true;
-            push_dirty(*node.formula, stack, 0);
+            push_dirty(node.formula, stack, 0);
             continue;
         }
         stack.pop_back();
@@ -424,7 +642,7 @@ void Workbook::push_dirty(const Formula& formula, std::vector<Node*>& nodes, int
         });
     if (depth == deepest_names) return;
     for (const std::uint32_t name : formula.names)
-        if (names_[name].formula) push_dirty(*names_[name].formula, nodes, depth + 1);
+        if (names_[name].formula) push_dirty(names_[name].formula, nodes, depth + 1);
 }
 
 void Workbook::report_cycle(Node& node) {
@@ -448,8 +666,9 @@ void Workbook::report_cycle(Node& node) {
 }
 
 void Workbook::recalculate() {
+    calculator_.forget_explanations();
     for (Node* const node : volatile_)
-        if (node->formula && node->formula->is_volatile && node->state == Node::clean) mark_dirty(node->target.first());
+        if (node->formula && node->formula.is_volatile && node->state == Node::clean) mark_dirty(node->target.first());
     const Calculator::Entry entry(calculator_);
     cycles_.erase(std::remove_if(cycles_.begin(), cycles_.end(),
                                  [&](const Problem& problem) {
@@ -459,27 +678,22 @@ void Workbook::recalculate() {
                                             cell->node->state != Node::clean;
                                  }),
                   cycles_.end());
-    // Formulas that waited for something are tried again for as long as others got what they waited for.
-    std::vector<Node*> left;
-    left.swap(pending_);
-    for (Node* const node : left) node->listed = false;
-    // In the order in which they were entered most find their precedents calculated.
-    std::sort(left.begin(), left.end(), [](const Node* a, const Node* b) { return a->order < b->order; });
-    while (!left.empty()) {
-        for (Node* const node : left)
-            if (node->state == Node::deferred) node->state = Node::dirty;
-        std::size_t done = 0;
-        for (Node* const node : left) {
-            if (node->state == Node::dirty) settle(*node);
-            if (++done % 512 == 0 && progress) progress(done, left.size());
-        }
+    // Formulas that waited for something are tried again for as long as others got what they waited for. Arrays that
+    // take up new cells send those who read these back into the list.
+    std::vector<Pending> left, waiting;
+    for (std::size_t done = 0; !left.empty() || !pending_.empty();) {
+        left.insert(left.end(), pending_.begin(), pending_.end());
+        pending_.clear();
+        // In the order of the last time most find their precedents calculated.
+        const auto earlier = [](const Pending& a, const Pending& b) { return a.order < b.order; };
+        if (!std::is_sorted(left.begin(), left.end(), earlier)) std::sort(left.begin(), left.end(), earlier);
         const std::size_t tried = left.size();
-        left.erase(
-            std::remove_if(left.begin(), left.end(), [](const Node* node) { return node->state != Node::deferred; }),
-            left.end());
-        if (left.size() == tried) break;
+        waiting.clear();
+        settle_all(left, waiting, done);
+        left.swap(waiting);
+        if (pending_.empty() && left.size() == tried) break;
     }
-    for (Node* const node : left) enlist(*node);
+    for (const Pending& pending : left) enlist(*pending.node);
 }
 
 void Workbook::recalculate_all() {
@@ -496,22 +710,37 @@ int Workbook::run(int (*command)()) {
     return command();
 }
 
+std::vector<CellError> Workbook::errors() {
+    std::vector<CellError> list;
+    for (std::uint16_t sheet = 0; sheet < sheet_count(); ++sheet)
+        if (const std::optional<Area> used = used_area(sheet))
+            sheets_[sheet].grid.visit(*used, [&](std::uint32_t row, std::uint32_t column, Cell& cell) {
+                if (!cell.value.is_error()) return true;
+                const CellAddress at{row, static_cast<std::uint16_t>(column), sheet};
+                const std::string_view reason = cell.value.reason();
+                list.push_back({at, cell.value.error(),
+                                reason.empty() ? error_meaning(cell.value.error()) : std::string(reason),
+                                cell.value.has_origin() ? cell.value.origin() : at});
+                return true;
+            });
+    return list;
+}
+
 std::vector<Problem> Workbook::problems() const {
     std::vector<Problem> problems = cycles_;
     for (const Node* const node : formulas_) {
         if (!node->formula) continue;
         const CellAddress cell = node->target.first();
         std::set<std::string> told;
-        for (const std::string& what : node->formula->unknown)
+        for (const std::string& what : node->formula.unknown)
             if (told.insert(what).second) problems.push_back({cell, what});
-        for (const std::string& name : undefined_names(*node->formula))
+        for (const std::string& name : undefined_names(node->formula))
             problems.push_back({cell, "unknown name \"" + name + "\""});
         if (node->state == Node::deferred)
             problems.push_back({cell, "not calculated: it waits for a value that nothing sets"});
     }
     std::stable_sort(problems.begin(), problems.end(), [](const Problem& a, const Problem& b) {
-        return std::tuple(a.cell.sheet, a.cell.row, a.cell.column) <
-               std::tuple(b.cell.sheet, b.cell.row, b.cell.column);
+        return before(a.cell, b.cell);
     });
     return problems;
 }

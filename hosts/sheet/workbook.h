@@ -12,19 +12,20 @@
 #include "hosts/sheet/calculator.h"
 #include "hosts/sheet/formula.h"
 #include "hosts/sheet/grid.h"
+#include "hosts/sheet/readers.h"
 
 #include <deque>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <tuple>
-#include <unordered_map>
 #include <vector>
 
 namespace qx::sheet {
 
-/// A formula with the cells that it fills, and the formulas that read these cells.
+/// A formula with the cells that it fills.
 struct Node {
     enum State : std::uint8_t {
         clean,
@@ -34,24 +35,46 @@ struct Node {
         deferred,  ///< for a value that no cell gives, as a variable not yet set
     };
 
-    explicit Node(Area target) : target(target) {}
+    Node(Area target, Cell* cell) : target(target), cell(cell) {}
+
+    /// All cells that show the result.
+    const Area& filled() const { return spill ? *spill : target; }
 
     Area target; ///< one cell, or the rectangle of an array formula
-    std::unique_ptr<Formula> formula;
+    Cell* cell;  ///< the first of them
     State state = clean;
     bool is_array = false;
-    bool cyclic = false;     ///< found to depend on itself
-    std::uint32_t order = 0; ///< place in the list of formulas, counted from 1
-    bool listed = false;     ///< in the list of those to calculate
-    bool listed_as_volatile = false;
-    bool entered = false; ///< what it refers to is being calculated
-    std::vector<Node*> readers;
+    bool cyclic = false;           ///< found to depend on itself
+    bool listed = false;           ///< in the list of those to calculate
+    bool listed_as_formula = false, listed_as_volatile = false;
+    bool entered = false;          ///< what it refers to is being calculated
+    bool again = false;            ///< what it reads has changed while it was calculated
+    std::uint8_t spill_changes = 0; ///< in this recalculation
+    std::uint64_t order = 0;       ///< when it was calculated last: what it reads came before
+    Formula formula;
+    std::unique_ptr<Area> spill; ///< the cells that an array takes up, if there are several
 };
 
 /// Something wrong with a cell.
 struct Problem {
     CellAddress cell;
     std::string message;
+};
+
+/// An error value that a cell shows.
+struct CellError {
+    CellAddress cell;
+    std::uint16_t code;  ///< error_text(code) is "#NUM!"
+    std::string reason;  ///< "Date less than minimum allowed value (NPVDate)"; never empty
+    CellAddress origin;  ///< the cell in which the error came up first; the cell itself if it came up there
+};
+
+/// A name that stands for a formula, most often a reference.
+struct DefinedName {
+    std::string name;
+    std::string text;         ///< the formula, without the equals sign
+    int sheet = -1;           ///< the sheet on which alone it is known; -1 for the whole workbook
+    std::optional<Area> area; ///< the cells, if it stands for these
 };
 
 class Workbook final : public Names {
@@ -69,19 +92,37 @@ class Workbook final : public Names {
     void rename_sheet(std::uint16_t sheet, std::string_view name) { sheets_[sheet].name = name; }
     Grid& grid(std::uint16_t sheet) { return sheets_[sheet].grid; }
 
+    /// The rows and columns of a sheet that hold something, from A1 on; nothing for an empty sheet.
+    std::optional<Area> used_area(std::uint16_t sheet);
+
     void set_value(CellAddress cell, Value value);
     /// Throws FormulaError.
-    void set_formula(CellAddress cell, std::string_view text);
+    void set_formula(CellAddress cell, std::string_view text, Fill fill = Fill::spill);
     /// One formula for all cells of an area, each showing its part of the result. Throws FormulaError.
     void set_array_formula(const Area& area, std::string_view text);
-    /// Gives a formula a name, as "B2:B9" or "0.05". Throws FormulaError.
-    void define_name(std::string_view name, std::string_view text);
+    /// Gives a formula a name, as "B2:B9" or "0.05"; on one sheet only if that is given. References without a sheet
+    /// are to that sheet, else to the first. Throws FormulaError.
+    void define_name(std::string_view name, std::string_view text, int sheet = -1);
+    std::vector<DefinedName> names() const;
+    /// The cells for which a name stands, as seen from a sheet; false for any other name.
+    bool find_name(std::string_view name, std::uint16_t sheet, Area& area) const;
+
+    /// How the numbers of a cell are to be shown: as set, else as dates where they come as dates.
+    void set_format(CellAddress cell, Format format);
+    Format format(CellAddress cell);
     /// Empties all cells and forgets the names.
     void clear();
 
     /// The formula of a cell without the equals sign, or null.
     const Formula* formula(CellAddress cell);
     bool is_array_formula(CellAddress cell, Area& target);
+    /// The cells that the formula of a cell fills at present: more than one for an array formula and for one that
+    /// spills. For a cell that another one's formula fills, the cells of that.
+    Area filled_by(CellAddress cell);
+    /// The ranges to which the formula of a cell refers, also by names.
+    std::vector<Area> precedents(CellAddress cell);
+    /// The cells whose formulas refer to a cell.
+    std::vector<CellAddress> dependents(CellAddress cell);
 
     // --- Calculation --------------------------------------------------------------------------------------------
 
@@ -104,6 +145,8 @@ class Workbook final : public Names {
 
     /// What is wrong with the formulas as they stand after a recalculation, in the order of the cells.
     std::vector<Problem> problems() const;
+    /// The cells that show an error value, in the same order, with the cause and the cell in which it came up.
+    std::vector<CellError> errors();
     std::size_t formula_count() const;
 
     /// Told now and then how many formulas of how many are calculated.
@@ -131,54 +174,72 @@ class Workbook final : public Names {
     std::uint16_t caller_sheet() const { return calculator_.caller().sheet; }
 
     int sheet_number(std::string_view name) const override;
-    std::uint32_t name_number(std::string_view name) override;
+    std::uint32_t name_number(std::string_view name, std::uint16_t sheet) override;
 
   private:
     struct Sheet {
         std::string name;
         Grid grid;
-        std::unordered_map<std::uint64_t, std::vector<std::pair<Area, Node*>>> range_readers; ///< by tile of cells
-        std::vector<std::pair<Area, Node*>> wide_range_readers;
+        Readers readers;
+    };
+    /// A formula in the list of those to calculate, with its place in the order of the last time.
+    struct Pending {
+        std::uint64_t order;
+        Node* node;
     };
     struct Name {
         std::string name;
-        std::unique_ptr<Formula> formula;
+        int sheet = -1;
+        Formula formula = {};
         bool busy = false;
     };
 
+    std::uint32_t name_number(std::string_view name, const std::string& capitals, int sheet);
     Node& node_at(CellAddress cell);
     void install(Node& node, Formula formula);
     void remove_formula(Cell& cell);
+    void put(const Area& area, Cell& cell, Value value);
+    void release_spill(Node& node);
     void enlist(Node& node);
     void prepare_change();
 
     void link_all();
+    template <class Add>
+    void link(const Formula& formula, int depth, Add add);
     void link(Node& node);
-    void link(Node& node, const Formula& formula, int depth);
     void touch(const Area& changed);
+    void mark_dirty(Node& node);
+    void add_precedents(const Formula& formula, std::vector<Area>& areas, int depth) const;
 
     const Value& settle_for_reader(Cell& cell);
     void calculate(Node& node);
+    void settle_all(const std::vector<Pending>& list, std::vector<Pending>& waiting, std::size_t& done);
     void settle(Node& root);
     void settle_from_below(Node& root);
     void push_dirty(const Formula& formula, std::vector<Node*>& nodes, int depth);
-    void store(Node& node, const Value& result);
+    void store(Node& node, Value result);
+    void spill(Node& node, Value result);
+    const Cell* obstacle(const Node& node, const Area& area);
     void report_cycle(Node& node);
 
     std::deque<Sheet> sheets_;
     std::deque<Node> nodes_;
     std::deque<Name> names_;
-    std::map<std::string, std::uint32_t, std::less<>> name_numbers_; ///< by name in capitals
+    std::map<std::pair<int, std::string>, std::uint32_t> name_numbers_; ///< by sheet and name in capitals
     std::vector<Node*> formulas_;                                    ///< every node that has, or had, a formula
     std::vector<Node*> volatile_;                                    ///< those that have, or had, a volatile one
-    std::vector<Node*> pending_;                                     ///< to be calculated
+    std::vector<Pending> pending_;                                   ///< to be calculated
+    std::vector<Node*> blocked_;                                     ///< those with no room to spill
     std::vector<Node*> path_;                                        ///< being calculated, each read by the one before
     std::vector<Problem> cycles_;
     Node::State abandoned_as_ = Node::dirty; ///< what becomes of cells whose calculation an exception ends
+    std::uint64_t calculations_ = 0;
+    std::uint32_t round_ = 0; ///< of marking: what was marked in it is marked still
+    bool marking_ = false;    ///< nothing was calculated since this round began
     bool calculated_ = false;                ///< some cell was calculated since the last clear
     bool linked_ = false;                    ///< the readers of all cells are known
     const Value blank_;
-    const Value cycle_value_ = Value::error(xlerrRef);
+    const Value cycle_value_ = Value::error(xlerrRef, "circular reference");
     Calculator calculator_;
 };
 

@@ -66,19 +66,20 @@ TEST(QuexelEval, AnswersALineOfJsonForEachFormula) {
                            "true\n"
                            "\"say \\\"é\\\"\"\n"
                            "\"\xEF\xBF\xBD\"\n"
-                           "{\"error\":\"#NUM!\"}\n"
+                           "{\"error\":\"#NUM!\",\"reason\":\"Date less than minimum allowed value (TheDate)\"}\n"
                            "{\"empty\":true}\n"
                            "{\"syntax\":\"the formula ends where a value is expected\",\"at\":3}\n"
-                           "{\"rows\":2,\"columns\":2,\"cells\":[1,\"a\",true,{\"error\":\"#N/A\"}]}\n"
-                           "{\"error\":\"#NAME?\"}\n"
+                           "{\"rows\":2,\"columns\":2,\"cells\":[1,\"a\",true,"
+                           "{\"error\":\"#N/A\",\"reason\":\"no value is available\"}]}\n"
+                           "{\"error\":\"#NAME?\",\"reason\":\"unknown function \\\"nosuch\\\"\"}\n"
                            "{\"syntax\":\"the formula is empty\",\"at\":1}\n"
-                           "{\"error\":\"#NUM!\"}\n");
+                           "{\"error\":\"#NUM!\",\"reason\":\"no number can be worked out\"}\n");
     EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(outcome.status, 1); // for the syntax
     EXPECT_EQ(quexel("eval --json -", "nosuch()\nNA()\n").status, 0);
     const Outcome plain = quexel("eval -", "\xEF\xBB\xBF" // as some editors begin a file
                                            "DYear(2005)\n1+\nnosuch()\n");
-    EXPECT_EQ(plain.out, "2005\n#NAME?\n");
+    EXPECT_EQ(plain.out, "2005\n\n#NAME?\n");
     EXPECT_EQ(plain.err, "line 2: character 3: the formula ends where a value is expected\n"
                          "line 3: unknown function \"nosuch\"\n");
 }
