@@ -1,10 +1,13 @@
 #include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
 
 #include "hosts/python/calls.h"
 #include "hosts/python/cells.h"
 #include "hosts/python/workbook.h"
 
 #include "commands/goal_seek.h"
+#include "hosts/files/document.h"
+#include "hosts/files/model.h"
 #include "hosts/sheet/csv.h"
 #include "hosts/sheet/text.h"
 #include "hosts/sheet/workbook.h"
@@ -26,30 +29,30 @@ py::object object(PyObject* made) {
     return py::reinterpret_steal<py::object>(made);
 }
 
-/// Problems as pairs of a cell's address and a message.
-py::list problem_list(const sheet::Workbook& book, const std::vector<sheet::Problem>& problems) {
-    py::list list;
-    for (const sheet::Problem& problem : problems) {
-        const std::string sheet = book.sheet_count() > 1 ? book.sheet_name(problem.cell.sheet) + "!" : "";
-        list.append(py::make_tuple(sheet + sheet::address_text(problem.cell), problem.message));
-    }
-    return list;
-}
-
 class Book {
   public:
+    Book() : Book("", "") {}
+    Book(std::string name, std::string bytes) : document_(std::move(name), std::move(bytes)) {}
+
     py::list sheets() const {
         py::list names;
         for (std::uint16_t i = 0; i < book_.sheet_count(); ++i) names.append(book_.sheet_name(i));
         return names;
     }
-    void add_sheet(const std::string& name) { book_.add_sheet(name); }
-    void rename_sheet(int sheet, const std::string& name) { book_.rename_sheet(index(sheet), name); }
-
-    py::list load_csv(int sheet, const std::string& text) {
-        return problem_list(book_, sheet::load_csv(book_, index(sheet), text));
+    void add_sheet(const std::string& name) {
+        book_.add_sheet(name);
+        keeps_file_ = false;
     }
-    py::bytes save_csv(int sheet, bool dates) { return sheet::save_csv(book_, index(sheet), dates); }
+
+    py::bytes csv(int sheet, bool dates) { return sheet::save_csv(book_, index(sheet), dates); }
+    /// An .xlsx file: the one that was read with its new values if that can be, else a new one. The second item is what
+    /// a new one has not kept, as "charts".
+    py::tuple xlsx() {
+        std::string bytes;
+        if (keeps_file_ && document_.type() == files::FileType::xlsx && as_same_xlsx(document_, bytes))
+            return py::make_tuple(py::bytes(bytes), py::list());
+        return py::make_tuple(py::bytes(as_xlsx(document_)), document_.not_kept());
+    }
 
     /// The area that an address or a name stands for: sheet, first row and column, last row and column, from 0.
     py::tuple area(const std::string& address) {
@@ -68,12 +71,23 @@ class Book {
         return object(object_of(book_.value(address(sheet, row, column))));
     }
     void set(int sheet, std::uint32_t row, std::uint32_t column, py::handle value) {
-        book_.set_value(address(sheet, row, column), value_of(value.ptr()));
+        const CellAddress cell = address(sheet, row, column);
+        const Value content = value_of(value.ptr());
+        if (content.is_number() && !content.is_date() && book_.formula(cell) == nullptr)
+            document_.set_number(cell, content.number()); // a change that the file can take
+        else {
+            book_.set_value(cell, content);
+            keeps_file_ = false;
+        }
     }
     void set_formula(int sheet, std::uint32_t row, std::uint32_t column, const std::string& text) {
         book_.set_formula(address(sheet, row, column), text);
+        keeps_file_ = false;
     }
-    void define_name(const std::string& name, const std::string& text) { book_.define_name(name, text); }
+    void define_name(const std::string& name, const std::string& text) {
+        book_.define_name(name, text);
+        keeps_file_ = false;
+    }
     py::object formula(int sheet, std::uint32_t row, std::uint32_t column) {
         const sheet::Formula* const found = book_.formula(address(sheet, row, column));
         if (found == nullptr) return py::none();
@@ -81,7 +95,22 @@ class Book {
     }
     py::object evaluate(const std::string& text) { return object(object_of(value_of_formula(text))); }
     void calculate(bool all) { all ? book_.recalculate_all() : book_.recalculate(); }
-    py::list problems() const { return problem_list(book_, book_.problems()); }
+    /// Pairs of a place and a message: of the file as it was read, and of the formulas as they are.
+    py::list problems() const {
+        py::list list;
+        for (const files::Note& note : document_.notes) list.append(py::make_tuple(note.where, note.message));
+        for (const sheet::Problem& problem : book_.problems())
+            list.append(py::make_tuple(document_.place(problem.cell), problem.message));
+        return list;
+    }
+    /// The cells that show an error value: the cell, the value, its cause, and the cell in which it came up.
+    py::list errors() {
+        py::list list;
+        for (const sheet::CellError& error : book_.errors())
+            list.append(py::make_tuple(document_.place(error.cell), sheet::error_text(error.code), error.reason,
+                                       document_.place(error.origin)));
+        return list;
+    }
 
     /// The value of a cell, and the trace of it.
     py::tuple explain(int sheet, std::uint32_t row, std::uint32_t column) {
@@ -129,7 +158,9 @@ class Book {
         return book_.look_up(book_.evaluate(formula, Area(CellAddress{})));
     }
 
-    sheet::Workbook book_;
+    files::Document document_;
+    sheet::Workbook& book_ = document_.book;
+    bool keeps_file_ = true; ///< no change but of numbers, so that the file that was read can take the results
 };
 
 } // namespace
@@ -141,15 +172,19 @@ void bind_workbook(py::module_& module) {
         } catch (const sheet::FormulaError& error) {
             PyErr_SetString(PyExc_ValueError,
                             ("character " + std::to_string(error.column) + ": " + error.what()).c_str());
+        } catch (const files::FileError& error) {
+            PyErr_SetString(PyExc_ValueError, error.what());
         }
     });
     py::class_<Book>(module, "Book")
         .def(py::init<>())
+        .def(py::init([](std::string name, const py::bytes& bytes) {
+            return std::make_unique<Book>(std::move(name), std::string(bytes));
+        }))
         .def("sheets", &Book::sheets)
         .def("add_sheet", &Book::add_sheet)
-        .def("rename_sheet", &Book::rename_sheet)
-        .def("load_csv", &Book::load_csv)
-        .def("save_csv", &Book::save_csv)
+        .def("csv", &Book::csv)
+        .def("xlsx", &Book::xlsx)
         .def("area", &Book::area)
         .def("used", &Book::used)
         .def("get", &Book::get)
@@ -160,6 +195,7 @@ void bind_workbook(py::module_& module) {
         .def("evaluate", &Book::evaluate)
         .def("calculate", &Book::calculate)
         .def("problems", &Book::problems)
+        .def("errors", &Book::errors)
         .def("explain", &Book::explain)
         .def("explain_formula", &Book::explain_formula)
         .def("seek", &Book::seek);

@@ -22,12 +22,13 @@ from .explanation import explain as explain
 from .catalogue import CATALOGUE as _CATALOGUE
 from .catalogue import function as function
 from .catalogue import functions as functions
+from .workbook import ErrorCell as ErrorCell
 from .workbook import GoalSeeks as GoalSeeks
 from .workbook import Problem as Problem
 from .workbook import Workbook as Workbook
 
-_OWN = ["CellError", "Collected", "Error", "Explanation", "Function", "GoalSeeks", "Problem", "Step", "Workbook",
-        "explain", "function", "functions", "over", "scale"]
+_OWN = ["CellError", "Collected", "Error", "ErrorCell", "Explanation", "Function", "GoalSeeks", "Problem", "Step",
+        "Workbook", "explain", "function", "functions", "over", "scale"]
 assert not set(_OWN) & set(_CATALOGUE), "a function has the name of something else in the package"
 globals().update(_CATALOGUE)
 __all__ = [*_OWN, *_CATALOGUE]

@@ -27,6 +27,7 @@ from .errors import Error as Error
 from .explanation import Explanation as Explanation
 from .explanation import Step as Step
 from .explanation import explain as explain
+from .workbook import ErrorCell as ErrorCell
 from .workbook import GoalSeeks as GoalSeeks
 from .workbook import Problem as Problem
 from .workbook import Workbook as Workbook

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import os
 import pathlib
+import warnings
 from typing import Any, NamedTuple
 
 import numpy as np
@@ -20,6 +21,15 @@ class Problem(NamedTuple):
     message: str
 
 
+class ErrorCell(NamedTuple):
+    """A cell of a workbook that shows an error value."""
+
+    cell: str
+    value: str
+    reason: str
+    origin: str  # the cell in which the error came up first
+
+
 class GoalSeeks(NamedTuple):
     """What the goal seeks of a workbook came to."""
 
@@ -30,7 +40,7 @@ class GoalSeeks(NamedTuple):
 class Workbook:
     """A workbook of sheets, cells and names.
 
-        book = Workbook("model.csv")
+        book = Workbook("model.xlsx")
         book["B2"] = datetime.date(2026, 3, 25)
         book["B3"] = "=MonthEnd(B2)"
         book["B3"]                          # datetime.date(2026, 3, 31)
@@ -41,30 +51,38 @@ class Workbook:
     """
 
     def __init__(self, path: str | os.PathLike[str] | None = None) -> None:
-        self._book = _core.Book()
-        self._problems: list[tuple[str, str]] = []
-        if path is not None:
-            self._load(pathlib.Path(path))
+        if path is None:
+            self._book = _core.Book()
+            return
+        file = pathlib.Path(path)
+        try:
+            self._book = _core.Book(file.name, file.read_bytes())
+        except ValueError as error:
+            raise ValueError(f"{file.name}: {error}") from None
+        self.calculate()
 
     @classmethod
     def open(cls, path: str | os.PathLike[str]) -> Workbook:
-        """The workbook of a file; a .csv file is a workbook of one sheet."""
+        """The workbook of an .xlsx, .ods or .csv file; a .csv file is a workbook of one sheet."""
         return cls(path)
 
-    def _load(self, path: pathlib.Path) -> None:
-        if path.suffix.lower() not in (".csv", ".txt"):
-            raise ValueError(f"{path.name}: a workbook is read from a .csv file")
-        text = path.read_bytes()
-        self._problems = self._book.load_csv(0, text)
-        self.calculate()
-
     def save(self, path: str | os.PathLike[str], *, sheet: str | None = None, dates: bool = True) -> None:
-        """Writes the calculated values of a sheet (the first) as a .csv file; `dates=False` writes their numbers."""
-        path = pathlib.Path(path)
-        if path.suffix.lower() not in (".csv", ".txt"):
-            raise ValueError(f"{path.name}: a workbook is written to a .csv file")
-        number = 0 if sheet is None else self._sheet(sheet)
-        path.write_bytes(self._book.save_csv(number, dates))
+        """Writes the workbook as an .xlsx file, or the values of one sheet (the first) as a .csv file.
+
+        The .xlsx file that was read is written with its new results and all else as it was, if only numbers were set in
+        it; otherwise a new one is made, and a warning says what it does not keep, as charts. `dates=False` writes the
+        numbers of dates to a .csv file.
+        """
+        file = pathlib.Path(path)
+        if file.suffix.lower() == ".xlsx":
+            content, not_kept = self._book.xlsx()
+            if not_kept:
+                warnings.warn(f"{file.name}: not kept: {', '.join(not_kept)}", stacklevel=2)
+        elif file.suffix.lower() in (".csv", ".txt"):
+            content = self._book.csv(0 if sheet is None else self._sheet(sheet), dates)
+        else:
+            raise ValueError(f"{file.name}: a workbook is written to an .xlsx or a .csv file")
+        file.write_bytes(content)
 
     @property
     def sheets(self) -> list[str]:
@@ -162,7 +180,11 @@ class Workbook:
 
     def problems(self) -> list[Problem]:
         """What is wrong with the file as it was read and with the formulas as they are now."""
-        return [Problem(cell, message) for cell, message in (*self._problems, *self._book.problems())]
+        return [Problem(cell, message) for cell, message in self._book.problems()]
+
+    def errors(self) -> list[ErrorCell]:
+        """The cells that show an error value, with its cause."""
+        return [ErrorCell(*error) for error in self._book.errors()]
 
     def __repr__(self) -> str:
         rows, columns = self._book.used(0)
