@@ -52,6 +52,25 @@ class Progress {
     bool shown_ = false;
 };
 
+/// Says on a terminal what takes a while, for as long as it does.
+class Stage {
+  public:
+    Stage(const char* doing, const std::string& name, std::size_t size) {
+        constexpr std::size_t takes_a_while = 2u << 20;
+        if (size < takes_a_while || !isatty(STDERR_FILENO)) return;
+        std::fprintf(stderr, "\r%s %s", doing, name.c_str());
+        shown_ = true;
+    }
+    ~Stage() {
+        if (shown_) std::fputs("\r\033[K", stderr);
+    }
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+  private:
+    bool shown_ = false;
+};
+
 /// Switches the monitor on. False, with a message, if its file cannot be written.
 bool start_monitor() {
     CalcMonStart();
@@ -159,9 +178,11 @@ void print_chosen(Document& document, const CalcOptions& options) {
     print_rows(std::cout, rows, options.output, options.wide);
 }
 
-void tell(const Document& document) {
-    for (const files::Note& note : document.notes)
+void tell(const Document& document, std::size_t from = 0) {
+    for (std::size_t i = from; i < document.notes.size(); ++i) {
+        const files::Note& note = document.notes[i];
         std::cerr << document.name << ": " << (note.where.empty() ? "" : note.where + ": ") << note.message << '\n';
+    }
 }
 
 /// The list of the cells that show errors: cell, error, reason, and where it came from. Those of which the notes tell
@@ -202,7 +223,8 @@ void write_results(Document& document, const std::vector<files::Chart>& charts, 
             throw FileError("charts are drawn in a new file; give --out FILE.xlsx");
         } else if (!as_same_xlsx(document, bytes)) {
             throw FileError(
-                "a cell to be filled is not in the file, or a formula was set; --out FILE.xlsx writes a new one");
+                "a cell to be filled is not in the file, a formula was set, or the file counts days from 1904; "
+                "--out FILE.xlsx writes a new one");
         }
         return files::write_file(options.file, bytes);
     }
@@ -250,12 +272,16 @@ int calculate(const CalcOptions& options) {
     std::string bytes = files::read_file(options.file);
     std::optional<Document> opened;
     try {
+        const Stage reading("Reading", options.file, bytes.size());
         opened.emplace(options.file, std::move(bytes), options.keep_values);
     } catch (const FileError& error) {
         throw FileError(options.file + ": " + error.what());
     }
     Document& document = *opened;
-    const auto is_wrong = [&] { return !document.notes.empty(); };
+    const auto is_wrong = [&] {
+        return std::any_of(document.notes.begin(), document.notes.end(),
+                           [](const files::Note& note) { return !note.where.empty(); });
+    };
     if (!options.trace.empty()) {
         // Found out before a long calculation.
         try {
@@ -305,7 +331,12 @@ int calculate(const CalcOptions& options) {
         if (options.out.empty() && !options.in_place && options.report.empty()) return status;
     }
     if (!options.report.empty()) files::write_file(options.report, report_page(document, charts, found));
-    if (!options.out.empty() || options.in_place) write_results(document, charts, options);
+    if (!options.out.empty() || options.in_place) {
+        const Stage writing("Writing", options.in_place ? options.file : options.out, document.bytes().size());
+        const std::size_t told = document.notes.size();
+        write_results(document, charts, options);
+        tell(document, told);
+    }
     if (!options.get.empty())
         print_chosen(document, options);
     else if (options.out.empty() && !options.in_place && options.report.empty())

@@ -2,6 +2,7 @@
 
 #include "addin/registration.h"
 #include "apps/quexel/manual.h"
+#include "apps/quexel/output.h"
 #include "hosts/sheet/text.h"
 
 #include <algorithm>
@@ -75,9 +76,10 @@ std::string preset_text(const Preset& preset) {
     }
 }
 
-/// Prints a text in lines of at most 100 characters, each after the same indent.
+/// Prints a text in lines of at most 100 characters, or what the terminal has, each after the same indent.
 void print_wrapped(std::string_view text, const std::string& first, std::size_t indent) {
-    constexpr std::size_t width = 100;
+    const std::size_t terminal = terminal_width();
+    const std::size_t width = terminal == 0 ? 100 : std::clamp<std::size_t>(terminal, indent + 20, 100);
     std::string line = first;
     line.append(first.size() < indent ? indent - first.size() : 0, ' ');
     bool empty = true;

@@ -71,7 +71,7 @@ SheetModel& ModelBuilder::add_sheet(std::string_view name) {
 
 std::uint32_t ModelBuilder::keep(std::string text) {
     bytes_ += text.size();
-    if (bytes_ > most_text) throw FileError("the texts of the file need more than 512 MB");
+    if (bytes_ > most_text) throw FileError("the texts of the file need more than 256 MB");
     model.texts.push_back(std::move(text));
     return static_cast<std::uint32_t>(model.texts.size() - 1);
 }
@@ -108,6 +108,10 @@ void ModelBuilder::add(const Cell& cell) {
 
 void ModelBuilder::note(sheet::CellAddress cell, std::string message) {
     if (model.notes.size() < most_notes) model.notes.push_back({place(sheet().name, cell), std::move(message)});
+}
+
+void ModelBuilder::note_sheet(std::string message) {
+    if (model.notes.size() < most_notes) model.notes.push_back({quoted_sheet(sheet().name), std::move(message)});
 }
 
 void ModelBuilder::note(std::string message) {

@@ -57,7 +57,7 @@ struct NameModel {
 };
 
 struct Note {
-    std::string where; ///< "Sheet1!B7", or empty for the whole file
+    std::string where; ///< "Sheet1!B7", a name or a sheet; empty for what is no fault but worth knowing
     std::string message;
 };
 
@@ -80,7 +80,7 @@ std::string quoted_sheet(std::string_view name);
 
 // More than these no model of a person needs; a file that asks for more is refused.
 inline constexpr std::size_t most_cells = 16u << 20;
-inline constexpr std::size_t most_text = 512u << 20; ///< bytes of texts and formulas
+inline constexpr std::size_t most_text = 256u << 20; ///< bytes of texts and formulas
 inline constexpr std::size_t most_formats = 65000;
 inline constexpr std::size_t most_sheets = 1024;
 inline constexpr std::size_t most_notes = 1000;
@@ -98,7 +98,8 @@ class ModelBuilder {
     std::uint16_t format(std::string_view code);
     void add(const Cell& cell);
     void note(sheet::CellAddress cell, std::string message); ///< about a cell of the last sheet
-    void note(std::string message);
+    void note_sheet(std::string message);                    ///< about the last sheet
+    void note(std::string message);                          ///< for information only
     void not_kept(std::string_view what);
 
   private:

@@ -28,7 +28,8 @@ bool is_escape(std::string_view text);
 /// The calculated value of a formula's cell, or what a changed cell now holds; false to leave the cell as it is.
 using Results = std::function<bool(std::size_t sheet, sheet::CellAddress cell, Cell& value, std::string& text)>;
 
-/// The .xlsx file with the values of its cells replaced and everything else as it was. Throws FileError.
+/// The .xlsx file with the values of its cells replaced and everything else as it was; empty if the
+/// file counts days from 1904, so that its numbers are others. Throws FileError.
 std::string with_results(std::string_view bytes, const Results& results);
 
 } // namespace qx::files

@@ -52,6 +52,7 @@ std::string read_file(const std::string& name) {
     struct stat about {};
     if (file.number() < 0 || fstat(file.number(), &about) != 0) fail(name, "cannot be read", errno);
     if (S_ISDIR(about.st_mode)) fail(name, "cannot be read", EISDIR);
+    constexpr std::size_t most_bytes = 512u << 20;
     std::string bytes;
     char piece[65536];
     for (;;) {
@@ -60,7 +61,7 @@ std::string read_file(const std::string& name) {
         if (size < 0) fail(name, "cannot be read", errno);
         if (size == 0) return bytes;
         bytes.append(piece, static_cast<std::size_t>(size));
-        if (bytes.size() > most_text) throw FileError(name + ": cannot be read: it has more than 512 MB");
+        if (bytes.size() > most_bytes) throw FileError(name + ": cannot be read: it has more than 512 MB");
     }
 }
 

@@ -253,7 +253,7 @@ class WorkbookPart : public XmlHandler {
             name_ = {std::string(attributes.get("name")), "",
                      static_cast<int>(integer_in(attributes.get("localSheetId")))};
             in_name_ = true;
-            const bool own = name_.name.starts_with("_xlnm.");
+            const bool own = name_.name.starts_with("_xl");
             print_settings |= own;
             skipped_ = own || attributes.is_true("function") || attributes.is_true("vbProcedure");
         }
@@ -358,7 +358,7 @@ class SheetPart : public XmlHandler {
         if (row_ < 1 || row_ > static_cast<long>(sheet::max_rows) || column_ < 1 || column_ > sheet::max_columns)
             valid_ = false;
         if (!valid_)
-            return builder_.note("a cell at \"" + sheet::valid_utf8(where.substr(0, 40)) + "\" is on no sheet");
+            return builder_.note_sheet("a cell at \"" + sheet::valid_utf8(where.substr(0, 40)) + "\" is on no sheet");
         cell_.row = static_cast<std::uint32_t>(row_ - 1);
         cell_.column = static_cast<std::uint16_t>(column_ - 1);
         const long style = integer_in(attributes.get("s"), 0);
@@ -703,6 +703,7 @@ std::string with_results(std::string_view bytes, const Results& results) {
         const std::string book_part = workbook_part(archive);
         WorkbookPart book(relations_of(archive, book_part));
         parse(archive, book_part, book);
+        if (book.from_1904) return {}; // its numbers are not ours
         std::size_t number = 0;
         for (const SheetEntry& entry : book.sheets) {
             if (entry.part.empty()) continue;

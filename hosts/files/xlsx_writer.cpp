@@ -329,7 +329,7 @@ bool as_same_xlsx(Document& document, std::string& bytes) {
         value = shown(document.book.value(cell), text);
         return true;
     });
-    return found == wanted && !formula_entered;
+    return !bytes.empty() && found == wanted && !formula_entered;
 }
 
 } // namespace qx::files

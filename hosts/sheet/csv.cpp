@@ -240,6 +240,7 @@ void enter(Workbook& book, CellAddress cell, std::string_view text) {
         book.set_value(cell, Value::error(error));
     } else if (const auto number = read_number(trimmed)) {
         book.set_value(cell, number->is_date ? Value::date(number->value) : Value::number(number->value));
+        if (trimmed.back() == '%') book.set_format(cell, Format::percent);
     } else {
         book.set_value(cell, Value::text(text));
     }

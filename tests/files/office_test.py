@@ -20,7 +20,7 @@ KINDS = r'''Text 5,"=""=1""&""+1""",empty,,TRUE,=NOT(E1)
 0.1,-1e300,12345678901234.5,=A2/3,2026-11-22,=E2+0.5
 #N/A,=1/0,"=""a""&A1","=MonthEnd(E2)","{=A2:B2*{1;2}}",{}
 "quoted ""text"" <&>",line,é中,12%,{},{}
-Spilled,"=SEQUENCE(2,2)",,,,
+Spilled,"=TRANSPOSE(A2:B2)",,,,
 ,,,,,
 '''
 
