@@ -164,7 +164,10 @@ struct Calls {
     void (*run)(Frame&) = nullptr;
     int cells = 0;
     Kind kinds[max_arguments] = {};
-    bool gives_dates = false; ///< the numbers of the result are dates, for a host that formats its cells
+    bool gives_dates = false;       ///< the numbers of the result are dates, for a host that formats its cells
+    Kind items[max_arguments] = {}; ///< of an argument that is a list: what its cells are converted to
+    Kind gives = Kind::none;        ///< what comes back; none for a cell as the routine makes it
+    Kind gives_items = Kind::none;  ///< of a list that comes back
 };
 
 /// A numbered note of a change in behaviour.
