@@ -558,11 +558,12 @@ class Reader {
         // A service may stand in front: "com.example.Functions.DpD".
         const std::size_t dot = name.rfind('.');
         const std::string_view last = dot == std::string_view::npos ? name : name.substr(dot + 1);
+        const Function* const library = own && find_builtin(name) != nullptr ? nullptr : find_function(name);
         if (equal_ignoring_case(name, "IF")) {
             choice(start, opened);
         } else if (equal_ignoring_case(name, "IFS")) {
             conditions(start, opened);
-        } else if (own && equal_ignoring_case(name, "SWITCH")) {
+        } else if (library == nullptr && equal_ignoring_case(name, "SWITCH")) {
             cases(start, opened);
         } else if (equal_ignoring_case(name, "LET")) {
             let(start, opened);
@@ -574,9 +575,8 @@ class Reader {
             const std::size_t count = arguments(opened); // how files write @ and #
             if (count != 1) fail(std::string(name) + " needs 1 argument", start);
             step((name[0] | 0x20) == 's' ? Code::intersect : Code::spill, 0, 0, 0);
-        } else if (const Function* const function =
-                       own && find_builtin(name) != nullptr ? nullptr : find_function(name)) {
-            library_call(*function, start, opened);
+        } else if (library != nullptr) {
+            library_call(*library, start, opened);
         } else if (const Builtin* const builtin = find_builtin(name)) {
             const bool of_arrays = equal_ignoring_case(name, "SUMPRODUCT") || equal_ignoring_case(name, "MMULT") ||
                                    equal_ignoring_case(name, "LOOKUP");
