@@ -61,5 +61,82 @@ void formulas_read(benchmark::State& state) {
 }
 BENCHMARK(formulas_read)->Name("50,000 formulas read: ours")->Unit(benchmark::kMillisecond);
 
+/// Sums from the top down to each row: every one of them depends on the first cell.
+void running_sums_changed(benchmark::State& state) {
+    Workbook book;
+    const auto rows = static_cast<std::uint32_t>(state.range(0));
+    for (std::uint32_t row = 0; row < rows; ++row) {
+        book.set_value(at(row, 0), Value::number(row));
+        book.set_formula(at(row, 1), "SUM(A$1:A" + std::to_string(row + 1) + ")");
+    }
+    book.recalculate();
+    double last = 1.0;
+    for (auto step : state) { // the last cell has one dependent
+        book.set_value(at(rows - 1, 0), Value::number(last += 1.0));
+        benchmark::DoNotOptimize(book.value(at(rows - 1, 1)));
+    }
+}
+BENCHMARK(running_sums_changed)->Name("last of running sums changed: ours")->Arg(50000)->Unit(benchmark::kMicrosecond);
+
+/// One input with one dependent among very many cells.
+void one_dependent_changed(benchmark::State& state) {
+    Workbook book;
+    const auto rows = static_cast<std::uint32_t>(state.range(0));
+    for (std::uint32_t row = 0; row < rows; ++row) {
+        book.set_value(at(row, 0), Value::number(row));
+        book.set_formula(at(row, 1), "A" + std::to_string(row + 1) + "*2");
+    }
+    book.recalculate();
+    double input = 0.5;
+    for (auto step : state) {
+        book.set_value(at(rows / 2, 0), Value::number(input += 1.0));
+        book.recalculate();
+    }
+}
+BENCHMARK(one_dependent_changed)
+    ->Name("one input with one dependent changed: ours")
+    ->Arg(50000)
+    ->Unit(benchmark::kMicrosecond);
+
+/// As many lookups as the list has rows.
+void lookups(benchmark::State& state, const char* formula) {
+    Workbook book;
+    constexpr std::uint32_t rows = 20000;
+    for (std::uint32_t row = 0; row < rows; ++row) {
+        book.set_value(at(row, 0), Value::number(row * 7919 % rows));
+        std::string text = formula;
+        text.replace(text.find('%'), 1, std::to_string(row));
+        book.set_formula(at(row, 1), text);
+    }
+    for (auto step : state) book.recalculate_all();
+}
+BENCHMARK_CAPTURE(lookups, match, "MATCH(%,A$1:A$20000,0)")
+    ->Name("20,000 MATCH in 20,000 rows: ours")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(lookups, sumif, "SUMIF(A$1:A$20000,%)")
+    ->Name("20,000 SUMIF in 20,000 rows: ours")
+    ->Unit(benchmark::kMillisecond);
+
+/// The cost of a cell as a workbook grows: chains of everyday formulas.
+void growing_workbook(benchmark::State& state) {
+    Workbook book;
+    const auto rows = static_cast<std::uint32_t>(state.range(0)) / 4;
+    for (std::uint32_t row = 0; row < rows; ++row) {
+        const std::string here = std::to_string(row + 1), before = std::to_string(row);
+        book.set_formula(at(row, 0), row == 0 ? "1" : "A" + before + "+1");
+        book.set_formula(at(row, 1), "A" + here + "*1.05");
+        book.set_formula(at(row, 2), "IF(A" + here + ">100,B" + here + ",0)");
+        book.set_formula(at(row, 3), "SUM(A" + here + ":C" + here + ")");
+    }
+    for (auto step : state) book.recalculate_all();
+    state.counters["per cell"] = benchmark::Counter(
+        static_cast<double>(rows) * 4.0, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(growing_workbook)
+    ->Name("everyday cells recalculated: ours")
+    ->Arg(10000)
+    ->Arg(1000000)
+    ->Unit(benchmark::kMillisecond);
+
 } // namespace
 } // namespace qx::sheet

@@ -24,8 +24,12 @@ AIMS = {  # nanoseconds
     "day count 2.03, actual/360 with actual/365 stubs": 200,
     "day count": 15,  # all others
     "internal rate of return of 60 dated flows": 3e3,
+    "UniSpread of one period": 200,
+    "SCurve of one period": 200,
+    "MkPmts of 100 payments": 300,
     "50,000 mixed cells recalculated": 50e6,
     "library opened, all rows registered, and closed": 20e6,
+    "trace of 1,000,000 items, the file beside": 400e6,
 }
 LIBREOFFICE = pathlib.Path(__file__).parent / "peers" / "libreoffice.py"
 UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}

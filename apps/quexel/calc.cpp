@@ -79,6 +79,15 @@ bool start_monitor() {
     return false;
 }
 
+/// Switches the monitor off. False, with a message, if its file could be begun but lacks lines.
+bool stop_monitor() {
+    const bool begun = CalcMonLog().isopen();
+    CalcMonStop();
+    if (!begun || CalcMonLog().complete()) return true;
+    std::cerr << CalcMonLog().name() << ": not complete: the disk is full or failed\n";
+    return false;
+}
+
 /// No file that is read may be written to, but for the model itself with --in-place.
 void check_files(const CalcOptions& options) {
     std::vector<std::string> read{options.file};
@@ -307,7 +316,7 @@ int calculate(const CalcOptions& options) {
             found = seek_goals(document);
         else
             document.book.recalculate();
-        if (options.monitor) CalcMonStop();
+        if (options.monitor && !stop_monitor()) good = false;
     }
     for (const sheet::Problem& problem : document.book.problems())
         document.notes.push_back({document.place(problem.cell), problem.message});

@@ -49,6 +49,7 @@ int trace(const TraceOptions& options);
 struct FunctionsOptions {
     std::string category;
     bool json = false;
+    bool builtins = false; ///< those of the workbook itself
     bool names = false; ///< only these, one a line
 };
 int functions(const FunctionsOptions& options);

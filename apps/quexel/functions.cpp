@@ -3,6 +3,7 @@
 #include "addin/registration.h"
 #include "apps/quexel/manual.h"
 #include "apps/quexel/output.h"
+#include "hosts/sheet/builtins.h"
 #include "hosts/sheet/text.h"
 
 #include <algorithm>
@@ -126,7 +127,47 @@ std::string see_also(const Function& function) {
 
 } // namespace
 
+namespace {
+
+/// The arguments of a built-in function as a call shows them.
+std::string signature(const sheet::Builtin& builtin) {
+    return std::string(builtin.name) + "(" + builtin.arguments + ")";
+}
+
+int builtin_functions(const FunctionsOptions& options) {
+    auto all = nlohmann::ordered_json::array();
+    const char* between = "";
+    for (const sheet::BuiltinGroup& group : sheet::builtin_groups()) {
+        if (!options.category.empty() && !sheet::equal_ignoring_case(options.category, group.title)) continue;
+        if (!options.json) std::cout << between << group.title << '\n';
+        between = "\n";
+        for (const sheet::Builtin& builtin : group.functions) {
+            if (options.json)
+                all.push_back({{"name", builtin.name},
+                               {"category", group.title},
+                               {"arguments", builtin.arguments},
+                               {"help", builtin.help}});
+            else
+                print_wrapped(builtin.help, "  " + std::string(builtin.name) + "  ", 26);
+        }
+    }
+    if (options.json) std::cout << all.dump(1) << '\n';
+    return 0;
+}
+
+int builtin_help(const sheet::Builtin& builtin) {
+    std::cout << signature(builtin) << '\n';
+    for (const sheet::BuiltinGroup& group : sheet::builtin_groups())
+        if (&builtin >= group.functions.data() && &builtin < group.functions.data() + group.functions.size())
+            std::cout << "Built into the workbook: " << group.title << "\n\n";
+    print_wrapped(builtin.help, "", 0);
+    return 0;
+}
+
+} // namespace
+
 int functions(const FunctionsOptions& options) {
+    if (options.builtins) return builtin_functions(options);
     std::vector<const Function*> list = declared();
     list.erase(std::remove_if(list.begin(), list.end(),
                               [&](const Function* function) { return !in_category(*function, options.category); }),
@@ -187,6 +228,7 @@ int help(const std::string& name) {
     if (print_topic(std::cout, name)) return 0;
     const Function* const function = find_function(name);
     if (function == nullptr) {
+        if (const sheet::Builtin* const builtin = sheet::find_builtin(name)) return builtin_help(*builtin);
         std::cerr << "no function or topic \"" << sheet::valid_utf8(name) << "\"";
         std::string close;
         for (const Function* const candidate : declared())

@@ -135,6 +135,7 @@ int run(int argc, char** argv) {
     CLI::App* const functions_command = program.add_subcommand("functions", "List the functions of the library");
     functions_command->add_option("--category", functions_options.category, "Only those of this category");
     functions_command->add_flag("--json", functions_options.json, "As JSON, with their arguments");
+    functions_command->add_flag("--builtins", functions_options.builtins, "The functions built into the workbook");
     functions_command->add_flag("--names", functions_options.names, "Only the names, one a line");
     functions_command->callback([&] { status = functions(functions_options); });
 

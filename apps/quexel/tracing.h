@@ -8,6 +8,9 @@
 
 namespace qx::app {
 
+/// Says on standard error if the trace's text file could not be begun or not be filled.
+void report_file(const clsTrace2& trace);
+
 /// The tree of what `work` makes the library do. The first failure ends a trace.
 template <class Work>
 TraceTree traced(Work work) {
@@ -19,6 +22,7 @@ TraceTree traced(Work work) {
     work();
     if (the_trace.ison()) the_trace.TraceShow();
     the_trace.viewer = former;
+    report_file(the_trace);
     return std::move(tree);
 }
 

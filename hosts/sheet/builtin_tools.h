@@ -50,6 +50,8 @@ class Table {
     std::uint32_t rows() const { return rows_; }
     std::uint32_t columns() const { return columns_; }
     std::uint32_t used_rows() const { return used_rows_; }
+    /// An index of the list, if it has one.
+    const LookupIndex* index() const { return value_.is(Type::area) ? book_.index_of(value_.area()) : nullptr; }
     std::uint64_t size() const { return std::uint64_t{rows_} * columns_; }
     /// Items of a list that the sheet uses.
     std::uint64_t used() const { return columns_ == 1 ? used_rows_ : std::uint64_t{used_rows_} * columns_; }
@@ -197,7 +199,35 @@ class Criterion {
         }
     }
 
+    /// Finds the places that meet the criterion by an index, in order. False if that cannot tell.
+    bool find(const LookupIndex& index, std::vector<std::uint32_t>& places) const {
+        if (code_ != Code::equal || !(wanted_.is_number() || is_plain_text())) return false;
+        if (wanted_.is_number())
+            index.find(wanted_.number(), true, places);
+        else
+            index.find(wanted_.text(), places);
+        std::sort(places.begin(), places.end());
+        return true;
+    }
+    /// Counts these places, also those of the numbers on one side of another.
+    bool count(const LookupIndex& index, double& count) const {
+        std::vector<std::uint32_t> places;
+        if (find(index, places)) {
+            count = static_cast<double>(places.size());
+            return true;
+        }
+        if (!wanted_.is_number() || code_ == Code::unequal) return false;
+        const std::size_t below = code_ == Code::less || code_ == Code::at_least ? index.below(wanted_.number())
+                                                                                 : index.up_to(wanted_.number());
+        count = static_cast<double>(code_ == Code::less || code_ == Code::at_most ? below : index.numbers() - below);
+        return true;
+    }
+
   private:
+    bool is_plain_text() const {
+        return wanted_.is_text() && !wanted_.text().empty() &&
+               wanted_.text().find_first_of("*?~") == std::string_view::npos;
+    }
     /// A text that reads as a number equals that number, but does not fail to differ from it.
     bool equals(const Value& value, bool reading) const {
         if (wanted_.is_blank()) return value.is_blank();
@@ -231,14 +261,27 @@ Value each_match(const Arguments& a, int from, Add add) {
         if (tables.back().rows() != tables[0].rows() || tables.back().columns() != tables[0].columns())
             return bad_value();
     }
+    const auto meets_all = [&](std::uint32_t row, std::uint32_t column) {
+        for (std::size_t i = 0; i < tables.size(); ++i)
+            if (!criteria[i].meets(tables[i].at(row, column))) return false;
+        return true;
+    };
+    std::vector<std::uint32_t> places;
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        const LookupIndex* const index = tables[i].index();
+        if (index == nullptr || !criteria[i].find(*index, places)) continue;
+        const bool across = tables[0].rows() == 1;
+        for (const std::uint32_t place : places) {
+            const std::uint32_t row = across ? 0 : place, column = across ? place : 0;
+            if (meets_all(row, column) && !add(row, column)) break;
+        }
+        return {};
+    }
     std::uint32_t rows = 0;
     for (const Table& table : tables) rows = std::max(rows, table.used_rows());
     for (std::uint32_t row = 0; row < rows; ++row)
-        for (std::uint32_t column = 0; column < tables[0].columns(); ++column) {
-            bool all = true;
-            for (std::size_t i = 0; all && i < tables.size(); ++i) all = criteria[i].meets(tables[i].at(row, column));
-            if (all && !add(row, column)) return {};
-        }
+        for (std::uint32_t column = 0; column < tables[0].columns(); ++column)
+            if (meets_all(row, column) && !add(row, column)) return {};
     return {};
 }
 

@@ -41,9 +41,12 @@ std::span<const Builtin> texts_functions();
 
 std::span<const BuiltinGroup> builtin_groups() {
     static const BuiltinGroup groups[] = {
-        {"Logic and information", builtin::logic_functions()}, {"Sums, counts and statistics", builtin::sums_functions()},
-        {"Numbers", builtin::numbers_functions()},             {"Money", builtin::money_functions()},
-        {"Lookups and arrays", builtin::lookups_functions()},  {"Dates and times", builtin::dates_functions()},
+        {"Logic and information", builtin::logic_functions()},
+        {"Sums, counts and statistics", builtin::sums_functions()},
+        {"Numbers", builtin::numbers_functions()},
+        {"Money", builtin::money_functions()},
+        {"Lookups and arrays", builtin::lookups_functions()},
+        {"Dates and times", builtin::dates_functions()},
         {"Text", builtin::texts_functions()},
     };
     return groups;

@@ -127,13 +127,13 @@ Value days_of_360(A a) {
 
 /// The length of a year for the actual/actual fraction between two dates in order.
 double average_year(const CivilDate& start, const CivilDate& end) {
-    const bool within_year = start.year == end.year ||
-                             (start.year + 1 == end.year &&
-                              (start.month > end.month || (start.month == end.month && start.day >= end.day)));
+    const bool within_year =
+        start.year == end.year ||
+        (start.year + 1 == end.year && (start.month > end.month || (start.month == end.month && start.day >= end.day)));
     if (within_year) {
-        const bool leap_day = (is_leap(start.year) && (start.year == end.year || start.month <= 2)) ||
-                              (start.year != end.year && is_leap(end.year) &&
-                               (end.month > 2 || (end.month == 2 && end.day == 29)));
+        const bool leap_day =
+            (is_leap(start.year) && (start.year == end.year || start.month <= 2)) ||
+            (start.year != end.year && is_leap(end.year) && (end.month > 2 || (end.month == 2 && end.day == 29)));
         return leap_day ? 366.0 : 365.0;
     }
     const double years = end.year - start.year + 1.0;
@@ -210,7 +210,8 @@ class WorkingDays {
         const double weeks = std::floor((day + 1.0) / 7.0);
         double count = weeks * working_per_week();
         for (double rest = weeks * 7.0; rest <= day; rest += 1.0) count += !is_off(rest);
-        return count - static_cast<double>(std::upper_bound(holidays_.begin(), holidays_.end(), day) - holidays_.begin());
+        return count -
+               static_cast<double>(std::upper_bound(holidays_.begin(), holidays_.end(), day) - holidays_.begin());
     }
     bool any() const { return working_per_week() > 0.0; }
 
@@ -281,16 +282,18 @@ const Builtin dates[] = {
     {"DAY", "n", "date", "The day of the month of a date", [](A a) { return date_part(a, &CivilDate::day); }},
     {"WEEKDAY", "n|n", "date, [type]", "The day of the week; type 1 counts from Sunday, 2 from Monday", weekday},
     {"EDATE", "nn", "date, months", "The same day some months later", [](A a) { return months_later(a, false); }},
-    {"EOMONTH", "nn", "date, months", "The end of the month some months later", [](A a) { return months_later(a, true); }},
-    {"DAYS", "nn", "end, start", "The days between two dates", [](A a) { return number(std::floor(a.number(0)) - std::floor(a.number(1))); }},
-    {"DATEDIF", "nnt", "start, end, unit", "The difference between two dates in a unit: \"Y\", \"M\", \"D\", \"MD\", \"YM\" or \"YD\"",
-     difference},
+    {"EOMONTH", "nn", "date, months", "The end of the month some months later",
+     [](A a) { return months_later(a, true); }},
+    {"DAYS", "nn", "end, start", "The days between two dates",
+     [](A a) { return number(std::floor(a.number(0)) - std::floor(a.number(1))); }},
+    {"DATEDIF", "nnt", "start, end, unit",
+     "The difference between two dates in a unit: \"Y\", \"M\", \"D\", \"MD\", \"YM\" or \"YD\"", difference},
     {"DAYS360", "nn|b", "start, end, [european]", "The days between two dates in a year of 360 days", days_of_360},
     {"YEARFRAC", "nn|n", "start, end, [basis]",
      "The years between two dates: basis 0 30/360, 1 actual/actual, 2 actual/360, 3 actual/365, 4 European 30/360",
      year_fraction},
-    {"WEEKNUM", "n|n", "date, [type]", "The week of the year; type 1 starts weeks on Sunday, 2 on Monday, 21 is ISO 8601",
-     week_number},
+    {"WEEKNUM", "n|n", "date, [type]",
+     "The week of the year; type 1 starts weeks on Sunday, 2 on Monday, 21 is ISO 8601", week_number},
     {"ISOWEEKNUM", "n", "date", "The week of the year by ISO 8601",
      [](A a) {
          CivilDate date{};

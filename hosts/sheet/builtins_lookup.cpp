@@ -9,11 +9,35 @@ namespace {
 
 bool same_kind(const Value& a, const Value& b) { return a.type() == b.type(); }
 
-/// Position, from 0, of a value in a list of `count` items: type 0 the first equal one, 1 the last not above it in
-/// an ascending list, -1 the last not below it in a descending one. Gives false if there is none.
+/// The same by an index: false where that cannot tell.
+bool find_by_index(const LookupIndex& index, const Value& wanted, int type, bool& found, std::uint64_t& position) {
+    if (type == 0 &&
+        (wanted.is_number() || (wanted.is_text() && wanted.text().find_first_of("*?~") == std::string_view::npos))) {
+        std::vector<std::uint32_t> places;
+        if (wanted.is_number())
+            index.find(wanted.number(), false, places);
+        else
+            index.find(wanted.text(), places);
+        found = !places.empty();
+        if (found) position = *std::min_element(places.begin(), places.end());
+        return true;
+    }
+    if (type != 1 || !wanted.is_number() || !index.ascends()) return false;
+    const std::size_t count = index.up_to(wanted.number());
+    found = count > 0;
+    if (found) position = index.place(count - 1);
+    return true;
+}
+
+/// Position, from 0, of a value in a list of `count` items, which is a table's first row or column: type 0 the first
+/// equal one, 1 the last not above it in an ascending list, -1 the last not below it in a descending one. False if
+/// there is none.
 template <class Item>
-bool find_item(const Value& wanted, std::uint64_t count, int type, Item item, std::uint64_t& position) {
+bool find_item(const Value& wanted, const Table& table, std::uint64_t count, int type, Item item,
+               std::uint64_t& position) {
     bool found = false;
+    const LookupIndex* const index = wanted.is_number() || wanted.is_text() ? table.index() : nullptr;
+    if (index != nullptr && find_by_index(*index, wanted, type, found, position)) return found;
     for (std::uint64_t i = 0; i < count; ++i) {
         const Value& value = item(i);
         if (!same_kind(value, wanted)) continue;
@@ -32,7 +56,8 @@ bool find_item(const Value& wanted, std::uint64_t count, int type, Item item, st
 }
 
 Value not_found(const Value& wanted) {
-    return Value::error(xlerrNA, wanted.is_error() ? "not found" : "not found: " + std::string(to_text(wanted).text().substr(0, 40)));
+    return Value::error(xlerrNA, wanted.is_error() ? "not found"
+                                                   : "not found: " + std::string(to_text(wanted).text().substr(0, 40)));
 }
 
 Value lookup(const Arguments& a, bool vertical) {
@@ -47,7 +72,10 @@ Value lookup(const Arguments& a, bool vertical) {
         const auto place = static_cast<std::uint32_t>(i);
         return vertical ? table.at(place, 0) : table.at(0, place);
     };
-    if (!find_item(wanted, vertical ? table.used_rows() : table.columns(), type, item, position))
+    const Table list(a.calculator, !a[1].is(Type::area) ? Value()
+                                   : vertical           ? table.part(0, 0, table.rows(), 1)
+                                                        : table.part(0, 0, 1, table.columns()));
+    if (!find_item(wanted, list, vertical ? table.used_rows() : table.columns(), type, item, position))
         return not_found(wanted);
     const auto place = static_cast<std::uint32_t>(position), other = static_cast<std::uint32_t>(index) - 1;
     return vertical ? table.at(place, other) : table.at(other, place);
@@ -61,7 +89,7 @@ Value match(const Arguments& a) {
     const Value wanted = a[0].is_blank() ? Value::number(0.0) : a[0];
     std::uint64_t position = 0;
     if (!find_item(
-            wanted, table.used(), type, [&](std::uint64_t i) -> const Value& { return table.at(i); }, position))
+            wanted, table, table.used(), type, [&](std::uint64_t i) -> const Value& { return table.at(i); }, position))
         return not_found(wanted);
     return number(static_cast<double>(position + 1));
 }
@@ -153,10 +181,10 @@ Value lookup_in_order(A a) {
     const auto item = [&](std::uint64_t i) -> const Value& {
         return by_rows ? table.at(static_cast<std::uint32_t>(i), 0) : table.at(0, static_cast<std::uint32_t>(i));
     };
-    if (!find_item(wanted, by_rows ? table.used_rows() : table.columns(), 1, item, position)) return not_found(wanted);
+    if (!find_item(wanted, table, by_rows ? table.used_rows() : table.columns(), 1, item, position))
+        return not_found(wanted);
     const auto place = static_cast<std::uint32_t>(position);
-    if (!a.has(2))
-        return by_rows ? table.at(place, table.columns() - 1) : table.at(table.rows() - 1, place);
+    if (!a.has(2)) return by_rows ? table.at(place, table.columns() - 1) : table.at(table.rows() - 1, place);
     const Table results(a.calculator, a[2]);
     if (results.rows() > 1 && results.columns() > 1) return na();
     return results.columns() == 1 ? results.beyond(place, 0) : results.beyond(0, place);
@@ -167,6 +195,17 @@ Value lookup_in_order(A a) {
 bool find_place(const Value& wanted, const Table& table, double mode, double search, std::uint64_t& position) {
     bool found = false;
     const std::uint64_t count = table.size();
+    if (mode == 0.0 && search != -1.0 && (wanted.is_number() || wanted.is_text()))
+        if (const LookupIndex* const index = table.index()) {
+            std::vector<std::uint32_t> places;
+            if (wanted.is_number())
+                index->find(wanted.number(), false, places);
+            else
+                index->find(wanted.text(), places);
+            if (places.empty()) return false;
+            position = *std::min_element(places.begin(), places.end());
+            return true;
+        }
     const Value* best = nullptr;
     for (std::uint64_t step = 0; step < count; ++step) {
         const std::uint64_t i = search == -1.0 ? count - 1 - step : step;
@@ -189,7 +228,8 @@ bool find_place(const Value& wanted, const Table& table, double mode, double sea
 }
 
 bool valid_modes(double mode, double search) {
-    return (mode == 0.0 || mode == 1.0 || mode == -1.0 || mode == 2.0) && (std::fabs(search) == 1.0 || std::fabs(search) == 2.0);
+    return (mode == 0.0 || mode == 1.0 || mode == -1.0 || mode == 2.0) &&
+           (std::fabs(search) == 1.0 || std::fabs(search) == 2.0);
 }
 
 Value extended_lookup(A a) {
@@ -199,8 +239,7 @@ Value extended_lookup(A a) {
     const bool down = table.rows() > 1 || (table.columns() == 1 && results.rows() == 1);
     if (down ? results.rows() != table.rows() : results.columns() != table.columns()) return bad_value();
     std::uint64_t position = 0;
-    if (!find_place(a[0], table, mode, search, position))
-        return a.has(3) ? a[3] : not_found(a[0]);
+    if (!find_place(a[0], table, mode, search, position)) return a.has(3) ? a[3] : not_found(a[0]);
     const auto place = static_cast<std::uint32_t>(position);
     return down ? results.part(place, 0, 1, results.columns()) : results.part(0, place, results.rows(), 1);
 }
@@ -210,7 +249,8 @@ Value extended_match(A a) {
     const double mode = std::trunc(a.number(2, 0.0)), search = std::trunc(a.number(3, 1.0));
     if (!valid_modes(mode, search) || (table.rows() > 1 && table.columns() > 1)) return bad_value();
     std::uint64_t position = 0;
-    return find_place(a[0], table, mode, search, position) ? number(static_cast<double>(position + 1)) : not_found(a[0]);
+    return find_place(a[0], table, mode, search, position) ? number(static_cast<double>(position + 1))
+                                                           : not_found(a[0]);
 }
 
 /// "$A$1" from row and column numbers.
@@ -283,8 +323,8 @@ Value sorted(A a) {
     const auto key = static_cast<std::uint32_t>(index) - 1;
     std::vector<std::uint32_t> places = places_from_0(columns ? table.columns() : table.rows());
     std::stable_sort(places.begin(), places.end(), [&](std::uint32_t x, std::uint32_t y) {
-        return sorting_order(columns ? table.at(key, x) : table.at(x, key), columns ? table.at(key, y) : table.at(y, key),
-                             order < 0.0) < 0;
+        return sorting_order(columns ? table.at(key, x) : table.at(x, key),
+                             columns ? table.at(key, y) : table.at(y, key), order < 0.0) < 0;
     });
     return picked(table, places, columns);
 }
@@ -314,7 +354,8 @@ Value sorted_by(A a) {
     std::vector<std::uint32_t> places = places_from_0(columns ? table.columns() : table.rows());
     std::stable_sort(places.begin(), places.end(), [&](std::uint32_t x, std::uint32_t y) {
         for (const Key& key : keys)
-            if (const int order = sorting_order(key.list.at(std::uint64_t{x}), key.list.at(std::uint64_t{y}), key.descending);
+            if (const int order =
+                    sorting_order(key.list.at(std::uint64_t{x}), key.list.at(std::uint64_t{y}), key.descending);
                 order != 0)
                 return order < 0;
         return false;
@@ -346,14 +387,16 @@ Value unique(A a) {
     if (a[0].is_error()) return a[0];
     if (table.size() > largest_table) return too_many_cells();
     const bool columns = a.has(1) && a.truth(1), only_once = a.has(2) && a.truth(2);
-    const std::uint32_t count = columns ? table.columns() : table.rows(), width = columns ? table.rows() : table.columns();
+    const std::uint32_t count = columns ? table.columns() : table.rows(),
+                        width = columns ? table.rows() : table.columns();
     const auto at = [&](std::uint32_t item, std::uint32_t i) -> const Value& {
         return columns ? table.at(i, item) : table.at(item, i);
     };
     const auto order = [&](std::uint32_t x, std::uint32_t y) {
         for (std::uint32_t i = 0; i < width; ++i) {
             const Value &left = at(x, i), &right = at(y, i);
-            int found = left.is_error() && right.is_error() ? left.error() - right.error() : sorting_order(left, right, false);
+            int found =
+                left.is_error() && right.is_error() ? left.error() - right.error() : sorting_order(left, right, false);
             if (found != 0) return found;
         }
         return 0;
@@ -391,13 +434,15 @@ Value sequence(A a) {
 Value matrix_product(A a) {
     const Table left(a.calculator, a[0]), right(a.calculator, a[1]);
     const std::uint64_t size = std::uint64_t{left.rows()} * right.columns();
-    if (left.columns() != right.rows()) return Value::error(xlerrValue, "the columns of the first matrix are not as many as the rows of the second");
+    if (left.columns() != right.rows())
+        return Value::error(xlerrValue, "the columns of the first matrix are not as many as the rows of the second");
     if (size > largest_table || size * left.columns() > 1'000'000'000) return too_many_cells();
     const auto numbers = [](const Table& table, std::vector<double>& list, Value& error) {
         for (std::uint64_t i = 0; i < table.size(); ++i) {
             const Value& value = table.at(i);
             if (!value.is_number()) {
-                error = value.is_error() ? value : Value::error(xlerrValue, "a matrix holds something that is not a number");
+                error = value.is_error() ? value
+                                         : Value::error(xlerrValue, "a matrix holds something that is not a number");
                 return false;
             }
             list.push_back(value.number());
@@ -421,13 +466,17 @@ Value matrix_product(A a) {
 const Builtin lookups[] = {
     {"CHOOSE", "nr*", "index, value, ...", "The value at a position in the list of arguments", choose},
     {"INDEX", "r|nn", "array, [row], [column]", "The item, row or column at a position", index},
-    {"MATCH", "vr|n", "value, list, [type]", "The position of a value: type 0 equal, 1 the last not above it, -1 the last not below it", match},
-    {"VLOOKUP", "vrn|b", "value, table, column, [sorted]", "Finds a value in the first column of a table and returns another column", [](A a) { return lookup(a, true); }},
-    {"HLOOKUP", "vrn|b", "value, table, row, [sorted]", "Finds a value in the first row of a table and returns another row", [](A a) { return lookup(a, false); }},
+    {"MATCH", "vr|n", "value, list, [type]",
+     "The position of a value: type 0 equal, 1 the last not above it, -1 the last not below it", match},
+    {"VLOOKUP", "vrn|b", "value, table, column, [sorted]",
+     "Finds a value in the first column of a table and returns another column", [](A a) { return lookup(a, true); }},
+    {"HLOOKUP", "vrn|b", "value, table, row, [sorted]",
+     "Finds a value in the first row of a table and returns another row", [](A a) { return lookup(a, false); }},
     {"LOOKUP", "vr|r", "value, list, [results]",
      "The last item not above a value in an ascending list, or its counterpart in a list of results", lookup_in_order},
     {"XLOOKUP", "vrr|rNN", "value, list, results, [if_not_found], [match], [search]",
-     "Finds a value in a list and returns its counterpart: match 0 equal, -1 or next smaller, 1 or next larger, 2 wildcards",
+     "Finds a value in a list and returns its counterpart: match 0 equal, -1 or next smaller, 1 or next larger, 2 "
+     "wildcards",
      extended_lookup},
     {"XMATCH", "vr|NN", "value, list, [match], [search]", "The position of a value in a list, with the same matches",
      extended_match},
@@ -435,8 +484,10 @@ const Builtin lookups[] = {
      "A reference as text: fixed 1 $A$1, 2 A$1, 3 $A1, 4 A1", address},
     {"ROW", "|r", "[reference]", "The row number of a reference", [](A a) { return places(a, true); }},
     {"COLUMN", "|r", "[reference]", "The column number of a reference", [](A a) { return places(a, false); }},
-    {"ROWS", "r", "array", "How many rows an array or a range has", [](A a) { return a[0].is_error() ? a[0] : number(Table(a.calculator, a[0]).rows()); }},
-    {"COLUMNS", "r", "array", "How many columns an array or a range has", [](A a) { return a[0].is_error() ? a[0] : number(Table(a.calculator, a[0]).columns()); }},
+    {"ROWS", "r", "array", "How many rows an array or a range has",
+     [](A a) { return a[0].is_error() ? a[0] : number(Table(a.calculator, a[0]).rows()); }},
+    {"COLUMNS", "r", "array", "How many columns an array or a range has",
+     [](A a) { return a[0].is_error() ? a[0] : number(Table(a.calculator, a[0]).columns()); }},
     {"TRANSPOSE", "r", "array", "Rows and columns exchanged", transpose},
     {"SORT", "r|NNb", "array, [index], [order], [by_columns]", "The rows of an array in order; order -1 is descending",
      sorted},
@@ -446,8 +497,10 @@ const Builtin lookups[] = {
      unique},
     {"SEQUENCE", "N|NNN", "rows, [columns], [start], [step]", "Numbers in rows and columns", sequence},
     {"MMULT", "rr", "matrix, matrix", "The product of two matrices", matrix_product},
-    {"OFFSET", "rnn|NN", "reference, rows, columns, [height], [width]", "A reference moved by rows and columns", offset, true},
-    {"INDIRECT", "t|b", "text, [a1]", "The reference that a text spells, in A1 style, or in R1C1 style if a1 is FALSE", indirect, true},
+    {"OFFSET", "rnn|NN", "reference, rows, columns, [height], [width]", "A reference moved by rows and columns", offset,
+     true},
+    {"INDIRECT", "t|b", "text, [a1]", "The reference that a text spells, in A1 style, or in R1C1 style if a1 is FALSE",
+     indirect, true},
 };
 
 } // namespace

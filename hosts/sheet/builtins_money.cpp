@@ -7,8 +7,8 @@ namespace {
 /// Level payments at a rate per period: the rate, their number, the payment and whether it comes in advance.
 struct Annuity {
     Annuity(double rate, double periods, bool in_advance)
-        : rate(rate), growth_less_one(rate > -1.0 ? std::expm1(periods * std::log1p(rate))
-                                                  : std::pow(1.0 + rate, periods) - 1.0),
+        : rate(rate),
+          growth_less_one(rate > -1.0 ? std::expm1(periods * std::log1p(rate)) : std::pow(1.0 + rate, periods) - 1.0),
           factor(rate == 0.0 ? periods : (in_advance ? 1.0 + rate : 1.0) * growth_less_one / rate) {}
 
     double growth() const { return 1.0 + growth_less_one; }
@@ -78,7 +78,7 @@ Value number_of_periods(A a) {
 /// A root of f above -1: Newton's steps from a guess, else the nearest change of sign to either side, halved.
 template <class F>
 bool find_rate(F f, double guess, double& rate) {
-    constexpr double exact = 1e-14;
+    constexpr double exact = 1e-14, nearly_all_lost = -1.0 + 1e-9; // beyond that the steps only near the bound
     rate = guess;
     for (int step = 0; step < 60; ++step) {
         const double width = 1e-7 * std::max(0.01, std::fabs(rate));
@@ -89,7 +89,8 @@ bool find_rate(F f, double guess, double& rate) {
         if (next <= -1.0) next = (rate - 1.0) / 2.0; // half way to the bound
         if (std::fabs(next - rate) <= exact * (1.0 + std::fabs(next))) {
             rate = next;
-            return true;
+            if (next > nearly_all_lost) return true;
+            break;
         }
         rate = next;
     }
@@ -118,9 +119,7 @@ bool find_rate(F f, double guess, double& rate) {
     return false;
 }
 
-Value found_rate(bool found, double rate) {
-    return found ? number(rate) : Value::error(xlerrNum, "no rate was found");
-}
+Value found_rate(bool found, double rate) { return found ? number(rate) : Value::error(xlerrNum, "no rate was found"); }
 
 Value rate_of_annuity(A a) {
     const double periods = a.number(0), payment = a.number(1), present = a.number(2), future = a.number(3, 0.0);
@@ -310,20 +309,21 @@ const Builtin money[] = {
     {"RATE", "nnn|nnN", "nper, pmt, pv, [fv], [type], [guess]", "The rate per period of level payments",
      rate_of_annuity},
     {"NPER", "nnn|nn", "rate, pmt, pv, [fv], [type]", "How many level payments repay a loan", number_of_periods},
-    {"NPV", "nr*", "rate, value, ...", "The net present value of flows at the ends of periods",
-     present_value_of_flows},
+    {"NPV", "nr*", "rate, value, ...", "The net present value of flows at the ends of periods", present_value_of_flows},
     {"XNPV", "nrr", "rate, values, dates", "The net present value of dated flows on the first date",
      dated_present_value},
     {"IRR", "r|N", "values, [guess]", "The internal rate of return of periodic flows", internal_rate},
     {"MIRR", "rnn", "values, finance_rate, reinvest_rate",
      "The internal rate of return with rates for borrowing and reinvesting", modified_internal_rate},
     {"XIRR", "rr|N", "values, dates, [guess]", "The internal rate of return of dated flows", dated_internal_rate},
-    {"EFFECT", "nn", "nominal_rate, times", "The effective yearly rate of a nominal rate compounded so many times a year",
+    {"EFFECT", "nn", "nominal_rate, times",
+     "The effective yearly rate of a nominal rate compounded so many times a year",
      [](A a) {
          const double times = std::trunc(a.number(1));
          return a.number(0) <= 0.0 || times < 1.0 ? num() : number(std::expm1(times * std::log1p(a.number(0) / times)));
      }},
-    {"NOMINAL", "nn", "effective_rate, times", "The nominal rate, compounded so many times a year, of an effective rate",
+    {"NOMINAL", "nn", "effective_rate, times",
+     "The nominal rate, compounded so many times a year, of an effective rate",
      [](A a) {
          const double times = std::trunc(a.number(1));
          return a.number(0) <= 0.0 || times < 1.0 ? num() : number(times * std::expm1(std::log1p(a.number(0)) / times));

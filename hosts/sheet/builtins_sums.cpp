@@ -55,9 +55,7 @@ Value sum_where(A a, const Value& values, int from) {
 
 Value average_where(A a, const Value& values, int from) {
     Total total;
-    const Value error = where(a, values, from, [&](double x) {
-        total = {total.sum + x, total.count + 1};
-    });
+    const Value error = where(a, values, from, [&](double x) { total = {total.sum + x, total.count + 1}; });
     if (error.is_error()) return error;
     return total.count == 0 ? Value::error(xlerrDiv0, "no number meets the criteria")
                             : number(total.sum / static_cast<double>(total.count));
@@ -361,7 +359,8 @@ const Builtin logic[] = {
     {"FALSE", "", "", "The truth value FALSE", [](A) { return truth(false); }},
     {"NA", "", "", "The error value #N/A: no value is available", [](A) { return na(); }},
     {"ISERROR", "e", "value", "TRUE for any error value", [](A a) { return truth(a[0].is_error()); }},
-    {"ISERR", "e", "value", "TRUE for any error value but #N/A", [](A a) { return truth(a[0].is_error() && a[0].error() != xlerrNA); }},
+    {"ISERR", "e", "value", "TRUE for any error value but #N/A",
+     [](A a) { return truth(a[0].is_error() && a[0].error() != xlerrNA); }},
     {"ISNA", "e", "value", "TRUE for #N/A", [](A a) { return truth(a[0].is_error() && a[0].error() == xlerrNA); }},
     {"ISNUMBER", "e", "value", "TRUE for a number", [](A a) { return truth(a[0].is_number()); }},
     {"ISTEXT", "e", "value", "TRUE for text", [](A a) { return truth(a[0].is_text()); }},
@@ -369,9 +368,11 @@ const Builtin logic[] = {
     {"ISLOGICAL", "e", "value", "TRUE for a truth value", [](A a) { return truth(a[0].is(Type::boolean)); }},
     {"ISBLANK", "e", "value", "TRUE for an empty cell", [](A a) { return truth(a[0].is_blank()); }},
     {"ISREF", "r", "value", "TRUE for a reference", [](A a) { return truth(a[0].is(Type::area)); }},
-    {"ERROR.TYPE", "e", "value", "The number of an error value, 1 to 7 from #NULL! to #N/A",
+    {"ERROR.TYPE", "e", "value", "The number of an error value: 1 to 7 from #NULL! to #N/A, 9 #SPILL!, 14 #CALC!",
      [](A a) {
          if (!a[0].is_error()) return na();
+         if (a[0].error() == error_spill) return number(9.0);
+         if (a[0].error() == error_calc) return number(14.0);
          constexpr std::uint16_t order[] = {xlerrNull, xlerrDiv0, xlerrValue, xlerrRef, xlerrName, xlerrNum, xlerrNA};
          return number(static_cast<double>(std::find(std::begin(order), std::end(order), a[0].error()) - order) + 1.0);
      }},
@@ -382,7 +383,8 @@ const Builtin logic[] = {
          if (a[0].is_text()) return number(0.0);
          return to_number(a[0], x, error) ? number(x) : error;
      }},
-    {"T", "e", "value", "The value if it is text, else empty text", [](A a) { return a[0].is_text() || a[0].is_error() ? a[0] : Value::text(""); }},
+    {"T", "e", "value", "The value if it is text, else empty text",
+     [](A a) { return a[0].is_text() || a[0].is_error() ? a[0] : Value::text(""); }},
 };
 
 const Builtin sums[] = {
@@ -405,8 +407,10 @@ const Builtin sums[] = {
              },
              [](const auto& total) { return number(total.second ? total.first : 0.0); });
      }},
-    {"MIN", "r*", "number, ...", "The smallest number", [](A a) { return extreme(a, [](double x, double least) { return x < least; }); }},
-    {"MAX", "r*", "number, ...", "The largest number", [](A a) { return extreme(a, [](double x, double most) { return x > most; }); }},
+    {"MIN", "r*", "number, ...", "The smallest number",
+     [](A a) { return extreme(a, [](double x, double least) { return x < least; }); }},
+    {"MAX", "r*", "number, ...", "The largest number",
+     [](A a) { return extreme(a, [](double x, double most) { return x > most; }); }},
     {"AVERAGE", "r*", "number, ...", "The arithmetic mean of the numbers",
      [](A a) {
          return over_numbers(
@@ -454,6 +458,8 @@ const Builtin sums[] = {
          double count = 0.0;
          const Criterion criterion(a[1]);
          const Table cells(a.calculator, a[0]);
+         if (const LookupIndex* const index = cells.index(); index != nullptr && criterion.count(*index, count))
+             return number(count);
          for (std::uint64_t i = 0; i < cells.used(); ++i)
              if (criterion.meets(cells.at(i))) count += 1.0;
          if (criterion.meets(Value())) count += static_cast<double>(cells.size() - cells.used());
@@ -469,12 +475,14 @@ const Builtin sums[] = {
      [](A a) {
          return sum_where({a.calculator, a.values, 2}, a.has(2) ? a[2] : a[0], 0);
      }},
-    {"SUMIFS", "r/rv*", "sum_range, range, criterion, ...", "The sum of the cells where all criteria are met", [](A a) { return sum_where(a, a[0], 1); }},
+    {"SUMIFS", "r/rv*", "sum_range, range, criterion, ...", "The sum of the cells where all criteria are met",
+     [](A a) { return sum_where(a, a[0], 1); }},
     {"AVERAGEIF", "rv|r", "range, criterion, [average_range]", "The mean of the cells that meet a criterion",
      [](A a) {
          return average_where({a.calculator, a.values, 2}, a.has(2) ? a[2] : a[0], 0);
      }},
-    {"AVERAGEIFS", "r/rv*", "average_range, range, criterion, ...", "The mean of the cells where all criteria are met", [](A a) { return average_where(a, a[0], 1); }},
+    {"AVERAGEIFS", "r/rv*", "average_range, range, criterion, ...", "The mean of the cells where all criteria are met",
+     [](A a) { return average_where(a, a[0], 1); }},
     {"SUMPRODUCT", "r*", "array, ...", "The sum of the products of corresponding items", sum_of_products},
     {"MEDIAN", "r*", "number, ...", "The middle number in order of size",
      [](A a) { return of_numbers(a, [](auto numbers) { return numbers.empty() ? no_numbers() : median(numbers); }); }},

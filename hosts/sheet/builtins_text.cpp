@@ -165,7 +165,8 @@ Value fixed(A a) {
 }
 
 const Builtin texts[] = {
-    {"LEN", "t", "text", "How many characters a text has", [](A a) { return number(static_cast<double>(character_count(a.text(0)))); }},
+    {"LEN", "t", "text", "How many characters a text has",
+     [](A a) { return number(static_cast<double>(character_count(a.text(0)))); }},
     {"LEFT", "t|n", "text, [count]", "The first characters of a text",
      [](A a) {
          const double count = std::trunc(a.count > 1 ? a.number(1) : 1.0);
@@ -189,8 +190,10 @@ const Builtin texts[] = {
     {"TRIM", "t", "text", "The text without superfluous blanks", trim},
     {"CLEAN", "t", "text", "The text without control characters", clean},
     {"FIXED", "n|Nb", "number, [decimals], [no_commas]", "A number as text with a fixed number of decimals", fixed},
-    {"FIND", "tt|n", "find, text, [start]", "Where a text is inside another, telling capitals from small letters", [](A a) { return find_text(a, true); }},
-    {"SEARCH", "tt|n", "find, text, [start]", "Where a text, perhaps with * and ?, is inside another", [](A a) { return find_text(a, false); }},
+    {"FIND", "tt|n", "find, text, [start]", "Where a text is inside another, telling capitals from small letters",
+     [](A a) { return find_text(a, true); }},
+    {"SEARCH", "tt|n", "find, text, [start]", "Where a text, perhaps with * and ?, is inside another",
+     [](A a) { return find_text(a, false); }},
     {"SUBSTITUTE", "ttt|n", "text, old, new, [which]", "The text with one text in it replaced by another", substitute},
     {"REPLACE", "tnnt", "text, start, count, new", "The text with some characters replaced", replace},
     {"CONCATENATE", "t*", "text, ...", "Texts joined", [](A a) { return joined_text(a, 0, {}, false); }},
@@ -201,7 +204,8 @@ const Builtin texts[] = {
     {"CHAR", "n", "code", "The character of a code, 1 to 255", character},
     {"CODE", "t", "text", "The code of the first character", code},
     {"REPT", "tn", "text, times", "The text repeated", repeat},
-    {"EXACT", "tt", "text, text", "TRUE if two texts are the same to the letter", [](A a) { return truth(a.text(0) == a.text(1)); }},
+    {"EXACT", "tt", "text, text", "TRUE if two texts are the same to the letter",
+     [](A a) { return truth(a.text(0) == a.text(1)); }},
 };
 
 } // namespace

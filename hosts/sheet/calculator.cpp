@@ -118,9 +118,6 @@ Value to_text(const Value& value) { return value.is_text() ? value : Value::text
 
 namespace {
 
-/// Equal as a spreadsheet compares: in the first fifteen digits.
-bool same_number(double a, double b) { return a == b || std::fabs(a - b) <= std::fabs(a) * 0x1p-50; }
-
 int rank(const Value& value) { return value.is(Type::boolean) ? 3 : value.is_text() ? 2 : 1; }
 
 } // namespace
@@ -268,12 +265,11 @@ Value Calculator::range_between(const Value& a, const Value& b) {
                              std::max(p.last_row, q.last_row), std::max(p.last_column, q.last_column)});
 }
 
-/// Of a range the cell in the row or the column of the caller, and of an array, if wanted, the first item.
-Value Calculator::intersected(const Value& value, bool arrays) {
+/// Of a range the cell in the row or the column of a cell, and of an array, if wanted, the first item.
+Value Calculator::intersected(const Value& value, CellAddress cell, bool arrays) {
     if (value.is(Type::array)) return arrays ? value.cell(0, 0) : value;
     if (!value.is(Type::area)) return value;
     const Area& area = value.area();
-    const CellAddress cell = caller_.first();
     const bool in_row = cell.row >= area.first_row && cell.row <= area.last_row;
     const bool in_column = cell.column >= area.first_column && cell.column <= area.last_column;
     if (area.is_cell()) return value;
@@ -466,7 +462,7 @@ Value Calculator::run(const Formula& formula, const Area& caller) {
             stack.push(locals.at(step.index));
             break;
         case Code::intersect:
-            if (stack.top().is_many()) stack.reduce(1, intersected(stack.top(), step.count == 0));
+            if (stack.top().is_many()) stack.reduce(1, intersected(stack.top(), caller.first(), step.count == 0));
             break;
         case Code::spill:
             stack.reduce(1, spilled(stack.top()));
@@ -762,7 +758,8 @@ Value Calculator::explained(const Function& function, std::uint16_t code, OPER* 
 }
 
 Value Calculator::call(const Function& function, const Value* arguments, int count) {
-    if (in_function_) return Value::error(xlerrValue, "a function's own formula cannot call another function of the library");
+    if (in_function_)
+        return Value::error(xlerrValue, "a function's own formula cannot call another function of the library");
     Arena::Scope scope(arena_);
     const int arity = function.arity();
     OPER* const cells = arena_.take<OPER>(static_cast<std::size_t>(arity));
@@ -783,8 +780,7 @@ Value Calculator::call(const Function& function, const Value* arguments, int cou
         const OPER* const result = perform(function, pointers);
         in_function_ = false;
         if (result != nullptr) {
-            if (result->type() == xltypeErr) 
-                return explained(function, result->val.err, pointers, arguments, count);
+            if (result->type() == xltypeErr) return explained(function, result->val.err, pointers, arguments, count);
             return function.calls.gives_dates ? as_dates(from_oper(*result, book_)) : from_oper(*result, book_);
         }
         if (!has_uncalculated_ || (again && uncalculated_ == last)) book_.not_ready();

@@ -67,8 +67,8 @@ class Calculator {
     Value single(const Value& value);
     /// The same, with a reference to several cells as an array.
     Value looked_up(const Value& value);
-    /// Of a range the cell in the row or the column of the caller; if `arrays`, of an array the first item.
-    Value intersected(const Value& value, bool arrays);
+    /// Of a range the cell in the row or the column of a cell; if `arrays`, of an array the first item.
+    Value intersected(const Value& value, CellAddress cell, bool arrays);
     /// One element of a value that may be an array; scalars repeat, and so do single rows and columns. #N/A beyond.
     Value element(const Value& value, std::uint32_t row, std::uint32_t column);
 
@@ -108,6 +108,11 @@ bool to_number(const Value& value, double& number, Value& error);
 bool to_truth(const Value& value, bool& truth, Value& error);
 /// The text of a value that is no error.
 Value to_text(const Value& value);
+/// Equal as a spreadsheet compares: in the first fifteen digits.
+inline bool same_number(double a, double b) {
+    const double difference = a - b;
+    return difference == 0.0 || (difference < 0.0 ? -difference : difference) <= (a < 0.0 ? -a : a) * 0x1p-50;
+}
 /// Below, at or above zero as a is before, with or after b in a spreadsheet's order: numbers, texts, truth values.
 int compare(const Value& a, const Value& b);
 

@@ -97,7 +97,8 @@ bool parse_date(std::string_view text, double& serial) {
         return part.size() >= least && part.size() <= most && digits(part, 0, part.size(), value);
     };
     if (parts[0].size() == 4 && (between == '-' || between == '/')) { // the year first
-        if (!number(parts[0], 4, 4, year) || !number(parts[1], 1, 2, month) || !number(parts[2], 1, 2, day)) return false;
+        if (!number(parts[0], 4, 4, year) || !number(parts[1], 1, 2, month) || !number(parts[2], 1, 2, day))
+            return false;
     } else { // the month in words
         const bool month_first = is_letter(parts[0][0]);
         month = month_of(parts[month_first ? 0 : 1]);

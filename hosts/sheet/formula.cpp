@@ -552,6 +552,8 @@ class Reader {
         nest();
         const std::size_t opened = at_;
         take('(');
+        // A name that both have is the library's, unless a file says that it means the spreadsheet's own.
+        const bool own = equal_ignoring_case(name.substr(0, 6), "_xlfn.");
         name = bare(name);
         // A service may stand in front: "com.example.Functions.DpD".
         const std::size_t dot = name.rfind('.');
@@ -572,7 +574,8 @@ class Reader {
             const std::size_t count = arguments(opened); // how files write @ and #
             if (count != 1) fail(std::string(name) + " needs 1 argument", start);
             step((name[0] | 0x20) == 's' ? Code::intersect : Code::spill, 0, 0, 0);
-        } else if (const Function* const function = find_function(name)) {
+        } else if (const Function* const function =
+                       own && find_builtin(name) != nullptr ? nullptr : find_function(name)) {
             library_call(*function, start, opened);
         } else if (const Builtin* const builtin = find_builtin(name)) {
             const bool of_arrays = equal_ignoring_case(name, "SUMPRODUCT") || equal_ignoring_case(name, "MMULT") ||

@@ -44,10 +44,10 @@ enum class Code : std::uint8_t {
     local,     ///< pushes local number `index`
     intersect, ///< of a range the cell in the caller's row or column; count 0: of an array the first item
     spill,     ///< the cells that the formula of a cell fills
-    range,    ///< the smallest rectangle around two references
-    builtin,  ///< builtins[index] of `count` arguments
-    function, ///< functions[index] of `count` arguments
-    unknown,  ///< a function that does not exist: unknown[index]
+    range,     ///< the smallest rectangle around two references
+    builtin,   ///< builtins[index] of `count` arguments
+    function,  ///< functions[index] of `count` arguments
+    unknown,   ///< a function that does not exist: unknown[index]
     // Choices: a branch not taken is jumped over unless the condition is an array.
     if_then, ///< on false goes on after the if_else at `index`
     if_else, ///< the end of the first branch; goes on at the if_end at `index`

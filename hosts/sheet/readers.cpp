@@ -30,8 +30,8 @@ void IntervalTree::settle() {
 std::uint32_t IntervalTree::find_reach(List& list, std::size_t begin, std::size_t end) {
     if (begin == end) return 0;
     const std::size_t middle = begin + (end - begin) / 2;
-    return list.reach[middle] = std::max({list.items[middle].last_row, find_reach(list, begin, middle),
-                                          find_reach(list, middle + 1, end)});
+    return list.reach[middle] = std::max(
+               {list.items[middle].last_row, find_reach(list, begin, middle), find_reach(list, middle + 1, end)});
 }
 
 } // namespace qx::sheet

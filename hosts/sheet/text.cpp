@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <clocale>
+#include <cmath>
 #include <cstdio>
 #include <cwctype>
 #if !defined(_WIN32)
@@ -330,7 +330,8 @@ std::optional<double> read_fraction(std::string_view text) {
         for (const char c : part) number = 10.0 * number + (c - '0');
         return number;
     };
-    const auto whole = whole_number(text.substr(0, blank)), above = whole_number(trimmed(text.substr(blank, bar - blank))),
+    const auto whole = whole_number(text.substr(0, blank)),
+               above = whole_number(trimmed(text.substr(blank, bar - blank))),
                below = whole_number(trimmed(text.substr(bar + 1)));
     if (!whole || !above || !below || *below == 0.0) return {};
     const double x = *whole + *above / *below;
@@ -616,9 +617,7 @@ int exponent_of(double x, const NumberShape& shape) {
     if (x == 0.0) return 0;
     const int step = std::max(1, shape.whole_places);
     int exponent = static_cast<int>(std::floor(std::log10(std::fabs(x))));
-    const auto multiple = [&] {
-        return static_cast<int>(std::floor(static_cast<double>(exponent) / step)) * step;
-    };
+    const auto multiple = [&] { return static_cast<int>(std::floor(static_cast<double>(exponent) / step)) * step; };
     // What rounds up to the next power of ten takes that.
     const int decimals = shape.decimals + (exponent - multiple());
     if (rounded(std::fabs(x) / std::pow(10.0, exponent), std::max(0, decimals)) >= 10.0) ++exponent;
@@ -642,7 +641,8 @@ std::optional<std::string> number_in_format(double x, const std::vector<Token>& 
     while (static_cast<int>(fraction.size()) > shape.least_decimals && fraction.back() == '0') fraction.pop_back();
     if (figures == "0") figures.clear();
     const auto pad = [](std::string& digits, int width) {
-        if (static_cast<int>(digits.size()) < width) digits.insert(0, static_cast<std::size_t>(width) - digits.size(), '0');
+        if (static_cast<int>(digits.size()) < width)
+            digits.insert(0, static_cast<std::size_t>(width) - digits.size(), '0');
     };
     pad(figures, shape.least_whole);
     std::string power = shape.has_exponent ? std::to_string(std::abs(exponent)) : "";
@@ -821,7 +821,7 @@ std::string formatted_text(std::string_view text, std::string_view format) {
     const std::size_t which = sections.size() >= 4 ? 3 : sections.size() - 1;
     const auto tokens = tokens_of(sections[which].format);
     return tokens && (sections.size() >= 4 || has_kind(*tokens, Token::text_itself)) ? filled_in(*tokens, text)
-                                                                                      : std::string(text);
+                                                                                     : std::string(text);
 }
 
 } // namespace qx::sheet

@@ -76,8 +76,7 @@ inline constexpr std::uint16_t error_calc = 50;  ///< #CALC!: an array without c
 class Value {
   public:
     Value() : Value(Type::blank) {}
-    Value(const Value& other)
-        : payload_(other.payload_), type_(other.type_), date_(other.date_), code_(other.code_) {
+    Value(const Value& other) : payload_(other.payload_), type_(other.type_), date_(other.date_), code_(other.code_) {
         keep();
     }
     Value(Value&& other) noexcept

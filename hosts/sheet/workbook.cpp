@@ -44,8 +44,7 @@ std::uint32_t Workbook::name_number(std::string_view name, std::uint16_t sheet) 
 }
 
 std::uint32_t Workbook::name_number(std::string_view name, const std::string& capitals, int sheet) {
-    const auto [found, added] =
-        name_numbers_.try_emplace({sheet, capitals}, static_cast<std::uint32_t>(names_.size()));
+    const auto [found, added] = name_numbers_.try_emplace({sheet, capitals}, static_cast<std::uint32_t>(names_.size()));
     if (added) names_.emplace_back(std::string(name), sheet);
     return found->second;
 }
@@ -130,15 +129,63 @@ void Workbook::prepare_change() {
     blocked_.clear();
 }
 
-/// Gives a cell of an area a value.
-void Workbook::put(const Area&, Cell& cell, Value value) { cell.value = std::move(value); }
+// --- Lookups --------------------------------------------------------------------------------------------------------
+
+const LookupIndex* Workbook::index_of(const Area& list) {
+    constexpr std::uint32_t least_cells = 32;
+    constexpr std::size_t most_lists = 64;
+    if ((list.rows() > 1 && list.columns() > 1) || list.rows() + list.columns() <= least_cells) return nullptr;
+    Sheet& sheet = sheets_[list.sheet];
+    std::vector<Lookup>& lookups = sheet.lookups;
+    auto found =
+        std::find_if(lookups.begin(), lookups.end(), [&](const Lookup& lookup) { return lookup.list == list; });
+    if (found == lookups.end()) {
+        if (lookups.size() == most_lists) lookups.erase(lookups.begin());
+        sheet.first_looked_up =
+            lookups.empty() ? list.first_column : std::min(sheet.first_looked_up, list.first_column);
+        sheet.last_looked_up = lookups.empty() ? list.last_column : std::max(sheet.last_looked_up, list.last_column);
+        found = lookups.insert(lookups.end(), Lookup{list, 0, 2, nullptr});
+    }
+    if (found->index) return found->index.get();
+    if (++found->uses < found->needed) return nullptr;
+    // Cells that are not calculated stay so: perhaps nobody reads them.
+    bool calculated = true;
+    sheet.grid.visit(list, [&](std::uint32_t, std::uint32_t, Cell& cell) {
+        return calculated = cell.node == nullptr || cell.node->state == Node::clean;
+    });
+    if (calculated)
+        found->index = std::make_unique<LookupIndex>(*this, list);
+    else
+        found->uses = 0;
+    return found->index.get();
+}
+
+/// Drops the indexes that hold a cell of an area.
+void Workbook::forget_lookups(const Area& changed) {
+    Sheet& sheet = sheets_[changed.sheet];
+    if (sheet.lookups.empty() || changed.first_column > sheet.last_looked_up ||
+        changed.last_column < sheet.first_looked_up)
+        return;
+    for (Lookup& lookup : sheet.lookups) {
+        const Area& list = lookup.list;
+        if (!lookup.index || changed.first_column > list.last_column || changed.last_column < list.first_column ||
+            changed.first_row > list.last_row || changed.last_row < list.first_row)
+            continue;
+        lookup.index.reset();
+        lookup.uses = 0;
+        lookup.needed = std::min(lookup.needed * 2, 1 << 16);
+    }
+}
+
+// --- Changes --------------------------------------------------------------------------------------------------------
 
 void Workbook::set_value(CellAddress at, Value value) {
     prepare_change();
     Cell& cell = sheets_[at.sheet].grid.make(at.row, at.column);
     remove_formula(cell);
     if (value.is_error()) value.set_origin(at);
-    put(Area(at), cell, std::move(value));
+    cell.value = std::move(value);
+    forget_lookups(Area(at));
     touch(Area(at));
 }
 
@@ -165,8 +212,9 @@ void Workbook::release_spill(Node& node) {
             Cell& cell = grid.make(row, column);
             if (&cell == node.cell || cell.node != &node) continue;
             cell.node = nullptr;
-            put(area, cell, {});
+            cell.value = {};
         }
+    forget_lookups(area);
     touch(area);
 }
 
@@ -217,6 +265,7 @@ void Workbook::set_array_formula(const Area& area, std::string_view text) {
 void Workbook::clear() {
     for (Sheet& sheet : sheets_) {
         sheet.grid = Grid();
+        sheet.lookups.clear();
         sheet.readers.clear();
     }
     nodes_.clear();
@@ -273,8 +322,8 @@ std::vector<CellAddress> Workbook::dependents(CellAddress at) {
 }
 
 std::size_t Workbook::formula_count() const {
-    return static_cast<std::size_t>(
-        std::count_if(formulas_.begin(), formulas_.end(), [](const Node* node) { return static_cast<bool>(node->formula); }));
+    return static_cast<std::size_t>(std::count_if(formulas_.begin(), formulas_.end(),
+                                                  [](const Node* node) { return static_cast<bool>(node->formula); }));
 }
 
 // --- Who reads what -------------------------------------------------------------------------------------------------
@@ -344,6 +393,7 @@ void Workbook::touch(const Area& changed) {
             if ((reader->state != Node::clean && reader->state != Node::deferred) || !reader->formula) return;
             reader->state = Node::dirty;
             enlist(*reader);
+            forget_lookups(reader->filled());
             frontier.add(reader->filled());
         });
     while (frontier.take(area));
@@ -356,6 +406,7 @@ void Workbook::mark_dirty(CellAddress at) {
 }
 
 void Workbook::mark_dirty(Node& node) {
+    forget_lookups(node.filled());
     touch(node.filled());
     node.state = Node::dirty;
     enlist(node);
@@ -469,7 +520,8 @@ void Workbook::calculate(Node& node) {
     Value result = calculator_.run(node.formula, node.target);
     if (node.cyclic) result = cycle_value_;
     if (!node.is_array) {
-        if (node.formula.fill == Fill::intersect && result.is_many()) result = calculator_.intersected(result, true);
+        if (node.formula.fill == Fill::intersect && result.is_many())
+            result = calculator_.intersected(result, node.target.first(), true);
         if (result.is(Type::area)) result = calculator_.looked_up(result);
         // A formula that shows nothing but an empty cell shows zero.
         if (result.is_blank()) result = Value::number(0.0);
@@ -495,14 +547,14 @@ void Workbook::store(Node& node, Value result) {
         if (result.is(Type::array) || node.spill)
             spill(node, std::move(result));
         else
-            put(target, *node.cell, settled(std::move(result)));
+            node.cell->value = settled(std::move(result));
         return;
     }
     Grid& grid = sheets_[target.sheet].grid;
     for (std::uint32_t row = target.first_row; row <= target.last_row; ++row)
         for (std::uint32_t column = target.first_column; column <= target.last_column; ++column)
-            put(target, grid.make(row, column),
-                settled(calculator_.element(result, row - target.first_row, column - target.first_column)));
+            grid.make(row, column).value =
+                settled(calculator_.element(result, row - target.first_row, column - target.first_column));
 }
 
 /// The cell that keeps an array from an area, or null.
@@ -547,13 +599,17 @@ void Workbook::spill(Node& node, Value result) {
             if (value.is_blank()) value = Value::number(0.0);
             Cell& cell = grid.make(row, column);
             cell.node = &node;
-            put(area, cell, std::move(value));
+            cell.value = std::move(value);
         }
     if (!changes) return;
+    forget_lookups(area);
     if (!area.is_cell()) node.spill = std::make_unique<Area>(area);
     // Who read these cells while they were empty reads them again. Two arrays that push each other about end somewhere.
     constexpr std::uint8_t most_changes = 50;
-    if (++node.spill_changes >= most_changes) return;
+    if (node.spill_changed != recalculations_) node.spill_changes = 0;
+    node.spill_changed = recalculations_;
+    if (node.spill_changes == most_changes) return;
+    ++node.spill_changes;
     touch(area);
 }
 
@@ -565,7 +621,6 @@ void Workbook::settle_all(const std::vector<Pending>& list, std::vector<Pending>
         if (++done % 512 == 0 && progress) progress(done, all);
         node.listed = false;
         if (node.state == Node::deferred) node.state = Node::dirty;
-        node.spill_changes = 0;
         return node.state == Node::dirty;
     };
     const auto check = [&](Node& node) {
@@ -666,6 +721,7 @@ void Workbook::report_cycle(Node& node) {
 }
 
 void Workbook::recalculate() {
+    ++recalculations_;
     calculator_.forget_explanations();
     for (Node* const node : volatile_)
         if (node->formula && node->formula.is_volatile && node->state == Node::clean) mark_dirty(node->target.first());
@@ -697,6 +753,7 @@ void Workbook::recalculate() {
 }
 
 void Workbook::recalculate_all() {
+    for (Sheet& sheet : sheets_) sheet.lookups.clear();
     for (Node* const node : formulas_) {
         if (!node->formula) continue;
         node->state = Node::dirty;
@@ -739,9 +796,8 @@ std::vector<Problem> Workbook::problems() const {
         if (node->state == Node::deferred)
             problems.push_back({cell, "not calculated: it waits for a value that nothing sets"});
     }
-    std::stable_sort(problems.begin(), problems.end(), [](const Problem& a, const Problem& b) {
-        return before(a.cell, b.cell);
-    });
+    std::stable_sort(problems.begin(), problems.end(),
+                     [](const Problem& a, const Problem& b) { return before(a.cell, b.cell); });
     return problems;
 }
 

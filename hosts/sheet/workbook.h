@@ -12,6 +12,7 @@
 #include "hosts/sheet/calculator.h"
 #include "hosts/sheet/formula.h"
 #include "hosts/sheet/grid.h"
+#include "hosts/sheet/lookup_index.h"
 #include "hosts/sheet/readers.h"
 
 #include <deque>
@@ -44,13 +45,14 @@ struct Node {
     Cell* cell;  ///< the first of them
     State state = clean;
     bool is_array = false;
-    bool cyclic = false;           ///< found to depend on itself
-    bool listed = false;           ///< in the list of those to calculate
+    bool cyclic = false; ///< found to depend on itself
+    bool listed = false; ///< in the list of those to calculate
     bool listed_as_formula = false, listed_as_volatile = false;
-    bool entered = false;          ///< what it refers to is being calculated
-    bool again = false;            ///< what it reads has changed while it was calculated
-    std::uint8_t spill_changes = 0; ///< in this recalculation
-    std::uint64_t order = 0;       ///< when it was calculated last: what it reads came before
+    bool entered = false;            ///< what it refers to is being calculated
+    bool again = false;              ///< what it reads has changed while it was calculated
+    std::uint8_t spill_changes = 0;  ///< in one recalculation
+    std::uint32_t spill_changed = 0; ///< the recalculation of the last of them
+    std::uint64_t order = 0;         ///< when it was calculated last: what it reads came before
     Formula formula;
     std::unique_ptr<Area> spill; ///< the cells that an array takes up, if there are several
 };
@@ -64,9 +66,9 @@ struct Problem {
 /// An error value that a cell shows.
 struct CellError {
     CellAddress cell;
-    std::uint16_t code;  ///< error_text(code) is "#NUM!"
-    std::string reason;  ///< "Date less than minimum allowed value (NPVDate)"; never empty
-    CellAddress origin;  ///< the cell in which the error came up first; the cell itself if it came up there
+    std::uint16_t code; ///< error_text(code) is "#NUM!"
+    std::string reason; ///< "Date less than minimum allowed value (NPVDate)"; never empty
+    CellAddress origin; ///< the cell in which the error came up first; the cell itself if it came up there
 };
 
 /// A name that stands for a formula, most often a reference.
@@ -168,6 +170,8 @@ class Workbook final : public Names {
         if (cell.node == nullptr || cell.node->state == Node::clean) return &cell.value;
         return cell.node->cyclic ? &cycle_value_ : nullptr;
     }
+    /// An index of a row or a column of calculated cells in which values are looked up again and again, else null.
+    const LookupIndex* index_of(const Area& list);
     Value read_name(std::uint32_t number);
     /// Leaves the formulas being calculated for later, since one of them waits for something that no cell gives.
     [[noreturn]] void not_ready();
@@ -177,10 +181,19 @@ class Workbook final : public Names {
     std::uint32_t name_number(std::string_view name, std::uint16_t sheet) override;
 
   private:
+    /// A list in which values were looked up, with its index once that pays.
+    struct Lookup {
+        Area list;
+        int uses = 0;   ///< since it last changed
+        int needed = 2; ///< for an index; more with each change
+        std::unique_ptr<LookupIndex> index;
+    };
     struct Sheet {
         std::string name;
         Grid grid;
         Readers readers;
+        std::vector<Lookup> lookups;
+        std::uint16_t first_looked_up = 0, last_looked_up = 0; ///< columns, where there are lookups
     };
     /// A formula in the list of those to calculate, with its place in the order of the last time.
     struct Pending {
@@ -198,7 +211,7 @@ class Workbook final : public Names {
     Node& node_at(CellAddress cell);
     void install(Node& node, Formula formula);
     void remove_formula(Cell& cell);
-    void put(const Area& area, Cell& cell, Value value);
+    void forget_lookups(const Area& changed);
     void release_spill(Node& node);
     void enlist(Node& node);
     void prepare_change();
@@ -226,18 +239,19 @@ class Workbook final : public Names {
     std::deque<Node> nodes_;
     std::deque<Name> names_;
     std::map<std::pair<int, std::string>, std::uint32_t> name_numbers_; ///< by sheet and name in capitals
-    std::vector<Node*> formulas_;                                    ///< every node that has, or had, a formula
-    std::vector<Node*> volatile_;                                    ///< those that have, or had, a volatile one
-    std::vector<Pending> pending_;                                   ///< to be calculated
-    std::vector<Node*> blocked_;                                     ///< those with no room to spill
-    std::vector<Node*> path_;                                        ///< being calculated, each read by the one before
+    std::vector<Node*> formulas_;                                       ///< every node that has, or had, a formula
+    std::vector<Node*> volatile_;                                       ///< those that have, or had, a volatile one
+    std::vector<Pending> pending_;                                      ///< to be calculated
+    std::vector<Node*> blocked_;                                        ///< those with no room to spill
+    std::vector<Node*> path_; ///< being calculated, each read by the one before
     std::vector<Problem> cycles_;
     Node::State abandoned_as_ = Node::dirty; ///< what becomes of cells whose calculation an exception ends
     std::uint64_t calculations_ = 0;
+    std::uint32_t recalculations_ = 0;
     std::uint32_t round_ = 0; ///< of marking: what was marked in it is marked still
     bool marking_ = false;    ///< nothing was calculated since this round began
-    bool calculated_ = false;                ///< some cell was calculated since the last clear
-    bool linked_ = false;                    ///< the readers of all cells are known
+    bool calculated_ = false; ///< some cell was calculated since the last clear
+    bool linked_ = false;     ///< the readers of all cells are known
     const Value blank_;
     const Value cycle_value_ = Value::error(xlerrRef, "circular reference");
     Calculator calculator_;

@@ -89,7 +89,7 @@ int number_of(const Cell& VarNo, const Routine& here) {
 OPER Safe(const Cell& InputPoly_s, const Cell& OnErr_s, const Cell& OnNum_s, const Cell& OnNA_s, const Cell& OnName_s,
           const Cell& OnRef_s, const Cell& OnValue_s, const Cell& OnDiv0_s, const Cell& OnNull_s) {
     Routine here{"Safe"};
-    here.arguments(QX_NAMED(InputPoly_s, OnErr_s, OnNum_s, OnNA_s, OnName_s, OnRef_s, OnValue_s, OnDiv0_s, OnNull_s));
+    here.inputs(InputPoly_s, OnErr_s, OnNum_s, OnNA_s, OnName_s, OnRef_s, OnValue_s, OnDiv0_s, OnNull_s);
     const Cells input(InputPoly_s, "InputPoly_s", here);
     if (input.is_missing()) here.fail<missingarg>("InputPoly_s");
     const Cells on_any(OnErr_s, "OnErr_s", here);
@@ -116,7 +116,7 @@ OPER Safe(const Cell& InputPoly_s, const Cell& OnErr_s, const Cell& OnNum_s, con
 
 OPER Def(const Cell& InputPoly_s, const Cell& DefaultPoly_s) {
     Routine here{"Def"};
-    here.arguments(QX_NAMED(InputPoly_s, DefaultPoly_s));
+    here.inputs(InputPoly_s, DefaultPoly_s);
     const Cells input(InputPoly_s, "InputPoly_s", here);
     const Cells fallback(DefaultPoly_s, "DefaultPoly_s", here);
     if (fallback.is_missing() || fallback.count() == 0) here.fail<missingarg>("DefaultPoly_s");
@@ -129,7 +129,7 @@ OPER Def(const Cell& InputPoly_s, const Cell& DefaultPoly_s) {
 
 OPER Ev(const Cell& Textstring) {
     Routine here{"Ev"};
-    here.arguments(QX_NAMED(Textstring));
+    here.inputs(Textstring);
     const Cells text(Textstring, "Textstring", here);
     if (text.is_missing()) here.fail<missingarg>("Textstring");
     static KeptCell values;
@@ -143,7 +143,7 @@ OPER Ev(const Cell& Textstring) {
 
 OPER SwitchX(const Cell& SwitchVar, const Cell& Default, const Pairs<Cell, Cell, most_choices>& Choices) {
     Routine here{"SwitchX"};
-    here.arguments(QX_NAMED(SwitchVar, Default));
+    here.inputs(SwitchVar, Default, Choices);
     const Cells variable(SwitchVar, "SwitchVar", here);
     if (variable.is_missing()) here.fail<missingarg>("SwitchVar");
     if (Default.oper->type() == xltypeMissing) here.fail<missingarg>("Default");
@@ -164,7 +164,7 @@ OPER SwitchX(const Cell& SwitchVar, const Cell& Default, const Pairs<Cell, Cell,
 
 OPER SV(const Cell& InputPoly, const Cell& VarNo) {
     Routine here{"SV"};
-    here.arguments(QX_NAMED(InputPoly, VarNo));
+    here.inputs(InputPoly, VarNo);
     const Cells input(InputPoly, "InputPoly", here);
     if (input.is_missing()) here.fail<missingarg>("InputPoly");
     KeptCell& variable = formula_variable(number_of(VarNo, here));
@@ -174,7 +174,7 @@ OPER SV(const Cell& InputPoly, const Cell& VarNo) {
 
 OPER GV(const Cell& VarNo) {
     Routine here{"GV"};
-    here.arguments(QX_NAMED(VarNo));
+    here.inputs(VarNo);
     return here.returning(OPER(formula_variable(number_of(VarNo, here)).cell()));
 }
 

@@ -126,7 +126,7 @@ bool same_name(std::string_view a, std::string_view b) {
 
 const Range<std::string>& ArgValues(const std::string& ArgName) {
     Routine here{"ArgValues"};
-    here.arguments(QX_NAMED(ArgName));
+    here.inputs(ArgName);
     const auto values = std::find_if(std::begin(known), std::end(known),
                                      [&ArgName](const Values& entry) { return same_name(entry.argument, ArgName); });
     if (values == std::end(known))

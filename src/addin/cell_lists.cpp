@@ -104,7 +104,7 @@ bool render(const OPER& cell, std::string& text) {
 
 OPER OneD(const Cell& InputRange) {
     Routine here{"OneD"};
-    here.arguments(QX_NAMED(InputRange));
+    here.inputs(InputRange);
     const Cells input = list_of(InputRange, "InputRange", here, Cells::as_value);
     if (input.rows() > 1 && input.columns() > 1)
         here.fail<rangenot1d>("InputRange", "Input MUST be a 1-dimensional range or a single value");
@@ -119,7 +119,7 @@ OPER OneD(const Cell& InputRange) {
 
 OPER CreateList(const Repeated<Cell, most_lists>& Items) {
     Routine here{"CreateList"};
-    here.arguments(QX_NAMED(Items));
+    here.inputs(Items);
     std::optional<Cells> items[most_lists];
     int last = 0;
     for (int i = 0; i < most_lists; ++i) {
@@ -134,7 +134,7 @@ OPER CreateList(const Repeated<Cell, most_lists>& Items) {
 
 OPER JoinLists(const Repeated<Cell, most_lists>& Lists) {
     Routine here{"JoinLists"};
-    here.arguments(QX_NAMED(Lists));
+    here.inputs(Lists);
     if (Lists.items[0].oper->type() == xltypeMissing) here.fail<missingarg>("List1");
     std::optional<Cells> lists[most_lists];
     ListOut joined(here);
@@ -149,7 +149,7 @@ OPER JoinLists(const Repeated<Cell, most_lists>& Lists) {
 
 OPER SubList(const Cell& InputRange, int FirstOne, int LastOne) {
     Routine here{"SubList"};
-    here.arguments(QX_NAMED(InputRange, FirstOne, LastOne));
+    here.inputs(InputRange, FirstOne, LastOne);
     const Cells input = list_of(InputRange, "InputRange", here);
     const SubRange part = sub_range(FirstOne, LastOne, input.count());
     ListOut list(here);
@@ -159,7 +159,7 @@ OPER SubList(const Cell& InputRange, int FirstOne, int LastOne) {
 
 OPER PickEveryNth(const Cell& InputRange, int Nth, int FirstOne) {
     Routine here{"PickEveryNth"};
-    here.arguments(QX_NAMED(InputRange, Nth, FirstOne));
+    here.inputs(InputRange, Nth, FirstOne);
     here.at_least(Nth, 1, "Nth");
     here.at_least(FirstOne, 1, "FirstOne");
     const Cells input = list_of(InputRange, "InputRange", here);
@@ -170,7 +170,7 @@ OPER PickEveryNth(const Cell& InputRange, int Nth, int FirstOne) {
 
 OPER TrimList(const Cell& InputRange, int TrimOpts) {
     Routine here{"TrimList"};
-    here.arguments(QX_NAMED(InputRange, TrimOpts));
+    here.inputs(InputRange, TrimOpts);
     const Cells input = list_of(InputRange, "InputRange", here);
     const bool zeros_too = option_present(trim_zeros, TrimOpts);
     const auto stays = [&](int i) { return !is_empty(input(i), zeros_too); };
@@ -189,7 +189,7 @@ OPER TrimList(const Cell& InputRange, int TrimOpts) {
 
 int CountErrors(const Cell& InputRange) {
     Routine here{"CountErrors"};
-    here.arguments(QX_NAMED(InputRange));
+    here.inputs(InputRange);
     const Cells input = list_of(InputRange, "InputRange", here, Cells::as_value);
     const auto errors =
         std::count_if(input.begin(), input.end(), [](const OPER& cell) { return cell.type() == xltypeErr; });
@@ -198,7 +198,7 @@ int CountErrors(const Cell& InputRange) {
 
 OPER DoIf(const Cell& InpList, const Cell& OutList, const Range<anyvalue>& Criteria, int RangeOperation, int CritOpts) {
     Routine here{"DoIf"};
-    here.arguments(QX_NAMED(InpList, OutList, Criteria, RangeOperation, CritOpts));
+    here.inputs(InpList, OutList, Criteria, RangeOperation, CritOpts);
     here.limit(RangeOperation, operation_sum, operation_product, "RangeOperation");
     const Cells input = list_of(InpList, "InpList", here);
     const Cells output(OutList, "OutList", here, Cells::as_reference);

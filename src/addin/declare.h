@@ -163,11 +163,10 @@ struct Parameters<TypeList<P...>> {
         return Slots<Part<I>>::get(number);
     }
     /// Converts the cells into the slots from part `first` on, from left to right.
-    template <std::size_t first>
+    template <std::size_t first, std::size_t past = count>
     static void input(Frame& frame) {
-        [&]<std::size_t... I>(std::index_sequence<I...>) {
-            (frame.input(slot<first + I>()), ...);
-        }(std::make_index_sequence<count - first>{});
+        [&]<std::size_t... I>(std::index_sequence<I...>) { (frame.input(slot<first + I>()), ...); }
+        (std::make_index_sequence<past - first>{});
     }
     /// The parameter of type A whose first part is number I.
     template <class A, std::size_t I>
@@ -181,9 +180,8 @@ struct Parameters<TypeList<P...>> {
   private:
     template <class A, std::size_t I, class... T>
     static A compose(Takes<T...>) {
-        return [&]<std::size_t... J>(std::index_sequence<J...>) {
-            return A{make<T, I + offset<J, T...>>()...};
-        }(std::index_sequence_for<T...>{});
+        return [&]<std::size_t... J>(std::index_sequence<J...>) { return A{make<T, I + offset<J, T...>>()...}; }
+        (std::index_sequence_for<T...>{});
     }
 
   public:
@@ -201,7 +199,7 @@ struct Thunk;
 
 template <class R>
 inline constexpr bool gives_dates =
-    std::is_same_v<std::remove_cvref_t<R>, date> || std::is_same_v<std::remove_cvref_t<R>, Range<date>>;
+    std::is_same_v<std::remove_cvref_t<R>, date> || std::is_same_v<std::remove_cvref_t<R>, WorkList<date>>;
 
 template <class R, class... A, R (*routine)(A...)>
 struct Thunk<routine> {
@@ -212,7 +210,8 @@ struct Thunk<routine> {
         frame.inputs_concluded();
         [&]<std::size_t... I>(std::index_sequence<I...>) {
             frame.reply(routine(Inputs::template make<std::remove_cvref_t<A>, Inputs::template offset<I, A...>>()...));
-        }(std::index_sequence_for<A...>{});
+        }
+        (std::index_sequence_for<A...>{});
     }
 };
 
@@ -266,24 +265,29 @@ struct Leading<double> {
     static void input(Frame& frame, Many& values) { frame.input(values); }
 };
 
-template <auto routine>
+/// A routine with a twin, which loops over parameter number `at`.
+template <auto routine, std::size_t at>
 struct TwinThunk;
 
-template <class First, class... A, double (*routine)(First, A...)>
-struct TwinThunk<routine> {
-    using One = std::remove_cvref_t<First>;
+template <class... P, double (*routine)(P...), std::size_t at>
+struct TwinThunk<routine, at> {
+    template <std::size_t I>
+    using Parameter = std::remove_cvref_t<std::tuple_element_t<I, std::tuple<P...>>>;
+    using One = Parameter<at>;
     using Many = typename Leading<One>::Many;
-    using Inputs = Parameters<Parts<One, A...>>;
+    using Inputs = Parameters<Parts<P...>>;
+    static constexpr std::size_t part = Inputs::template offset<at, P...>;
 
     static void run(Frame& frame) {
+        Inputs::template input<0, part>(frame);
         const bool array = frame.wants_array();
-        One& one = VarPool<One>::get(1);
+        One& one = Inputs::template slot<part>();
         Many& many = RangePool<typename Many::value_type>::get(Leading<One>::slot);
         if (array)
             Leading<One>::input(frame, many);
         else
             frame.input(one);
-        Inputs::template input<1>(frame);
+        Inputs::template input<part + 1>(frame);
         frame.inputs_concluded();
         if (array)
             frame.reply(each_of(frame.function.name, many, call));
@@ -292,11 +296,16 @@ struct TwinThunk<routine> {
     }
 
   private:
-    static double call(const One& leading) {
-        return [&]<std::size_t... I>(std::index_sequence<I...>) {
-            return routine(leading,
-                           Inputs::template make<std::remove_cvref_t<A>, Inputs::template offset<I + 1, One, A...>>()...);
-        }(std::index_sequence_for<A...>{});
+    static double call(const One& one) {
+        return [&]<std::size_t... I>(std::index_sequence<I...>) { return routine(parameter<I>(one)...); }
+        (std::index_sequence_for<P...>{});
+    }
+    template <std::size_t I>
+    static decltype(auto) parameter(const One& one) {
+        if constexpr (I == at)
+            return (one);
+        else
+            return Inputs::template make<Parameter<I>, Inputs::template offset<I, P...>>();
     }
 };
 
@@ -306,9 +315,11 @@ struct TwinThunk<routine> {
 template <auto routine>
 inline constexpr Calls core = declaring::Thunk<routine>::calls();
 
-/// The calls of a routine of a time period, a date or a number that has an array twin.
-template <auto routine>
-inline constexpr Calls twin = declaring::TwinThunk<routine>::Inputs::calls(&declaring::TwinThunk<routine>::run, false);
+/// The calls of a routine of a time period, a date or a number that has an array twin; `at` tells which of the
+/// parameters that is.
+template <auto routine, std::size_t at = 0>
+inline constexpr Calls twin = declaring::TwinThunk<routine, at>::Inputs::calls(&declaring::TwinThunk<routine, at>::run,
+                                                                               false);
 
 /// The calls of a function that only calls a newer one, which takes the same arguments: after its `.change` note in
 /// the trace. `twin_alias_of` for one with an array twin.

@@ -24,6 +24,7 @@ class timeperiod;
 /// An argument that arrives as the cell is, error values and all.
 struct Cell {
     const OPER* oper;
+    bool is_missing() const { return oper->type() == xltypeMissing; }
 };
 std::string describe(const Cell& cell);
 /// The same for an argument that must keep an unresolved reference.
@@ -31,16 +32,6 @@ struct Reference {
     const OPER* oper;
 };
 std::string describe(const Reference& reference);
-/// The cells as text, up to the last one given.
-template <int n>
-std::string describe(const Repeated<Cell, n>& cells) {
-    int last = n;
-    while (last > 0 && cells.items[last - 1].oper->type() == xltypeMissing) --last;
-    std::string text;
-    for (int i = 0; i < last; ++i) text += (i == 0 ? "" : ", ") + describe(cells.items[i]);
-    return text;
-}
-
 class Frame {
   public:
     Frame(const Function& function, OPER* const* cells) : function(function), cells_(cells) { at_work_ = &function; }
@@ -108,6 +99,10 @@ class Frame {
     void reply(const Range<anyvalue>& list);
     void reply(const Range<dateorfloat>& list);
     void reply(const Range<floatblank>& list);
+    template <class T>
+    void reply(const WorkList<T>& list) {
+        reply(*list);
+    }
     void reply(const AnnualSequence& sequence);
     /// A cell made by a function that handles cells as they come; copied with its text or array.
     void reply(const OPER& cell);

@@ -44,7 +44,7 @@ GoalSeekList& goal_seeks() {
 std::string register_goal_seek(const Reference& TargetCell, const Cell& TargetValue, const Reference& ChangingCell,
                                double Order) {
     Routine here{"GoalSeek"};
-    here.arguments(QX_NAMED(TargetCell, TargetValue, ChangingCell, Order));
+    here.inputs(TargetCell, TargetValue, ChangingCell, Order);
     require_references(here, TargetCell, ChangingCell);
     GoalSeekList& list = goal_seeks();
     if (list.count >= most_goal_seeks) {

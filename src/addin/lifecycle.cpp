@@ -154,6 +154,7 @@ int xlAutoOpen() {
 }
 
 int xlAutoClose() {
+    large_number_watch().close();
     for (const RegisterRow& row : the_register()) Excel(xlfSetName, nullptr, 1, TempStr(row.name()));
     return 1;
 }

@@ -69,7 +69,7 @@ OPER reference_to(const Place& place, const Routine& here) {
 
 const Range<int>& Coordinates(const Reference& TheRef) {
     Routine here{"Coordinates"};
-    here.arguments(QX_NAMED(TheRef));
+    here.inputs(TheRef);
     const Place place = place_of(TheRef, here);
     static Range<int> coordinates;
     coordinates.dimension(4, 4);
@@ -83,7 +83,7 @@ const Range<int>& Coordinates(const Reference& TheRef) {
 
 OPER GetRef(int FirstRow, int FirstColumn, int LastRow, int LastColumn, const std::string& SheetName) {
     Routine here{"GetRef"};
-    here.arguments(QX_NAMED(FirstRow, FirstColumn, LastRow, LastColumn, SheetName));
+    here.inputs(FirstRow, FirstColumn, LastRow, LastColumn, SheetName);
     here.limit(FirstRow, 1, most_rows, "FirstRow");
     here.limit(FirstColumn, 1, most_columns, "FirstColumn");
     if (LastRow != 0) here.limit(LastRow, FirstRow, most_rows, "LastRow");
@@ -102,7 +102,7 @@ OPER GetRef(int FirstRow, int FirstColumn, int LastRow, int LastColumn, const st
 
 OPER RefPlus(const Reference& TheRef, int Rows, int Columns, int Height, int Width) {
     Routine here{"RefPlus"};
-    here.arguments(QX_NAMED(TheRef, Rows, Columns, Height, Width));
+    here.inputs(TheRef, Rows, Columns, Height, Width);
     const Place from = place_of(TheRef, here);
     here.at_least(Height, 0, "Height");
     here.at_least(Width, 0, "Width");
@@ -120,7 +120,7 @@ OPER RefPlus(const Reference& TheRef, int Rows, int Columns, int Height, int Wid
 
 std::string WorkSheetName(const Reference& TheRef) {
     Routine here{"WorkSheetName"};
-    here.arguments(QX_NAMED(TheRef));
+    here.inputs(TheRef);
     OPER on_sheet{{.num = 0.0}, xltypeRef};
     on_sheet.val.mref = {nullptr, place_of(TheRef, here).sheet};
     HostCell name;

@@ -58,8 +58,7 @@ std::string_view name_of(std::string_view function, int cell) {
     return found == nullptr || cell >= found->arity() ? std::string_view{"?"} : found->args[cell].name;
 }
 
-[[maybe_unused]] const bool connected =
-    (trace().describe_argument = help_of, trace().declared_name = name_of, true);
+[[maybe_unused]] const bool connected = (trace().describe_argument = help_of, trace().declared_name = name_of, true);
 
 } // namespace
 

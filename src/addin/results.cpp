@@ -221,11 +221,7 @@ void Frame::reply(double value) {
 [[gnu::cold, gnu::noinline]] void Frame::note(double value) const {
     if (traced()) trace().result(value);
     if (std::fabs(value) <= large) return;
-    // The debug watch of large numbers: the file holds the last one only.
-    if (std::FILE* const watch = std::fopen("qx_flout.txt", "w")) {
-        std::fprintf(watch, " Large Number Found: %s\n", function.name);
-        std::fclose(watch);
-    }
+    large_number_watch().saw(function.name);
 }
 
 void Frame::reply_integer(long long value) {

@@ -129,6 +129,7 @@ inline std::string describe(const anyvalue& value) {
 }
 
 QX_RANGE_POOL(anyvalue, 7);
+QX_WORK_LISTS(anyvalue, 4);
 QX_RANGE_POOL(dateorfloat, 3);
 QX_RANGE_POOL(floatblank, 1);
 

@@ -16,7 +16,7 @@ namespace qx {
 struct Holidays {
     int BusDaySwitch;
     const AnnualSequence& AnnHols;
-    const Range<date>& HolDates;
+    View<date> HolDates;
 
     /// A business day of the family that is none of the holidays.
     bool isbd(const date& day) const;
@@ -26,16 +26,16 @@ struct Holidays {
 };
 
 // The business-day test, and the nearest business day on or after, or on or before, a date.
-bool IsBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates);
-date NextBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates);
-date PrevBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates);
+bool IsBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
+date NextBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
+date PrevBD(const date& TheDate, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
 // The same with the switch as the whole part of a rolling float.
-bool IsBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates);
-date NextBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates);
-date PrevBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates);
+bool IsBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
+date NextBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
+date PrevBDX(const date& TheDate, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
 
 /// True if the date's weekday (1 Sunday to 7 Saturday) is one of WeekendDays, which are 1 and 7 if there are none.
-bool IsWE(const date& TheDate, const Range<int>& WeekendDays);
+bool IsWE(const date& TheDate, View<int> WeekendDays);
 /// True on a holiday of the family and on a weekend; the names of the holidays on a date.
 bool IsHol(const date& TheDate, int BusDaySwitch);
 std::string WhatHol(const date& TheDate, int BusDaySwitch);
@@ -43,7 +43,7 @@ std::string WhatHol(const date& TheDate, int BusDaySwitch);
 date Holiday(int HolNum, const date& YearOrDate);
 std::string DescribeHol(int HolNum);
 date WesternEaster(const date& YearOrDate);
-std::string DescribeBD(int BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates);
+std::string DescribeBD(int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
 
 /// A yearly event's date: see calcdatex() in holidays.h.
 date CreateDate(const date& YearOrDate, int MonthInYearOpt, int DayInMonthOpt, int OccurrenceNo, int DayinWeekOpt,
@@ -57,37 +57,37 @@ date CalcDate(const date& YearOrDate, int MonthInYear, int DayInMonth, int First
 
 /// Working days from one date to another, both counted: days that are neither a weekday of WeekendDays nor a holiday.
 /// Without holidays and with a switch of 0, no WeekendDays means none; otherwise it means Sunday and Saturday.
-double NetWorkDaysX(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays,
-                    const AnnualSequence& AnnHols, const Range<date>& HolDates, int BusDaySwitch);
-double NetWorkDaysQX(const date& FromDate, const date& ToDate, const Range<int>& WeekendDays,
-                     const AnnualSequence& AnnHols, const Range<date>& HolDates, int BusDaySwitch);
+double NetWorkDaysX(const date& FromDate, const date& ToDate, View<int> WeekendDays, const AnnualSequence& AnnHols,
+                    View<date> HolDates, int BusDaySwitch);
+double NetWorkDaysQX(const date& FromDate, const date& ToDate, View<int> WeekendDays, const AnnualSequence& AnnHols,
+                     View<date> HolDates, int BusDaySwitch);
 
 // A date plus days, months or years under a day count, rolled on to a business day.
 
 /// With a BDOption of 1 the days are business days.
-date DpDBD(const date& TheDate, double Days, int BusDaySwitch, const AnnualSequence& AnnHols,
-           const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods, int BDOption);
-date DpMBD(const date& TheDate, double Months, int BusDaySwitch, const AnnualSequence& AnnHols,
-           const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods);
-date DpYBD(const date& TheDate, double Yrs, int BusDaySwitch, const AnnualSequence& AnnHols,
-           const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods);
-date DpDBDX(const date& TheDate, double Days, double BusDaySwitch, const AnnualSequence& AnnHols,
-            const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods);
-date DpMBDX(const date& TheDate, double Months, double BusDaySwitch, const AnnualSequence& AnnHols,
-            const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods);
-date DpYBDX(const date& TheDate, double Yrs, double BusDaySwitch, const AnnualSequence& AnnHols,
-            const Range<date>& HolDates, double DayCount, const AnnualSequence& Periods);
+date DpDBD(const date& TheDate, double Days, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+           double DayCount, const AnnualSequence& Periods, int BDOption);
+date DpMBD(const date& TheDate, double Months, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+           double DayCount, const AnnualSequence& Periods);
+date DpYBD(const date& TheDate, double Yrs, int BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+           double DayCount, const AnnualSequence& Periods);
+date DpDBDX(const date& TheDate, double Days, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+            double DayCount, const AnnualSequence& Periods);
+date DpMBDX(const date& TheDate, double Months, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+            double DayCount, const AnnualSequence& Periods);
+date DpYBDX(const date& TheDate, double Yrs, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
+            double DayCount, const AnnualSequence& Periods);
 
 // The next and previous date of a sequence and a list, rolled on to a business day. The lists are sorted.
 
 date NextDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates, int BusDaySwitch,
-                   const AnnualSequence& AnnHols, const Range<date>& HolDates);
+                   const AnnualSequence& AnnHols, View<date> HolDates);
 date PrevDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates, int BusDaySwitch,
-                   const AnnualSequence& AnnHols, const Range<date>& HolDates);
+                   const AnnualSequence& AnnHols, View<date> HolDates);
 date NextDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
-                    double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates);
+                    double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
 date PrevDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
-                    double BusDaySwitch, const AnnualSequence& AnnHols, const Range<date>& HolDates);
+                    double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
 date NextDateListBD(const date& TheDate, Range<date>& SpecificDates, int BusDaySwitch);
 date PrevDateListBD(const date& TheDate, Range<date>& SpecificDates, int BusDaySwitch);
 

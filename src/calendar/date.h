@@ -201,5 +201,6 @@ inline int months_between(const date& from, const date& to) {
 }
 
 QX_RANGE_POOL(date, 15);
+QX_WORK_LISTS(date, 24);
 
 } // namespace qx

@@ -17,16 +17,10 @@ constexpr int longest_timebase = 9999; ///< dates of a time base
 void limit_daycount(Routine& here, double DayCount) { here.limit(DayCount, 0, 999, "DayCount"); }
 void limit_rounding(Routine& here, int RoundMethod) { here.limit(RoundMethod, 0, 2, "RoundMethod"); }
 
-/// The list of dates that a routine returns; it stands until the next such call.
-Range<date>& date_results() {
-    static Range<date> results;
-    results.dimension(0);
-    return results;
-}
-Range<double>& number_results() {
-    static Range<double> results;
-    results.dimension(0);
-    return results;
+/// The whole part of a number of months, where what is whole but for its last bits is that number.
+int whole_months(double months) {
+    const double nearest = std::round(months);
+    return whole(isequal(months, nearest) ? nearest : months);
 }
 
 void append(Range<date>& list, const date& day) {
@@ -40,60 +34,60 @@ void append(Range<date>& list, const date& day) {
 
 double DiffD(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DiffD"};
-    here.arguments(QX_NAMED(Date1, Date2, DayCount, Periods));
+    here.inputs(Date1, Date2, DayCount, Periods);
     limit_daycount(here, DayCount);
     return here.returning(static_cast<double>(daycountdays(Date1, Date2, DayCount)));
 }
 
 double DiffM(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DiffM"};
-    here.arguments(QX_NAMED(Date1, Date2, DayCount, Periods));
+    here.inputs(Date1, Date2, DayCount, Periods);
     limit_daycount(here, DayCount);
     return here.returning(diffmonths(Date1, Date2, DayCount, Periods));
 }
 
 double DiffY(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DiffY"};
-    here.arguments(QX_NAMED(Date1, Date2, DayCount, Periods));
+    here.inputs(Date1, Date2, DayCount, Periods);
     limit_daycount(here, DayCount);
     return here.returning(diffmonths(Date1, Date2, DayCount, Periods) / 12.0);
 }
 
 double DiffP(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq) {
     Routine here{"DiffP"};
-    here.arguments(QX_NAMED(FromDate, ToDate, AnnDateSeq));
+    here.inputs(FromDate, ToDate, AnnDateSeq);
     return here.returning(AnnDateSeq.periodsbetween(FromDate, ToDate));
 }
 
 double DiffPSeq(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq) {
     Routine here{"DiffPSeq"};
-    here.arguments(QX_NAMED(FromDate, ToDate, AnnDateSeq));
+    here.inputs(FromDate, ToDate, AnnDateSeq);
     return here.returning(AnnDateSeq.periodsbetween(FromDate, ToDate));
 }
 
 double DiffMSeq(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq) {
     Routine here{"DiffMSeq"};
-    here.arguments(QX_NAMED(FromDate, ToDate, AnnDateSeq));
+    here.inputs(FromDate, ToDate, AnnDateSeq);
     return here.returning(AnnDateSeq.monthsbetween(FromDate, ToDate));
 }
 
 double DiffDX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DiffDX"};
-    here.arguments(QX_NAMED(Date1, Date2, DayCount, Periods));
+    here.inputs(Date1, Date2, DayCount, Periods);
     here.superseded_by("DiffD");
     return here.returning(DiffD(Date1, Date2, DayCount, Periods));
 }
 
 double DiffMX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DiffMX"};
-    here.arguments(QX_NAMED(Date1, Date2, DayCount, Periods));
+    here.inputs(Date1, Date2, DayCount, Periods);
     here.superseded_by("DiffM");
     return here.returning(DiffM(Date1, Date2, DayCount, Periods));
 }
 
 double DiffYX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DiffYX"};
-    here.arguments(QX_NAMED(Date1, Date2, DayCount, Periods));
+    here.inputs(Date1, Date2, DayCount, Periods);
     here.superseded_by("DiffY");
     return here.returning(DiffY(Date1, Date2, DayCount, Periods));
 }
@@ -102,21 +96,21 @@ double DiffYX(const date& Date1, const date& Date2, double DayCount, const Annua
 
 date DpD(const date& TheDate, double Days, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpD"};
-    here.arguments(QX_NAMED(TheDate, Days, DayCount, Periods));
+    here.inputs(TheDate, Days, DayCount, Periods);
     limit_daycount(here, DayCount);
     return here.returning("DateResult", nextbd(plusdays(TheDate, Days, DayCount), Periods.BusDaySwitch()));
 }
 
 date DpM(const date& TheDate, double Months, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpM"};
-    here.arguments(QX_NAMED(TheDate, Months, DayCount, Periods));
+    here.inputs(TheDate, Months, DayCount, Periods);
     limit_daycount(here, DayCount);
     return here.returning("DateResult", nextbd(plusmonths(TheDate, Months, DayCount, Periods), Periods.BusDaySwitch()));
 }
 
 date DpY(const date& TheDate, double Yrs, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpY"};
-    here.arguments(QX_NAMED(TheDate, Yrs, DayCount, Periods));
+    here.inputs(TheDate, Yrs, DayCount, Periods);
     limit_daycount(here, DayCount);
     return here.returning("DateResult",
                           nextbd(plusmonths(TheDate, Yrs * 12.0, DayCount, Periods), Periods.BusDaySwitch()));
@@ -124,71 +118,71 @@ date DpY(const date& TheDate, double Yrs, double DayCount, const AnnualSequence&
 
 date DpDX(const date& TheDate, double Days, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpDX"};
-    here.arguments(QX_NAMED(TheDate, Days, DayCount, Periods));
+    here.inputs(TheDate, Days, DayCount, Periods);
     here.superseded_by("DpD");
     return here.returning("DateResult", DpD(TheDate, Days, DayCount, Periods));
 }
 
 date DpMX(const date& TheDate, double Months, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpMX"};
-    here.arguments(QX_NAMED(TheDate, Months, DayCount, Periods));
+    here.inputs(TheDate, Months, DayCount, Periods);
     here.superseded_by("DpM");
     return here.returning("DateResult", DpM(TheDate, Months, DayCount, Periods));
 }
 
 date DpYX(const date& TheDate, double Yrs, double DayCount, const AnnualSequence& Periods) {
     Routine here{"DpYX"};
-    here.arguments(QX_NAMED(TheDate, Yrs, DayCount, Periods));
+    here.inputs(TheDate, Yrs, DayCount, Periods);
     here.superseded_by("DpY");
     return here.returning("DateResult", DpY(TheDate, Yrs, DayCount, Periods));
 }
 
 date EDateQX(const date& TheDate, double Months) {
     Routine here{"EDateQX"};
-    here.arguments(QX_NAMED(TheDate, Months));
-    return here.returning("DateResult", TheDate.plusmonths(whole(Months), false));
+    here.inputs(TheDate, Months);
+    return here.returning("DateResult", TheDate.plusmonths(whole_months(Months), false));
 }
 
 date DatePer(double WhichOne, const date& FirstPmtDate, double Periodicity) {
     Routine here{"DatePer"};
-    here.arguments(QX_NAMED(WhichOne, FirstPmtDate, Periodicity));
+    here.inputs(WhichOne, FirstPmtDate, Periodicity);
     here.at_least(Periodicity, 0, "Periodicity");
-    return here.returning("DateResult", FirstPmtDate.plusmonths(whole(WhichOne * Periodicity), false));
+    return here.returning("DateResult", FirstPmtDate.plusmonths(whole_months(WhichOne * Periodicity), false));
 }
 
 // --- Time periods ---------------------------------------------------------------------------------------------
 
 double TpD(const timeperiod& Time, double DayCount, const AnnualSequence& Periods) {
     Routine here{"TpD"};
-    here.arguments(QX_NAMED(Time, DayCount, Periods));
+    here.inputs(Time, DayCount, Periods);
     limit_daycount(here, DayCount);
     return here.returning(static_cast<double>(daycountdays(Time.from(), Time.to(), DayCount)));
 }
 
 double TpM(const timeperiod& Time, double DayCount, const AnnualSequence& Periods) {
     Routine here{"TpM"};
-    here.arguments(QX_NAMED(Time, DayCount, Periods));
+    here.inputs(Time, DayCount, Periods);
     limit_daycount(here, DayCount);
     return here.returning(Time.lenmonths(Time.from(), Time.to(), DayCount, Periods));
 }
 
 double TpY(const timeperiod& Time, double DayCount, const AnnualSequence& Periods) {
     Routine here{"TpY"};
-    here.arguments(QX_NAMED(Time, DayCount, Periods));
+    here.inputs(Time, DayCount, Periods);
     limit_daycount(here, DayCount);
     return here.returning(Time.lenyrs(Time.from(), Time.to(), DayCount, Periods));
 }
 
 double TpMX(const timeperiod& Time, double DayCount, const AnnualSequence& Periods) {
     Routine here{"TpMX"};
-    here.arguments(QX_NAMED(Time, DayCount, Periods));
+    here.inputs(Time, DayCount, Periods);
     here.superseded_by("TpM");
     return here.returning(TpM(Time, DayCount, Periods));
 }
 
-bool Occurs(const timeperiod& Time, const Range<date>& EventDates) {
+bool Occurs(const timeperiod& Time, View<date> EventDates) {
     Routine here{"Occurs"};
-    here.arguments(QX_NAMED(Time, EventDates));
+    here.inputs(Time, EventDates);
     return here.returning(std::any_of(EventDates.begin(), EventDates.end(),
                                       [&Time](const date& day) { return !day.iszero() && Time.contains(day); }));
 }
@@ -197,7 +191,7 @@ namespace {
 
 timeperiod cash_span(Routine& here, const timeperiod& Time, double DayCount, const AnnualSequence& CashBasis,
                      double ProjMode) {
-    here.arguments(QX_NAMED(Time, DayCount, CashBasis, ProjMode));
+    here.inputs(Time, DayCount, CashBasis, ProjMode);
     limit_daycount(here, DayCount);
     here.limit(ProjMode, 0, 7, "ProjMode");
     return CashTime(Time, CashBasis, Time.from(), Time.to(), true, ProjMode);
@@ -221,30 +215,30 @@ double CashLenYrs(const timeperiod& Time, double DayCount, const AnnualSequence&
     return here.returning(span.lenyrs(span.from(), span.to(), DayCount, CashBasis));
 }
 
-Range<date>& CreateTimeBase(const date& Start, const AnnualSequence& Periods, const date& AbFin, int NumOfPrds) {
+WorkList<date> CreateTimeBase(const date& Start, const AnnualSequence& Periods, const date& AbFin, int NumOfPrds) {
     Routine here{"CreateTimeBase"};
-    here.arguments(QX_NAMED(Start, Periods, AbFin, NumOfPrds));
+    here.inputs(Start, Periods, AbFin, NumOfPrds);
     here.at_least(NumOfPrds, 0, "NumOfPrds");
     if (NumOfPrds == 0 && AbFin.iszero())
         here.fail<errinput>("NumOfPrds", "You MUST specify either NumOfPrds or AbFin");
-    Range<date>& timebase = date_results();
+    WorkList<date> timebase;
     const int most = NumOfPrds > 0 ? std::min(NumOfPrds, longest_timebase) : longest_timebase;
     append(timebase, Start);
-    while (timebase.size() < most && (NumOfPrds > 0 || timebase.last() < AbFin)) {
-        const date next = Periods.nextdate(timebase.last(), false);
-        if (next <= timebase.last()) break; // the end of the calendar
+    while (timebase.size() < most && (NumOfPrds > 0 || timebase->last() < AbFin)) {
+        const date next = Periods.nextdate(timebase->last(), false);
+        if (next <= timebase->last()) break; // the end of the calendar
         append(timebase, next);
     }
     here.returning();
     return timebase;
 }
 
-Range<double>& TimeBaseLengths(const Range<date>& Timebase, double DayCount, const AnnualSequence& Periods) {
+WorkList<double> TimeBaseLengths(View<date> Timebase, double DayCount, const AnnualSequence& Periods) {
     Routine here{"TimeBaseLengths"};
-    here.arguments(QX_NAMED(Timebase, DayCount, Periods));
+    here.inputs(Timebase, DayCount, Periods);
     limit_daycount(here, DayCount);
-    Range<double>& lengths = number_results();
-    lengths.dimension(Timebase.size());
+    WorkList<double> lengths;
+    lengths->dimension(Timebase.size());
     timeperiod period;
     for (int i = 1; i <= Timebase.size(); ++i) {
         period.setfromtimebase_by_months(Timebase, i);
@@ -259,13 +253,13 @@ Range<double>& TimeBaseLengths(const Range<date>& Timebase, double DayCount, con
 namespace {
 
 /// The first date of an ascending list after a date, or the zero date.
-date next_in(const Range<date>& sorted, const date& day) {
+date next_in(View<date> sorted, const date& day) {
     const date* const found = std::upper_bound(sorted.begin(), sorted.end(), day);
     return found == sorted.end() ? date() : *found;
 }
 
 /// The last date of an ascending list before a date, or the zero date.
-date prev_in(const Range<date>& sorted, const date& day) {
+date prev_in(View<date> sorted, const date& day) {
     const date* const found = std::lower_bound(sorted.begin(), sorted.end(), day);
     return found == sorted.begin() ? date() : *(found - 1);
 }
@@ -304,8 +298,8 @@ void tell_left_out(Routine& here, const Source (&sources)[N]) {
 
 /// The dates of some sources strictly between two dates.
 template <int N>
-Range<date>& dates_between(const Source (&sources)[N], const date& FromDate, const date& ToDate) {
-    Range<date>& found = date_results();
+WorkList<date> dates_between(const Source (&sources)[N], const date& FromDate, const date& ToDate) {
+    WorkList<date> found;
     for (const Source& source : sources) source.list.heapsort(true);
     date working = FromDate;
     for (int round = 1; round <= longest_list; ++round) {
@@ -321,21 +315,21 @@ Range<date>& dates_between(const Source (&sources)[N], const date& FromDate, con
 
 date NextDateList(const date& TheDate, Range<date>& SpecificDates) {
     Routine here{"NextDateList"};
-    here.arguments(QX_NAMED(TheDate, SpecificDates));
+    here.inputs(TheDate, SpecificDates);
     SpecificDates.heapsort(true);
     return here.returning("DateResult", next_in(SpecificDates, TheDate));
 }
 
 date PrevDateList(const date& TheDate, Range<date>& SpecificDates) {
     Routine here{"PrevDateList"};
-    here.arguments(QX_NAMED(TheDate, SpecificDates));
+    here.inputs(TheDate, SpecificDates);
     SpecificDates.heapsort(true);
     return here.returning("DateResult", prev_in(SpecificDates, TheDate));
 }
 
 date NextDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates) {
     Routine here{"NextDateSeq"};
-    here.arguments(QX_NAMED(TheDate, AnnDateSeq, SpecificDates));
+    here.inputs(TheDate, AnnDateSeq, SpecificDates);
     const date from_list = NextDateList(TheDate, SpecificDates);
     const date from_sequence = AnnDateSeq.nextdate(TheDate, false);
     return here.returning("DateResult",
@@ -344,7 +338,7 @@ date NextDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<da
 
 date PrevDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates) {
     Routine here{"PrevDateSeq"};
-    here.arguments(QX_NAMED(TheDate, AnnDateSeq, SpecificDates));
+    here.inputs(TheDate, AnnDateSeq, SpecificDates);
     here.change_note(1, "See Change in Behaviour 1, Jul-02 :RoundDown changed to true from false (if TheDate equal to "
                         "sequence date it returns the previous date, not TheDate)");
     const date from_list = PrevDateList(TheDate, SpecificDates);
@@ -355,8 +349,8 @@ date NextDateCombine(const date& TheDate, const AnnualSequence& AnnDateSeq1, Ran
                      const AnnualSequence& AnnDateSeq2, Range<date>& SpecificDates2, const AnnualSequence& AnnDateSeq3,
                      Range<date>& SpecificDates3, const AnnualSequence& AnnDateSeq4, Range<date>& SpecificDates4) {
     Routine here{"NextDateCombine"};
-    here.arguments(QX_NAMED(TheDate, AnnDateSeq1, SpecificDates1, AnnDateSeq2, SpecificDates2, AnnDateSeq3,
-                            SpecificDates3, AnnDateSeq4, SpecificDates4));
+    here.inputs(TheDate, AnnDateSeq1, SpecificDates1, AnnDateSeq2, SpecificDates2, AnnDateSeq3, SpecificDates3,
+                AnnDateSeq4, SpecificDates4);
     const Source sources[] = {{AnnDateSeq1, SpecificDates1},
                               {AnnDateSeq2, SpecificDates2},
                               {AnnDateSeq3, SpecificDates3},
@@ -366,23 +360,23 @@ date NextDateCombine(const date& TheDate, const AnnualSequence& AnnDateSeq1, Ran
     return here.returning("DateResult", next_of(sources, TheDate));
 }
 
-date MostRecent(const date& TheDate, const Range<date>& Dates, const Range<date>& Dates2, const Range<date>& Dates3,
-                const Range<date>& Dates4, bool RoundDown, const date& DefaultDate) {
+date MostRecent(const date& TheDate, View<date> Dates, View<date> Dates2, View<date> Dates3, View<date> Dates4,
+                bool RoundDown, const date& DefaultDate) {
     Routine here{"MostRecent"};
-    here.arguments(QX_NAMED(TheDate, Dates, Dates2, Dates3, Dates4, RoundDown, DefaultDate));
+    here.inputs(TheDate, Dates, Dates2, Dates3, Dates4, RoundDown, DefaultDate);
     date found;
-    for (const Range<date>* list : {&Dates, &Dates2, &Dates3, &Dates4})
+    for (const View<date>* list : {&Dates, &Dates2, &Dates3, &Dates4})
         for (const date& day : *list)
             if ((RoundDown ? day < TheDate : day <= TheDate) && day > found) found = day;
     return here.returning("DateResult", date(found.iszero() ? DefaultDate : found));
 }
 
-date MostImminent(const date& TheDate, const Range<date>& Dates, const Range<date>& Dates2, const Range<date>& Dates3,
-                  const Range<date>& Dates4, bool RoundDown, const date& DefaultDate) {
+date MostImminent(const date& TheDate, View<date> Dates, View<date> Dates2, View<date> Dates3, View<date> Dates4,
+                  bool RoundDown, const date& DefaultDate) {
     Routine here{"MostImminent"};
-    here.arguments(QX_NAMED(TheDate, Dates, Dates2, Dates3, Dates4, RoundDown, DefaultDate));
+    here.inputs(TheDate, Dates, Dates2, Dates3, Dates4, RoundDown, DefaultDate);
     date found;
-    for (const Range<date>* list : {&Dates, &Dates2, &Dates3, &Dates4})
+    for (const View<date>* list : {&Dates, &Dates2, &Dates3, &Dates4})
         for (const date& day : *list)
             if (RoundDown ? day >= TheDate : day > TheDate) found = earlier(found, day);
     return here.returning("DateResult", date(found.iszero() ? DefaultDate : found));
@@ -390,23 +384,24 @@ date MostImminent(const date& TheDate, const Range<date>& Dates, const Range<dat
 
 // --- Sequences as lists ---------------------------------------------------------------------------------------
 
-Range<date>& DateSeq(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq,
-                     Range<date>& SpecificDates) {
+WorkList<date> DateSeq(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq,
+                       Range<date>& SpecificDates) {
     Routine here{"DateSeq"};
-    here.arguments(QX_NAMED(FromDate, ToDate, AnnDateSeq, SpecificDates));
+    here.inputs(FromDate, ToDate, AnnDateSeq, SpecificDates);
     const Source sources[] = {{AnnDateSeq, SpecificDates, true}};
-    Range<date>& found = dates_between(sources, FromDate, ToDate);
+    WorkList<date> found = dates_between(sources, FromDate, ToDate);
     here.returning();
     return found;
 }
 
-Range<date>& DateSeqCombine(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq1,
-                            Range<date>& SpecificDates1, const AnnualSequence& AnnDateSeq2, Range<date>& SpecificDates2,
-                            const AnnualSequence& AnnDateSeq3, Range<date>& SpecificDates3,
-                            const AnnualSequence& AnnDateSeq4, Range<date>& SpecificDates4) {
+WorkList<date> DateSeqCombine(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq1,
+                              Range<date>& SpecificDates1, const AnnualSequence& AnnDateSeq2,
+                              Range<date>& SpecificDates2, const AnnualSequence& AnnDateSeq3,
+                              Range<date>& SpecificDates3, const AnnualSequence& AnnDateSeq4,
+                              Range<date>& SpecificDates4) {
     Routine here{"DateSeqCombine"};
-    here.arguments(QX_NAMED(FromDate, ToDate, AnnDateSeq1, SpecificDates1, AnnDateSeq2, SpecificDates2, AnnDateSeq3,
-                            SpecificDates3, AnnDateSeq4, SpecificDates4));
+    here.inputs(FromDate, ToDate, AnnDateSeq1, SpecificDates1, AnnDateSeq2, SpecificDates2, AnnDateSeq3, SpecificDates3,
+                AnnDateSeq4, SpecificDates4);
     const Source sources[] = {{AnnDateSeq1, SpecificDates1},
                               {AnnDateSeq2, SpecificDates2},
                               {AnnDateSeq3, SpecificDates3},
@@ -414,19 +409,19 @@ Range<date>& DateSeqCombine(const date& FromDate, const date& ToDate, const Annu
     if (std::none_of(std::begin(sources), std::end(sources), [](const Source& each) { return each.given(); }))
         here.fail<errinput>("AnnDateSeq1", "At least one AnndateSeq or SpecificDates must be set");
     tell_left_out(here, sources);
-    Range<date>& found = dates_between(sources, FromDate, ToDate);
+    WorkList<date> found = dates_between(sources, FromDate, ToDate);
     here.returning();
     return found;
 }
 
-Range<double>& AnnSeq(double AnnSeqNum, int NumPmtsPerYr, bool EOMRule) {
+WorkList<double> AnnSeq(double AnnSeqNum, int NumPmtsPerYr, bool EOMRule) {
     Routine here{"AnnSeq"};
-    here.arguments(QX_NAMED(AnnSeqNum, NumPmtsPerYr, EOMRule));
+    here.inputs(AnnSeqNum, NumPmtsPerYr, EOMRule);
     here.limit(NumPmtsPerYr, 1, 13, "NumPmtsPerYr");
     AnnualSequence sequence;
     sequence.generate(AnnSeqNum, NumPmtsPerYr, EOMRule);
-    Range<double>& figures = number_results();
-    figures.dimension(sequence.size());
+    WorkList<double> figures;
+    figures->dimension(sequence.size());
     for (int i = 1; i <= sequence.size(); ++i) figures(i) = sequence.figure(i);
     here.returning();
     return figures;
@@ -434,19 +429,19 @@ Range<double>& AnnSeq(double AnnSeqNum, int NumPmtsPerYr, bool EOMRule) {
 
 int NumPers(const AnnualSequence& Periods) {
     Routine here{"NumPers"};
-    here.arguments(QX_NAMED(Periods));
+    here.inputs(Periods);
     return here.returning(Periods.size());
 }
 
 bool IsSeqDate(const date& TheDate, const AnnualSequence& AnnualDateSeq) {
     Routine here{"IsSeqDate"};
-    here.arguments(QX_NAMED(TheDate, AnnualDateSeq));
+    here.inputs(TheDate, AnnualDateSeq);
     return here.returning(AnnualDateSeq.isdate(TheDate));
 }
 
 bool IsAnniversary(const date& Date1, const date& Date2) {
     Routine here{"IsAnniversary"};
-    here.arguments(QX_NAMED(Date1, Date2));
+    here.inputs(Date1, Date2);
     return here.returning(Date1.plusyears(Date2.year() - Date1.year(), false) == Date2);
 }
 
@@ -475,7 +470,7 @@ void limit_weekdays(Routine& here, int StartOfWeek, int StartOfWeek1) {
 
 int WeekNumber(const date& TheDate, int StartOfWeek, int StartOfWeek1) {
     Routine here{"WeekNumber"};
-    here.arguments(QX_NAMED(TheDate, StartOfWeek, StartOfWeek1));
+    here.inputs(TheDate, StartOfWeek, StartOfWeek1);
     limit_weekdays(here, StartOfWeek, StartOfWeek1);
     const int year = TheDate.year();
     if (StartOfWeek1 < 1) {
@@ -495,7 +490,7 @@ int WeekNumber(const date& TheDate, int StartOfWeek, int StartOfWeek1) {
 
 date WeekNumberToDate(int WeekNum, int StartOfWeek, int StartOfWeek1, const date& Yr) {
     Routine here{"WeekNumberToDate"};
-    here.arguments(QX_NAMED(WeekNum, StartOfWeek, StartOfWeek1, Yr));
+    here.inputs(WeekNum, StartOfWeek, StartOfWeek1, Yr);
     limit_weekdays(here, StartOfWeek, StartOfWeek1);
     date start = StartOfWeek1 < 1 ? Yr.yearstart().movetoweekday(StartOfWeek, 1)
                                   : week_one(Yr.year(), StartOfWeek, StartOfWeek1);
@@ -525,26 +520,26 @@ date round_to(const date& day, const AnnualSequence& sequence, int Round) {
 
 date DateRound(const date& TheDate, const AnnualSequence& Periods, int Round) {
     Routine here{"DateRound"};
-    here.arguments(QX_NAMED(TheDate, Periods, Round));
+    here.inputs(TheDate, Periods, Round);
     here.at_least(Round, 0, "Round");
     return here.returning("DateResult", round_to(TheDate, Periods, Round));
 }
 
 date DateCeiling(const date& TheDate, const AnnualSequence& Periods) {
     Routine here{"DateCeiling"};
-    here.arguments(QX_NAMED(TheDate, Periods));
+    here.inputs(TheDate, Periods);
     return here.returning("DateResult", round_to(TheDate, Periods, 2));
 }
 
 date DateFloor(const date& TheDate, const AnnualSequence& Periods) {
     Routine here{"DateFloor"};
-    here.arguments(QX_NAMED(TheDate, Periods));
+    here.inputs(TheDate, Periods);
     return here.returning("DateResult", round_to(TheDate, Periods, 1));
 }
 
 std::string DescribeRounding(int Round) {
     Routine here{"DescribeRounding"};
-    here.arguments(QX_NAMED(Round));
+    here.inputs(Round);
     here.at_least(Round, 0, "Round");
     static constexpr const char* texts[] = {
         "Rounded to the NEAREST payment/accrual date",
@@ -557,14 +552,14 @@ std::string DescribeRounding(int Round) {
 
 date RoundDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, int RoundMethod) {
     Routine here{"RoundDateSeq"};
-    here.arguments(QX_NAMED(TheDate, AnnDateSeq, RoundMethod));
+    here.inputs(TheDate, AnnDateSeq, RoundMethod);
     limit_rounding(here, RoundMethod);
     return here.returning("DateResult", round_to(TheDate, AnnDateSeq, RoundMethod));
 }
 
 date RoundMD(const date& TheDate, int Mnth, int Day, int RoundMethod) {
     Routine here{"RoundMD"};
-    here.arguments(QX_NAMED(TheDate, Mnth, Day, RoundMethod));
+    here.inputs(TheDate, Mnth, Day, RoundMethod);
     here.limit(Mnth, 1, 12, "Mnth");
     here.limit(Day, 1, 31, "Day");
     limit_rounding(here, RoundMethod);
@@ -576,7 +571,7 @@ date RoundMD(const date& TheDate, int Mnth, int Day, int RoundMethod) {
 
 date RoundMonthDay(const date& TheDate, int DayInMonth, int RoundMethod) {
     Routine here{"RoundMonthDay"};
-    here.arguments(QX_NAMED(TheDate, DayInMonth, RoundMethod));
+    here.inputs(TheDate, DayInMonth, RoundMethod);
     here.limit(DayInMonth, 1, 31, "DayInMonth");
     limit_rounding(here, RoundMethod);
     date rounded = TheDate;
@@ -586,7 +581,7 @@ date RoundMonthDay(const date& TheDate, int DayInMonth, int RoundMethod) {
 
 date RoundWeekDay(const date& TheDate, int DayInWeek, int RoundMethod) {
     Routine here{"RoundWeekDay"};
-    here.arguments(QX_NAMED(TheDate, DayInWeek, RoundMethod));
+    here.inputs(TheDate, DayInWeek, RoundMethod);
     here.limit(DayInWeek, 1, 7, "DayInWeek");
     limit_rounding(here, RoundMethod);
     date rounded = TheDate;
@@ -597,7 +592,7 @@ date RoundWeekDay(const date& TheDate, int DayInWeek, int RoundMethod) {
 
 date CollarDate(const date& TheDate, const date& MinDate, const date& MaxDate) {
     Routine here{"CollarDate"};
-    here.arguments(QX_NAMED(TheDate, MinDate, MaxDate));
+    here.inputs(TheDate, MinDate, MaxDate);
     const bool below = !MinDate.iszero() && MinDate > TheDate;
     const bool above = !MaxDate.iszero() && MaxDate < TheDate;
     return here.returning("DateResult", date(below ? MinDate : above ? MaxDate : TheDate));
@@ -605,7 +600,7 @@ date CollarDate(const date& TheDate, const date& MinDate, const date& MaxDate) {
 
 double Collar(double Amt, double Minimum, double Maximum) {
     Routine here{"Collar"};
-    here.arguments(QX_NAMED(Amt, Minimum, Maximum));
+    here.inputs(Amt, Minimum, Maximum);
     const bool below = !iszero(Minimum) && Minimum > Amt;
     const bool above = !iszero(Maximum) && Maximum < Amt;
     return here.returning(below ? Minimum : above ? Maximum : Amt);
@@ -613,7 +608,7 @@ double Collar(double Amt, double Minimum, double Maximum) {
 
 bool InBetween(const date& TheDate, const date& StartDate, const date& FinishDate) {
     Routine here{"InBetween"};
-    here.arguments(QX_NAMED(TheDate, StartDate, FinishDate));
+    here.inputs(TheDate, StartDate, FinishDate);
     return here.returning(StartDate <= TheDate && TheDate < FinishDate);
 }
 
@@ -621,20 +616,20 @@ bool InBetween(const date& TheDate, const date& StartDate, const date& FinishDat
 
 std::string DescribeDayCount(double DayCount) {
     Routine here{"DescribeDayCount"};
-    here.arguments(QX_NAMED(DayCount));
+    here.inputs(DayCount);
     limit_daycount(here, DayCount);
     return here.returning(daycount_text(DayCount));
 }
 
 std::string DescribePeriods(const AnnualSequence& Periods) {
     Routine here{"DescribePeriods"};
-    here.arguments(QX_NAMED(Periods));
+    here.inputs(Periods);
     return here.returning(describe_periods(Periods));
 }
 
 std::string DescribeCashBasis(double ProjMode) {
     Routine here{"DescribeCashBasis"};
-    here.arguments(QX_NAMED(ProjMode));
+    here.inputs(ProjMode);
     here.limit(ProjMode, 0, 7, "ProjMode");
     here.info("Moved to hidden (still works but not in help file) because CashBasis has been superceded by Periods");
     const int mode = whole(ProjMode);
@@ -643,7 +638,7 @@ std::string DescribeCashBasis(double ProjMode) {
 
 std::string DescribePmtsPerYear(double PmtsPerYear) {
     Routine here{"DescribePmtsPerYear"};
-    here.arguments(QX_NAMED(PmtsPerYear));
+    here.inputs(PmtsPerYear);
     here.limit(PmtsPerYear, -1e6, 1e6, "PmtsPerYear");
     const double payments = iszero(PmtsPerYear) ? 1.0 : std::fabs(PmtsPerYear);
     std::string text;
@@ -664,37 +659,37 @@ std::string DescribePmtsPerYear(double PmtsPerYear) {
 
 date DatePlusYears(const date& TheDate, double Yrs) {
     Routine here{"DatePlusYears"};
-    here.arguments(QX_NAMED(TheDate, Yrs));
+    here.inputs(TheDate, Yrs);
     return here.returning("DateResult", TheDate.plusyears(Yrs, true));
 }
 
 double DecYear(const date& TheDate) {
     Routine here{"DecYear"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     return here.returning(TheDate.decimal_year());
 }
 
 double DiffYears(const date& Date1, const date& Date2) {
     Routine here{"DiffYears"};
-    here.arguments(QX_NAMED(Date1, Date2));
+    here.inputs(Date1, Date2);
     return here.returning((Date2.months() - Date1.months()) / 12.0);
 }
 
 bool Happens(const timeperiod& Time, const date& EventDate) {
     Routine here{"Happens"};
-    here.arguments(QX_NAMED(Time, EventDate));
+    here.inputs(Time, EventDate);
     return here.returning(Time.contains(EventDate));
 }
 
 date IncDate(const date& TheDate, int Months) {
     Routine here{"IncDate"};
-    here.arguments(QX_NAMED(TheDate, Months));
+    here.inputs(TheDate, Months);
     return here.returning("DateResult", TheDate.plusmonths(Months, true));
 }
 
 date LotusDate(int Yr, int Mnth, int Day) {
     Routine here{"LotusDate"};
-    here.arguments(QX_NAMED(Yr, Mnth, Day));
+    here.inputs(Yr, Mnth, Day);
     here.limit(Yr, 0, date::maxyear, "Yr");
     here.limit(Mnth, 1, 12, "Mnth");
     const int year = Yr < 200 ? Yr + 1900 : Yr;

@@ -5,6 +5,8 @@
 // no dates. A date that does not exist is the zero date, which a cell shows as empty.
 #pragma once
 
+#include "core/pools.h"
+
 #include "calendar/annual_sequence.h"
 #include "calendar/date.h"
 #include "calendar/time_period.h"
@@ -54,16 +56,16 @@ double TpM(const timeperiod& Time, double DayCount, const AnnualSequence& Period
 double TpY(const timeperiod& Time, double DayCount, const AnnualSequence& Periods);
 double TpMX(const timeperiod& Time, double DayCount, const AnnualSequence& Periods); ///< old form of TpM
 /// True if one of the dates falls in a period.
-bool Occurs(const timeperiod& Time, const Range<date>& EventDates);
+bool Occurs(const timeperiod& Time, View<date> EventDates);
 /// Start, end and length in years of the span that is paid for in a period (see CashTime). ProjMode is 0 to 7.
 date CashStart(const timeperiod& Time, double DayCount, const AnnualSequence& CashBasis, double ProjMode);
 date CashFinish(const timeperiod& Time, double DayCount, const AnnualSequence& CashBasis, double ProjMode);
 double CashLenYrs(const timeperiod& Time, double DayCount, const AnnualSequence& CashBasis, double ProjMode);
 /// Dates that lie end to end: Start, then the dates of the sequence, either NumOfPrds in all or up to the first on or
 /// after AbFin. Throws errinput if neither is given.
-Range<date>& CreateTimeBase(const date& Start, const AnnualSequence& Periods, const date& AbFin, int NumOfPrds);
+WorkList<date> CreateTimeBase(const date& Start, const AnnualSequence& Periods, const date& AbFin, int NumOfPrds);
 /// The months of each period of a time base.
-Range<double>& TimeBaseLengths(const Range<date>& Timebase, double DayCount, const AnnualSequence& Periods);
+WorkList<double> TimeBaseLengths(View<date> Timebase, double DayCount, const AnnualSequence& Periods);
 
 // --- Next and previous ----------------------------------------------------------------------------------------
 
@@ -79,25 +81,26 @@ date NextDateCombine(const date& TheDate, const AnnualSequence& AnnDateSeq1, Ran
                      Range<date>& SpecificDates3, const AnnualSequence& AnnDateSeq4, Range<date>& SpecificDates4);
 /// The latest date of up to four lists on or before a date; strictly before it with RoundDown. DefaultDate if there is
 /// none.
-date MostRecent(const date& TheDate, const Range<date>& Dates, const Range<date>& Dates2, const Range<date>& Dates3,
-                const Range<date>& Dates4, bool RoundDown, const date& DefaultDate);
+date MostRecent(const date& TheDate, View<date> Dates, View<date> Dates2, View<date> Dates3, View<date> Dates4,
+                bool RoundDown, const date& DefaultDate);
 /// The earliest date on or after a date; strictly after it without RoundDown. DefaultDate if there is none.
-date MostImminent(const date& TheDate, const Range<date>& Dates, const Range<date>& Dates2, const Range<date>& Dates3,
-                  const Range<date>& Dates4, bool RoundDown, const date& DefaultDate);
+date MostImminent(const date& TheDate, View<date> Dates, View<date> Dates2, View<date> Dates3, View<date> Dates4,
+                  bool RoundDown, const date& DefaultDate);
 
 // --- Sequences as lists ---------------------------------------------------------------------------------------
 
 /// The dates of a sequence and a list strictly between two dates, at most 999.
-Range<date>& DateSeq(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq,
-                     Range<date>& SpecificDates);
+WorkList<date> DateSeq(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq,
+                       Range<date>& SpecificDates);
 /// The same of up to four sequences and lists. Throws errinput if none is given.
-Range<date>& DateSeqCombine(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq1,
-                            Range<date>& SpecificDates1, const AnnualSequence& AnnDateSeq2, Range<date>& SpecificDates2,
-                            const AnnualSequence& AnnDateSeq3, Range<date>& SpecificDates3,
-                            const AnnualSequence& AnnDateSeq4, Range<date>& SpecificDates4);
+WorkList<date> DateSeqCombine(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq1,
+                              Range<date>& SpecificDates1, const AnnualSequence& AnnDateSeq2,
+                              Range<date>& SpecificDates2, const AnnualSequence& AnnDateSeq3,
+                              Range<date>& SpecificDates3, const AnnualSequence& AnnDateSeq4,
+                              Range<date>& SpecificDates4);
 /// The figures of a sequence of NumPmtsPerYr payments a year (1, 2, 3, 4, 6, 12, or 13 for the English quarter days)
 /// from a first figure on; a negative one means arrears.
-Range<double>& AnnSeq(double AnnSeqNum, int NumPmtsPerYr, bool EOMRule);
+WorkList<double> AnnSeq(double AnnSeqNum, int NumPmtsPerYr, bool EOMRule);
 /// Dates of a sequence in a year.
 int NumPers(const AnnualSequence& Periods);
 /// True if a date is one of a sequence; true if Date2 is an anniversary of Date1 (28 February one of the 29th).

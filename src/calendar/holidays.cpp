@@ -423,7 +423,8 @@ date calcdatex(const date& day, int MonthInYear, int DayInMonth, int OccurrenceN
     const long long step = forward ? (OccurrenceNo - 1LL) * 7 : OccurrenceNo * 7LL - 1;
     const long long move = std::max(step, 0LL) + DaysRelative;
     if (move != 0) base.adddays(whole(static_cast<double>(forward ? move : -move)));
-    if (DayinWeekOpt >= 1 && DayinWeekOpt != base.dayofweek()) base.adddays((DayinWeekOpt + 7 - base.dayofweek()) % 7);
+    if (DayinWeekOpt >= 1 && DayinWeekOpt != base.dayofweek())
+        base.adddays((DayinWeekOpt % 7 + 7 - base.dayofweek()) % 7);
     return here.returning(AfterDate >= base ? AfterDate.plusdays(1) : base);
 }
 

@@ -6,69 +6,69 @@ namespace qx {
 
 int DaysInMonth(const date& TheDate) {
     Routine here{"DaysInMonth"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     return here.returning(TheDate.daysinmonth());
 }
 
 date MonthStart(const date& TheDate) {
     Routine here{"MonthStart"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     return here.returning(TheDate.monthstart());
 }
 
 date MonthEnd(const date& TheDate) {
     Routine here{"MonthEnd"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     return here.returning(TheDate.monthend());
 }
 
 bool IsLeap(const date& TheDate) {
     Routine here{"IsLeap"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     return here.returning(TheDate.leap());
 }
 
 double DYear(const date& TheDate) {
     Routine here{"DYear"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     return here.returning(TheDate.decimal_year());
 }
 
 double DMonth(const date& TheDate) {
     Routine here{"DMonth"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     return here.returning(TheDate.months());
 }
 
 date DateNum(const date& TheDate) {
     Routine here{"DateNum"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     here.change_note(74, "See Change in Behaviour 74, Oct-03 :Obsolete - unnecessary");
     return here.returning(date(TheDate));
 }
 
 std::string DayName(const date& TheDate) {
     Routine here{"DayName"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     return here.returning(std::string(TheDate.dayname()));
 }
 
 std::string MonthName(const date& TheDate) {
     Routine here{"MonthName"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     return here.returning(std::string(TheDate.monthname()));
 }
 
 double DateSeqNum(const date& TheDate) {
     Routine here{"DateSeqNum"};
-    here.arguments(QX_NAMED(TheDate));
+    here.inputs(TheDate);
     const double figure = TheDate.month() + TheDate.day() / 100.0;
     return here.returning(whole(figure * 100.0 + 0.5) / 100.0);
 }
 
 date DateYMD(int Yr, int Mnth, int Day) {
     Routine here{"DateYMD"};
-    here.arguments(QX_NAMED(Yr, Mnth, Day));
+    here.inputs(Yr, Mnth, Day);
     here.limit(Day, 1, 31, "Day");
     here.limit(Mnth, 1, 12, "Mnth");
     here.limit(Yr, 1000, 3000, "Yr");

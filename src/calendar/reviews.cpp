@@ -46,14 +46,14 @@ Review next_review(const date& TheDate, const date& FirstRev, int RevMos, bool R
 
 date LastReview(const date& TheDate, const date& FirstRev, int RevMos, bool RoundDown) {
     Routine here{"LastReview"};
-    here.arguments(QX_NAMED(TheDate, FirstRev, RevMos, RoundDown));
+    here.inputs(TheDate, FirstRev, RevMos, RoundDown);
     here.limit(RevMos, 0, 1000, "RevMos");
     return here.returning("DateResult", last_review(TheDate, FirstRev, RevMos, RoundDown).when);
 }
 
 date NextReview(const date& TheDate, const date& FirstRev, int RevMos, bool RoundDown) {
     Routine here{"NextReview"};
-    here.arguments(QX_NAMED(TheDate, FirstRev, RevMos, RoundDown));
+    here.inputs(TheDate, FirstRev, RevMos, RoundDown);
     here.limit(RevMos, 0, 1000, "RevMos");
     return here.returning("DateResult", next_review(TheDate, FirstRev, RevMos, RoundDown).when);
 }

@@ -11,7 +11,7 @@ namespace {
 /// The amount by seasons, of which season_end gives the end of the i-th that began at a date.
 template <class SeasonEnd>
 double by_seasons(Routine& here, const char* label, const timeperiod& period, const date& Start, const date& Finish,
-                  double Rate, const Range<double>& SeasonFactors, double DayCount, const AnnualSequence& Periods,
+                  double Rate, View<double> SeasonFactors, double DayCount, const AnnualSequence& Periods,
                   SeasonEnd season_end) {
     if (SeasonFactors.size() < 2) return here.returning(Rate * period.lenyrs(Start, Finish, DayCount, Periods));
     if (iszero(Rate) || Start > Finish || period.from() > period.to()) return here.returning(0.0);
@@ -40,7 +40,7 @@ double by_seasons(Routine& here, const char* label, const timeperiod& period, co
 } // namespace
 
 double seasonal_amount(const timeperiod& period, const date& Start, const date& Finish, double Rate,
-                       const Range<double>& SeasonFactors, const AnnualSequence& SeasonSeq, double DayCount,
+                       View<double> SeasonFactors, const AnnualSequence& SeasonSeq, double DayCount,
                        const AnnualSequence& Periods) {
     Routine here{"Seasonal Average (Specific Date Sequence)", Routine::internal};
     if (SeasonSeq.size() == 0) return here.returning(0.0);
@@ -57,7 +57,7 @@ double seasonal_amount(const timeperiod& period, const date& Start, const date& 
 }
 
 double even_seasonal_amount(const timeperiod& period, const date& Start, const date& Finish, double Rate,
-                            const Range<double>& SeasonFactors, double DayCount, const AnnualSequence& Periods) {
+                            View<double> SeasonFactors, double DayCount, const AnnualSequence& Periods) {
     Routine here{"Seasonal Average (Even Seasonalities)", Routine::internal};
     return by_seasons(
         here, "Seasonal Average (Even Seasonalities) =", period, Start, Finish, Rate, SeasonFactors, DayCount, Periods,

@@ -4,7 +4,7 @@
 #include "calendar/annual_sequence.h"
 #include "calendar/date.h"
 #include "calendar/time_period.h"
-#include "core/range.h"
+#include "core/view.h"
 
 namespace qx {
 
@@ -13,10 +13,10 @@ namespace qx {
 /// the year. Rate times the years with fewer than two factors; 0 without a sequence. Throws errlibseas unless the
 /// sequence ascends from 1.01.
 double seasonal_amount(const timeperiod& period, const date& Start, const date& Finish, double Rate,
-                       const Range<double>& SeasonFactors, const AnnualSequence& SeasonSeq, double DayCount,
+                       View<double> SeasonFactors, const AnnualSequence& SeasonSeq, double DayCount,
                        const AnnualSequence& Periods);
 /// The same with as many even seasons as there are factors.
 double even_seasonal_amount(const timeperiod& period, const date& Start, const date& Finish, double Rate,
-                            const Range<double>& SeasonFactors, double DayCount, const AnnualSequence& Periods);
+                            View<double> SeasonFactors, double DayCount, const AnnualSequence& Periods);
 
 } // namespace qx

@@ -77,7 +77,7 @@ void timeperiod::setbase(double Base) {
     }
 }
 
-void timeperiod::setfromtimebase(const Range<date>& timebase, int i) {
+void timeperiod::setfromtimebase(View<date> timebase, int i) {
     const int n = timebase.size();
     if (i > n) {
         FunctionContext context(context_);
@@ -95,7 +95,7 @@ void timeperiod::setfromtimebase(const Range<date>& timebase, int i) {
         to_ = from_.plusyears(n > 1 ? from_.year() - timebase.get(n - 1).decimal_year() : 1.0, false);
 }
 
-void timeperiod::setfromtimebase_by_months(const Range<date>& timebase, int i) {
+void timeperiod::setfromtimebase_by_months(View<date> timebase, int i) {
     setfromtimebase(timebase, i);
     if (i != timebase.size() || i < 2) return;
     const double months = diffmonths(timebase.get(i - 1), from_, default_daycount, general_default(), false);

@@ -118,7 +118,7 @@ std::string trace_html(const TraceTree& tree, std::string_view subject) {
     append_json(html, subject);
     html += ",\"summary\":";
     append_json(html, tree.summary);
-    html += ",\n";
+    html += tree.in_a_file ? ",\"copied\":true,\n" : ",\"copied\":false,\n";
     PageData(tree).append(html);
     html += '}';
     html += page.substr(trace_at + trace_place.size());

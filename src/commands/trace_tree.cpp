@@ -74,7 +74,7 @@ TraceTree build_trace_tree(clsTrace2& trace) {
     TreeBuilder builder;
     const int last = std::min(trace.count(), clsTrace2::maxitems);
     for (int item = 1; item <= last; ++item) builder.add(trace.text(item), trace.level(item), trace.kind(item));
-    return {std::move(builder.roots), trace.summary()};
+    return {std::move(builder.roots), trace.summary(), trace.file_complete()};
 }
 
 } // namespace qx

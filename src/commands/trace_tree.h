@@ -28,7 +28,8 @@ struct TraceNode {
 
 struct TraceTree {
     std::vector<TraceNode> roots;
-    std::string summary; ///< the status line, as "3 msecs 27 lines "
+    std::string summary;    ///< the status line, as "3 msecs 27 lines "
+    bool in_a_file = false; ///< all of it is in the trace's text file as well
 };
 
 /// The tree of the trace's store. An empty store gives the one line "Nothing To Report". An item deeper than

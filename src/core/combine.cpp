@@ -58,7 +58,7 @@ const char* combine_switch_name(int combine_switch) {
 
 std::string DescribeCombineSwitch(int CombineSwitch) {
     Routine here{"DescribeCombineSwitch"};
-    here.arguments(QX_NAMED(CombineSwitch));
+    here.inputs(CombineSwitch);
     here.limit(CombineSwitch, 0, last_combine_switch, "CombineSwitch");
     return here.returning(std::string(combine_switch_name(CombineSwitch)));
 }

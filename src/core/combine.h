@@ -1,6 +1,8 @@
 // Several amounts made into one by a CombineSwitch: the item-by-item arithmetic of lists and of merged steps.
 #pragma once
 
+#include "core/limits.h"
+
 #include <string>
 
 namespace qx {
@@ -16,6 +18,7 @@ enum class CombineSwitch : int {
     minimum_nonzero,
 };
 inline constexpr int last_combine_switch = static_cast<int>(CombineSwitch::minimum_nonzero);
+inline constexpr Limits combine_switch_limits{0, last_combine_switch};
 
 /// A further amount taken into the combination of those before it. Division by zero gives 0; the last two switches
 /// pass over zeros.

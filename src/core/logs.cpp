@@ -3,24 +3,51 @@
 #include "core/trace.h"
 
 #include <algorithm>
-#include <chrono>
+#include <cstring>
 #include <ctime>
 
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 namespace qx {
+
+namespace {
+
+constexpr std::size_t block = 1 << 16;
+constexpr std::chrono::milliseconds longest_wait{100};
+constexpr std::chrono::seconds between_watches{1};
+
+} // namespace
+
+// --- Files ----------------------------------------------------------------------------------------------------
+
+std::FILE* open_plain_file(const char* name) {
+#ifdef _WIN32
+    return std::fopen(name, "wb");
+#else
+    const int file = ::open(name, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666);
+    if (file < 0) return nullptr;
+    struct stat status;
+    if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode) && ::ftruncate(file, 0) == 0)
+        if (std::FILE* const stream = ::fdopen(file, "wb")) return stream;
+    ::close(file);
+    return nullptr;
+#endif
+}
 
 void LogFile::open(std::string_view name, std::string_view path) {
     close();
     name_ = std::string(path) + "qx_" + std::string(name) + ".qxl";
-    try {
-        stream_.open(name_, std::ios::out | std::ios::trunc | std::ios::binary);
-    } catch (...) {
-        stream_.setstate(std::ios::failbit);
-    }
-    if (!stream_.is_open() || !stream_) {
+    stream_.reset(open_plain_file(name_.c_str()));
+    complete_ = stream_ != nullptr;
+    if (!stream_) {
         if (traced()) trace().warning("Failed to open log file:" + name_ + "(fail error)");
-        stream_.close();
         return;
     }
+    std::setvbuf(stream_.get(), nullptr, _IOFBF, block);
     const std::time_t now = std::time(nullptr);
     char text[64] = "";
     if (const std::tm* local = std::localtime(&now)) std::strftime(text, sizeof text, "%c", local);
@@ -29,22 +56,54 @@ void LogFile::open(std::string_view name, std::string_view path) {
 }
 
 void LogFile::write(std::string_view text) {
-    if (!stream_.is_open()) return;
-    try {
-        stream_.write(text.data(), static_cast<std::streamsize>(text.size()));
-        stream_.flush();
-    } catch (...) { // a log never stops a calculation
-    }
+    if (!stream_) return;
+    if (std::fwrite(text.data(), 1, text.size(), stream_.get()) != text.size()) complete_ = false;
+    if (Clock::now() - flushed_ >= longest_wait) flush();
 }
 
-void LogFile::writeline(std::string_view text) { write(std::string(text) + "\n"); }
+void LogFile::writeline(std::string_view text) {
+    write(std::string(text) + "\n");
+    flush();
+}
+
+void LogFile::flush() {
+    if (!stream_) return;
+    if (std::fflush(stream_.get()) != 0) complete_ = false;
+    flushed_ = Clock::now();
+}
 
 void LogFile::close() {
-    try {
-        if (stream_.is_open()) stream_.close();
-        stream_.clear();
-    } catch (...) {}
+    if (stream_ && std::fclose(stream_.release()) != 0) complete_ = false;
 }
+
+void LargeNumberWatch::saw(const char* function) {
+    if (last_ != nullptr && (function == last_ || std::strcmp(function, last_) == 0)) return;
+    last_ = function;
+    waits_ = true;
+    if (std::chrono::steady_clock::now() >= next_) write();
+}
+
+void LargeNumberWatch::write() {
+    waits_ = false;
+    if (std::FILE* const file = open_plain_file("qx_flout.txt")) {
+        std::fprintf(file, " Large Number Found: %s\n", last_);
+        std::fclose(file);
+    }
+    next_ = std::chrono::steady_clock::now() + between_watches;
+}
+
+void LargeNumberWatch::close() {
+    if (waits_) write();
+    last_ = nullptr;
+    next_ = {};
+}
+
+LargeNumberWatch& large_number_watch() {
+    static LargeNumberWatch watch;
+    return watch;
+}
+
+// --- Timers ---------------------------------------------------------------------------------------------------
 
 namespace {
 

@@ -127,11 +127,11 @@ class WorkList {
     const Range<T>& operator*() const { return *list_; }
     Range<T>* operator->() { return list_; }
     const Range<T>* operator->() const { return list_; }
-    operator Range<T>&() { return *list_; }
-    operator const Range<T>&() const { return *list_; }
+    operator Range<T>&() & { return *list_; } // a reference to the list of a temporary would outlive it
     operator View<T>() const { return *list_; }
     T& operator()(int i) { return (*list_)(i); }
     const T& operator()(int i) const { return list_->get(i); }
+    const T& get(int i) const { return list_->get(i); }
     int size() const { return list_->size(); }
     const T* begin() const { return std::as_const(*list_).begin(); }
     const T* end() const { return std::as_const(*list_).end(); }
@@ -139,6 +139,11 @@ class WorkList {
   private:
     Range<T>* list_;
 };
+
+template <class T>
+std::string describe(const WorkList<T>& list) {
+    return describe(View<T>(list));
+}
 
 /// Gives a type working lists, in a header; QX_WORK_LIST_STORAGE in one source file.
 #define QX_WORK_LISTS(type_, count_)                                                                                   \

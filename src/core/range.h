@@ -36,6 +36,12 @@ class Range {
         given_ = other.given_;
         return *this;
     }
+    Range& operator=(const View<T>& other) {
+        dimension(other.size(), other.getcolumns());
+        for (int i = 1; i <= n_; ++i) item(i) = other(i);
+        lastnonblank_ = other.lastnonblank();
+        return *this;
+    }
     ~Range() {
         if constexpr (!std::is_trivially_destructible_v<T>) std::destroy_n(data(), built_);
     }
@@ -121,7 +127,7 @@ class Range {
 
     // --- Order -----------------------------------------------------------------------------------------------
 
-    operator View<T>() const { return {data() + 1, size(), name_, columns_}; }
+    operator View<T>() const { return {data() + 1, size(), name_, columns_, lastnonblank_}; }
     View<T> view() const { return *this; }
     bool allequal() const { return view().allequal(); }
     Direction thisdirection() const { return view().thisdirection(); }
@@ -224,12 +230,9 @@ class Range {
     int makesamesizespecific(Range<U, M>& other) {
         return makesamesize(other);
     }
-    /// Throws inputrangelength2 unless both have the same length.
     template <class U, int M>
     void checksamesize(const Range<U, M>& other) const {
-        if (size() != other.size())
-            fail_as<inputrangelength2>("Length of ", name(), " = ", size(), " Length of ", other.name(), "= ",
-                                       other.size());
+        view().checksamesize(other.view());
     }
 
     /// On a range of dates: ties one or more ranges of amounts to it. All get the shortest length, less the items

@@ -231,15 +231,22 @@ class Routine {
         }
     }
     template <class A, class B, int n>
-    void input(int& cell, const Pairs<Maybe<A>, Maybe<B>, n>& pairs) {
-        for (int i = 0; i < n; ++i, cell += 2) {
-            if (!pairs.first[i].is_missing()) named_argument(declared_name(cell), pairs.first[i]);
-            if (!pairs.second[i].is_missing()) named_argument(declared_name(cell + 1), pairs.second[i]);
+    void input(int& cell, const Pairs<A, B, n>& pairs) {
+        for (int i = 0; i < n; ++i) {
+            input_if_given(cell, pairs.first[i]);
+            input_if_given(cell, pairs.second[i]);
         }
     }
     template <class T, int n>
     void input(int& cell, const Repeated<T, n>& items) {
-        for (const T& item : items.items) input(cell, item);
+        for (const T& item : items.items) input_if_given(cell, item);
+    }
+    template <class T>
+    void input_if_given(int& cell, const T& value) {
+        bool given = true;
+        if constexpr (requires { value.is_missing(); }) given = !value.is_missing();
+        if (given) named_argument(declared_name(cell), value);
+        ++cell;
     }
     std::string_view declared_name(int cell) const {
         return trace().declared_name != nullptr ? trace().declared_name(name_, cell) : std::string_view{"?"};

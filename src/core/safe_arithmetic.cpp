@@ -9,19 +9,19 @@ namespace qx {
 
 double SDiv(double Numerator, double Denominator) {
     Routine here{"SDiv"};
-    here.arguments(QX_NAMED(Numerator, Denominator));
+    here.inputs(Numerator, Denominator);
     return here.returning(safe_divide(Numerator, Denominator));
 }
 
 double SPow(double Number, double Exponent) {
     Routine here{"SPow"};
-    here.arguments(QX_NAMED(Number, Exponent));
+    here.inputs(Number, Exponent);
     return here.returning(SafePow(Number, Exponent));
 }
 
 bool StdEq(double Number1, double Number2) {
     Routine here{"StdEq"};
-    here.arguments(QX_NAMED(Number1, Number2));
+    here.inputs(Number1, Number2);
     return here.returning(isequal(Number1, Number2));
 }
 
@@ -29,7 +29,7 @@ namespace {
 
 double to_multiple(const char* name, double Number, double Multiple, double Origin, double (*to_whole)(double)) {
     Routine here{name};
-    here.arguments(QX_NAMED(Number, Multiple, Origin));
+    here.inputs(Number, Multiple, Origin);
     const double step = std::fabs(Multiple);
     if (iszero(step)) {
         here.warning("The multiple is zero, returning the number as it is");

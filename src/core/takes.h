@@ -21,7 +21,9 @@ struct Takes {
 };
 
 template <class T>
-concept Composite = requires { typename std::remove_cvref_t<T>::takes; };
+concept Composite = requires {
+    typename std::remove_cvref_t<T>::takes;
+};
 
 /// Calls `visit` on each member of a composite, in the order of its cells.
 template <Composite T, class Visit>

@@ -29,8 +29,9 @@ void clsTrace2::TraceStart() {
     file_full_ = false;
     atfunctionstart = false;
     stackflag = false;
+    file_begun_ = file_.isopen();
+    file_warning_ = !file_begun_;
     tracing = true;
-    if (!file_.isopen()) warning("Failed to open log file:" + file_.name() + "(fail error)");
 }
 
 void clsTrace2::TraceShow() {
@@ -105,10 +106,14 @@ int clsTrace2::additem(std::string_view text, TraceKind kind, int levelchange, i
         const int previous = count_ == 1 ? 0 : items_[count_ - 1].level;
         store(text, kind, absolutelevel >= 1 ? absolutelevel : previous + levelchange);
     }
-    std::string line;
-    line.reserve(text.size() + 2);
-    line.append(text).append("\r\n");
-    file_.write(line);
+    file_.write(text);
+    file_.write("\r\n");
+    if (file_warning_) { // after the first item, which is the root of the tree
+        file_warning_ = false;
+        const int level_of_item = currentlevel();
+        warning("Failed to open log file:" + file_.name() + "(fail error)");
+        return level_of_item;
+    }
     return currentlevel();
 }
 

@@ -122,6 +122,10 @@ class clsTrace2 {
     const std::string& summary() const { return summary_; }
     bool atfunctionstart = false;
     bool stackflag = false; ///< tracing met a stack that ran low
+    /// The file of the last trace, and true if all its items are in there. Final once the viewer is shown.
+    const std::string& file_name() const { return file_.name(); }
+    bool file_begun() const { return file_begun_; }
+    bool file_complete() const { return file_.complete(); }
 
     /// Shows the tree; called by TraceShow while the store is still full.
     using Viewer = void (*)(clsTrace2&);
@@ -156,6 +160,8 @@ class clsTrace2 {
 
     int count_ = 0;
     bool file_full_ = false;
+    bool file_begun_ = false;       ///< the file could be opened
+    bool file_warning_ = false;     ///< it could not, and no item says so yet
     std::unique_ptr<Item[]> items_; ///< made by the first trace; index 0 is not used
     std::vector<std::unique_ptr<char[]>> chunks_;
     std::size_t chunk_left_ = 0;

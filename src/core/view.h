@@ -40,7 +40,10 @@ class View {
 
     constexpr View() = default; ///< of nothing
     constexpr View(const T* items, int size, const char* name = nullptr, int columns = 1)
-        : items_(items), n_(size), columns_(columns < 1 ? 1 : columns), name_(name) {}
+        : View(items, size, name, columns, size) {}
+    /// Of a list whose last cell with content is at a position before its end.
+    constexpr View(const T* items, int size, const char* name, int columns, int lastnonblank)
+        : items_(items), n_(size), columns_(columns < 1 ? 1 : columns), lastnonblank_(lastnonblank), name_(name) {}
     /// One value as a list; it must outlive the view.
     static constexpr View of(const T& value, const char* name = nullptr) { return {&value, 1, name}; }
     static View of(T&&, const char* = nullptr) = delete;
@@ -49,6 +52,8 @@ class View {
     constexpr bool empty() const { return n_ == 0; }
     constexpr int getcolumns() const { return columns_; }
     constexpr int getrows() const { return n_ / columns_; }
+    /// Position of the last cell with content on the sheet.
+    constexpr int lastnonblank() const { return lastnonblank_; }
     /// The name used in messages.
     const char* name() const { return name_ == nullptr ? "Unspecified" : name_; }
 
@@ -57,6 +62,11 @@ class View {
     const T& operator()(int i) const {
         if (i > n_ || i < 1) outside(i);
         return items_[i - 1];
+    }
+    /// Column x of row y.
+    const T& getxy(int x, int y) const {
+        if (x > columns_ || static_cast<long long>(x) * y > n_) outside(x, y);
+        return (*this)((y - 1) * columns_ + x);
     }
     const T& first() const { return (*this)(1); }
     const T& last() const { return (*this)(n_); }
@@ -102,6 +112,14 @@ class View {
             if (!(items_[i - 1] >= items_[i])) out_of_order<notdescending>(i, "checkdescending");
     }
 
+    /// Throws inputrangelength2 unless both have the same length.
+    template <class U>
+    void checksamesize(const View<U>& other) const {
+        if (size() != other.size())
+            fail_as<inputrangelength2>("Length of ", name(), " = ", size(), " Length of ", other.name(), "= ",
+                                       other.size());
+    }
+
     /// Throws an error of class E in the name of this list.
     template <class E, class... Pieces>
     [[noreturn, gnu::cold, gnu::noinline]] void fail_as(const Pieces&... pieces) const {
@@ -118,6 +136,10 @@ class View {
     [[noreturn, gnu::cold, gnu::noinline]] void outside(int i) const {
         fail_as<outofrange>("Tried to access a item using () outside the list. (", n_, ",", i, ").");
     }
+    [[noreturn, gnu::cold, gnu::noinline]] void outside(int x, int y) const {
+        fail_as<outofrange>("Tried to get a range variable outside the dimensions in routine 'getxy' (", y, ", ", x,
+                            ").");
+    }
     template <class E>
     [[noreturn]] void out_of_order(int i, const char* routine) const {
         fail_as<E>("Problem with item number ", i, " in a range ", name(), " in routine ", routine, ". It wasn't.");
@@ -126,6 +148,7 @@ class View {
     const T* items_ = nullptr;
     int n_ = 0;
     int columns_ = 1;
+    int lastnonblank_ = 0;
     const char* name_ = nullptr;
 };
 

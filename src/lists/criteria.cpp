@@ -141,13 +141,11 @@ bool MeetsCriteria(const anyvalue& value, const anyvalue& criterion, const Funct
     return meets(rendered(value, context), criterion, context);
 }
 
-bool meets_criteria(const anyvalue& value, const Range<anyvalue>& Criteria, int CritOpts,
-                    const FunctionContext& context) {
+bool meets_criteria(const anyvalue& value, View<anyvalue> Criteria, int CritOpts, const FunctionContext& context) {
     return meets_criteria(rendered(value, context), Criteria, CritOpts, context);
 }
 
-bool meets_criteria(const std::string& value, const Range<anyvalue>& Criteria, int CritOpts,
-                    const FunctionContext& context) {
+bool meets_criteria(const std::string& value, View<anyvalue> Criteria, int CritOpts, const FunctionContext& context) {
     const bool all = (CritOpts & all_criteria) != 0;
     for (const anyvalue& criterion : Criteria) {
         const bool met = meets(value, criterion, context);

@@ -38,11 +38,9 @@ bool MeetsCriteria(const anyvalue& value, const anyvalue& criterion, const Funct
 enum CritOption : int { all_criteria = 1 };
 
 /// True if a value meets one of the criteria, or with the option all_criteria all of them.
-bool meets_criteria(const anyvalue& value, const Range<anyvalue>& Criteria, int CritOpts,
-                    const FunctionContext& context);
+bool meets_criteria(const anyvalue& value, View<anyvalue> Criteria, int CritOpts, const FunctionContext& context);
 /// The same for a value as it stands in a formula.
-bool meets_criteria(const std::string& value, const Range<anyvalue>& Criteria, int CritOpts,
-                    const FunctionContext& context);
+bool meets_criteria(const std::string& value, View<anyvalue> Criteria, int CritOpts, const FunctionContext& context);
 
 // Values as they stand in a formula: a number in full, a text in quotes.
 void append_to_formula(std::string& formula, double number);

@@ -24,27 +24,27 @@ void check_switch(Routine& here, int CombineSwitch) {
 /// Up to four lists side by side, of which one of a single value serves for all.
 class Lists {
   public:
-    explicit Lists(std::initializer_list<const Range<double>*> lists) : lists_{*lists.begin()} {
-        for (const Range<double>* list : lists) {
-            if (list->size() == 0) continue;
+    explicit Lists(std::initializer_list<View<double>> lists) : lists_{*lists.begin()} {
+        for (const View<double>& list : lists) {
+            if (list.empty()) continue;
             lists_[count_++] = list;
-            if (list->size() > longest().size()) longest_ = count_ - 1;
+            if (list.size() > longest().size()) longest_ = count_ - 1;
         }
         for (int k = 0; k < count_; ++k)
-            if (lists_[k]->size() != 1) longest().checksamesize(*lists_[k]);
+            if (lists_[k].size() != 1) longest().checksamesize(lists_[k]);
     }
 
     /// The list that gives the others their length and shape.
-    const Range<double>& longest() const { return *lists_[longest_]; }
+    const View<double>& longest() const { return lists_[longest_]; }
     double combined(int CombineSwitch, int i) const {
         double amounts[most];
-        for (int k = 0; k < count_; ++k) amounts[k] = lists_[k]->get(lists_[k]->size() == 1 ? 1 : i);
+        for (int k = 0; k < count_; ++k) amounts[k] = lists_[k].single_or(i);
         return qx::combined(amounts, count_, qx::CombineSwitch{CombineSwitch});
     }
 
   private:
     static constexpr int most = 4;
-    const Range<double>* lists_[most] = {};
+    View<double> lists_[most] = {};
     int count_ = 0;
     int longest_ = 0;
 };
@@ -63,12 +63,12 @@ int alphabetical(const std::string& a, const std::string& b) {
 
 } // namespace
 
-const Range<double>& ApplyToList(int CombineSwitch, const Range<double>& Values, double Value) {
+WorkList<double> ApplyToList(int CombineSwitch, View<double> Values, double Value) {
     Routine here{"ApplyToList"};
-    here.arguments(QX_NAMED(CombineSwitch, Values, Value));
+    here.inputs(CombineSwitch, Values, Value);
     check_switch(here, CombineSwitch);
-    static Range<double> results;
-    results.dimension(Values.size(), Values.getcolumns());
+    WorkList<double> results;
+    results->dimension(Values.size(), Values.getcolumns());
     for (int i = 1; i <= Values.size(); ++i) {
         results(i) = combined(Values.get(i), Value, qx::CombineSwitch{CombineSwitch});
     }
@@ -76,25 +76,25 @@ const Range<double>& ApplyToList(int CombineSwitch, const Range<double>& Values,
     return results;
 }
 
-const Range<double>& CombineLists(int CombineSwitch, const Range<double>& Values, const Range<double>& Values2,
-                                  const Range<double>& Values3, const Range<double>& Values4) {
+WorkList<double> CombineLists(int CombineSwitch, View<double> Values, View<double> Values2, View<double> Values3,
+                              View<double> Values4) {
     Routine here{"CombineLists"};
-    here.arguments(QX_NAMED(CombineSwitch, Values, Values2, Values3, Values4));
+    here.inputs(CombineSwitch, Values, Values2, Values3, Values4);
     check_switch(here, CombineSwitch);
-    const Lists lists({&Values, &Values2, &Values3, &Values4});
-    static Range<double> results;
-    results.dimension(lists.longest().size(), lists.longest().getcolumns());
+    const Lists lists({Values, Values2, Values3, Values4});
+    WorkList<double> results;
+    results->dimension(lists.longest().size(), lists.longest().getcolumns());
     for (int i = 1; i <= results.size(); ++i) results(i) = lists.combined(CombineSwitch, i);
     here.returning();
     return results;
 }
 
-double SumCombine(int CombineSwitch, const Range<double>& Values, const Range<double>& Values2,
-                  const Range<double>& Values3, const Range<double>& Values4) {
+double SumCombine(int CombineSwitch, View<double> Values, View<double> Values2, View<double> Values3,
+                  View<double> Values4) {
     Routine here{"SumCombine"};
-    here.arguments(QX_NAMED(CombineSwitch, Values, Values2, Values3, Values4));
+    here.inputs(CombineSwitch, Values, Values2, Values3, Values4);
     check_switch(here, CombineSwitch);
-    const Lists lists({&Values, &Values2, &Values3, &Values4});
+    const Lists lists({Values, Values2, Values3, Values4});
     double sum = 0.0;
     for (int i = 1; i <= lists.longest().size(); ++i) {
         const double amount = lists.combined(CombineSwitch, i);
@@ -104,13 +104,13 @@ double SumCombine(int CombineSwitch, const Range<double>& Values, const Range<do
     return here.returning(sum);
 }
 
-const Range<std::string>& SortText(const Range<std::string>& Texts, int Direction) {
+WorkList<std::string> SortText(View<std::string> Texts, int Direction) {
     Routine here{"SortText"};
-    here.arguments(QX_NAMED(Texts, Direction));
+    here.inputs(Texts, Direction);
     here.limit(Direction, ascending, descending, "Direction");
-    static Range<std::string> sorted;
-    sorted = Texts;
-    std::sort(sorted.begin(), sorted.end(), [Direction](const std::string& a, const std::string& b) {
+    WorkList<std::string> sorted;
+    *sorted = Texts;
+    std::sort(sorted->begin(), sorted->end(), [Direction](const std::string& a, const std::string& b) {
         if (a.empty() || b.empty()) return b.empty() && !a.empty();
         const int order = alphabetical(a, b);
         return Direction == ascending ? order < 0 : order > 0;
@@ -119,42 +119,42 @@ const Range<std::string>& SortText(const Range<std::string>& Texts, int Directio
     return sorted;
 }
 
-const Range<double>& TransposeNum(const Range<double>& Values) {
+WorkList<double> TransposeNum(View<double> Values) {
     Routine here{"TransposeNum"};
-    here.arguments(QX_NAMED(Values));
-    static Range<double> turned;
-    turned = Values;
-    turned.transpose();
+    here.inputs(Values);
+    WorkList<double> turned;
+    *turned = Values;
+    turned->transpose();
     here.returning();
     return turned;
 }
 
-const Range<double>& AddGaps(double FirstValue, const Range<double>& Gaps) {
+WorkList<double> AddGaps(double FirstValue, View<double> Gaps) {
     Routine here{"AddGaps"};
-    here.arguments(QX_NAMED(FirstValue, Gaps));
-    static Range<double> values;
-    values.dimension(Gaps.size() + 1);
+    here.inputs(FirstValue, Gaps);
+    WorkList<double> values;
+    values->dimension(Gaps.size() + 1);
     values(1) = FirstValue;
     for (int i = 1; i <= Gaps.size(); ++i) values(i + 1) = values(i) + Gaps.get(i);
     here.returning();
     return values;
 }
 
-const Range<double>& DiffGaps(const Range<double>& Values) {
+WorkList<double> DiffGaps(View<double> Values) {
     Routine here{"DiffGaps"};
-    here.arguments(QX_NAMED(Values));
-    static Range<double> gaps;
-    gaps.dimension(std::max(Values.size() - 1, 0));
+    here.inputs(Values);
+    WorkList<double> gaps;
+    gaps->dimension(std::max(Values.size() - 1, 0));
     for (int i = 1; i <= gaps.size(); ++i) gaps(i) = Values.get(i + 1) - Values.get(i);
     here.returning();
     return gaps;
 }
 
-const Range<double>& RoundList(const Range<double>& Values, double Multiple, bool KeepTotal) {
+WorkList<double> RoundList(View<double> Values, double Multiple, bool KeepTotal) {
     Routine here{"RoundList"};
-    here.arguments(QX_NAMED(Values, Multiple, KeepTotal));
-    static Range<double> rounded;
-    rounded = Values;
+    here.inputs(Values, Multiple, KeepTotal);
+    WorkList<double> rounded;
+    *rounded = Values;
     const int n = Values.size();
     const double step = std::fabs(Multiple);
     if (iszero(step)) {
@@ -186,9 +186,9 @@ const Range<double>& RoundList(const Range<double>& Values, double Multiple, boo
     return rounded;
 }
 
-const Range<int>& Disperse(int Tot, int iStart, int iFinish) {
+WorkList<int> Disperse(int Tot, int iStart, int iFinish) {
     Routine here{"Disperse"};
-    here.arguments(QX_NAMED(Tot, iStart, iFinish));
+    here.inputs(Tot, iStart, iFinish);
     here.at_least(iStart, 1, "iStart");
     here.limit(iFinish, iStart, range_capacity, "iFinish");
     const int n = iFinish - iStart + 1;
@@ -196,8 +196,8 @@ const Range<int>& Disperse(int Tot, int iStart, int iFinish) {
     const int extra = std::abs(Tot - n * each);
     here.info("Minimum Periodic Amount ", each);
     here.info("Rem ", Tot - n * each);
-    static Range<int> amounts;
-    amounts.dimension(iFinish);
+    WorkList<int> amounts;
+    amounts->dimension(iFinish);
     for (int i = 1; i <= iFinish; ++i) amounts(i) = i < iStart ? 0 : each;
     if (extra > 0) here.info("Step between adjustments ", static_cast<double>(n) / extra);
     for (int k = 0; k < extra; ++k) {
@@ -223,9 +223,9 @@ SubRange sub_range(int FirstOne, int LastOne, int length) {
     return {FirstOne, LastOne == 0 ? length : LastOne};
 }
 
-int CRC_fl(const Range<double>& InputRange) {
+int CRC_fl(View<double> InputRange) {
     Routine here{"CRC_fl"};
-    here.arguments(QX_NAMED(InputRange));
+    here.inputs(InputRange);
     // The bytes of 2, 4, 31, 67, 98 and of the place of the sum itself, low byte first.
     constexpr unsigned char data[] = {2, 0, 4, 0, 31, 0, 67, 0, 98, 0, 0, 0};
     constexpr std::size_t sum_size = 2;

@@ -26,19 +26,18 @@ void tell(const Routine& here, int choice, const char* kind) {
 }
 
 template <class Result>
-const Result& if_else(const char* name, const char* inputs, const Result& Default, const Conditions<Result>& Choices) {
+const Result& if_else(const char* name, const Result& Default, const Conditions<Result>& Choices) {
     Routine here{name};
-    here.arguments(inputs, Default, Choices);
+    here.inputs(Default, Choices);
     const int choice = first_that(Choices.most, [&](int i) { return Choices.first[i - 1].value; });
     tell(here, choice, "condition");
     return here.returning(choice > 0 ? Choices.second[choice - 1].value : Default);
 }
 
 template <class Result>
-const Result& if_else(const char* name, const char* inputs, const Result& Default, const Range<bool>& Conds,
-                      const Range<Result>& Results) {
+const Result& if_else(const char* name, const Result& Default, View<bool> Conds, View<Result> Results) {
     Routine here{name};
-    here.arguments(inputs, Default, Conds, Results);
+    here.inputs(Default, Conds, Results);
     Conds.checksamesize(Results);
     const int choice = first_that(Conds.size(), [&](int i) { return Conds.get(i); });
     tell(here, choice, "condition");
@@ -46,10 +45,10 @@ const Result& if_else(const char* name, const char* inputs, const Result& Defaul
 }
 
 template <class Result>
-const Result& switch_case(const char* name, const char* inputs, const anyvalue& SwitchVar, const Result& Default,
+const Result& switch_case(const char* name, const anyvalue& SwitchVar, const Result& Default,
                           const Cases<Result>& Choices) {
     Routine here{name};
-    here.arguments(inputs, SwitchVar, Default, Choices);
+    here.inputs(SwitchVar, Default, Choices);
     const int choice = first_that(Choices.most, [&](int i) {
         const Maybe<anyvalue>& candidate = Choices.first[i - 1];
         return !candidate.is_missing() && case_matches(SwitchVar, candidate.value);
@@ -59,10 +58,10 @@ const Result& switch_case(const char* name, const char* inputs, const anyvalue& 
 }
 
 template <class Result>
-const Result& switch_case(const char* name, const char* inputs, const anyvalue& SwitchVar, const Result& Default,
-                          const Range<anyvalue>& Cases, const Range<Result>& Results) {
+const Result& switch_case(const char* name, const anyvalue& SwitchVar, const Result& Default, View<anyvalue> Cases,
+                          View<Result> Results) {
     Routine here{name};
-    here.arguments(inputs, SwitchVar, Default, Cases, Results);
+    here.inputs(SwitchVar, Default, Cases, Results);
     Cases.checksamesize(Results);
     const int choice = first_that(Cases.size(), [&](int i) { return case_matches(SwitchVar, Cases.get(i)); });
     tell(here, choice, "case");
@@ -71,33 +70,30 @@ const Result& switch_case(const char* name, const char* inputs, const anyvalue& 
 
 } // namespace
 
-double IfElse(double Default, const Conditions<double>& Choices) {
-    return if_else("IfElse", QX_NAMED(Default, Choices));
-}
+double IfElse(double Default, const Conditions<double>& Choices) { return if_else("IfElse", Default, Choices); }
 const std::string& IfElseT(const std::string& DefaultText, const Conditions<std::string>& Choices) {
-    return if_else("IfElseT", QX_NAMED(DefaultText, Choices));
+    return if_else("IfElseT", DefaultText, Choices);
 }
-double IfElseR(double Default, const Range<bool>& Conds, const Range<double>& Results) {
-    return if_else("IfElseR", QX_NAMED(Default, Conds, Results));
+double IfElseR(double Default, View<bool> Conds, View<double> Results) {
+    return if_else("IfElseR", Default, Conds, Results);
 }
-const std::string& IfElseRT(const std::string& DefaultTxt, const Range<bool>& Conds,
-                            const Range<std::string>& ResultsText) {
-    return if_else("IfElseRT", QX_NAMED(DefaultTxt, Conds, ResultsText));
+const std::string& IfElseRT(const std::string& DefaultTxt, View<bool> Conds, View<std::string> ResultsText) {
+    return if_else("IfElseRT", DefaultTxt, Conds, ResultsText);
 }
 
 double Switch(const anyvalue& SwitchVar, double Default, const Cases<double>& Choices) {
-    return switch_case("Switch", QX_NAMED(SwitchVar, Default, Choices));
+    return switch_case("Switch", SwitchVar, Default, Choices);
 }
 const std::string& SwitchT(const anyvalue& SwitchVar, const std::string& DefaultText,
                            const Cases<std::string>& Choices) {
-    return switch_case("SwitchT", QX_NAMED(SwitchVar, DefaultText, Choices));
+    return switch_case("SwitchT", SwitchVar, DefaultText, Choices);
 }
-double SwitchR(const anyvalue& SwitchVar, double Default, const Range<anyvalue>& Cases, const Range<double>& Results) {
-    return switch_case("SwitchR", QX_NAMED(SwitchVar, Default, Cases, Results));
+double SwitchR(const anyvalue& SwitchVar, double Default, View<anyvalue> Cases, View<double> Results) {
+    return switch_case("SwitchR", SwitchVar, Default, Cases, Results);
 }
-const std::string& SwitchRT(const anyvalue& SwitchVar, const std::string& DefaultTxt, const Range<anyvalue>& Cases,
-                            const Range<std::string>& ResultsText) {
-    return switch_case("SwitchRT", QX_NAMED(SwitchVar, DefaultTxt, Cases, ResultsText));
+const std::string& SwitchRT(const anyvalue& SwitchVar, const std::string& DefaultTxt, View<anyvalue> Cases,
+                            View<std::string> ResultsText) {
+    return switch_case("SwitchRT", SwitchVar, DefaultTxt, Cases, ResultsText);
 }
 
 bool case_matches(const anyvalue& SwitchVar, const anyvalue& Case) {
@@ -122,7 +118,7 @@ bool case_matches(const anyvalue& SwitchVar, const anyvalue& Case) {
 
 bool OptionPresent(int TheOption, int Options) {
     Routine here{"OptionPresent"};
-    here.arguments(QX_NAMED(TheOption, Options));
+    here.inputs(TheOption, Options);
     return here.returning(option_present(TheOption, Options));
 }
 

@@ -22,9 +22,8 @@ using Cases = Pairs<Maybe<anyvalue>, Maybe<Result>, most_choices>;
 double IfElse(double Default, const Conditions<double>& Choices);
 const std::string& IfElseT(const std::string& DefaultText, const Conditions<std::string>& Choices);
 /// The same with conditions and results in two lists. Throws inputrangelength2 if they differ in length.
-double IfElseR(double Default, const Range<bool>& Conds, const Range<double>& Results);
-const std::string& IfElseRT(const std::string& DefaultTxt, const Range<bool>& Conds,
-                            const Range<std::string>& ResultsText);
+double IfElseR(double Default, View<bool> Conds, View<double> Results);
+const std::string& IfElseRT(const std::string& DefaultTxt, View<bool> Conds, View<std::string> ResultsText);
 
 /// The result of the first case equal to the variable, or the default. A number and a text are equal if the text parsed
 /// as an amount is that number; a case that is left out equals nothing.
@@ -32,9 +31,9 @@ double Switch(const anyvalue& SwitchVar, double Default, const Cases<double>& Ch
 const std::string& SwitchT(const anyvalue& SwitchVar, const std::string& DefaultText,
                            const Cases<std::string>& Choices);
 /// The same with cases and results in two lists. Throws inputrangelength2 if they differ in length.
-double SwitchR(const anyvalue& SwitchVar, double Default, const Range<anyvalue>& Cases, const Range<double>& Results);
-const std::string& SwitchRT(const anyvalue& SwitchVar, const std::string& DefaultTxt, const Range<anyvalue>& Cases,
-                            const Range<std::string>& ResultsText);
+double SwitchR(const anyvalue& SwitchVar, double Default, View<anyvalue> Cases, View<double> Results);
+const std::string& SwitchRT(const anyvalue& SwitchVar, const std::string& DefaultTxt, View<anyvalue> Cases,
+                            View<std::string> ResultsText);
 
 /// Whether a case is equal to the variable of a switch.
 bool case_matches(const anyvalue& SwitchVar, const anyvalue& Case);

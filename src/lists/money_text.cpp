@@ -163,7 +163,7 @@ void append_unit(std::string& text, std::string_view unit, long long number) {
 
 std::string MoneyText(double Amount, int Currency, int Language) {
     Routine here{"MoneyText"};
-    here.arguments(QX_NAMED(Amount, Currency, Language));
+    here.inputs(Amount, Currency, Language);
     if (!(Amount <= 9'999'999'999'999.0))
         here.fail<outofrange>("Amount", "Number to large (greater than 9,999,999,999,999)");
     if (Amount < 0.0) here.fail<outofrange>("Amount", "Negative Numbers not allowed");

@@ -17,9 +17,9 @@ void limit_to_exact(Routine& here, long long value, const char* variable) {
 
 } // namespace
 
-const Range<double>& ExtEuclid(long long u, long long v) {
+WorkList<double> ExtEuclid(long long u, long long v) {
     Routine here{"ExtEuclid"};
-    here.arguments(QX_NAMED(u, v));
+    here.inputs(u, v);
     limit_to_exact(here, u, "u");
     limit_to_exact(here, v, "v");
     // Throughout, u x + v y = g and u next_x + v next_y = next_g.
@@ -33,18 +33,18 @@ const Range<double>& ExtEuclid(long long u, long long v) {
         here.info("Quotient ", quotient, ", remainder ", next_g);
     }
     const long long sign = g < 0 ? -1 : 1;
-    static Range<double> result;
-    result.setname("ExtEuclid");
-    result.dimension(3);
+    WorkList<double> result;
+    result->setname("ExtEuclid");
+    result->dimension(3);
     result(1) = static_cast<double>(sign * g);
     result(2) = static_cast<double>(sign * x);
     result(3) = static_cast<double>(sign * y);
-    return here.returning(result);
+    return here.returning(std::move(result));
 }
 
 int PrimeNum(int WhichOne) {
     Routine here{"PrimeNum"};
-    here.arguments(QX_NAMED(WhichOne));
+    here.inputs(WhichOne);
     here.limit(WhichOne, 1, 1'000'000, "WhichOne");
     if (WhichOne == 1) return here.returning(2);
 
@@ -74,7 +74,7 @@ int PrimeNum(int WhichOne) {
 
 bool RelPrime(long long u, long long v) {
     Routine here{"RelPrime"};
-    here.arguments(QX_NAMED(u, v));
+    here.inputs(u, v);
     limit_to_exact(here, u, "u");
     limit_to_exact(here, v, "v");
     const long long divisor = std::gcd(u, v);
@@ -84,7 +84,7 @@ bool RelPrime(long long u, long long v) {
 
 long long uvmodn(long long u, long long v, long long n) {
     Routine here{"uvmodn"};
-    here.arguments(QX_NAMED(u, v, n));
+    here.inputs(u, v, n);
     limit_to_exact(here, u, "u");
     limit_to_exact(here, v, "v");
     here.limit(static_cast<double>(n), 1.0, largest, "n");

@@ -1,13 +1,13 @@
 // Whole numbers: divisors, primes and remainders. Numbers reach 2^53 either way, the largest that a cell holds exactly.
 #pragma once
 
-#include "core/range.h"
+#include "core/pools.h"
 
 namespace qx {
 
 /// The greatest common divisor g of u and v, not negative, and x, y with u x + v y = g, by Euclid's extended algorithm
 /// (Knuth, The Art of Computer Programming, vol. 2, 4.5.2). Throws errlibmin, errlibmax beyond 2^53.
-const Range<double>& ExtEuclid(long long u, long long v);
+WorkList<double> ExtEuclid(long long u, long long v);
 
 /// The prime number of a place: 2 is the first. Places run from 1 to 1,000,000; otherwise errlibmin, errlibmax.
 int PrimeNum(int WhichOne);

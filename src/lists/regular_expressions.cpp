@@ -117,7 +117,7 @@ void append(Range<std::string>& list, const std::string& text) {
 
 int RegNMatches(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive) {
     Routine here{"RegNMatches"};
-    here.arguments(QX_NAMED(Textstring, RegSought, CaseInSensitive));
+    here.inputs(Textstring, RegSought, CaseInSensitive);
     return here.returning(guarded(here, [&] {
         const Search search(Textstring, RegSought, CaseInSensitive);
         return static_cast<int>(std::distance(search.matches(), {}));
@@ -126,7 +126,7 @@ int RegNMatches(const std::string& Textstring, const std::string& RegSought, boo
 
 std::string RegSMatch(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive) {
     Routine here{"RegSMatch"};
-    here.arguments(QX_NAMED(Textstring, RegSought, CaseInSensitive));
+    here.inputs(Textstring, RegSought, CaseInSensitive);
     here.info("RegEx Exp ", RegSought);
     return here.returning(guarded(here, [&] {
         const Search search(Textstring, RegSought, CaseInSensitive);
@@ -137,30 +137,29 @@ std::string RegSMatch(const std::string& Textstring, const std::string& RegSough
     }));
 }
 
-const Range<std::string>& RegSMatches(const std::string& Textstring, const std::string& RegSought,
-                                      bool CaseInSensitive) {
+WorkList<std::string> RegSMatches(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive) {
     Routine here{"RegSMatches"};
-    here.arguments(QX_NAMED(Textstring, RegSought, CaseInSensitive));
-    static Range<std::string> found;
-    found.setname("RegSMatches");
-    found.dimension(0);
+    here.inputs(Textstring, RegSought, CaseInSensitive);
+    WorkList<std::string> found;
+    found->setname("RegSMatches");
+    found->dimension(0);
     guarded(here, [&] {
         const Search search(Textstring, RegSought, CaseInSensitive);
         for (auto match = search.matches(); match != boost::regex_iterator<Letter>(); ++match)
             append(found, match->str());
     });
     here.info("Matches found:", found.size());
-    return here.returning(found);
+    return here.returning(std::move(found));
 }
 
-const Range<std::string>& RegSplit(const std::string& Textstring, const std::string& RegSought, int SplitMode,
-                                   bool CaseInSensitive) {
+WorkList<std::string> RegSplit(const std::string& Textstring, const std::string& RegSought, int SplitMode,
+                               bool CaseInSensitive) {
     Routine here{"RegSplit"};
-    here.arguments(QX_NAMED(Textstring, RegSought, SplitMode, CaseInSensitive));
+    here.inputs(Textstring, RegSought, SplitMode, CaseInSensitive);
     here.limit(SplitMode, 0, 1, "SplitMode");
-    static Range<std::string> pieces;
-    pieces.setname("RegSplit");
-    pieces.dimension(0);
+    WorkList<std::string> pieces;
+    pieces->setname("RegSplit");
+    pieces->dimension(0);
     guarded(here, [&] {
         const Search search(Textstring, RegSought, CaseInSensitive);
         const int sub_match = SplitMode == 0 ? -1 : 0;
@@ -168,13 +167,13 @@ const Range<std::string>& RegSplit(const std::string& Textstring, const std::str
         for (; token != boost::regex_token_iterator<Letter>(); ++token) append(pieces, token->str());
     });
     here.info(pieces.size(), SplitMode == 0 ? " pieces found" : " matches found");
-    return here.returning(pieces);
+    return here.returning(std::move(pieces));
 }
 
 std::string RegReplace(const std::string& Textstring, const std::string& RegSought, const std::string& Replacement,
                        bool CaseInSensitive) {
     Routine here{"RegReplace"};
-    here.arguments(QX_NAMED(Textstring, RegSought, Replacement, CaseInSensitive));
+    here.inputs(Textstring, RegSought, Replacement, CaseInSensitive);
     return here.returning(guarded(here, [&] {
         const Search search(Textstring, RegSought, CaseInSensitive);
         std::string replaced;
@@ -186,7 +185,7 @@ std::string RegReplace(const std::string& Textstring, const std::string& RegSoug
 
 bool RegMatchWhole(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive) {
     Routine here{"RegMatchWhole"};
-    here.arguments(QX_NAMED(Textstring, RegSought, CaseInSensitive));
+    here.inputs(Textstring, RegSought, CaseInSensitive);
     return here.returning(guarded(here, [&] {
         const Search search(Textstring, RegSought, CaseInSensitive);
         return boost::regex_match(search.begin(), search.end(), search.expression());

@@ -5,7 +5,7 @@
 // looks at the text more than five million times.
 #pragma once
 
-#include "core/range.h"
+#include "core/pools.h"
 
 #include <string>
 
@@ -18,13 +18,12 @@ int RegNMatches(const std::string& Textstring, const std::string& RegSought, boo
 std::string RegSMatch(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive);
 
 /// All matches.
-const Range<std::string>& RegSMatches(const std::string& Textstring, const std::string& RegSought,
-                                      bool CaseInSensitive);
+WorkList<std::string> RegSMatches(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive);
 
 /// The pieces between the matches (SplitMode 0) or the matches themselves (1). Throws errlibmin, errlibmax for another
 /// mode.
-const Range<std::string>& RegSplit(const std::string& Textstring, const std::string& RegSought, int SplitMode,
-                                   bool CaseInSensitive);
+WorkList<std::string> RegSplit(const std::string& Textstring, const std::string& RegSought, int SplitMode,
+                               bool CaseInSensitive);
 
 /// The text with each match replaced; in the replacement $1 is the first group, $& the match.
 std::string RegReplace(const std::string& Textstring, const std::string& RegSought, const std::string& Replacement,

@@ -12,16 +12,16 @@ namespace qx {
 namespace {
 
 /// The item of a place, of which one below 1 is the first.
-double pick(int WhichOne, const Range<double>& list) { return list.get(std::max(WhichOne, 1)); }
+double pick(int WhichOne, View<double> list) { return list.get(std::max(WhichOne, 1)); }
 
-void sort_copy(Range<double>& sorted, const Range<double>& Values, int Direction) {
+void sort_copy(Range<double>& sorted, View<double> Values, int Direction) {
     sorted = Values;
     sorted.setname(Values.name());
     sorted.heapsort(Direction == ascending);
 }
 
 /// The place of the first cell that equals the one sought, or 0.
-int place_of(const anyvalue& sought, const Range<anyvalue>& list) {
+int place_of(const anyvalue& sought, View<anyvalue> list) {
     for (int i = 1; i <= list.size(); ++i)
         if (list.get(i) == sought) return i;
     return 0;
@@ -34,47 +34,47 @@ anyvalue& next_of(Range<anyvalue>& list) {
 }
 
 /// True for a list without content: left out, or nothing but blank cells.
-bool is_empty(const Range<anyvalue>& list) { return list.size() == 0 || list.lastnonblank() == 0; }
+bool is_empty(View<anyvalue> list) { return list.size() == 0 || list.lastnonblank() == 0; }
 
 } // namespace
 
-double PickNum(int WhichOne, const Range<double>& OutputRange) {
+double PickNum(int WhichOne, View<double> OutputRange) {
     Routine here{"PickNum"};
-    here.arguments(QX_NAMED(WhichOne, OutputRange));
+    here.inputs(WhichOne, OutputRange);
     return here.returning(pick(WhichOne, OutputRange));
 }
 
-double PickMatrix(const Range<double>& OutputMatrix, int i, int j) {
+double PickMatrix(View<double> OutputMatrix, int i, int j) {
     Routine here{"PickMatrix"};
-    here.arguments(QX_NAMED(OutputMatrix, i, j));
+    here.inputs(OutputMatrix, i, j);
     return here.returning(OutputMatrix.getxy(std::max(i, 1), std::max(j, 1)));
 }
 
-const Range<double>& SortNum(const Range<double>& Values, int Direction) {
+WorkList<double> SortNum(View<double> Values, int Direction) {
     Routine here{"SortNum"};
-    here.arguments(QX_NAMED(Values, Direction));
+    here.inputs(Values, Direction);
     here.limit(Direction, ascending, descending, "Direction");
-    static Range<double> sorted;
+    WorkList<double> sorted;
     sort_copy(sorted, Values, Direction);
     here.returning();
     return sorted;
 }
 
-double SortPick(int WhichOne, const Range<double>& Values, int Direction) {
+double SortPick(int WhichOne, View<double> Values, int Direction) {
     Routine here{"SortPick"};
-    here.arguments(QX_NAMED(WhichOne, Values, Direction));
+    here.inputs(WhichOne, Values, Direction);
     here.limit(Direction, ascending, descending, "Direction");
-    static Range<double> sorted;
+    WorkList<double> sorted;
     sort_copy(sorted, Values, Direction);
     return here.returning(pick(WhichOne, sorted));
 }
 
-const Range<anyvalue>& Seek(const Range<anyvalue>& InputRangePoly, const Range<anyvalue>& OutputRangePoly,
-                            const Range<anyvalue>& InputPoly_s, const Maybe<anyvalue>& DefaultPoly) {
+WorkList<anyvalue> Seek(View<anyvalue> InputRangePoly, View<anyvalue> OutputRangePoly, View<anyvalue> InputPoly_s,
+                        const Maybe<anyvalue>& DefaultPoly) {
     Routine here{"Seek"};
-    here.arguments(QX_NAMED(InputRangePoly, OutputRangePoly, InputPoly_s, DefaultPoly));
-    static Range<anyvalue> results;
-    results.dimension(InputPoly_s.size());
+    here.inputs(InputRangePoly, OutputRangePoly, InputPoly_s, DefaultPoly);
+    WorkList<anyvalue> results;
+    results->dimension(InputPoly_s.size());
     for (int i = 1; i <= InputPoly_s.size(); ++i) {
         const auto pass = here.pass(i, InputPoly_s.get(i));
         const int found = place_of(InputPoly_s.get(i), InputRangePoly);
@@ -93,10 +93,9 @@ const Range<anyvalue>& Seek(const Range<anyvalue>& InputRangePoly, const Range<a
     return results;
 }
 
-const Range<anyvalue>& SeekList(const Range<anyvalue>& InputRangePoly, const Range<anyvalue>& OutputMatrixPoly,
-                                const anyvalue& InputPoly) {
+WorkList<anyvalue> SeekList(View<anyvalue> InputRangePoly, View<anyvalue> OutputMatrixPoly, const anyvalue& InputPoly) {
     Routine here{"SeekList"};
-    here.arguments(QX_NAMED(InputRangePoly, OutputMatrixPoly, InputPoly));
+    here.inputs(InputRangePoly, OutputMatrixPoly, InputPoly);
     const int columns = OutputMatrixPoly.getcolumns(), rows = OutputMatrixPoly.getrows();
     const bool across = InputRangePoly.size() == columns;
     if (!across && InputRangePoly.size() != rows)
@@ -107,26 +106,26 @@ const Range<anyvalue>& SeekList(const Range<anyvalue>& InputRangePoly, const Ran
     const int found = place_of(InputPoly, InputRangePoly);
     if (found == 0) here.fail<errliblookupfailed>("InputPoly", "Lookup Failed");
     here.info("Found at position ", found, across ? ", returning the column" : ", returning the row");
-    static Range<anyvalue> results;
-    results.dimension(across ? rows : columns);
+    WorkList<anyvalue> results;
+    results->dimension(across ? rows : columns);
     for (int i = 1; i <= results.size(); ++i)
         results(i) = across ? OutputMatrixPoly.getxy(found, i) : OutputMatrixPoly.getxy(i, found);
     here.returning();
     return results;
 }
 
-const Range<anyvalue>& FindIf(const Range<anyvalue>& InpList, const Range<anyvalue>& OutList,
-                              const Range<anyvalue>& Criteria, int FindSwitch, int CritOpts) {
+WorkList<anyvalue> FindIf(View<anyvalue> InpList, View<anyvalue> OutList, View<anyvalue> Criteria, int FindSwitch,
+                          int CritOpts) {
     Routine here{"FindIf"};
-    here.arguments(QX_NAMED(InpList, OutList, Criteria, FindSwitch, CritOpts));
+    here.inputs(InpList, OutList, Criteria, FindSwitch, CritOpts);
     here.limit(FindSwitch, find_values, find_all_positions, "FindSwitch");
-    const Range<anyvalue>& values = is_empty(OutList) ? InpList : OutList;
+    const View<anyvalue> values = is_empty(OutList) ? InpList : OutList;
     InpList.checksamesize(values);
     here.info(option_present(all_criteria, CritOpts) ? "Condition is AND" : "Condition is OR");
     const bool positions = FindSwitch == find_positions || FindSwitch == find_all_positions;
     const FunctionContext context = here.context("Criteria");
-    static Range<anyvalue> found;
-    found.dimension(0);
+    WorkList<anyvalue> found;
+    found->dimension(0);
     for (int i = 1; i <= InpList.size(); ++i) {
         const auto pass = here.pass(i, InpList.get(i));
         if (!meets_criteria(InpList.get(i), Criteria, CritOpts, context)) continue;
@@ -139,9 +138,9 @@ const Range<anyvalue>& FindIf(const Range<anyvalue>& InpList, const Range<anyval
     return found;
 }
 
-const Range<anyvalue>& Unique(const Range<anyvalue>& InputRangePoly) {
+WorkList<anyvalue> Unique(View<anyvalue> InputRangePoly) {
     Routine here{"Unique"};
-    here.arguments(QX_NAMED(InputRangePoly));
+    here.inputs(InputRangePoly);
     // Equal items stand together in order; the first of each, in the order of the list, are the result.
     static int order[range_capacity];
     int* end = order;
@@ -162,8 +161,8 @@ const Range<anyvalue>& Unique(const Range<anyvalue>& InputRangePoly) {
         else
             last[-1] = std::min(last[-1], *at); // numbers within the tolerance may stand out of their order
     std::sort(order, last);
-    static Range<anyvalue> values;
-    values.dimension(0);
+    WorkList<anyvalue> values;
+    values->dimension(0);
     for (const int* at = order; at < last; ++at) next_of(values) = item(*at);
     here.returning();
     return values;

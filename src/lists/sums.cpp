@@ -13,14 +13,14 @@ namespace {
 
 /// The sum of the values that pass a test.
 template <class Test>
-double sum_where(const Range<double>& values, Test passes) {
+double sum_where(View<double> values, Test passes) {
     double sum = 0.0;
     for (const double value : values)
         if (passes(value)) sum += value;
     return sum;
 }
 
-bool is_chosen(const anyvalue& category, const Range<anyvalue>& chosen) {
+bool is_chosen(const anyvalue& category, View<anyvalue> chosen) {
     return std::any_of(chosen.begin(), chosen.end(),
                        [&category](const anyvalue& choice) { return !choice.isblank() && choice == category; });
 }
@@ -28,10 +28,9 @@ bool is_chosen(const anyvalue& category, const Range<anyvalue>& chosen) {
 /// The choice of values by one or two sets of categories.
 class Choice {
   public:
-    Choice(Routine& here, const Range<double>& values, const Range<anyvalue>& Categories,
-           const Range<anyvalue>& ChosenCategories, const Range<anyvalue>& Categories2,
-           const Range<anyvalue>& ChosenCategories2)
-        : categories_{&Categories, &Categories2}, chosen_{&ChosenCategories, &ChosenCategories2} {
+    Choice(Routine& here, View<double> values, View<anyvalue> Categories, View<anyvalue> ChosenCategories,
+           View<anyvalue> Categories2, View<anyvalue> ChosenCategories2)
+        : categories_{Categories, Categories2}, chosen_{ChosenCategories, ChosenCategories2} {
         values.checksamesize(Categories);
         if (Categories2.size() == 0 && ChosenCategories2.size() == 0) return;
         if (Categories2.size() == 0) here.fail<errliboptreq>("Categories2");
@@ -42,13 +41,13 @@ class Choice {
 
     bool includes(int i) const {
         for (int set = 0; set < sets_; ++set)
-            if (!is_chosen(categories_[set]->get(i), *chosen_[set])) return false;
+            if (!is_chosen(categories_[set].get(i), chosen_[set])) return false;
         return true;
     }
 
   private:
-    const Range<anyvalue>* categories_[2];
-    const Range<anyvalue>* chosen_[2];
+    View<anyvalue> categories_[2];
+    View<anyvalue> chosen_[2];
     int sets_ = 1;
 };
 
@@ -61,7 +60,7 @@ double position_of(const date& day) { return day.dtn(); }
 
 /// The figures of the values whose positions lie between two ends.
 template <class T>
-Tally tally_between(const Routine& here, double from, double to, const Range<T>& positions, const Range<double>& values,
+Tally tally_between(const Routine& here, double from, double to, View<T> positions, View<double> values,
                     int InclusiveOpt) {
     Tally tally;
     const int n = std::min(positions.size(), values.size());
@@ -73,10 +72,10 @@ Tally tally_between(const Routine& here, double from, double to, const Range<T>&
     return tally;
 }
 
-double extreme_between(const char* name, int RangeOperation, const date& FromDate, const date& ToDate,
-                       const Range<date>& Dates, const Range<double>& Values, int InclusiveOpt) {
+double extreme_between(const char* name, int RangeOperation, const date& FromDate, const date& ToDate, View<date> Dates,
+                       View<double> Values, int InclusiveOpt) {
     Routine here{name};
-    here.arguments(QX_NAMED(FromDate, ToDate, Dates, Values, InclusiveOpt));
+    here.inputs(FromDate, ToDate, Dates, Values, InclusiveOpt);
     check_inclusive(here, InclusiveOpt);
     return here.returning(tally_between(here, position_of(FromDate), position_of(ToDate), Dates, Values, InclusiveOpt)
                               .result(RangeOperation));
@@ -84,39 +83,39 @@ double extreme_between(const char* name, int RangeOperation, const date& FromDat
 
 } // namespace
 
-double SumPos(const Range<double>& Values) {
+double SumPos(View<double> Values) {
     Routine here{"SumPos"};
-    here.arguments(QX_NAMED(Values));
+    here.inputs(Values);
     return here.returning(sum_where(Values, [](double value) { return value > 0.0; }));
 }
 
-double SumNeg(const Range<double>& Values) {
+double SumNeg(View<double> Values) {
     Routine here{"SumNeg"};
-    here.arguments(QX_NAMED(Values));
+    here.inputs(Values);
     return here.returning(sum_where(Values, [](double value) { return value < 0.0; }));
 }
 
-double SumBounds(const Range<double>& Values, const Maybe<double>& MinValue, const Maybe<double>& MaxValue) {
+double SumBounds(View<double> Values, const Maybe<double>& MinValue, const Maybe<double>& MaxValue) {
     Routine here{"SumBounds"};
-    here.arguments(QX_NAMED(Values, MinValue, MaxValue));
+    here.inputs(Values, MinValue, MaxValue);
     return here.returning(sum_where(Values, [&](double value) {
         if (!MinValue.is_missing() && value < MinValue.value && !isequal(value, MinValue.value)) return false;
         return MaxValue.is_missing() || value < MaxValue.value || isequal(value, MaxValue.value);
     }));
 }
 
-double SumSubRange(const Range<double>& Values, int FirstOne, int LastOne) {
+double SumSubRange(View<double> Values, int FirstOne, int LastOne) {
     Routine here{"SumSubRange"};
-    here.arguments(QX_NAMED(Values, FirstOne, LastOne));
+    here.inputs(Values, FirstOne, LastOne);
     const SubRange part = sub_range(FirstOne, LastOne, Values.size());
     double sum = 0.0;
     for (int i = part.first; i <= part.last; ++i) sum += Values.get(i);
     return here.returning(sum);
 }
 
-double SumDiv(const Range<double>& Values, const Range<double>& Divisors) {
+double SumDiv(View<double> Values, View<double> Divisors) {
     Routine here{"SumDiv"};
-    here.arguments(QX_NAMED(Values, Divisors));
+    here.inputs(Values, Divisors);
     if (Values.size() != 1 && Divisors.size() != 1) Values.checksamesize(Divisors);
     double sum = 0.0;
     for (int i = 1; i <= std::max(Values.size(), Divisors.size()); ++i)
@@ -124,9 +123,9 @@ double SumDiv(const Range<double>& Values, const Range<double>& Divisors) {
     return here.returning(sum);
 }
 
-double SumCat(const Range<double>& Values, const Range<anyvalue>& Categories, const anyvalue& ChosenCategory) {
+double SumCat(View<double> Values, View<anyvalue> Categories, const anyvalue& ChosenCategory) {
     Routine here{"SumCat"};
-    here.arguments(QX_NAMED(Values, Categories, ChosenCategory));
+    here.inputs(Values, Categories, ChosenCategory);
     Values.checksamesize(Categories);
     double sum = 0.0;
     for (int i = 1; i <= Values.size(); ++i)
@@ -134,10 +133,10 @@ double SumCat(const Range<double>& Values, const Range<anyvalue>& Categories, co
     return here.returning(sum);
 }
 
-double SumCats(const Range<double>& Values, const Range<anyvalue>& Categories, const Range<anyvalue>& ChosenCategories,
-               const Range<anyvalue>& Categories2, const Range<anyvalue>& ChosenCategories2) {
+double SumCats(View<double> Values, View<anyvalue> Categories, View<anyvalue> ChosenCategories,
+               View<anyvalue> Categories2, View<anyvalue> ChosenCategories2) {
     Routine here{"SumCats"};
-    here.arguments(QX_NAMED(Values, Categories, ChosenCategories, Categories2, ChosenCategories2));
+    here.inputs(Values, Categories, ChosenCategories, Categories2, ChosenCategories2);
     const Choice choice(here, Values, Categories, ChosenCategories, Categories2, ChosenCategories2);
     double sum = 0.0;
     for (int i = 1; i <= Values.size(); ++i) {
@@ -148,34 +147,33 @@ double SumCats(const Range<double>& Values, const Range<anyvalue>& Categories, c
     return here.returning(sum);
 }
 
-const Range<double>& SelCats(const Range<double>& Values, const Range<anyvalue>& Categories,
-                             const Range<anyvalue>& ChosenCategories, const Range<anyvalue>& Categories2,
-                             const Range<anyvalue>& ChosenCategories2) {
+WorkList<double> SelCats(View<double> Values, View<anyvalue> Categories, View<anyvalue> ChosenCategories,
+                         View<anyvalue> Categories2, View<anyvalue> ChosenCategories2) {
     Routine here{"SelCats"};
-    here.arguments(QX_NAMED(Values, Categories, ChosenCategories, Categories2, ChosenCategories2));
+    here.inputs(Values, Categories, ChosenCategories, Categories2, ChosenCategories2);
     const Choice choice(here, Values, Categories, ChosenCategories, Categories2, ChosenCategories2);
-    static Range<double> selected;
-    selected.dimension(Values.size());
+    WorkList<double> selected;
+    selected->dimension(Values.size());
     int count = 0;
     for (int i = 1; i <= Values.size(); ++i)
         if (choice.includes(i)) selected(++count) = Values.get(i);
-    selected.dimension(count);
+    selected->dimension(count);
     here.returning();
     return selected;
 }
 
-double MeanNZ(const Range<double>& Values) {
+double MeanNZ(View<double> Values) {
     Routine here{"MeanNZ"};
-    here.arguments(QX_NAMED(Values));
+    here.inputs(Values);
     Tally tally;
     for (const double value : Values)
         if (!iszero(value)) tally.add(value);
     return here.returning(tally.result(operation_average));
 }
 
-double WeightAv(const Range<double>& Values, const Range<double>& Weights) {
+double WeightAv(View<double> Values, View<double> Weights) {
     Routine here{"WeightAv"};
-    here.arguments(QX_NAMED(Values, Weights));
+    here.inputs(Values, Weights);
     Values.checksamesize(Weights);
     double weighted = 0.0, weight = 0.0;
     for (int i = 1; i <= Values.size(); ++i) {
@@ -185,26 +183,24 @@ double WeightAv(const Range<double>& Values, const Range<double>& Weights) {
     return here.returning(safe_divide(weighted, weight));
 }
 
-int RangeDir(const Range<double>& Values) {
+int RangeDir(View<double> Values) {
     Routine here{"RangeDir"};
-    here.arguments(QX_NAMED(Values));
+    here.inputs(Values);
     return here.returning(static_cast<int>(Values.thisdirection()));
 }
 
-double MaxBetween(const date& FromDate, const date& ToDate, const Range<date>& Dates, const Range<double>& Values,
-                  int InclusiveOpt) {
+double MaxBetween(const date& FromDate, const date& ToDate, View<date> Dates, View<double> Values, int InclusiveOpt) {
     return extreme_between("MaxBetween", operation_greatest, FromDate, ToDate, Dates, Values, InclusiveOpt);
 }
 
-double MinBetween(const date& FromDate, const date& ToDate, const Range<date>& Dates, const Range<double>& Values,
-                  int InclusiveOpt) {
+double MinBetween(const date& FromDate, const date& ToDate, View<date> Dates, View<double> Values, int InclusiveOpt) {
     return extreme_between("MinBetween", operation_smallest, FromDate, ToDate, Dates, Values, InclusiveOpt);
 }
 
-double DoBetweenX(double FromValue, double ToValue, const Range<double>& InputRange, const Range<double>& OutputRange,
-                  int InclusiveOpt, int RangeOperation) {
+double DoBetweenX(double FromValue, double ToValue, View<double> InputRange, View<double> OutputRange, int InclusiveOpt,
+                  int RangeOperation) {
     Routine here{"DoBetweenX"};
-    here.arguments(QX_NAMED(FromValue, ToValue, InputRange, OutputRange, InclusiveOpt, RangeOperation));
+    here.inputs(FromValue, ToValue, InputRange, OutputRange, InclusiveOpt, RangeOperation);
     check_inclusive(here, InclusiveOpt);
     here.limit(RangeOperation, operation_sum, operation_product, "RangeOperation");
     return here.returning(
@@ -214,7 +210,7 @@ double DoBetweenX(double FromValue, double ToValue, const Range<double>& InputRa
 double Intersection(Range<double>& InputRange, Range<double>& OutputRange, Range<double>& OutputRange2, int WhichOne,
                     double OnErrorN) {
     Routine here{"Intersection"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, OutputRange2, WhichOne, OnErrorN));
+    here.inputs(InputRange, OutputRange, OutputRange2, WhichOne, OnErrorN);
     here.at_least(WhichOne, 1, "WhichOne");
     for (Range<double>* const list : {&InputRange, &OutputRange, &OutputRange2}) list->trailingblanksize();
     InputRange.checksamesize(OutputRange);

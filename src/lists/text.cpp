@@ -36,19 +36,19 @@ std::optional<Token> find_token(std::string_view text, int number, std::string_v
 }
 
 template <class Number>
-const Range<Number>& extract(const char* name, const Range<anyvalue>& InputPoly_s,
-                             Number (*parse)(const std::string&, Number), const char* parsed_words) {
+WorkList<Number> extract(const char* name, View<anyvalue> InputPoly_s, Number (*parse)(const std::string&, Number),
+                         const char* parsed_words) {
     Routine here{name};
-    here.arguments(QX_NAMED(InputPoly_s));
-    static Range<Number> numbers;
-    numbers.setname(name);
+    here.inputs(InputPoly_s);
+    WorkList<Number> numbers;
+    numbers->setname(name);
     if (InputPoly_s.lastnonblank() == 0) {
         here.info("Zero length input array, returning single value of zero");
-        numbers.dimension(1);
+        numbers->dimension(1);
         numbers(1) = 0;
-        return here.returning(numbers);
+        return here.returning(std::move(numbers));
     }
-    numbers.dimension(InputPoly_s.size(), InputPoly_s.getcolumns());
+    numbers->dimension(InputPoly_s.size(), InputPoly_s.getcolumns());
     for (int i = 1; i <= InputPoly_s.size(); ++i) {
         const anyvalue& cell = InputPoly_s.get(i);
         const TraceBlock pass = here.pass(i);
@@ -67,7 +67,7 @@ const Range<Number>& extract(const char* name, const Range<anyvalue>& InputPoly_
                 numbers(i) = cell.number();
         }
     }
-    return here.returning(numbers);
+    return here.returning(std::move(numbers));
 }
 
 bool holds_digit(std::string_view piece) { return piece.find_first_of("0123456789") != piece.npos; }
@@ -87,7 +87,7 @@ std::size_t dash_of_stretch(std::string_view piece) {
 std::string GetToken(const std::string& Textstring, int TokenNo, const std::string& Delimiter,
                      const std::string& OptionLetters) {
     Routine here{"GetToken"};
-    here.arguments(QX_NAMED(Textstring, TokenNo, Delimiter, OptionLetters));
+    here.inputs(Textstring, TokenNo, Delimiter, OptionLetters);
     const auto token = find_token(Textstring, TokenNo, Delimiter, OptionLetters);
     return here.returning(token ? Textstring.substr(token->begin, token->end - token->begin) : not_found);
 }
@@ -95,7 +95,7 @@ std::string GetToken(const std::string& Textstring, int TokenNo, const std::stri
 std::string GetTokens(const std::string& Textstring, int FirstTokenToFind, int NumberOfTokens,
                       const std::string& Delimiter, const std::string& OptionLetters) {
     Routine here{"GetTokens"};
-    here.arguments(QX_NAMED(Textstring, FirstTokenToFind, NumberOfTokens, Delimiter, OptionLetters));
+    here.inputs(Textstring, FirstTokenToFind, NumberOfTokens, Delimiter, OptionLetters);
     if (NumberOfTokens < 1 || NumberOfTokens > static_cast<int>(Textstring.size()) + 1)
         return here.returning(std::string(not_found));
     const auto first = find_token(Textstring, FirstTokenToFind, Delimiter, OptionLetters);
@@ -106,13 +106,13 @@ std::string GetTokens(const std::string& Textstring, int FirstTokenToFind, int N
 
 bool InString(const std::string& Textstring, const std::string& LetterSequence) {
     Routine here{"InString"};
-    here.arguments(QX_NAMED(Textstring, LetterSequence));
+    here.inputs(Textstring, LetterSequence);
     return here.returning(Textstring.find(LetterSequence) != std::string::npos);
 }
 
 double ExtractNum(const std::string& Textstring, int StartPos, int EndPos) {
     Routine here{"ExtractNum"};
-    here.arguments(QX_NAMED(Textstring, StartPos, EndPos));
+    here.inputs(Textstring, StartPos, EndPos);
     const int first = std::max(StartPos, 1);
     const int last = std::min(EndPos, static_cast<int>(Textstring.size()));
     if (first > last) return here.returning(0.0);
@@ -120,19 +120,17 @@ double ExtractNum(const std::string& Textstring, int StartPos, int EndPos) {
         Textstring.substr(static_cast<std::size_t>(first - 1), static_cast<std::size_t>(last - first + 1)), 0.0));
 }
 
-const Range<int>& ExInt(const Range<anyvalue>& InputPoly_s) {
+WorkList<int> ExInt(View<anyvalue> InputPoly_s) {
     return extract("ExInt", InputPoly_s, &parseint, "Parsed to an integer");
 }
-const Range<double>& ExFl(const Range<anyvalue>& InputPoly_s) {
-    return extract("ExFl", InputPoly_s, &parsenumber, "Translated");
-}
+WorkList<double> ExFl(View<anyvalue> InputPoly_s) { return extract("ExFl", InputPoly_s, &parsenumber, "Translated"); }
 
-const Range<double>& ExNumRange(const anyvalue& Textstring, const std::string& Delimiter) {
+WorkList<double> ExNumRange(const anyvalue& Textstring, const std::string& Delimiter) {
     Routine here{"ExNumRange"};
-    here.arguments(QX_NAMED(Textstring, Delimiter));
-    static Range<double> numbers;
-    numbers.setname("ExNumRange");
-    numbers.dimension(0);
+    here.inputs(Textstring, Delimiter);
+    WorkList<double> numbers;
+    numbers->setname("ExNumRange");
+    numbers->dimension(0);
     const auto number_in = [&here](std::string_view text) {
         if (!holds_digit(text)) here.fail<numbertranslation>("Textstring", "There is no number in '", text, "'");
         return parsenumber(std::string(text), 0.0);
@@ -142,7 +140,7 @@ const Range<double>& ExNumRange(const anyvalue& Textstring, const std::string& D
         if (steps >= range_capacity) here.fail<outofrange>("Textstring", "More than ", range_capacity, " numbers");
         const int before = numbers.size();
         const int count = whole(steps) + 1;
-        numbers.dimension(before + count);
+        numbers->dimension(before + count);
         for (int i = 0; i < count; ++i) numbers(before + 1 + i) = first + (last < first ? -i : i);
     };
     if (Textstring.isnumber()) append(Textstring.number(), Textstring.number());
@@ -159,7 +157,7 @@ const Range<double>& ExNumRange(const anyvalue& Textstring, const std::string& D
             append(number_in(piece.substr(0, dash)), number_in(piece.substr(dash + 1)));
         here.info("Piece '", piece, "', ", numbers.size(), " numbers so far");
     }
-    return here.returning(numbers);
+    return here.returning(std::move(numbers));
 }
 
 } // namespace qx

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "calendar/anyvalue.h"
-#include "core/range.h"
+#include "core/pools.h"
 
 #include <string>
 
@@ -26,12 +26,12 @@ double ExtractNum(const std::string& Textstring, int StartPos, int EndPos);
 
 /// The numbers of cells, texts parsed as amounts; an empty input gives a single 0. The shape stays. ExInt drops
 /// decimals.
-const Range<int>& ExInt(const Range<anyvalue>& InputPoly_s);
-const Range<double>& ExFl(const Range<anyvalue>& InputPoly_s);
+WorkList<int> ExInt(View<anyvalue> InputPoly_s);
+WorkList<double> ExFl(View<anyvalue> InputPoly_s);
 
 /// The numbers of a text such as "1-3,7,10-12": 1, 2, 3, 7, 10, 11, 12. A stretch goes in steps of one, up or down. A
 /// number is given as it is, a blank gives an empty list. Throws numbertranslation for a piece without a number,
 /// outofrange above 10000 numbers.
-const Range<double>& ExNumRange(const anyvalue& Textstring, const std::string& Delimiter);
+WorkList<double> ExNumRange(const anyvalue& Textstring, const std::string& Delimiter);
 
 } // namespace qx

@@ -50,7 +50,7 @@ char letter_of(const std::string& letters, int i) {
 
 std::string Bar(double Amount, double MaxAmount, double MinAmount, int LineLength, const std::string& Letters) {
     Routine here{"Bar"};
-    here.arguments(QX_NAMED(Amount, MaxAmount, MinAmount, LineLength, Letters));
+    here.inputs(Amount, MaxAmount, MinAmount, LineLength, Letters);
     here.limit(LineLength, 1, longest_line, "LineLength");
     if (!(MaxAmount > MinAmount) || std::isinf(MaxAmount - MinAmount))
         here.fail<errlibnonsenseinputs>("MaxAmount", "The maximum ", MaxAmount, " is not above the minimum ",
@@ -65,10 +65,10 @@ std::string Bar(double Amount, double MaxAmount, double MinAmount, int LineLengt
     return here.returning(line.text());
 }
 
-std::string Gantt(const timeperiod& Time, const Range<date>& Starts, const Range<date>& Finishes, int LineLength,
+std::string Gantt(const timeperiod& Time, View<date> Starts, View<date> Finishes, int LineLength,
                   const std::string& Letters) {
     Routine here{"Gantt"};
-    here.arguments(QX_NAMED(Time, Starts, Finishes, LineLength, Letters));
+    here.inputs(Time, Starts, Finishes, LineLength, Letters);
     here.limit(LineLength, 0, longest_line, "LineLength");
     Starts.checksamesize(Finishes);
     const double months = Time.lenmonthsdecimal();

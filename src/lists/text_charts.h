@@ -18,7 +18,7 @@ std::string Bar(double Amount, double MaxAmount, double MinAmount, int LineLengt
 /// one, and one without a start or a finish is not drawn. LineLength 0 is one letter a month. Throws inputrangelength2
 /// if starts and finishes differ in number, invaliddateorder for a finish before its start, errlibmin, errlibmax for a
 /// length outside 0 to 254.
-std::string Gantt(const timeperiod& Time, const Range<date>& Starts, const Range<date>& Finishes, int LineLength,
+std::string Gantt(const timeperiod& Time, View<date> Starts, View<date> Finishes, int LineLength,
                   const std::string& Letters);
 
 } // namespace qx

@@ -56,25 +56,25 @@ VariableBuffer<std::string>& texts() {
 
 double SetNum(double Value, const std::string& VarName) {
     Routine here{"SetNum"};
-    here.arguments(QX_NAMED(Value, VarName));
+    here.inputs(Value, VarName);
     return here.returning(numbers().set(Value, VarName, here));
 }
 
 double GetNum(const std::string& VarName) {
     Routine here{"GetNum"};
-    here.arguments(QX_NAMED(VarName));
+    here.inputs(VarName);
     return here.returning(numbers().get(VarName, here));
 }
 
 const std::string& SetStr(const std::string& Textstring, const std::string& VarName) {
     Routine here{"SetStr"};
-    here.arguments(QX_NAMED(Textstring, VarName));
+    here.inputs(Textstring, VarName);
     return here.returning(texts().set(Textstring, VarName, here));
 }
 
 const std::string& GetStr(const std::string& VarName) {
     Routine here{"GetStr"};
-    here.arguments(QX_NAMED(VarName));
+    here.inputs(VarName);
     return here.returning(texts().get(VarName, here));
 }
 

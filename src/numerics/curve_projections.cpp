@@ -9,12 +9,9 @@ namespace {
 
 // The fit of dated values over the years that `years` gives for a date.
 template <class Years>
-FittedPolynomial fitted_over_time(Routine& here, const Range<date>& dates, const Range<floatblank>& values, int Degree,
-                                  Years years) {
-    static Range<double> x, y;
+FittedPolynomial fitted_over_time(Routine& here, View<date> dates, View<floatblank> values, int Degree, Years years) {
     dates.checksamesize(values);
-    x.dimension(dates.size());
-    y.dimension(dates.size());
+    WorkList<double> x(dates.size()), y(dates.size());
     int count = 0;
     for (int i = 1; i <= dates.size(); ++i) {
         if (dates.get(i).iszero() || values.get(i).isblank()) continue;
@@ -22,8 +19,8 @@ FittedPolynomial fitted_over_time(Routine& here, const Range<date>& dates, const
         x(count) = years(dates.get(i));
         y(count) = values.get(i).number();
     }
-    x.dimension(count);
-    y.dimension(count);
+    x->dimension(count);
+    y->dimension(count);
     return FittedPolynomial(here, x, y, Degree);
 }
 
@@ -61,7 +58,7 @@ void check_projection(Routine& here, double DayCount, double ProjMode) {
 double InterpedLevel(const date& TheDate, const date& Finish, Range<date>& FromDates, Range<double>& Levels,
                      int InterpType, double Tension, double Bias) {
     Routine here{"InterpedLevel"};
-    here.arguments(QX_NAMED(TheDate, Finish, FromDates, Levels, InterpType, Tension, Bias));
+    here.inputs(TheDate, Finish, FromDates, Levels, InterpType, Tension, Bias);
     check_curve(here, InterpType, Tension, Bias);
     if (FromDates.datesize(Levels) == 0) here.fail<errlibinsuffrange>("FromDates");
     FromDates.checkascending();
@@ -73,10 +70,10 @@ double InterpedLevel(const date& TheDate, const date& Finish, Range<date>& FromD
         InterpolateDate(FromDates, Levels, TheDate, InterpType, date(), FromDates.last(), Tension, Bias));
 }
 
-double FittedLevel(const date& TheDate, const date& Start, const date& Finish, const Range<date>& LevelDates,
-                   const Range<floatblank>& Levels, int Degree) {
+double FittedLevel(const date& TheDate, const date& Start, const date& Finish, View<date> LevelDates,
+                   View<floatblank> Levels, int Degree) {
     Routine here{"FittedLevel"};
-    here.arguments(QX_NAMED(TheDate, Start, Finish, LevelDates, Levels, Degree));
+    here.inputs(TheDate, Start, Finish, LevelDates, Levels, Degree);
     const FittedPolynomial level =
         fitted_over_time(here, LevelDates, Levels, Degree, [](const date& day) { return day.decimal_year(); });
     if (TheDate < Start || TheDate >= Finish) {
@@ -86,11 +83,10 @@ double FittedLevel(const date& TheDate, const date& Start, const date& Finish, c
     return here.returning(level(TheDate.decimal_year()));
 }
 
-double FittedRate(const timeperiod& Time, const date& Start, const date& Finish, const Range<date>& RateDates,
-                  const Range<floatblank>& AnnualRates, int Degree, double DayCount, AnnualSequence& Periods,
-                  double ProjMode) {
+double FittedRate(const timeperiod& Time, const date& Start, const date& Finish, View<date> RateDates,
+                  View<floatblank> AnnualRates, int Degree, double DayCount, AnnualSequence& Periods, double ProjMode) {
     Routine here{"FittedRate"};
-    here.arguments(QX_NAMED(Time, Start, Finish, RateDates, AnnualRates, Degree, DayCount, Periods, ProjMode));
+    here.inputs(Time, Start, Finish, RateDates, AnnualRates, Degree, DayCount, Periods, ProjMode);
     here.limit(Degree, 0, max_fit_degree, "Degree");
     check_projection(here, DayCount, ProjMode);
     const FittedPolynomial rate = fitted_over_time(here, RateDates, AnnualRates, Degree, [&](const date& day) {
@@ -103,7 +99,7 @@ double FittedRate(const timeperiod& Time, const date& Start, const date& Finish,
 double Ramp(const timeperiod& Time, const date& Start, const date& Finish, double StartRate, double FinishRate,
             double DayCount, AnnualSequence& Periods, double ProjMode) {
     Routine here{"Ramp"};
-    here.arguments(QX_NAMED(Time, Start, Finish, StartRate, FinishRate, DayCount, Periods, ProjMode));
+    here.inputs(Time, Start, Finish, StartRate, FinishRate, DayCount, Periods, ProjMode);
     check_projection(here, DayCount, ProjMode);
     const Span years = span_of(here, Time, Start, Finish, DayCount, Periods, ProjMode);
     const double life = diffmonths(Start, Finish, DayCount, Periods) / 12.0;

@@ -16,15 +16,14 @@ double InterpedLevel(const date& TheDate, const date& Finish, Range<date>& FromD
 
 /// The level at a date, from Start up to but not counting Finish, on the polynomial of a degree (0 to 10) that fits
 /// dated levels best over the years. Points without a date or a level do not count. Throws as FittedPolynomial.
-double FittedLevel(const date& TheDate, const date& Start, const date& Finish, const Range<date>& LevelDates,
-                   const Range<floatblank>& Levels, int Degree);
+double FittedLevel(const date& TheDate, const date& Start, const date& Finish, View<date> LevelDates,
+                   View<floatblank> Levels, int Degree);
 
 /// The amount in a time period of an annual rate, from Start to Finish, that follows the polynomial of a degree (0 to
 /// 10) that fits dated annual rates best over the years from Start. Throws errlibmin, errlibmax for a DayCount outside
 /// 0 to 999 and a ProjMode outside 0 to 7, and as FittedPolynomial.
-double FittedRate(const timeperiod& Time, const date& Start, const date& Finish, const Range<date>& RateDates,
-                  const Range<floatblank>& AnnualRates, int Degree, double DayCount, AnnualSequence& Periods,
-                  double ProjMode);
+double FittedRate(const timeperiod& Time, const date& Start, const date& Finish, View<date> RateDates,
+                  View<floatblank> AnnualRates, int Degree, double DayCount, AnnualSequence& Periods, double ProjMode);
 
 /// The amount in a time period of an annual rate that runs in a straight line from StartRate at Start to FinishRate at
 /// Finish.

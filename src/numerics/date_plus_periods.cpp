@@ -32,7 +32,7 @@ class DpPSolve : public clsSolveBase {
 
 date DpP(const date& TheDate, double NPer, const AnnualSequence& Periods) {
     Routine here{"DpP"};
-    here.arguments(QX_NAMED(TheDate, NPer, Periods));
+    here.inputs(TheDate, NPer, Periods);
     if (iszero(NPer) || TheDate.iszero()) return here.returning("DateResult", date(TheDate));
     DpPSolve problem(TheDate, NPer, Periods);
     problem.setup();

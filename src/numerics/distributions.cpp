@@ -125,13 +125,13 @@ int NRandom() {
 
 double PickRandom(int WhichOne) {
     Routine here{"PickRandom"};
-    here.arguments(QX_NAMED(WhichOne));
+    here.inputs(WhichOne);
     return here.returning(pick_random(WhichOne));
 }
 
 double Distribution(double DistMin, double DistMid, double DistMax, int DistType, double RandOpt) {
     Routine here{"Distribution"};
-    here.arguments(QX_NAMED(DistMin, DistMid, DistMax, DistType, RandOpt));
+    here.inputs(DistMin, DistMid, DistMax, DistType, RandOpt);
     check_type(here, DistType);
     check_probability(here, RandOpt);
     check_ascent(here, DistMin, DistMid, DistMax);
@@ -156,7 +156,7 @@ double Distribution(double DistMin, double DistMid, double DistMax, int DistType
 
 double CumProb(double Deviate, double DistMin, double DistMid, double DistMax, int DistType, double ClipTailLevel) {
     Routine here{"CumProb"};
-    here.arguments(QX_NAMED(Deviate, DistMin, DistMid, DistMax, DistType, ClipTailLevel));
+    here.inputs(Deviate, DistMin, DistMid, DistMax, DistType, ClipTailLevel);
     check_type(here, DistType);
     here.limit(ClipTailLevel, 0, 1, "ClipTailLevel");
     check_ascent(here, DistMin, DistMid, DistMax);
@@ -182,7 +182,7 @@ double CumProb(double Deviate, double DistMin, double DistMid, double DistMax, i
 
 double DistCumulative(Range<double>& CumProbs, Range<double>& Values, int CumSwitch, double RandOpt) {
     Routine here{"DistCumulative"};
-    here.arguments(QX_NAMED(CumProbs, Values, CumSwitch, RandOpt));
+    here.inputs(CumProbs, Values, CumSwitch, RandOpt);
     here.limit(CumSwitch, 0, 10, "CumSwitch");
     check_probability(here, RandOpt);
     if (CumSwitch > 2) here.fail<inputerror>("CumSwitch", "Illegal CumSwitch");
@@ -195,8 +195,7 @@ double DistCumulative(Range<double>& CumProbs, Range<double>& Values, int CumSwi
 double PartialDependency(Range<double>& AxisRangeX, double InputValueX, Range<double>& InputValuesMin,
                          Range<double>& InputValuesMid, Range<double>& InputValuesMax, int DistType, double RandOpt) {
     Routine here{"PartialDependency"};
-    here.arguments(
-        QX_NAMED(AxisRangeX, InputValueX, InputValuesMin, InputValuesMid, InputValuesMax, DistType, RandOpt));
+    here.inputs(AxisRangeX, InputValueX, InputValuesMin, InputValuesMid, InputValuesMax, DistType, RandOpt);
     check_type(here, DistType);
     check_probability(here, RandOpt);
     const auto at_x = [&](Range<double>& values) {
@@ -210,7 +209,7 @@ double PartialDependency(Range<double>& AxisRangeX, double InputValueX, Range<do
 
 double DistUniform(double DistMin, double DistMax, double RandOpt) {
     Routine here{"DistUniform"};
-    here.arguments(QX_NAMED(DistMin, DistMax, RandOpt));
+    here.inputs(DistMin, DistMax, RandOpt);
     check_probability(here, RandOpt);
     check_ascent(here, DistMin, DistMin, DistMax);
     return here.returning(uniform_deviate(DistMin, DistMax, probability(here, RandOpt)));
@@ -218,7 +217,7 @@ double DistUniform(double DistMin, double DistMax, double RandOpt) {
 
 double DistTriangular(double DistMin, double DistMid, double DistMax, double RandOpt) {
     Routine here{"DistTriangular"};
-    here.arguments(QX_NAMED(DistMin, DistMid, DistMax, RandOpt));
+    here.inputs(DistMin, DistMid, DistMax, RandOpt);
     check_probability(here, RandOpt);
     check_ascent(here, DistMin, DistMid, DistMax);
     return here.returning(triangular_deviate(DistMin, DistMid, DistMax, probability(here, RandOpt)));
@@ -226,7 +225,7 @@ double DistTriangular(double DistMin, double DistMid, double DistMax, double Ran
 
 double DistDoubleTri(double DistMin, double DistMid, double DistMax, double RandOpt) {
     Routine here{"DistDoubleTri"};
-    here.arguments(QX_NAMED(DistMin, DistMid, DistMax, RandOpt));
+    here.inputs(DistMin, DistMid, DistMax, RandOpt);
     check_probability(here, RandOpt);
     check_ascent(here, DistMin, DistMid, DistMax);
     return here.returning(double_triangular_deviate(DistMin, DistMid, DistMax, probability(here, RandOpt)));
@@ -234,7 +233,7 @@ double DistDoubleTri(double DistMin, double DistMid, double DistMax, double Rand
 
 double DistNormal(double StanDev, double Mean, double RandOpt) {
     Routine here{"DistNormal"};
-    here.arguments(QX_NAMED(StanDev, Mean, RandOpt));
+    here.inputs(StanDev, Mean, RandOpt);
     here.at_least(StanDev, 0, "StanDev");
     check_probability(here, RandOpt);
     return here.returning(NormalDeviate(RandOpt) * StanDev + Mean);
@@ -242,7 +241,7 @@ double DistNormal(double StanDev, double Mean, double RandOpt) {
 
 double DistLogNormal(double StanDev, double Mean, double RandOpt) {
     Routine here{"DistLogNormal"};
-    here.arguments(QX_NAMED(StanDev, Mean, RandOpt));
+    here.inputs(StanDev, Mean, RandOpt);
     here.at_least(StanDev, 0, "StanDev");
     check_probability(here, RandOpt);
     return here.returning(std::exp(NormalDeviate(RandOpt) * StanDev + Mean));
@@ -250,7 +249,7 @@ double DistLogNormal(double StanDev, double Mean, double RandOpt) {
 
 std::string DescribeDistType(int DistType) {
     Routine here{"DescribeDistType"};
-    here.arguments(QX_NAMED(DistType));
+    here.inputs(DistType);
     check_type(here, DistType);
     constexpr const char* names[] = {"Uniform Distribution", "Triangular Distribution",
                                      "Double Triangular Distribution", "Normal Distribution", "Lognormal Distribution"};
@@ -258,11 +257,13 @@ std::string DescribeDistType(int DistType) {
     return here.returning(std::string(known ? names[DistType - 1] : "Don't recognise the distribution type supplied."));
 }
 
-const Range<double>& Shuffle(Range<double>& Values) {
+WorkList<double> Shuffle(Range<double>& Values) {
     Routine here{"Shuffle"};
-    here.arguments(QX_NAMED(Values));
+    here.inputs(Values);
+    WorkList<double> shuffled;
+    *shuffled = Values;
     here.returning();
-    return Values;
+    return shuffled;
 }
 
 double gamma_deviate(int order, double probability) {

@@ -9,7 +9,7 @@
 // outside 0 to 10 and a RandOpt outside -1 to 1, and errlibbaddistribution for points that do not ascend.
 #pragma once
 
-#include "core/range.h"
+#include "core/pools.h"
 
 #include <string>
 
@@ -58,7 +58,7 @@ double DistLogNormal(double StanDev, double Mean, double RandOpt);
 
 std::string DescribeDistType(int DistType);
 /// The values as they are.
-const Range<double>& Shuffle(Range<double>& Values);
+WorkList<double> Shuffle(Range<double>& Values);
 
 // In reserve: no worksheet function reaches these.
 
@@ -66,10 +66,10 @@ const Range<double>& Shuffle(Range<double>& Values);
 /// probability at or above 0 stands for every uniform number of the sum.
 double gamma_deviate(int order, double probability);
 /// Names kept for distributions to come: each checks its RandOpt and gives 0.
-double DistGamma(const Range<double>& Alphas, double RandOpt);
-double DistPoisson(const Range<double>& Means, double RandOpt);
+double DistGamma(View<double> Alphas, double RandOpt);
+double DistPoisson(View<double> Means, double RandOpt);
 double DistExponential(double Lambda, double RandOpt);
-double DistBeta(const Range<double>& Alphas, const Range<double>& Betas, double RandOpt);
+double DistBeta(View<double> Alphas, View<double> Betas, double RandOpt);
 double DistBinomial(double RandOpt);
 
 } // namespace qx

@@ -21,10 +21,8 @@ struct Curve {
 template <class X>
 class Table {
   public:
-    Table(const Routine& here, Range<X>& places, Range<double>& values) : places_(places), values_(values) {
-        places.trailingblanksize();
-        values.trailingblanksize();
-        places.checksamesize(values);
+    /// Of two lists of equal length.
+    Table(const Routine& here, View<X> places, View<double> values) : places_(places), values_(values) {
         if (places.size() == 0) here.fail<errlibinsuffrange>(places.name());
         const Direction direction = places.thisdirection();
         if (direction == mixed)
@@ -54,10 +52,19 @@ class Table {
   private:
     int at(int i) const { return falls_ ? size() + 1 - i : i; }
 
-    const Range<X>& places_;
-    const Range<double>& values_;
+    View<X> places_;
+    View<double> values_;
     bool falls_ = false;
 };
+
+/// The table of two lists as they come from cells.
+template <class X>
+Table<X> table_of(const Routine& here, Range<X>& places, Range<double>& values) {
+    places.trailingblanksize();
+    values.trailingblanksize();
+    places.checksamesize(values);
+    return {here, places, values};
+}
 
 // The slope of the cubic at point i, from the lines before and after it; at an end or a jump one stands for both.
 template <class X>
@@ -120,7 +127,7 @@ double on_curve(const Routine& here, const Table<X>& table, double place, const 
 
 template <class X>
 double interp(const Routine& here, Range<X>& places, Range<double>& values, const X& at, double OnErrorN) {
-    const Table<X> table(here, places, values);
+    const Table<X> table = table_of(here, places, values);
     const double place = place_of(at);
     if (place < table.x(1) - tolerance || place > table.x(table.size()) + tolerance) {
         if (OnErrorN == no_fallback)
@@ -134,7 +141,7 @@ double interp(const Routine& here, Range<X>& places, Range<double>& values, cons
 
 template <class X>
 double collared(const Routine& here, Range<X>& places, Range<double>& values, const X& at) {
-    const Table<X> table(here, places, values);
+    const Table<X> table = table_of(here, places, values);
     const double low = table.x(1), high = table.x(table.size());
     const double place = place_of(at);
     return on_curve(here, table, place > high ? high : place < low ? low : place, Curve{});
@@ -143,7 +150,7 @@ double collared(const Routine& here, Range<X>& places, Range<double>& values, co
 template <class X>
 double interpolated(Routine& here, Range<X>& places, Range<double>& values, double place, int InterpType,
                     double Tension, double Bias) {
-    const Table<X> table(here, places, values);
+    const Table<X> table = table_of(here, places, values);
     return on_curve(here, table, place, {InterpType, Tension, Bias});
 }
 
@@ -174,54 +181,60 @@ double interpolate_exponential(double y1, double y2, double mu) {
 
 double Interp(Range<double>& InputRange, Range<double>& OutputRange, double InputValue, double OnErrorN) {
     Routine here{"Interp"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue, OnErrorN));
+    here.inputs(InputRange, OutputRange, InputValue, OnErrorN);
     return here.returning(interp(here, InputRange, OutputRange, InputValue, OnErrorN));
 }
 
 double InterpCollar(Range<double>& InputRange, Range<double>& OutputRange, double InputValue) {
     Routine here{"InterpCollar"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue));
+    here.inputs(InputRange, OutputRange, InputValue);
     return here.returning(collared(here, InputRange, OutputRange, InputValue));
 }
 
 double InterpExtrap(Range<double>& InputRange, Range<double>& OutputRange, double InputValue) {
     Routine here{"InterpExtrap"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue));
+    here.inputs(InputRange, OutputRange, InputValue);
     return here.returning(interpolated(here, InputRange, OutputRange, InputValue, by_line, 0.0, 0.0));
 }
 
 double InterpDate(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate, double OnErrorN) {
     Routine here{"InterpDate"};
-    here.arguments(QX_NAMED(InputDateRange, OutputRange, TheDate, OnErrorN));
+    here.inputs(InputDateRange, OutputRange, TheDate, OnErrorN);
     return here.returning(interp(here, InputDateRange, OutputRange, TheDate, OnErrorN));
 }
 
 double InterpDateCollar(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate) {
     Routine here{"InterpDateCollar"};
-    here.arguments(QX_NAMED(InputDateRange, OutputRange, TheDate));
+    here.inputs(InputDateRange, OutputRange, TheDate);
     return here.returning(collared(here, InputDateRange, OutputRange, TheDate));
 }
 
 double InterpDateExtrap(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate) {
     Routine here{"InterpDateExtrap"};
-    here.arguments(QX_NAMED(InputDateRange, OutputRange, TheDate));
+    here.inputs(InputDateRange, OutputRange, TheDate);
     return here.returning(interpolated(here, InputDateRange, OutputRange, TheDate.dtn(), by_line, 0.0, 0.0));
 }
 
 double Interpolate(Range<double>& InputRange, Range<double>& OutputRange, double InputValue, int InterpType,
                    double XMin, double XMax, double Tension, double Bias) {
     Routine here{"Interpolate"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue, InterpType, XMin, XMax, Tension, Bias));
+    here.inputs(InputRange, OutputRange, InputValue, InterpType, XMin, XMax, Tension, Bias);
     check_curve(here, InterpType, Tension, Bias);
     if (XMin > XMax) here.fail<errlibnonsenseinputs>("XMin", "XMin is above XMax");
     const double place = InputValue > XMax ? XMax : InputValue < XMin ? XMin : InputValue;
     return here.returning(interpolated(here, InputRange, OutputRange, place, InterpType, Tension, Bias));
 }
 
+double interpolate(View<double> places, View<double> values, double place, int InterpType, double Tension,
+                   double Bias) {
+    Routine here{"interpolate", Routine::internal};
+    return here.returning(on_curve(here, Table<double>(here, places, values), place, {InterpType, Tension, Bias}));
+}
+
 double InterpolateDate(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate, int InterpType,
                        const date& DateMin, const date& DateMax, double Tension, double Bias) {
     Routine here{"InterpolateDate"};
-    here.arguments(QX_NAMED(InputDateRange, OutputRange, TheDate, InterpType, DateMin, DateMax, Tension, Bias));
+    here.inputs(InputDateRange, OutputRange, TheDate, InterpType, DateMin, DateMax, Tension, Bias);
     check_curve(here, InterpType, Tension, Bias);
     const double min = DateMin.iszero() ? no_XMin : DateMin.dtn();
     const double max = DateMax.iszero() ? no_XMax : DateMax.dtn();

@@ -63,6 +63,8 @@ double InterpDateExtrap(Range<date>& InputDateRange, Range<double>& OutputRange,
 /// them. Throws errlibmin, errlibmax for these three, errlibnonsenseinputs for XMin above XMax.
 double Interpolate(Range<double>& InputRange, Range<double>& OutputRange, double InputValue, int InterpType,
                    double XMin, double XMax, double Tension, double Bias);
+/// The same without limits, in a table of two lists of equal length, for switches that were checked.
+double interpolate(View<double> places, View<double> values, double place, int InterpType, double Tension, double Bias);
 /// The same over dates; a limit that is the zero date is none.
 double InterpolateDate(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate, int InterpType,
                        const date& DateMin, const date& DateMax, double Tension, double Bias);

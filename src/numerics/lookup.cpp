@@ -52,7 +52,7 @@ double value_of(const date& day) { return day.dtn(); }
 
 /// The position of the first item in the mode's direction that meets the comparison, or 0.
 template <class T>
-int walk(int mode, double input, const Range<T>& list) {
+int walk(int mode, double input, View<T> list) {
     const int n = list.size();
     if (mode == closest) {
         int nearest = 1;
@@ -75,12 +75,12 @@ template <class T>
 struct Lookup {
     const Routine& here;
     double input;
-    const Range<T>& list;
+    View<T> list;
     int mode;
     double within; ///< the tolerance
     double OnErrorN;
     const char* input_name;
-    const Range<double>* output = nullptr; ///< must be flat where the list is
+    const View<double>* output = nullptr; ///< must be flat where the list is
 
     /// The position found, or 0 for the fallback.
     int position() const {
@@ -119,10 +119,10 @@ void check_mode(Routine& here, int LookupSwitch, const char* name = "LookupSwitc
 
 } // namespace
 
-double LookupN(double InputVal, const Range<double>& InputRange, const Range<double>& OutputRange, int LookupSwitch,
-               double LookupTol, double OnErrorN) {
+double LookupN(double InputVal, View<double> InputRange, View<double> OutputRange, int LookupSwitch, double LookupTol,
+               double OnErrorN) {
     Routine here{"LookupN"};
-    here.arguments(QX_NAMED(InputVal, InputRange, OutputRange, LookupSwitch, LookupTol, OnErrorN));
+    here.inputs(InputVal, InputRange, OutputRange, LookupSwitch, LookupTol, OnErrorN);
     check_mode(here, LookupSwitch);
     const Lookup<double> lookup{here,      InputVal, InputRange, LookupSwitch,
                                 LookupTol, OnErrorN, "InputVal", &OutputRange};
@@ -130,33 +130,31 @@ double LookupN(double InputVal, const Range<double>& InputRange, const Range<dou
     return here.returning(found == 0 ? OnErrorN : OutputRange.get(found));
 }
 
-double LookupNum(const Range<double>& InputRange, const Range<double>& OutputRange, double InputValue, int LookupSwitch,
+double LookupNum(View<double> InputRange, View<double> OutputRange, double InputValue, int LookupSwitch,
                  double LookupTol, double OnErrorN) {
     Routine here{"LookupNum"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue, LookupSwitch, LookupTol, OnErrorN));
+    here.inputs(InputRange, OutputRange, InputValue, LookupSwitch, LookupTol, OnErrorN);
     return here.returning(LookupN(InputValue, InputRange, OutputRange, LookupSwitch, LookupTol, OnErrorN));
 }
 
-double LookUpB(const Range<double>& InputRange, const Range<double>& OutputRange, double InputValue,
-               int Look_UpSwitch) {
+double LookUpB(View<double> InputRange, View<double> OutputRange, double InputValue, int Look_UpSwitch) {
     Routine here{"LookUpB"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue, Look_UpSwitch));
+    here.inputs(InputRange, OutputRange, InputValue, Look_UpSwitch);
     check_mode(here, Look_UpSwitch, "Look_UpSwitch");
     return here.returning(
         LookupN(InputValue, InputRange, OutputRange, Look_UpSwitch, no_lookup_tolerance, no_fallback));
 }
 
-double LookupNIndex(double InputVal, const Range<double>& InputRange, int LookupSwitch, double LookupTol,
-                    double OnErrorN) {
+double LookupNIndex(double InputVal, View<double> InputRange, int LookupSwitch, double LookupTol, double OnErrorN) {
     Routine here{"LookupNIndex"};
-    here.arguments(QX_NAMED(InputVal, InputRange, LookupSwitch, LookupTol, OnErrorN));
+    here.inputs(InputVal, InputRange, LookupSwitch, LookupTol, OnErrorN);
     check_mode(here, LookupSwitch);
     const int found =
         Lookup<double>{here, InputVal, InputRange, LookupSwitch, LookupTol, OnErrorN, "InputVal"}.position();
     return here.returning(found == 0 ? OnErrorN : static_cast<double>(found));
 }
 
-double LookupDIndex(const date& TheDate, const Range<date>& InputDateRange, int LookupSwitch, double LookupTol,
+double LookupDIndex(const date& TheDate, View<date> InputDateRange, int LookupSwitch, double LookupTol,
                     double OnErrorN) {
     Routine here{"LookupDIndex"};
     here.arguments(QX_NAMED(TheDate, InputDateRange, LookupSwitch, LookupTol, OnErrorN));
@@ -166,10 +164,10 @@ double LookupDIndex(const date& TheDate, const Range<date>& InputDateRange, int 
     return here.returning(found == 0 ? OnErrorN : static_cast<double>(found));
 }
 
-double LookUpNum2D(const Range<double>& OutputMatrix, const Range<double>& AxisRangeX, const Range<double>& AxisRangeY,
-                   double InputValueX, double InputValueY, int LookupSwitch) {
+double LookUpNum2D(View<double> OutputMatrix, View<double> AxisRangeX, View<double> AxisRangeY, double InputValueX,
+                   double InputValueY, int LookupSwitch) {
     Routine here{"LookUpNum2D"};
-    here.arguments(QX_NAMED(OutputMatrix, AxisRangeX, AxisRangeY, InputValueX, InputValueY, LookupSwitch));
+    here.inputs(OutputMatrix, AxisRangeX, AxisRangeY, InputValueX, InputValueY, LookupSwitch);
     check_mode(here, LookupSwitch);
     constexpr double not_found = 0.0; // no position of a list
     const int x = whole(LookupNIndex(InputValueX, AxisRangeX, LookupSwitch, no_lookup_tolerance, not_found));
@@ -190,9 +188,9 @@ double LookUpNum2D(const Range<double>& OutputMatrix, const Range<double>& AxisR
     return here.returning(OutputMatrix.getxy(x, y));
 }
 
-double SeekNum(const Range<double>& InputRange, const Range<double>& OutputRange, double InputValue) {
+double SeekNum(View<double> InputRange, View<double> OutputRange, double InputValue) {
     Routine here{"SeekNum"};
-    here.arguments(QX_NAMED(InputRange, OutputRange, InputValue));
+    here.inputs(InputRange, OutputRange, InputValue);
     const int found = walk(ascend_equal, InputValue, InputRange);
     if (found == 0) here.fail<errliblookupfailed>("InputValue", "Lookup Failed");
     return here.returning(OutputRange.get(found));
@@ -200,7 +198,7 @@ double SeekNum(const Range<double>& InputRange, const Range<double>& OutputRange
 
 std::string DescribeLookup(int LookupSwitch) {
     Routine here{"DescribeLookup"};
-    here.arguments(QX_NAMED(LookupSwitch));
+    here.inputs(LookupSwitch);
     check_mode(here, LookupSwitch);
     return here.returning(std::string(mode_texts[LookupSwitch]));
 }

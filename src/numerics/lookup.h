@@ -34,32 +34,31 @@ enum LookupMode : int {
 /// answer of a lookup that fails. The modes 0 to 3 need a list in order; a list of equal items (or one) is tested once
 /// and needs an OutputRange of equal items. Throws errlibmin, errlibmax for the switch, errlibbadlistprogression for
 /// the order, errliblookupfailed if nothing is found, outofrange if OutputRange is too short.
-double LookupN(double InputVal, const Range<double>& InputRange, const Range<double>& OutputRange, int LookupSwitch,
-               double LookupTol, double OnErrorN);
+double LookupN(double InputVal, View<double> InputRange, View<double> OutputRange, int LookupSwitch, double LookupTol,
+               double OnErrorN);
 
 /// LookupN with its arguments in another order.
-double LookupNum(const Range<double>& InputRange, const Range<double>& OutputRange, double InputValue, int LookupSwitch,
+double LookupNum(View<double> InputRange, View<double> OutputRange, double InputValue, int LookupSwitch,
                  double LookupTol, double OnErrorN);
 
 /// LookupN without a tolerance or a fallback, for older models.
-double LookUpB(const Range<double>& InputRange, const Range<double>& OutputRange, double InputValue, int Look_UpSwitch);
+double LookUpB(View<double> InputRange, View<double> OutputRange, double InputValue, int Look_UpSwitch);
 
 /// The position, from 1, at which LookupN finds InputVal; or OnErrorN.
-double LookupNIndex(double InputVal, const Range<double>& InputRange, int LookupSwitch, double LookupTol,
-                    double OnErrorN);
+double LookupNIndex(double InputVal, View<double> InputRange, int LookupSwitch, double LookupTol, double OnErrorN);
 
 /// The same in a list of dates, compared by their date numbers; LookupTol is in days.
-double LookupDIndex(const date& TheDate, const Range<date>& InputDateRange, int LookupSwitch, double LookupTol,
+double LookupDIndex(const date& TheDate, View<date> InputDateRange, int LookupSwitch, double LookupTol,
                     double OnErrorN);
 
 /// The item of OutputMatrix in the column at which InputValueX is found on AxisRangeX and the row at which
 /// InputValueY is found on AxisRangeY. Throws errliblookupfailed for a value that is not found, outofrange for a
 /// position outside the matrix.
-double LookUpNum2D(const Range<double>& OutputMatrix, const Range<double>& AxisRangeX, const Range<double>& AxisRangeY,
-                   double InputValueX, double InputValueY, int LookupSwitch);
+double LookUpNum2D(View<double> OutputMatrix, View<double> AxisRangeX, View<double> AxisRangeY, double InputValueX,
+                   double InputValueY, int LookupSwitch);
 
 /// The item of OutputRange beside the first item of InputRange that equals InputValue. Throws errliblookupfailed.
-double SeekNum(const Range<double>& InputRange, const Range<double>& OutputRange, double InputValue);
+double SeekNum(View<double> InputRange, View<double> OutputRange, double InputValue);
 
 /// A LookupSwitch in words.
 std::string DescribeLookup(int LookupSwitch);

@@ -31,16 +31,13 @@ void triangularise(Block& block, int rows) {
 }
 
 struct Points {
-    Range<double>& x;
-    Range<double>& y;
+    WorkList<double> x, y;
 };
 
 // The points that have both a place and a value.
-Points points_of(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YValues) {
-    static Range<double> x, y;
+Points points_of(View<dateorfloat> XValues, View<dateorfloat> YValues) {
     XValues.checksamesize(YValues);
-    x.dimension(XValues.size());
-    y.dimension(XValues.size());
+    WorkList<double> x(XValues.size()), y(XValues.size());
     int count = 0;
     for (int i = 1; i <= XValues.size(); ++i) {
         if (XValues.get(i).isblank() || YValues.get(i).isblank()) continue;
@@ -48,14 +45,14 @@ Points points_of(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YV
         x(count) = XValues.get(i).number();
         y(count) = YValues.get(i).number();
     }
-    x.dimension(count);
-    y.dimension(count);
-    return {x, y};
+    x->dimension(count);
+    y->dimension(count);
+    return {std::move(x), std::move(y)};
 }
 
-const Range<double>& fitted_coefficients(const FittedPolynomial& fit) {
-    static Range<double> coefficients;
-    coefficients.setname("Coefficients");
+WorkList<double> fitted_coefficients(const FittedPolynomial& fit) {
+    WorkList<double> coefficients;
+    coefficients->setname("Coefficients");
     fit.coefficients(coefficients);
     return coefficients;
 }
@@ -146,7 +143,7 @@ int real_roots(const MonicPolynomial& p, double* roots) {
 
 } // namespace
 
-FittedPolynomial::FittedPolynomial(Routine& here, const Range<double>& places, const Range<double>& values, int degree)
+FittedPolynomial::FittedPolynomial(Routine& here, View<double> places, View<double> values, int degree)
     : degree_(degree), points_(places.size()) {
     here.limit(degree, 0, max_fit_degree, "Degree");
     if (points_ <= degree + 1)
@@ -157,7 +154,7 @@ FittedPolynomial::FittedPolynomial(Routine& here, const Range<double>& places, c
     fit(here, places, values);
 }
 
-void FittedPolynomial::fit(Routine& here, const Range<double>& places, const Range<double>& values) {
+void FittedPolynomial::fit(Routine& here, View<double> places, View<double> values) {
     const int terms = degree_ + 2;
     Block block = Block::Zero(terms + rows_at_once, terms);
     int rows = terms;
@@ -212,23 +209,23 @@ void FittedPolynomial::coefficients(Range<double>& list) const {
     for (int k = 0; k <= degree_; ++k) list(k + 1) = static_cast<double>(a[k]);
 }
 
-const Range<double>& PolyReg(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YValues, int Degree) {
+WorkList<double> PolyReg(View<dateorfloat> XValues, View<dateorfloat> YValues, int Degree) {
     Routine here{"PolyReg"};
-    here.arguments(QX_NAMED(XValues, YValues, Degree));
+    here.inputs(XValues, YValues, Degree);
     const Points points = points_of(XValues, YValues);
     return here.returning(fitted_coefficients(FittedPolynomial(here, points.x, points.y, Degree)));
 }
 
-const Range<double>& LinReg(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YValues) {
+WorkList<double> LinReg(View<dateorfloat> XValues, View<dateorfloat> YValues) {
     Routine here{"LinReg"};
-    here.arguments(QX_NAMED(XValues, YValues));
+    here.inputs(XValues, YValues);
     const Points points = points_of(XValues, YValues);
     return here.returning(fitted_coefficients(FittedPolynomial(here, points.x, points.y, 1)));
 }
 
-const Range<double>& BestPoly(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YValues, int MaxDegree) {
+WorkList<double> BestPoly(View<dateorfloat> XValues, View<dateorfloat> YValues, int MaxDegree) {
     Routine here{"BestPoly"};
-    here.arguments(QX_NAMED(XValues, YValues, MaxDegree));
+    here.inputs(XValues, YValues, MaxDegree);
     here.limit(MaxDegree, 0, max_fit_degree, "MaxDegree");
     const Points points = points_of(XValues, YValues);
     FittedPolynomial best(here, points.x, points.y, 0);
@@ -240,28 +237,29 @@ const Range<double>& BestPoly(const Range<dateorfloat>& XValues, const Range<dat
     return here.returning(fitted_coefficients(best));
 }
 
-double RSqrdPoly(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YValues, int Degree) {
+double RSqrdPoly(View<dateorfloat> XValues, View<dateorfloat> YValues, int Degree) {
     Routine here{"RSqrdPoly"};
-    here.arguments(QX_NAMED(XValues, YValues, Degree));
+    here.inputs(XValues, YValues, Degree);
     const Points points = points_of(XValues, YValues);
     const FittedPolynomial fit(here, points.x, points.y, Degree);
-    if (points.y.allequal()) here.fail<errlibdivzero>("YValues", "All values are equal: there is nothing to explain");
+    if (View<double>(points.y).allequal())
+        here.fail<errlibdivzero>("YValues", "All values are equal: there is nothing to explain");
     const FittedPolynomial mean(here, points.x, points.y, 0);
     return here.returning(std::max(0.0, 1.0 - fit.residual() / mean.residual()));
 }
 
-double CalcPoly(const Range<double>& Coefficients, double XValue) {
+double CalcPoly(View<double> Coefficients, double XValue) {
     Routine here{"CalcPoly"};
-    here.arguments(QX_NAMED(Coefficients, XValue));
+    here.inputs(Coefficients, XValue);
     if (Coefficients.lastnonblank() == 0) here.fail<errlibinsuffrange>("Coefficients");
     double value = 0.0;
     for (int k = Coefficients.size(); k >= 1; --k) value = value * XValue + Coefficients.get(k);
     return here.returning(value);
 }
 
-std::string PolyEqn(const Range<double>& Coefficients, int Digits) {
+std::string PolyEqn(View<double> Coefficients, int Digits) {
     Routine here{"PolyEqn"};
-    here.arguments(QX_NAMED(Coefficients, Digits));
+    here.inputs(Coefficients, Digits);
     here.limit(Digits, 1, 15, "Digits");
     if (Coefficients.lastnonblank() == 0) here.fail<errlibinsuffrange>("Coefficients");
     std::string equation;
@@ -278,10 +276,10 @@ std::string PolyEqn(const Range<double>& Coefficients, int Digits) {
     return here.returning("y = " + (equation.empty() ? "0" : equation));
 }
 
-const Range<double>& PolyRoot(const Range<double>& Coefficients, double YValue, double XMin, double XMax) {
-    static Range<double> found;
+WorkList<double> PolyRoot(View<double> Coefficients, double YValue, double XMin, double XMax) {
+    WorkList<double> found;
     Routine here{"PolyRoot"};
-    here.arguments(QX_NAMED(Coefficients, YValue, XMin, XMax));
+    here.inputs(Coefficients, YValue, XMin, XMax);
     if (XMin > XMax) here.fail<errlibnonsenseinputs>("XMin", "XMin is above XMax");
     if (Coefficients.lastnonblank() == 0) here.fail<errlibinsuffrange>("Coefficients");
     int degree = Coefficients.size() - 1;
@@ -305,16 +303,16 @@ const Range<double>& PolyRoot(const Range<double>& Coefficients, double YValue, 
         roots[count++] = 0.0;
         std::sort(roots, roots + count);
     }
-    found.dimension(count);
+    found->dimension(count);
     int inside = 0;
     for (int i = 0; i < count; ++i) {
         here.info("Root: ", roots[i]);
         if (roots[i] >= XMin - tolerance && roots[i] <= XMax + tolerance) found(++inside) = roots[i];
     }
     if (inside == 0) here.fail<polyfail>("", "No X between ", XMin, " and ", XMax, " is a solution");
-    found.setname("Roots");
-    found.dimension(inside);
-    return here.returning(found);
+    found->setname("Roots");
+    found->dimension(inside);
+    return here.returning(std::move(found));
 }
 
 } // namespace qx

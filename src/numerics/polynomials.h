@@ -9,7 +9,7 @@
 #pragma once
 
 #include "calendar/anyvalue.h"
-#include "core/range.h"
+#include "core/pools.h"
 
 #include <string>
 
@@ -26,7 +26,7 @@ class FittedPolynomial {
   public:
     /// Fits places and values. Throws errlibmin, errlibmax for a degree outside 0 to 10, insufficientpolypoints unless
     /// there are more points than coefficients, polyregerr for fewer different places than coefficients.
-    FittedPolynomial(Routine& here, const Range<double>& places, const Range<double>& values, int degree);
+    FittedPolynomial(Routine& here, View<double> places, View<double> values, int degree);
 
     double operator()(double x) const;
     /// The integral from x1 to x2.
@@ -42,7 +42,7 @@ class FittedPolynomial {
 
   private:
     double scaled(double x) const { return (x - centre_) / half_width_; }
-    void fit(Routine& here, const Range<double>& places, const Range<double>& values);
+    void fit(Routine& here, View<double> places, View<double> values);
 
     int degree_;
     int points_;
@@ -53,23 +53,23 @@ class FittedPolynomial {
 
 /// The coefficients of the polynomial of a degree (0 to 10) that fits points best. Throws inputrangelength2 and as
 /// FittedPolynomial.
-const Range<double>& PolyReg(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YValues, int Degree);
+WorkList<double> PolyReg(View<dateorfloat> XValues, View<dateorfloat> YValues, int Degree);
 /// The constant and the slope of the line that fits best.
-const Range<double>& LinReg(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YValues);
+WorkList<double> LinReg(View<dateorfloat> XValues, View<dateorfloat> YValues);
 /// The coefficients of the best of the fits of degree 0 to MaxDegree (0 to 10): of the one with the highest adjusted R
 /// squared. Degrees that have too few points are not tried.
-const Range<double>& BestPoly(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YValues, int MaxDegree);
+WorkList<double> BestPoly(View<dateorfloat> XValues, View<dateorfloat> YValues, int MaxDegree);
 /// R squared: the part of the variance of the values that the fit explains, 0 to 1. Throws errlibdivzero for values
 /// that are all equal.
-double RSqrdPoly(const Range<dateorfloat>& XValues, const Range<dateorfloat>& YValues, int Degree);
+double RSqrdPoly(View<dateorfloat> XValues, View<dateorfloat> YValues, int Degree);
 
 /// The value of a polynomial. Throws errlibinsuffrange without a coefficient.
-double CalcPoly(const Range<double>& Coefficients, double XValue);
+double CalcPoly(View<double> Coefficients, double XValue);
 /// The equation as a text, "y = 3 + 2x^2", with numbers of up to 1 to 15 significant digits.
-std::string PolyEqn(const Range<double>& Coefficients, int Digits);
+std::string PolyEqn(View<double> Coefficients, int Digits);
 /// Where a polynomial of degree 20 at most takes a value: all such places from XMin to XMax in rising order, a multiple
 /// one once. Roots within about a millionth of their size count as one. Throws polyfail if there is none or every place
 /// is one, errlibnonsenseinputs for XMin above XMax.
-const Range<double>& PolyRoot(const Range<double>& Coefficients, double YValue, double XMin, double XMax);
+WorkList<double> PolyRoot(View<double> Coefficients, double YValue, double XMin, double XMax);
 
 } // namespace qx

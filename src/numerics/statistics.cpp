@@ -27,7 +27,7 @@ struct Sample {
 };
 
 // Throws unless there are at least `least` values.
-Sample sample(const Routine& here, const Range<floatblank>& values, int least) {
+Sample sample(const Routine& here, View<floatblank> values, int least) {
     Sum sum;
     int count = 0;
     for (const floatblank& value : values) {
@@ -41,7 +41,7 @@ Sample sample(const Routine& here, const Range<floatblank>& values, int least) {
     return {count, sum.value() / count};
 }
 
-double variance(const Routine& here, const Range<floatblank>& values) {
+double variance(const Routine& here, View<floatblank> values) {
     const auto [count, mean] = sample(here, values, 2);
     here.info("Mean: ", mean);
     Sum squares, rest;
@@ -56,27 +56,27 @@ double variance(const Routine& here, const Range<floatblank>& values) {
 
 } // namespace
 
-double MeanAvg(const Range<floatblank>& Values) {
+double MeanAvg(View<floatblank> Values) {
     Routine here{"MeanAvg"};
-    here.arguments(QX_NAMED(Values));
+    here.inputs(Values);
     return here.returning(sample(here, Values, 1).mean);
 }
 
-double SampleVar(const Range<floatblank>& Values) {
+double SampleVar(View<floatblank> Values) {
     Routine here{"SampleVar"};
-    here.arguments(QX_NAMED(Values));
+    here.inputs(Values);
     return here.returning(variance(here, Values));
 }
 
-double SampleSD(const Range<floatblank>& Values) {
+double SampleSD(View<floatblank> Values) {
     Routine here{"SampleSD"};
-    here.arguments(QX_NAMED(Values));
+    here.inputs(Values);
     return here.returning(std::sqrt(variance(here, Values)));
 }
 
-int SignChanges(const Range<floatblank>& Values) {
+int SignChanges(View<floatblank> Values) {
     Routine here{"SignChanges"};
-    here.arguments(QX_NAMED(Values));
+    here.inputs(Values);
     int changes = 0;
     double before = 0.0;
     for (const floatblank& value : Values) {

@@ -7,14 +7,14 @@
 namespace qx {
 
 /// The arithmetic mean, by Neumaier's compensated sum. Throws errlibinsuffrange without a value.
-double MeanAvg(const Range<floatblank>& Values);
+double MeanAvg(View<floatblank> Values);
 /// The variance of a sample: the sum of squares about the mean, less what rounding of the mean adds, over one less than
 /// the number of values. Throws errlibinsuffrange for fewer than two.
-double SampleVar(const Range<floatblank>& Values);
+double SampleVar(View<floatblank> Values);
 /// The standard deviation of a sample: the root of its variance.
-double SampleSD(const Range<floatblank>& Values);
+double SampleSD(View<floatblank> Values);
 /// How often the sign changes along the list, zeros passed over. By Descartes' rule of signs no more roots above zero
 /// has a polynomial with these coefficients, and no more rates of return above -100% a cash flow.
-int SignChanges(const Range<floatblank>& Values);
+int SignChanges(View<floatblank> Values);
 
 } // namespace qx

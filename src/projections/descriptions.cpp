@@ -48,17 +48,20 @@ std::string peak_text(int peak) {
 
 } // namespace
 
+const char* level_switch_text(int LevelSwitchOpt) {
+    const bool known = LevelSwitchOpt >= 0 && LevelSwitchOpt < static_cast<int>(std::size(level_texts));
+    return known ? level_texts[LevelSwitchOpt] : "Don't recognise the level switch supplied.";
+}
+
 std::string DescribeLevelSwitch(int LevelSwitchOpt) {
     Routine here{"DescribeLevelSwitch"};
-    here.arguments(QX_NAMED(LevelSwitchOpt));
-    const bool known = LevelSwitchOpt >= 0 && LevelSwitchOpt < static_cast<int>(std::size(level_texts));
-    return here.returning(
-        std::string(known ? level_texts[LevelSwitchOpt] : "Don't recognise the level switch supplied."));
+    here.inputs(LevelSwitchOpt);
+    return here.returning(std::string(level_switch_text(LevelSwitchOpt)));
 }
 
 std::string DescribeShape(double Shape) {
     Routine here{"DescribeShape"};
-    here.arguments(QX_NAMED(Shape));
+    here.inputs(Shape);
     const double skew = std::trunc(Shape);
     here.limit(skew, -whole_skew, whole_skew, "Shape");
     const int peak = whole(std::round(std::fabs(fraction(Shape)) * 100.0));

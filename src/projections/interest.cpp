@@ -2,8 +2,8 @@
 
 #include "core/routine.h"
 #include "projections/constant_rate.h"
-#include "projections/levels.h"
 #include "projections/payments.h"
+#include "projections/stepped_rate.h"
 
 #include <algorithm>
 
@@ -11,20 +11,11 @@ namespace qx {
 
 namespace {
 
-/// Dated rates and how interest accrues.
-struct Accrual {
-    const Range<date>& FromDatesInt;
-    const Range<double>& IntSimple;
-    double AddMargin;
-    double DayCount;
-    const AnnualSequence& PrdsInt;
-
-    /// The interest in a span on a balance that lives from start to end. `goes_on`: another one of its sign follows.
-    double on(const timeperiod& span, const date& start, const date& end, double Balance, bool goes_on) const {
-        const double rate = FALevels(span, end, FromDatesInt, IntSimple, level_average, DayCount, PrdsInt) + AddMargin;
-        return ConX(span, {start, end}, -Balance * rate, {DayCount, PrdsInt, 0.0}, goes_on);
-    }
-};
+/// The first step that holds on a date or later, 1 to n: where a walk over the steps of a period begins.
+int first_step(View<date> FromDates, bool ascending, const date& from) {
+    if (!ascending || FromDates.size() < 2) return 1;
+    return static_cast<int>(std::lower_bound(FromDates.begin() + 1, FromDates.end(), from) - FromDates.begin());
+}
 
 /// True if two balances are both owed or both lent.
 bool same_side(double a, double b) { return (a > 0.0 && b > 0.0) || (a < 0.0 && b < 0.0); }
@@ -33,89 +24,122 @@ void warn_of_advance(const Routine& here, const AnnualSequence& PrdsInt) {
     if (!PrdsInt.arrears()) here.warning("Warning: Your PrdsInt is in advance.  Interest is usually paid in arrears.");
 }
 
-const Range<date>& no_dates() {
-    static const Range<date> none;
-    return none;
-}
-const Range<double>& no_amounts() {
-    static const Range<double> none;
-    return none;
-}
-
-/// A list of one.
-template <class T>
-const Range<T>& single(const T& value) {
-    static Range<T> list;
-    list.dimension(1);
-    list(1) = value;
-    return list;
-}
-
 } // namespace
+
+Accrual::Accrual(View<date> FromDatesInt, View<double> IntSimple, double DayCount, const AnnualSequence& PrdsInt)
+    : FromDatesInt_(FromDatesInt), IntSimple_(IntSimple), DayCount_(DayCount), PrdsInt_(PrdsInt),
+      ascending_(std::is_sorted(FromDatesInt.begin(), FromDatesInt.end())) {}
+
+double Accrual::rate(const timeperiod& span, const date& start, const date& end, bool goes_on) const {
+    Routine here{"AverageRate", Routine::internal};
+    here.arguments(QX_NAMED(span));
+    const int n = FromDatesInt_.size();
+    const auto months = [&](const date& from, const date& to) {
+        return timeperiod(from, to).lenmonths(start, end, DayCount_, PrdsInt_, false, goes_on);
+    };
+    double of_rates = 0.0, of_time = 0.0;
+    for (int i = first_step(FromDatesInt_, ascending_, span.from()); i <= n && FromDatesInt_.get(i) <= span.to(); ++i) {
+        const date& from = std::max(FromDatesInt_.get(i), span.from());
+        const date& to = i < n ? std::min(FromDatesInt_.get(i + 1), span.to()) : span.to();
+        const double rate = IntSimple_.single_or(i);
+        const double held = months(from, to);
+        const bool starts_late = i == 1 && span.from() < from; // the time before counts, at a rate of 0
+        of_rates += rate * held / 12.0;
+        of_time += (starts_late ? months(span.from(), to) : held) / 12.0;
+        here.info(rate, " from ", from, " to ", to, ": ", held, " months");
+    }
+    return here.returning(safe_divide(of_rates, of_time));
+}
+
+double Accrual::interest(const timeperiod& span, const date& start, const date& end, double Balance, double AddMargin,
+                         bool goes_on) const {
+    if (IntSimple_.size() == 0) return 0.0;
+    const double average = rate(span, start, end, goes_on) + AddMargin;
+    return ConX(span, {start, end}, -Balance * average, {DayCount_, PrdsInt_, 0.0}, goes_on);
+}
+
+SteppedBalances::SteppedBalances(const date& Finish, View<date> FromDates, View<double> Balances)
+    : Finish_(Finish), FromDates_(FromDates), Balances_(Balances),
+      ascending_(std::is_sorted(FromDates.begin(), FromDates.end())) {}
+
+double SteppedBalances::interest(const timeperiod& period, const Accrual& accrual, double AddMargin) const {
+    Routine here{"InterestOnBalances", Routine::internal};
+    const int n = FromDates_.size();
+    double sum = 0.0;
+    for (int i = first_step(FromDates_, ascending_, period.from()); i <= n && FromDates_.get(i) <= period.to(); ++i) {
+        const date& start = FromDates_.get(i);
+        const bool followed = i < n && FromDates_.get(i + 1) < Finish_;
+        const date& end = followed ? FromDates_.get(i + 1) : Finish_;
+        timeperiod span(start, end);
+        span.intersect(period);
+        if (span.to() <= span.from()) continue;
+        const TraceBlock pass = here.pass(i, "Balance of ", Balances_.get(i), " in ", span);
+        const bool goes_on = followed && same_side(Balances_.get(i), Balances_.get(i + 1));
+        sum += accrual.interest(span, start, end, Balances_.get(i), AddMargin, goes_on);
+    }
+    return here.returning(sum);
+}
 
 double Interest(const timeperiod& Time, double InterestSimple, const date& Start, const date& Finish, double Balance,
                 double DayCount, const AnnualSequence& PrdsInt, double ProjMode) {
     Routine here{"Interest"};
-    here.arguments(QX_NAMED(Time, InterestSimple, Start, Finish, Balance, DayCount, PrdsInt, ProjMode));
+    here.inputs(Time, InterestSimple, Start, Finish, Balance, DayCount, PrdsInt, ProjMode);
     Basis{DayCount, PrdsInt, ProjMode}.check(here);
     warn_of_advance(here, PrdsInt);
     return here.returning(ConX(Time, {Start, Finish}, -Balance * InterestSimple, {DayCount, PrdsInt, ProjMode}, false));
 }
 
-double InterestXX(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                  const date& Start, const date& Finish, double Balance, double AddMargin, double DayCount,
-                  const AnnualSequence& PrdsInt, double ProjMode) {
-    return FInterestM(Time, FromDatesInt, IntSimple, Finish, single(Start), single(Balance), no_dates(), no_amounts(),
+double InterestXX(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                  const date& Finish, double Balance, double AddMargin, double DayCount, const AnnualSequence& PrdsInt,
+                  double ProjMode) {
+    return FInterestM(Time, FromDatesInt, IntSimple, Finish, View<date>::of(Start), View<double>::of(Balance), {}, {},
                       AddMargin, 0, DayCount, PrdsInt, ProjMode);
 }
 
-double InterestX(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Start, const date& Finish, double Balance, double DayCount, const AnnualSequence& PrdsInt,
-                 double ProjMode) {
+double InterestX(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                 const date& Finish, double Balance, double DayCount, const AnnualSequence& PrdsInt, double ProjMode) {
     Routine here{"InterestX"};
-    here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Start, Finish, Balance, DayCount, PrdsInt, ProjMode));
+    here.inputs(Time, FromDatesInt, IntSimple, Start, Finish, Balance, DayCount, PrdsInt, ProjMode);
     return here.returning(
         InterestXX(Time, FromDatesInt, IntSimple, Start, Finish, Balance, 0.0, DayCount, PrdsInt, ProjMode));
 }
 
-double FInterest(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Finish, const Range<date>& FromDates, const Range<double>& Balances, double DayCount,
-                 const AnnualSequence& PrdsInt, double ProjMode) {
+double FInterest(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Finish,
+                 View<date> FromDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt,
+                 double ProjMode) {
     Routine here{"FInterest"};
-    here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, DayCount, PrdsInt, ProjMode));
-    return here.returning(FInterestM(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, no_dates(),
-                                     no_amounts(), 0.0, 0, DayCount, PrdsInt, ProjMode));
+    here.inputs(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, DayCount, PrdsInt, ProjMode);
+    return here.returning(FInterestM(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, {}, {}, 0.0, 0,
+                                     DayCount, PrdsInt, ProjMode));
 }
 
-double TInterest(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Start, const Range<date>& ToDates, const Range<double>& Balances, double DayCount,
-                 const AnnualSequence& PrdsInt, double ProjMode) {
+double TInterest(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                 View<date> ToDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt,
+                 double ProjMode) {
     Routine here{"TInterest"};
-    here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Start, ToDates, Balances, DayCount, PrdsInt, ProjMode));
+    here.inputs(Time, FromDatesInt, IntSimple, Start, ToDates, Balances, DayCount, PrdsInt, ProjMode);
     Basis{DayCount, PrdsInt, ProjMode}.check(here);
     const int n = ToDates.size();
     if (n == 0) return here.returning(0.0);
     // A balance holds from the to-date before its own, and none from before Start.
-    static Range<date> from_dates;
-    from_dates.dimension(n);
+    WorkList<date> from_dates;
+    from_dates->dimension(n);
     for (int i = 1; i <= n; ++i) from_dates(i) = i == 1 ? Start : std::max(ToDates.get(i - 1), Start);
     return here.returning(FInterest(Time, FromDatesInt, IntSimple, std::max(ToDates.get(n), Start), from_dates,
                                     Balances, DayCount, PrdsInt, ProjMode));
 }
 
-double TotInterestSF(const date& Start, const date& Finish, const Range<date>& FromDatesInt,
-                     const Range<double>& IntSimple, const Range<date>& FromDates, const Range<double>& Balances,
-                     double DayCount, const AnnualSequence& PrdsInt) {
+double TotInterestSF(const date& Start, const date& Finish, View<date> FromDatesInt, View<double> IntSimple,
+                     View<date> FromDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt) {
     Routine here{"TotInterestSF"};
-    here.arguments(QX_NAMED(Start, Finish, FromDatesInt, IntSimple, FromDates, Balances, DayCount, PrdsInt));
+    here.inputs(Start, Finish, FromDatesInt, IntSimple, FromDates, Balances, DayCount, PrdsInt);
     return here.returning(FInterest(timeperiod(Start, Finish), FromDatesInt, IntSimple, Finish, FromDates, Balances,
                                     DayCount, PrdsInt, 0.0));
 }
 
-double FInterestM(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                  const date& Finish, const Range<date>& FromDates, const Range<double>& Balances,
-                  const Range<date>& IntOverRideDates, const Range<double>& IntOverRide, double AddMargin, int Options,
-                  double DayCount, const AnnualSequence& PrdsInt, double ProjMode) {
+double FInterestM(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Finish,
+                  View<date> FromDates, View<double> Balances, View<date> IntOverRideDates, View<double> IntOverRide,
+                  double AddMargin, int Options, double DayCount, const AnnualSequence& PrdsInt, double ProjMode) {
     Routine here{"FInterestM", Routine::internal};
     here.arguments(QX_NAMED(Time, FromDatesInt, IntSimple, Finish, FromDates, Balances, IntOverRideDates, IntOverRide,
                             AddMargin, Options, DayCount, PrdsInt, ProjMode));
@@ -130,7 +154,7 @@ double FInterestM(const timeperiod& Time, const Range<date>& FromDatesInt, const
 
     if ((Options & ignore_overrides) == 0 && IntOverRideDates.size() > 0 && Time.from() >= IntOverRideDates.get(1) &&
         Time.to() <= IntOverRideDates.last()) {
-        const double override_amount = MkPmts(Time, IntOverRideDates, IntOverRide);
+        const double override_amount = MkPmts(Time, {IntOverRideDates, IntOverRide});
         if ((Options & zero_is_no_override) == 0 || !iszero(override_amount)) {
             here.info("Applying Interest OverRide of ", override_amount, " at timeperiod ", Time);
             return here.returning(override_amount);
@@ -150,20 +174,8 @@ double FInterestM(const timeperiod& Time, const Range<date>& FromDatesInt, const
         return here.returning(0.0);
     }
 
-    const Accrual accrual{FromDatesInt, IntSimple, AddMargin, DayCount, PrdsInt};
-    double sum = 0.0;
-    for (int i = 1; i <= n && FromDates.get(i) <= period.to(); ++i) {
-        const date& start = FromDates.get(i);
-        const bool followed = i < n && FromDates.get(i + 1) < Finish;
-        const date& end = followed ? FromDates.get(i + 1) : Finish;
-        timeperiod span(start, end);
-        span.intersect(period);
-        if (span.to() <= span.from()) continue;
-        const TraceBlock pass = here.pass(i, "Balance of ", Balances.get(i), " in ", span);
-        sum +=
-            accrual.on(span, start, end, Balances.get(i), followed && same_side(Balances.get(i), Balances.get(i + 1)));
-    }
-    return here.returning(sum);
+    const Accrual accrual(FromDatesInt, IntSimple, DayCount, PrdsInt);
+    return here.returning(SteppedBalances(Finish, FromDates, Balances).interest(period, accrual, AddMargin));
 }
 
 } // namespace qx

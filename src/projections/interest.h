@@ -11,28 +11,62 @@
 
 namespace qx {
 
+/// Dated simple rates and how interest accrues at them: made once for a walk over many spans, each of which costs only
+/// the rates that hold in it.
+class Accrual {
+  public:
+    Accrual(View<date> FromDatesInt, View<double> IntSimple, double DayCount, const AnnualSequence& PrdsInt);
+
+    /// The time-weighted average of the rates over a span, which lies in the life of a balance from start to end: each
+    /// rate counts by the length of the part of the span in which it holds, and the lengths divide their sum. So equal
+    /// rates average to themselves under every DayCount. `goes_on` as in interest().
+    double rate(const timeperiod& span, const date& start, const date& end, bool goes_on) const;
+    /// The interest in a span of the life of a balance at the average rate and a margin. `goes_on`: a balance of the
+    /// same sign follows, so that the span's length is that of a part.
+    double interest(const timeperiod& span, const date& start, const date& end, double Balance, double AddMargin,
+                    bool goes_on) const;
+
+  private:
+    View<date> FromDatesInt_;
+    View<double> IntSimple_;
+    double DayCount_;
+    const AnnualSequence& PrdsInt_;
+    bool ascending_;
+};
+
+/// Balances that hold from their from-dates up to Finish, and the interest on them.
+class SteppedBalances {
+  public:
+    SteppedBalances(const date& Finish, View<date> FromDates, View<double> Balances);
+    double interest(const timeperiod& period, const Accrual& accrual, double AddMargin) const;
+
+  private:
+    const date& Finish_;
+    View<date> FromDates_;
+    View<double> Balances_;
+    bool ascending_;
+};
+
 /// On one balance at one rate.
 double Interest(const timeperiod& Time, double InterestSimple, const date& Start, const date& Finish, double Balance,
                 double DayCount, const AnnualSequence& PrdsInt, double ProjMode);
 /// On one balance at dated rates.
-double InterestX(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Start, const date& Finish, double Balance, double DayCount, const AnnualSequence& PrdsInt,
-                 double ProjMode);
-double InterestXX(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                  const date& Start, const date& Finish, double Balance, double AddMargin, double DayCount,
-                  const AnnualSequence& PrdsInt, double ProjMode);
+double InterestX(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                 const date& Finish, double Balance, double DayCount, const AnnualSequence& PrdsInt, double ProjMode);
+double InterestXX(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                  const date& Finish, double Balance, double AddMargin, double DayCount, const AnnualSequence& PrdsInt,
+                  double ProjMode);
 /// On balances that hold from their from-dates up to Finish.
-double FInterest(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Finish, const Range<date>& FromDates, const Range<double>& Balances, double DayCount,
-                 const AnnualSequence& PrdsInt, double ProjMode);
+double FInterest(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Finish,
+                 View<date> FromDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt,
+                 double ProjMode);
 /// On balances that hold from Start up to their to-dates.
-double TInterest(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                 const date& Start, const Range<date>& ToDates, const Range<double>& Balances, double DayCount,
-                 const AnnualSequence& PrdsInt, double ProjMode);
+double TInterest(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                 View<date> ToDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt,
+                 double ProjMode);
 /// All interest accrued from Start to Finish.
-double TotInterestSF(const date& Start, const date& Finish, const Range<date>& FromDatesInt,
-                     const Range<double>& IntSimple, const Range<date>& FromDates, const Range<double>& Balances,
-                     double DayCount, const AnnualSequence& PrdsInt);
+double TotInterestSF(const date& Start, const date& Finish, View<date> FromDatesInt, View<double> IntSimple,
+                     View<date> FromDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt);
 
 /// Options of FInterestM, a sum.
 enum InterestOption : int {
@@ -42,9 +76,8 @@ enum InterestOption : int {
 };
 /// The heart of every loan: FInterest with a margin on the rates, and with amounts of interest that take the place of
 /// the calculated ones in periods between the first and the last of their dates.
-double FInterestM(const timeperiod& Time, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                  const date& Finish, const Range<date>& FromDates, const Range<double>& Balances,
-                  const Range<date>& IntOverRideDates, const Range<double>& IntOverRide, double AddMargin, int Options,
-                  double DayCount, const AnnualSequence& PrdsInt, double ProjMode);
+double FInterestM(const timeperiod& Time, View<date> FromDatesInt, View<double> IntSimple, const date& Finish,
+                  View<date> FromDates, View<double> Balances, View<date> IntOverRideDates, View<double> IntOverRide,
+                  double AddMargin, int Options, double DayCount, const AnnualSequence& PrdsInt, double ProjMode);
 
 } // namespace qx

@@ -19,7 +19,7 @@ constexpr int most_periods = 2000; ///< of a present value
 void check_arrears(const Routine& here, const AnnualSequence& sequence, const char* variable, const char* message) {
     if (!sequence.arrears()) here.fail<unnacceptabledata>(variable, message);
 }
-void check_rates(Routine& here, const Range<double>& IntSimple) {
+void check_rates(Routine& here, View<double> IntSimple) {
     for (const double rate : IntSimple) check_rate(here, rate, "IntSimple");
 }
 
@@ -36,17 +36,17 @@ void for_each_piece(const date& from, const date& to, const AnnualSequence& sequ
 
 /// Dated rates and the rule of accrual.
 struct DatedRates {
-    const Range<date>& FromDatesInt;
-    const Range<double>& IntSimple;
-    double DayCount;
-    const AnnualSequence& Periods;
+    DatedRates(View<date> FromDatesInt, View<double> IntSimple, double DayCount, const AnnualSequence& Periods)
+        : Periods(Periods), accrual(FromDatesInt, IntSimple, DayCount, Periods) {}
 
     /// The interest received in a piece on a capital.
     double interest(const timeperiod& piece, double capital, double margin = 0.0) const {
-        return -InterestXX(piece, FromDatesInt, IntSimple, piece.from(), piece.to(), capital, margin, DayCount, Periods,
-                           0.0);
+        return -accrual.interest(piece, piece.from(), piece.to(), capital, margin, false);
     }
     double growth(const date& from, const date& to) const { return 1.0 + interest(timeperiod(from, to), 1.0); }
+
+    const AnnualSequence& Periods;
+    const Accrual accrual;
 };
 
 /// The growth of 1 from one date to a later one.
@@ -63,59 +63,68 @@ double growth(const Routine& here, const DatedRates& rates, const date& from, co
     return growth;
 }
 
-/// A list of one value, in a place for each of its uses.
-const Range<date>& from_the_start() {
-    static Range<date> dates;
-    dates.dimension(1);
-    return dates;
-}
-const Range<double>& one_rate(double rate) {
-    static Range<double> rates;
-    rates.dimension(1);
-    rates(1) = rate;
-    return rates;
-}
+/// The date of a rate that has always held.
+const date always;
+View<date> from_the_start() { return View<date>::of(always); }
+View<double> one_rate(const double& rate) { return View<double>::of(rate); }
 
-/// Discount factors from one date to many. Dates that ascend share the growth from one date of the sequence to the
-/// next.
+/// Discount factors from one date to many, which share the growth from one date of the sequence to the next.
 class SharedFactors {
   public:
-    SharedFactors(const date& NPVDate, const DatedRates& rates) : NPVDate_(NPVDate), rates_(rates), reached_(NPVDate) {}
+    SharedFactors(const date& NPVDate, const DatedRates& rates) : NPVDate_(NPVDate), rates_(rates), since_(NPVDate) {
+        keep(NPVDate, 1.0);
+    }
 
     double operator()(const date& day) {
         if (day < NPVDate_) return past(day);
-        if (day < reached_) {
-            reached_ = NPVDate_;
-            growth_ = 1.0;
+        // On from the last known date on or before the day.
+        const date* const later = std::upper_bound(known_dates_.begin(), known_dates_.end(), day);
+        const int known = static_cast<int>(later - known_dates_.begin());
+        date reached = known_dates_(known);
+        double growth = growths_(known);
+        for (date next = after(reached); next <= day && next > reached; next = after(reached)) {
+            growth *= rates_.growth(reached, next);
+            reached = next;
+            keep(reached, growth);
         }
-        for (date next = after(reached_); next <= day && next > reached_; next = after(reached_)) {
-            growth_ *= rates_.growth(reached_, next);
-            reached_ = next;
-        }
-        return 1.0 / (day > reached_ ? growth_ * rates_.growth(reached_, day) : growth_);
+        return 1.0 / (day > reached ? growth * rates_.growth(reached, day) : growth);
     }
 
   private:
     date after(const date& day) const { return rates_.Periods.nextdate(day, false); }
 
+    /// Keeps the growth to a date of the sequence after all known ones; the last place is for the latest.
+    void keep(const date& day, double growth) {
+        const int n = known_dates_.size();
+        if (n > 0 && day <= known_dates_(n)) return;
+        if (n < range_capacity) {
+            known_dates_->append(day);
+            growths_->append(growth);
+        } else {
+            known_dates_(n) = day;
+            growths_(n) = growth;
+        }
+    }
     double past(const date& day) {
         const date next = after(day);
         if (next >= NPVDate_) return rates_.growth(day, NPVDate_);
-        if (since_.iszero() || next < since_) {
+        if (next < since_) {
+            double growth = 1.0;
+            for_each_piece(next, since_, rates_.Periods,
+                           [&](const timeperiod& piece) { growth *= rates_.growth(piece.from(), piece.to()); });
+            since_growth_ *= growth;
             since_ = next;
-            since_growth_ = 1.0;
-            for_each_piece(since_, NPVDate_, rates_.Periods,
-                           [&](const timeperiod& piece) { since_growth_ *= rates_.growth(piece.from(), piece.to()); });
         }
         for (; since_ < next; since_ = after(since_)) since_growth_ /= rates_.growth(since_, after(since_));
         return rates_.growth(day, next) * since_growth_;
     }
 
+    /// NPVDate and dates of the sequence after it, ascending, and the growth from NPVDate to each.
+    WorkList<date> known_dates_;
+    WorkList<double> growths_;
     const date NPVDate_;
     const DatedRates& rates_;
-    date reached_;              ///< NPVDate, or a date of the sequence after it
-    double growth_ = 1.0;       ///< from NPVDate to there
-    date since_;                ///< a date of the sequence before NPVDate
+    date since_;                ///< NPVDate, or a date of the sequence before it
     double since_growth_ = 1.0; ///< from there to NPVDate
 };
 
@@ -128,7 +137,8 @@ class clsSimpIntSolve final : public clsSolveBase {
           to_(std::max(FromDate, ToDate)), DayCount_(DayCount), Periods_(Periods) {}
     /// What accrues in each of the pieces at a rate of 1: at a flat rate nothing else counts.
     void setup() override {
-        const DatedRates accrual{from_the_start(), one_rate(1.0), DayCount_, Periods_};
+        constexpr double whole = 1.0;
+        const DatedRates accrual{from_the_start(), one_rate(whole), DayCount_, Periods_};
         pieces_ = 0;
         for_each_piece(from_, to_, Periods_, [&](const timeperiod& piece) {
             if (pieces_ == range_capacity) throw outofrange(FunctionContext("DFToSimpleX", "ToDate"));
@@ -161,8 +171,8 @@ class clsSimpIntSolve final : public clsSolveBase {
 
 } // namespace
 
-double SimpleToDFXX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                    const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc, double MarginOpt) {
+double SimpleToDFXX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                    double DayCountDisc, const AnnualSequence& PrdsDisc, double MarginOpt) {
     Routine here{"SimpleToDFXX", Routine::internal};
     here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc, MarginOpt));
     check_rates(here, IntSimple);
@@ -173,10 +183,10 @@ double SimpleToDFXX(const Range<date>& FromDatesInt, const Range<double>& IntSim
     return here.returning(reciprocal(growth(here, rates, FromDate, ToDate, MarginOpt)));
 }
 
-double SimpleToDFX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                   const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+double SimpleToDFX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                   double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"SimpleToDFX"};
-    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
+    here.inputs(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc);
     return here.returning(SimpleToDFXX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc, 0.0));
 }
 
@@ -188,7 +198,7 @@ double SimpleToDFXS(double InterestSimple, const date& FromDate, const date& ToD
 double DFToSimpleX(double DiscountFactor, const date& FromDate, const date& ToDate, double DayCountDisc,
                    const AnnualSequence& PrdsDisc) {
     Routine here{"DFToSimpleX"};
-    here.arguments(QX_NAMED(DiscountFactor, FromDate, ToDate, DayCountDisc, PrdsDisc));
+    here.inputs(DiscountFactor, FromDate, ToDate, DayCountDisc, PrdsDisc);
     return here.returning(DFToSimpleXX(DiscountFactor, FromDate, ToDate, DayCountDisc, PrdsDisc, 0.0));
 }
 
@@ -205,10 +215,10 @@ double DFToSimpleXX(double DiscountFactor, const date& FromDate, const date& ToD
     return here.returning(rate - MarginOpt);
 }
 
-double SimpleToAERX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                    const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+double SimpleToAERX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                    double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"SimpleToAERX"};
-    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
+    here.inputs(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc);
     const double factor = SimpleToDFX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc);
     return here.returning(DFToAER(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
@@ -216,15 +226,15 @@ double SimpleToAERX(const Range<date>& FromDatesInt, const Range<double>& IntSim
 double AERToSimpleX(double InterestAER, const date& FromDate, const date& ToDate, double DayCountDisc,
                     const AnnualSequence& PrdsDisc) {
     Routine here{"AERToSimpleX"};
-    here.arguments(QX_NAMED(InterestAER, FromDate, ToDate, DayCountDisc, PrdsDisc));
+    here.inputs(InterestAER, FromDate, ToDate, DayCountDisc, PrdsDisc);
     const double factor = AERToDF(InterestAER, FromDate, ToDate, DayCountDisc, PrdsDisc);
     return here.returning(DFToSimpleX(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
 
-double SimpleToContX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                     const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+double SimpleToContX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                     double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"SimpleToContX"};
-    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
+    here.inputs(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc);
     const double factor = SimpleToDFX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc);
     return here.returning(DFToCont(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
@@ -232,29 +242,28 @@ double SimpleToContX(const Range<date>& FromDatesInt, const Range<double>& IntSi
 double ContToSimpleX(double InterestCont, const date& FromDate, const date& ToDate, double DayCountDisc,
                      const AnnualSequence& PrdsDisc) {
     Routine here{"ContToSimpleX"};
-    here.arguments(QX_NAMED(InterestCont, FromDate, ToDate, DayCountDisc, PrdsDisc));
+    here.inputs(InterestCont, FromDate, ToDate, DayCountDisc, PrdsDisc);
     const double factor = ContToDF(InterestCont, FromDate, ToDate, DayCountDisc, PrdsDisc);
     return here.returning(DFToSimpleX(factor, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
 
-double SimpleToSimpleX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                       const date& ToDate, double DayCountSource, double DayCountTarget,
-                       const AnnualSequence& PrdsSource, const AnnualSequence& PrdsTarget) {
+double SimpleToSimpleX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                       double DayCountSource, double DayCountTarget, const AnnualSequence& PrdsSource,
+                       const AnnualSequence& PrdsTarget) {
     Routine here{"SimpleToSimpleX"};
-    here.arguments(
-        QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountSource, DayCountTarget, PrdsSource, PrdsTarget));
+    here.inputs(FromDatesInt, IntSimple, FromDate, ToDate, DayCountSource, DayCountTarget, PrdsSource, PrdsTarget);
     check_daycount(here, DayCountSource, "DayCountSource");
     check_daycount(here, DayCountTarget, "DayCountTarget");
     const double factor = SimpleToDFX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountSource, PrdsSource);
     return here.returning(DFToSimpleX(factor, FromDate, ToDate, DayCountTarget, PrdsTarget));
 }
 
-double RateConvert(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                   const date& ToDate, double DayCountSource, double DayCountTarget, const AnnualSequence& PrdsSource,
+double RateConvert(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                   double DayCountSource, double DayCountTarget, const AnnualSequence& PrdsSource,
                    const AnnualSequence& PrdsTarget, double MarginOpt) {
     Routine here{"RateConvert"};
-    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountSource, DayCountTarget, PrdsSource,
-                            PrdsTarget, MarginOpt));
+    here.inputs(FromDatesInt, IntSimple, FromDate, ToDate, DayCountSource, DayCountTarget, PrdsSource, PrdsTarget,
+                MarginOpt);
     check_daycount(here, DayCountSource, "DayCountSource");
     check_daycount(here, DayCountTarget, "DayCountTarget");
     if (!iszero(MarginOpt)) here.info("If MarginOpt is not zero, then Total interest rate = Interest Rate + Margin.");
@@ -263,10 +272,10 @@ double RateConvert(const Range<date>& FromDatesInt, const Range<double>& IntSimp
     return here.returning(DFToSimpleXX(factor, FromDate, ToDate, DayCountTarget, PrdsTarget, MarginOpt) + MarginOpt);
 }
 
-double SimpleToAPRX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                    const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+double SimpleToAPRX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                    double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"SimpleToAPRX"};
-    here.arguments(QX_NAMED(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
+    here.inputs(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc);
     here.info(superseded_apr);
     return here.returning(SimpleToAERX(FromDatesInt, IntSimple, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
@@ -274,19 +283,18 @@ double SimpleToAPRX(const Range<date>& FromDatesInt, const Range<double>& IntSim
 double APRToSimpleX(double InterestAPR, const date& FromDate, const date& ToDate, double DayCountDisc,
                     const AnnualSequence& PrdsDisc) {
     Routine here{"APRToSimpleX"};
-    here.arguments(QX_NAMED(InterestAPR, FromDate, ToDate, DayCountDisc, PrdsDisc));
+    here.inputs(InterestAPR, FromDate, ToDate, DayCountDisc, PrdsDisc);
     here.info(superseded_apr);
     return here.returning(AERToSimpleX(InterestAPR, FromDate, ToDate, DayCountDisc, PrdsDisc));
 }
 
 // --- Present values ---------------------------------------------------------------------------------------------
 
-double PVTSFX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple, Range<date>& Dates,
+double PVTSFX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, Range<date>& Dates,
               Range<double>& Cashflows, double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF,
               const date& FinishDCF) {
     Routine here{"PVTSFX"};
-    here.arguments(
-        QX_NAMED(NPVDate, FromDatesInt, IntSimple, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF));
+    here.inputs(NPVDate, FromDatesInt, IntSimple, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF);
     check_rates(here, IntSimple);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     check_arrears(here, PrdsDisc, "PrdsDisc", "PrdsDisc MUST be in arrears for this function");
@@ -307,24 +315,24 @@ double PVTSFX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<
     return here.returning(sum);
 }
 
-double PVOneX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& TheDate,
-              double Payment, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+double PVOneX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, const date& TheDate, double Payment,
+              double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"PVOneX"};
     here.arguments(QX_NAMED(NPVDate, FromDatesInt, IntSimple, TheDate, Payment, DayCountDisc, PrdsDisc));
     return here.returning(Payment * SimpleToDFX(FromDatesInt, IntSimple, NPVDate, TheDate, DayCountDisc, PrdsDisc));
 }
 
-double PVFInterest(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                   const date& Finish, const Range<date>& FromDates, const Range<double>& Balances, double DayCount,
-                   const AnnualSequence& PrdsInt) {
+double PVFInterest(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, const date& Finish,
+                   View<date> FromDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt) {
     Routine here{"PVFInterest"};
-    here.arguments(QX_NAMED(NPVDate, FromDatesInt, IntSimple, Finish, FromDates, Balances, DayCount, PrdsInt));
+    here.inputs(NPVDate, FromDatesInt, IntSimple, Finish, FromDates, Balances, DayCount, PrdsInt);
     check_rates(here, IntSimple);
     check_daycount(here, DayCount);
     check_arrears(here, PrdsInt, "PrdsInt", "PrdsInt MUST be in arrears for this function");
     if (FromDates.size() == 0) return here.returning(0.0);
     const DatedRates rates{FromDatesInt, IntSimple, DayCount, PrdsInt};
     SharedFactors factor(NPVDate, rates);
+    const SteppedBalances balances(Finish, FromDates, Balances);
     double sum = 0.0;
     date start = FromDates.get(1);
     for (int i = 1; start < Finish; ++i) {
@@ -332,8 +340,7 @@ double PVFInterest(const date& NPVDate, const Range<date>& FromDatesInt, const R
         date end = std::min(PrdsInt.nextdate(start, false), Finish);
         if (end <= start) end = Finish; // the calendar's end
         const TraceBlock pass = here.pass(i, timeperiod(start, end));
-        const double paid = FInterest(timeperiod(start, end), FromDatesInt, IntSimple, Finish, FromDates, Balances,
-                                      DayCount, PrdsInt, 0.0);
+        const double paid = balances.interest(timeperiod(start, end), rates.accrual, 0.0);
         const double value = paid * factor(end);
         here.info("PV=", value);
         sum += value;
@@ -342,25 +349,18 @@ double PVFInterest(const date& NPVDate, const Range<date>& FromDatesInt, const R
     return here.returning(sum);
 }
 
-double PVInterestX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                   const date& Start, const date& Finish, double Balance, double DayCount,
-                   const AnnualSequence& PrdsInt) {
+double PVInterestX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                   const date& Finish, double Balance, double DayCount, const AnnualSequence& PrdsInt) {
     Routine here{"PVInterestX"};
-    here.arguments(QX_NAMED(NPVDate, FromDatesInt, IntSimple, Start, Finish, Balance, DayCount, PrdsInt));
-    static Range<date> from_dates;
-    static Range<double> balances;
-    from_dates.dimension(1);
-    balances.dimension(1);
-    from_dates(1) = Start;
-    balances(1) = Balance;
-    return here.returning(
-        PVFInterest(NPVDate, FromDatesInt, IntSimple, Finish, from_dates, balances, DayCount, PrdsInt));
+    here.inputs(NPVDate, FromDatesInt, IntSimple, Start, Finish, Balance, DayCount, PrdsInt);
+    return here.returning(PVFInterest(NPVDate, FromDatesInt, IntSimple, Finish, View<date>::of(Start),
+                                      View<double>::of(Balance), DayCount, PrdsInt));
 }
 
 double PVInterest(const date& NPVDate, double InterestSimple, const date& Start, const date& Finish, double Balance,
                   double DayCount, const AnnualSequence& PrdsInt) {
     Routine here{"PVInterest"};
-    here.arguments(QX_NAMED(NPVDate, InterestSimple, Start, Finish, Balance, DayCount, PrdsInt));
+    here.inputs(NPVDate, InterestSimple, Start, Finish, Balance, DayCount, PrdsInt);
     return here.returning(
         PVInterestX(NPVDate, from_the_start(), one_rate(InterestSimple), Start, Finish, Balance, DayCount, PrdsInt));
 }

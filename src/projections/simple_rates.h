@@ -12,11 +12,11 @@
 
 namespace qx {
 
-double SimpleToDFX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                   const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc);
+double SimpleToDFX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                   double DayCountDisc, const AnnualSequence& PrdsDisc);
 /// With a margin on the rate for the interest on the capital, but not for that on the interest.
-double SimpleToDFXX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                    const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc, double MarginOpt);
+double SimpleToDFXX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                    double DayCountDisc, const AnnualSequence& PrdsDisc, double MarginOpt);
 /// At one rate.
 double SimpleToDFXS(double InterestSimple, const date& FromDate, const date& ToDate, double DayCountDisc,
                     const AnnualSequence& PrdsDisc);
@@ -27,44 +27,42 @@ double DFToSimpleX(double DiscountFactor, const date& FromDate, const date& ToDa
 double DFToSimpleXX(double DiscountFactor, const date& FromDate, const date& ToDate, double DayCountDisc,
                     const AnnualSequence& PrdsDisc, double MarginOpt);
 
-double SimpleToAERX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                    const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc);
+double SimpleToAERX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                    double DayCountDisc, const AnnualSequence& PrdsDisc);
 double AERToSimpleX(double InterestAER, const date& FromDate, const date& ToDate, double DayCountDisc,
                     const AnnualSequence& PrdsDisc);
-double SimpleToContX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                     const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc);
+double SimpleToContX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                     double DayCountDisc, const AnnualSequence& PrdsDisc);
 double ContToSimpleX(double InterestCont, const date& FromDate, const date& ToDate, double DayCountDisc,
                      const AnnualSequence& PrdsDisc);
 /// Rates under one rule of accrual as the one rate under another.
-double SimpleToSimpleX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                       const date& ToDate, double DayCountSource, double DayCountTarget,
-                       const AnnualSequence& PrdsSource, const AnnualSequence& PrdsTarget);
+double SimpleToSimpleX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                       double DayCountSource, double DayCountTarget, const AnnualSequence& PrdsSource,
+                       const AnnualSequence& PrdsTarget);
 /// The same with a margin on the rates; the result includes it.
-double RateConvert(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                   const date& ToDate, double DayCountSource, double DayCountTarget, const AnnualSequence& PrdsSource,
+double RateConvert(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                   double DayCountSource, double DayCountTarget, const AnnualSequence& PrdsSource,
                    const AnnualSequence& PrdsTarget, double MarginOpt);
-double SimpleToAPRX(const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& FromDate,
-                    const date& ToDate, double DayCountDisc, const AnnualSequence& PrdsDisc);
+double SimpleToAPRX(View<date> FromDatesInt, View<double> IntSimple, const date& FromDate, const date& ToDate,
+                    double DayCountDisc, const AnnualSequence& PrdsDisc);
 double APRToSimpleX(double InterestAPR, const date& FromDate, const date& ToDate, double DayCountDisc,
                     const AnnualSequence& PrdsDisc);
 
 /// The present value of dated flows at dated simple rates; StartDCF and FinishDCF as in PVT.
-double PVTSFX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple, Range<date>& Dates,
+double PVTSFX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, Range<date>& Dates,
               Range<double>& Cashflows, double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF,
               const date& FinishDCF);
 /// The present value of one payment.
-double PVOneX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple, const date& TheDate,
-              double Payment, double DayCountDisc, const AnnualSequence& PrdsDisc);
+double PVOneX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, const date& TheDate, double Payment,
+              double DayCountDisc, const AnnualSequence& PrdsDisc);
 
 // The present value of all interest on balances, each period's interest being paid at its end (or at Finish) and
 // discounted at the same rates. Throw errliboveriterated for more than 2000 periods.
-double PVFInterest(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                   const date& Finish, const Range<date>& FromDates, const Range<double>& Balances, double DayCount,
-                   const AnnualSequence& PrdsInt);
+double PVFInterest(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, const date& Finish,
+                   View<date> FromDates, View<double> Balances, double DayCount, const AnnualSequence& PrdsInt);
 double PVInterest(const date& NPVDate, double InterestSimple, const date& Start, const date& Finish, double Balance,
                   double DayCount, const AnnualSequence& PrdsInt);
-double PVInterestX(const date& NPVDate, const Range<date>& FromDatesInt, const Range<double>& IntSimple,
-                   const date& Start, const date& Finish, double Balance, double DayCount,
-                   const AnnualSequence& PrdsInt);
+double PVInterestX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, const date& Start,
+                   const date& Finish, double Balance, double DayCount, const AnnualSequence& PrdsInt);
 
 } // namespace qx

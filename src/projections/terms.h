@@ -12,6 +12,7 @@
 #include "calendar/date.h"
 #include "calendar/day_count.h"
 #include "core/limits.h"
+#include "core/pools.h"
 #include "core/routine.h"
 #include "core/takes.h"
 
@@ -57,6 +58,9 @@ struct Measure {
     void check(Routine& here) const { here.limit(DayCount, daycount_limits, "DayCount"); }
 };
 
+/// 30/360 and calendar quarters, for what is the same under any measure.
+Measure any_measure();
+
 /// Growth by dated annual rates: rate n (0.1 is 10% a year) from date n to date n + 1, the last one for ever.
 struct Growth {
     using takes = Takes<Range<date>, Range<double>>;
@@ -66,7 +70,10 @@ struct Growth {
     bool none() const { return dates.empty(); }
     /// The first growth date, or another date where there is none.
     const date& first_or(const date& other) const { return none() ? other : dates.first(); }
-    /// Throws missinggrowthdate for a rate whose only date is zero.
+    /// How many growth rates there are. Zero rates at the end that have no date are blank cells of a longer selection
+    /// and do not count.
+    int count() const;
+    /// Throws missinggrowthdate for a rate whose only date is zero, and if only one of the two lists is given.
     void check(const Routine& here) const;
 };
 
@@ -78,7 +85,9 @@ struct Forecast {
     int base; ///< months, 1 to 1000
 
     bool none() const { return values.empty(); }
-    void check(Routine& here) const { here.limit(base, forecast_base_limits, "FcstBase"); }
+    /// The first date of value i, or of what follows the last one.
+    date start_of(int i) const { return start.plusmonths((i - 1) * base, true); }
+    void check(Routine& here, const char* name = "FcstBase") const { here.limit(base, forecast_base_limits, name); }
 };
 
 /// Weights of the seasons of a year.

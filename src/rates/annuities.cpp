@@ -62,7 +62,7 @@ double discounted_future_value(double amount, double r, double n) {
 
 double PVM(double AnnPmt, double InterestAER, double TermYrs, double PmtsPerYear, double FVOpt) {
     Routine here{"PVM"};
-    here.arguments(QX_NAMED(AnnPmt, InterestAER, TermYrs, PmtsPerYear, FVOpt));
+    here.inputs(AnnPmt, InterestAER, TermYrs, PmtsPerYear, FVOpt);
     check_rate(here, InterestAER, "InterestAER");
     const double p = check_frequency(here, PmtsPerYear);
     return here.returning(-annuity_value(AnnPmt, InterestAER, TermYrs, p) -
@@ -71,7 +71,7 @@ double PVM(double AnnPmt, double InterestAER, double TermYrs, double PmtsPerYear
 
 double PmtM(double PresentValue, double InterestAER, double TermYrs, double PmtsPerYear, double FVOpt) {
     Routine here{"PmtM"};
-    here.arguments(QX_NAMED(PresentValue, InterestAER, TermYrs, PmtsPerYear, FVOpt));
+    here.inputs(PresentValue, InterestAER, TermYrs, PmtsPerYear, FVOpt);
     check_rate(here, InterestAER, "InterestAER");
     const double p = check_frequency(here, PmtsPerYear);
     if (iszero(TermYrs))
@@ -83,7 +83,7 @@ double PmtM(double PresentValue, double InterestAER, double TermYrs, double Pmts
 
 double FVM(double AnnPmt, double PresentValue, double InterestAER, double TermYrs, double PmtsPerYear) {
     Routine here{"FVM"};
-    here.arguments(QX_NAMED(AnnPmt, PresentValue, InterestAER, TermYrs, PmtsPerYear));
+    here.inputs(AnnPmt, PresentValue, InterestAER, TermYrs, PmtsPerYear);
     check_rate(here, InterestAER, "InterestAER");
     const double p = check_frequency(here, PmtsPerYear);
     const double worth = -(PresentValue + annuity_value(AnnPmt, InterestAER, TermYrs, p));
@@ -92,7 +92,7 @@ double FVM(double AnnPmt, double PresentValue, double InterestAER, double TermYr
 
 double TermM(double AnnPmt, double PresentValue, double InterestAER, double PmtsPerYear, double FVOpt) {
     Routine here{"TermM"};
-    here.arguments(QX_NAMED(AnnPmt, PresentValue, InterestAER, PmtsPerYear, FVOpt));
+    here.inputs(AnnPmt, PresentValue, InterestAER, PmtsPerYear, FVOpt);
     check_rate(here, InterestAER, "InterestAER");
     const double p = check_frequency(here, PmtsPerYear);
     clsTermMSolve problem(AnnPmt, PresentValue, InterestAER, p, FVOpt);
@@ -103,7 +103,7 @@ double TermM(double AnnPmt, double PresentValue, double InterestAER, double Pmts
 
 double IntRateM(double AnnPmt, double PresentValue, double TermYrs, double PmtsPerYear, double FVOpt) {
     Routine here{"IntRateM"};
-    here.arguments(QX_NAMED(AnnPmt, PresentValue, TermYrs, PmtsPerYear, FVOpt));
+    here.inputs(AnnPmt, PresentValue, TermYrs, PmtsPerYear, FVOpt);
     const double p = check_frequency(here, PmtsPerYear);
     clsIntRateMSolve problem(AnnPmt, PresentValue, TermYrs, p, FVOpt);
     problem.setup();
@@ -113,13 +113,13 @@ double IntRateM(double AnnPmt, double PresentValue, double TermYrs, double PmtsP
 
 double PVMB(double AnnPmt, double InterestAER, double TermYrs, double PmtsPerYear, double FVOpt) {
     Routine here{"PVMB"};
-    here.arguments(QX_NAMED(AnnPmt, InterestAER, TermYrs, PmtsPerYear, FVOpt));
+    here.inputs(AnnPmt, InterestAER, TermYrs, PmtsPerYear, FVOpt);
     return here.returning(-PVM(AnnPmt, InterestAER, TermYrs, PmtsPerYear, FVOpt));
 }
 
 double PmtMB(double PresentValue, double InterestAER, double TermYrs, double PmtsPerYear, double FVOpt) {
     Routine here{"PmtMB"};
-    here.arguments(QX_NAMED(PresentValue, InterestAER, TermYrs, PmtsPerYear, FVOpt));
+    here.inputs(PresentValue, InterestAER, TermYrs, PmtsPerYear, FVOpt);
     return here.returning(PmtM(-PresentValue, InterestAER, TermYrs, PmtsPerYear, FVOpt));
 }
 
@@ -144,7 +144,7 @@ double spread_time(double r, double p) {
 
 double CorrectionM(double DisAER, double PmtsPerYear) {
     Routine here{"CorrectionM"};
-    here.arguments(QX_NAMED(DisAER, PmtsPerYear));
+    here.inputs(DisAER, PmtsPerYear);
     if (DisAER <= -1.0) here.fail<errlibmin>("DisAER");
     const double p = check_frequency(here, PmtsPerYear);
     return here.returning("AdjustmentFactor", spread_correction(DisAER, p));
@@ -152,7 +152,7 @@ double CorrectionM(double DisAER, double PmtsPerYear) {
 
 double CorrectionCont(double DisAER) {
     Routine here{"CorrectionCont"};
-    here.arguments(QX_NAMED(DisAER));
+    here.inputs(DisAER);
     if (isequal(DisAER, -1.0))
         here.fail<errlibinfiniteresult>("DisAER", "PV undefined when Discount rate = -100% p.a.");
     if (DisAER < -1.0) here.fail<errlibmin>("DisAER");
@@ -162,7 +162,7 @@ double CorrectionCont(double DisAER) {
 
 double CorrectionDC(const date& NPVDate, double DisAER, double DayCount, const AnnualSequence& CashBasis) {
     Routine here{"CorrectionDC"};
-    here.arguments(QX_NAMED(NPVDate, DisAER, DayCount, CashBasis));
+    here.inputs(NPVDate, DisAER, DayCount, CashBasis);
     if (DisAER <= -1.0) here.fail<errlibmin>("DisAER");
     check_daycount(here, DayCount);
     const bool advance = !CashBasis.arrears();
@@ -183,14 +183,14 @@ double CorrectionDC(const date& NPVDate, double DisAER, double DayCount, const A
 
 double LCorrectionM(double GrowthRatePA, double GrowRevsPerYrOpt) {
     Routine here{"LCorrectionM"};
-    here.arguments(QX_NAMED(GrowthRatePA, GrowRevsPerYrOpt));
+    here.inputs(GrowthRatePA, GrowRevsPerYrOpt);
     here.limit(GrowRevsPerYrOpt, 0, most_payments, "GrowRevsPerYrOpt");
     return here.returning("AdjustmentFactor", 1.0 + GrowthRatePA * (1.0 - reciprocal(GrowRevsPerYrOpt)) / 2.0);
 }
 
 double EffTimeM(double DisAER, double PmtsPerYear) {
     Routine here{"EffTimeM"};
-    here.arguments(QX_NAMED(DisAER, PmtsPerYear));
+    here.inputs(DisAER, PmtsPerYear);
     if (DisAER <= -1.0) here.fail<errlibmin>("DisAER");
     const double p = check_frequency(here, PmtsPerYear);
     const double force = std::log1p(DisAER);

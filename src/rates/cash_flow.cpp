@@ -191,8 +191,8 @@ double solved(const Routine& here, CashFlowSolve& problem, double IRRMinOpt, dou
 // --- Realisation ------------------------------------------------------------------------------------------------
 
 /// The amount realised: the level in force on the date, if the date counts.
-SingleFlow realised(const Routine& here, const date& RealisationDate, const Range<date>& Dates,
-                    const Range<double>& RealisationLevels, const date& StartDCF, const date& FinishDCF) {
+SingleFlow realised(const Routine& here, const date& RealisationDate, View<date> Dates, View<double> RealisationLevels,
+                    const date& StartDCF, const date& FinishDCF) {
     SingleFlow realisation{RealisationDate, 0.0};
     if (RealisationDate.iszero() || RealisationLevels.size() == 0) return realisation;
     if (RealisationDate <= StartDCF && !StartDCF.iszero()) return realisation;
@@ -221,7 +221,7 @@ SingleFlow invested(const date& InvDate, double InvAmt, const date& otherwise) {
 
 // --- Present values ---------------------------------------------------------------------------------------------
 
-double pvt(double rate, const date& NPVDate, const Range<date>& Dates, const Range<double>& Cashflows, double DayCount,
+double pvt(double rate, const date& NPVDate, View<date> Dates, View<double> Cashflows, double DayCount,
            const AnnualSequence& Periods, const date& StartDCF, const date& FinishDCF, int options) {
     Routine here{"pvt", Routine::internal};
     here.arguments(QX_NAMED(rate, NPVDate, StartDCF, FinishDCF));
@@ -234,8 +234,7 @@ double pvt(double rate, const date& NPVDate, const Range<date>& Dates, const Ran
 double PVT(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
            const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF, int PVTOptions) {
     Routine here{"PVT"};
-    here.arguments(
-        QX_NAMED(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions));
+    here.inputs(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     screen(Dates, Cashflows);
@@ -248,8 +247,8 @@ double PVTX(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double
             Range<date>& Dates2, Range<double>& Cashflows2, Range<date>& Dates3, Range<double>& Cashflows3,
             Range<date>& Dates4, Range<double>& Cashflows4) {
     Routine here{"PVTX"};
-    here.arguments(QX_NAMED(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions,
-                            Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4));
+    here.inputs(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions, Dates2,
+                Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     FlowLists flows{{{Dates, Cashflows}, {Dates2, Cashflows2}, {Dates3, Cashflows3}, {Dates4, Cashflows4}}};
@@ -264,8 +263,8 @@ double PVTIC(const date& NPVDate, double DisAER, Range<date>& Dates, Range<doubl
              const AnnualSequence& PrdsDisc, const date& InvDate, double InvAmt, double CapRateAER,
              const date& StartDCF, const date& FinishDCF, double CapOption, int PVTOptions) {
     Routine here{"PVTIC"};
-    here.arguments(QX_NAMED(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc, InvDate, InvAmt, CapRateAER,
-                            StartDCF, FinishDCF, CapOption, PVTOptions));
+    here.inputs(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc, InvDate, InvAmt, CapRateAER, StartDCF,
+                FinishDCF, CapOption, PVTOptions);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     check_discount_rate(here, CapRateAER, "CapRateAER");
@@ -285,9 +284,8 @@ double PVTCX(const date& NPVDate, double DisAER, Range<date>& Dates, Range<doubl
              Range<double>& Cashflows2, Range<date>& Dates3, Range<double>& Cashflows3, Range<date>& Dates4,
              Range<double>& Cashflows4) {
     Routine here{"PVTCX"};
-    here.arguments(QX_NAMED(NPVDate, DisAER, Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc,
-                            CapRateAER, StartDCF, FinishDCF, CapOption, PVTOptions, Dates2, Cashflows2, Dates3,
-                            Cashflows3, Dates4, Cashflows4));
+    here.inputs(NPVDate, DisAER, Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, CapRateAER,
+                StartDCF, FinishDCF, CapOption, PVTOptions, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     check_discount_rate(here, CapRateAER, "CapRateAER");
@@ -304,8 +302,8 @@ double PVTR(const date& NPVDate, double DisAER, const date& RealisationDate, Ran
             Range<double>& Cashflows, Range<double>& RealisationLevels, double DayCountDisc,
             const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF, int PVTOptions) {
     Routine here{"PVTR"};
-    here.arguments(QX_NAMED(NPVDate, DisAER, RealisationDate, Dates, Cashflows, RealisationLevels, DayCountDisc,
-                            PrdsDisc, StartDCF, FinishDCF, PVTOptions));
+    here.inputs(NPVDate, DisAER, RealisationDate, Dates, Cashflows, RealisationLevels, DayCountDisc, PrdsDisc, StartDCF,
+                FinishDCF, PVTOptions);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     const SingleFlow realisation = realised(here, RealisationDate, Dates, RealisationLevels, StartDCF, FinishDCF);
@@ -321,7 +319,7 @@ double PVTR(const date& NPVDate, double DisAER, const date& RealisationDate, Ran
 
 double NPVR(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows) {
     Routine here{"NPVR"};
-    here.arguments(QX_NAMED(NPVDate, DisAER, Dates, Cashflows));
+    here.inputs(NPVDate, DisAER, Dates, Cashflows);
     return here.returning(
         PVT(NPVDate, DisAER, Dates, Cashflows, default_daycount, default_periods(), no_date, no_date, 0));
 }
@@ -331,7 +329,7 @@ double NPVR(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double
 double IRRT(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
             double DayCountDisc, const AnnualSequence& PrdsDisc, int PVTOptions) {
     Routine here{"IRRT"};
-    here.arguments(QX_NAMED(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, PVTOptions));
+    here.inputs(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, PVTOptions);
     here.change_note(53, "See Change in Behaviour 53, Oct-03 :Change of variable order: IRRMinOpt, IRRMaxOpt and "
                          "IRRAcc inserted before Daycount");
     check_daycount(here, DayCountDisc, "DayCountDisc");
@@ -347,8 +345,8 @@ double IRRTX(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, dou
              int PVTOptions, Range<date>& Dates2, Range<double>& Cashflows2, Range<date>& Dates3,
              Range<double>& Cashflows3, Range<date>& Dates4, Range<double>& Cashflows4) {
     Routine here{"IRRTX"};
-    here.arguments(QX_NAMED(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, StartDCF,
-                            FinishDCF, PVTOptions, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4));
+    here.inputs(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, StartDCF, FinishDCF,
+                PVTOptions, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     FlowLists flows{{{Dates, Cashflows}, {Dates2, Cashflows2}, {Dates3, Cashflows3}, {Dates4, Cashflows4}}};
     if (flows.screened().empty()) return here.returning(0.0);
@@ -361,8 +359,8 @@ double IRRTIC(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, do
               double DayCountDisc, const AnnualSequence& PrdsDisc, const date& InvDate, double InvAmt,
               double CapRateAER, const date& StartDCF, const date& FinishDCF, double CapOption, int PVTOptions) {
     Routine here{"IRRTIC"};
-    here.arguments(QX_NAMED(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, InvDate, InvAmt,
-                            CapRateAER, StartDCF, FinishDCF, CapOption, PVTOptions));
+    here.inputs(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, InvDate, InvAmt, CapRateAER,
+                StartDCF, FinishDCF, CapOption, PVTOptions);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     check_discount_rate(here, CapRateAER, "CapRateAER");
     FlowLists flows = one_list(Dates, Cashflows);
@@ -379,9 +377,8 @@ double IRRTCX(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, do
               const date& FinishDCF, double CapOption, int PVTOptions, Range<date>& Dates2, Range<double>& Cashflows2,
               Range<date>& Dates3, Range<double>& Cashflows3, Range<date>& Dates4, Range<double>& Cashflows4) {
     Routine here{"IRRTCX"};
-    here.arguments(QX_NAMED(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, CapRateAER,
-                            StartDCF, FinishDCF, CapOption, PVTOptions, Dates2, Cashflows2, Dates3, Cashflows3, Dates4,
-                            Cashflows4));
+    here.inputs(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, CapRateAER, StartDCF,
+                FinishDCF, CapOption, PVTOptions, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     check_discount_rate(here, CapRateAER, "CapRateAER");
     FlowLists flows{{{Dates, Cashflows}, {Dates2, Cashflows2}, {Dates3, Cashflows3}, {Dates4, Cashflows4}}};
@@ -397,8 +394,8 @@ double IRRTR(const date& RealisationDate, Range<date>& Dates, Range<double>& Cas
              double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF,
              int PVTOptions) {
     Routine here{"IRRTR"};
-    here.arguments(QX_NAMED(RealisationDate, Dates, Cashflows, RealisationLevels, IRRMinOpt, IRRMaxOpt, IRRAccOpt,
-                            DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions));
+    here.inputs(RealisationDate, Dates, Cashflows, RealisationLevels, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc,
+                PrdsDisc, StartDCF, FinishDCF, PVTOptions);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     const SingleFlow realisation = realised(here, RealisationDate, Dates, RealisationLevels, StartDCF, FinishDCF);
     FlowLists flows = one_list(Dates, Cashflows);
@@ -414,7 +411,7 @@ double IRRTR(const date& RealisationDate, Range<date>& Dates, Range<double>& Cas
 double DurationT(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
                  const AnnualSequence& PrdsDisc) {
     Routine here{"DurationT"};
-    here.arguments(QX_NAMED(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc));
+    here.inputs(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     screen(Dates, Cashflows);
@@ -427,7 +424,7 @@ double DurationT(const date& NPVDate, double DisAER, Range<date>& Dates, Range<d
 double AvLifeT(const date& Start, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
                const AnnualSequence& PrdsDisc) {
     Routine here{"AvLifeT"};
-    here.arguments(QX_NAMED(Start, Dates, Cashflows, DayCountDisc, PrdsDisc));
+    here.inputs(Start, Dates, Cashflows, DayCountDisc, PrdsDisc);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     screen(Dates, Cashflows);
     FlowSchedule& schedule = work_schedule();
@@ -439,7 +436,7 @@ double AvLifeT(const date& Start, Range<date>& Dates, Range<double>& Cashflows, 
 date PayBackT(Range<date>& Dates, Range<double>& Cashflows, double MinPayBack, bool Interpolate, double DayCount,
               const AnnualSequence& Periods, int PayBackOptions) {
     Routine here{"PayBackT"};
-    here.arguments(QX_NAMED(Dates, Cashflows, MinPayBack, Interpolate, DayCount, Periods, PayBackOptions));
+    here.inputs(Dates, Cashflows, MinPayBack, Interpolate, DayCount, Periods, PayBackOptions);
     check_daycount(here, DayCount);
     screen(Dates, Cashflows);
     return here.returning("PayBackDate", payback_date(here, Dates, Cashflows, MinPayBack, Interpolate, DayCount,
@@ -449,11 +446,11 @@ date PayBackT(Range<date>& Dates, Range<double>& Cashflows, double MinPayBack, b
 date PayBackDiscT(double DisAER, Range<date>& Dates, Range<double>& Cashflows, double MinPayBack, bool Interpolate,
                   double DayCountDisc, const AnnualSequence& PrdsDisc, int PayBackOptions) {
     Routine here{"PayBackDiscT"};
-    here.arguments(QX_NAMED(DisAER, Dates, Cashflows, MinPayBack, Interpolate, DayCountDisc, PrdsDisc, PayBackOptions));
+    here.inputs(DisAER, Dates, Cashflows, MinPayBack, Interpolate, DayCountDisc, PrdsDisc, PayBackOptions);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     screen(Dates, Cashflows);
-    const Range<double>& discounted = discounted_flows(DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc);
+    const WorkList<double> discounted = discounted_flows(DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc);
     return here.returning("PayBackDate", payback_date(here, Dates, discounted, MinPayBack, Interpolate, DayCountDisc,
                                                       PrdsDisc, PayBackOptions));
 }
@@ -463,7 +460,7 @@ date PayBackDiscT(double DisAER, Range<date>& Dates, Range<double>& Cashflows, d
 double PVOne(const date& TheDate, const date& NPVDate, double DisAER, double DayCountDisc,
              const AnnualSequence& PrdsDisc) {
     Routine here{"PVOne"};
-    here.arguments(QX_NAMED(TheDate, NPVDate, DisAER, DayCountDisc, PrdsDisc));
+    here.inputs(TheDate, NPVDate, DisAER, DayCountDisc, PrdsDisc);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     return here.returning(1.0 / SafePow(1.0 + DisAER, years_between(NPVDate, TheDate, DayCountDisc, PrdsDisc)));
@@ -471,14 +468,14 @@ double PVOne(const date& TheDate, const date& NPVDate, double DisAER, double Day
 
 double PVOneQ(const date& TheDate, const date& NPVDate, double DisAER) {
     Routine here{"PVOneQ"};
-    here.arguments(QX_NAMED(TheDate, NPVDate, DisAER));
+    here.inputs(TheDate, NPVDate, DisAER);
     check_discount_rate(here, DisAER);
     return here.returning(1.0 / SafePow(1.0 + DisAER, (TheDate.months() - NPVDate.months()) / 12.0));
 }
 
 double NPVOne(const date& TheDate, const date& NPVDate, double DisAER) {
     Routine here{"NPVOne"};
-    here.arguments(QX_NAMED(TheDate, NPVDate, DisAER));
+    here.inputs(TheDate, NPVDate, DisAER);
     return here.returning(PVOne(TheDate, NPVDate, DisAER, default_daycount, default_periods()));
 }
 
@@ -486,8 +483,8 @@ namespace {
 
 /// The factor from one date to another at rates that change at dates. The first rate also serves the time before the
 /// first from-date, the last one the time after the last to-date.
-double stepped_factor(Routine& here, const date& TheDate, const date& NPVDate, const Range<double>& DiscRatesAER,
-                      const Range<date>& Dates, bool to_dates, double DayCountDisc, const AnnualSequence& PrdsDisc) {
+double stepped_factor(Routine& here, const date& TheDate, const date& NPVDate, View<double> DiscRatesAER,
+                      View<date> Dates, bool to_dates, double DayCountDisc, const AnnualSequence& PrdsDisc) {
     check_daycount(here, DayCountDisc, "DayCountDisc");
     int n = Dates.size();
     while (n > 0 && Dates.get(n).iszero()) --n;
@@ -516,18 +513,18 @@ double stepped_factor(Routine& here, const date& TheDate, const date& NPVDate, c
 
 } // namespace
 
-double FPVOne(const date& TheDate, const date& NPVDate, const Range<double>& DiscRatesAER, const Range<date>& FromDates,
+double FPVOne(const date& TheDate, const date& NPVDate, View<double> DiscRatesAER, View<date> FromDates,
               double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"FPVOne"};
-    here.arguments(QX_NAMED(TheDate, NPVDate, DiscRatesAER, FromDates, DayCountDisc, PrdsDisc));
+    here.inputs(TheDate, NPVDate, DiscRatesAER, FromDates, DayCountDisc, PrdsDisc);
     return here.returning(
         stepped_factor(here, TheDate, NPVDate, DiscRatesAER, FromDates, false, DayCountDisc, PrdsDisc));
 }
 
-double TPVOne(const date& TheDate, const date& NPVDate, const Range<double>& DiscRatesAER, const Range<date>& ToDates,
+double TPVOne(const date& TheDate, const date& NPVDate, View<double> DiscRatesAER, View<date> ToDates,
               double DayCountDisc, const AnnualSequence& PrdsDisc) {
     Routine here{"TPVOne"};
-    here.arguments(QX_NAMED(TheDate, NPVDate, DiscRatesAER, ToDates, DayCountDisc, PrdsDisc));
+    here.inputs(TheDate, NPVDate, DiscRatesAER, ToDates, DayCountDisc, PrdsDisc);
     return here.returning(stepped_factor(here, TheDate, NPVDate, DiscRatesAER, ToDates, true, DayCountDisc, PrdsDisc));
 }
 

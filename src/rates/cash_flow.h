@@ -23,7 +23,7 @@ inline constexpr double irr_accuracy = 1e-10;
 inline constexpr int flows_received_evenly = 1; ///< PVTOptions: each flow arrives over the period to the next date
 
 /// The core of all: present value of dated flows, without checks.
-double pvt(double rate, const date& NPVDate, const Range<date>& Dates, const Range<double>& Cashflows, double DayCount,
+double pvt(double rate, const date& NPVDate, View<date> Dates, View<double> Cashflows, double DayCount,
            const AnnualSequence& Periods, const date& StartDCF, const date& FinishDCF, int options);
 
 double PVT(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
@@ -91,9 +91,9 @@ double PVOneQ(const date& TheDate, const date& NPVDate, double DisAER);
 double NPVOne(const date& TheDate, const date& NPVDate, double DisAER);
 /// The same at rates that hold from given dates, or up to given dates. Throws outofrange if there are fewer rates than
 /// dates.
-double FPVOne(const date& TheDate, const date& NPVDate, const Range<double>& DiscRatesAER, const Range<date>& FromDates,
+double FPVOne(const date& TheDate, const date& NPVDate, View<double> DiscRatesAER, View<date> FromDates,
               double DayCountDisc, const AnnualSequence& PrdsDisc);
-double TPVOne(const date& TheDate, const date& NPVDate, const Range<double>& DiscRatesAER, const Range<date>& ToDates,
+double TPVOne(const date& TheDate, const date& NPVDate, View<double> DiscRatesAER, View<date> ToDates,
               double DayCountDisc, const AnnualSequence& PrdsDisc);
 
 /// Reserved: 0.

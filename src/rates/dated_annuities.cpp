@@ -15,15 +15,15 @@ constexpr double solve_tolerance = 1e-10;
 constexpr int solve_rounds = 100;
 
 /// The lengths of the periods that end with each payment, in years.
-const Range<double>& period_lengths(const Routine& here, const date& DrawDate, int NumPmts, double DayCount,
-                                    const AnnualSequence& PrdsInt) {
-    static Range<double> lengths;
-    lengths.dimension(NumPmts);
+WorkList<double> period_lengths(const Routine& here, const date& DrawDate, int NumPmts, double DayCount,
+                                const AnnualSequence& PrdsInt) {
+    WorkList<double> lengths;
+    lengths->dimension(NumPmts);
     date start = DrawDate;
     for (int i = 1; i <= NumPmts; ++i) {
         const date end = PrdsInt.nextdate(start, false);
         lengths(i) = years_between(start, end, DayCount, PrdsInt);
-        const TraceBlock pass = here.pass(i, "Payment on ", end, " after ", lengths.get(i), " years");
+        const TraceBlock pass = here.pass(i, "Payment on ", end, " after ", lengths(i), " years");
         start = end;
     }
     return lengths;
@@ -33,7 +33,7 @@ const Range<double>& period_lengths(const Routine& here, const date& DrawDate, i
 struct Factors {
     double sum = 0.0, last = 1.0;
 
-    Factors(const Range<double>& lengths, double rate) {
+    Factors(View<double> lengths, double rate) {
         for (const double length : lengths) {
             last /= 1.0 + rate * length;
             sum += last;
@@ -43,7 +43,7 @@ struct Factors {
 
 class clsPMTXsolve final : public clsSolveBase {
   public:
-    clsPMTXsolve(const Range<double>& lengths, double PresentValue, double rate, double FVOpt)
+    clsPMTXsolve(View<double> lengths, double PresentValue, double rate, double FVOpt)
         : factors_(lengths, rate), present_(PresentValue), future_(FVOpt) {}
     double eval(double payment) override { return -present_ - factors_.sum * payment + future_ * factors_.last; }
     void setup() override {}
@@ -59,7 +59,7 @@ class clsPMTXsolve final : public clsSolveBase {
 
 class clsIntRateXsolve final : public clsSolveBase {
   public:
-    clsIntRateXsolve(const Range<double>& lengths, double PresentValue, double Pmt, double FVOpt)
+    clsIntRateXsolve(View<double> lengths, double PresentValue, double Pmt, double FVOpt)
         : lengths_(lengths), present_(PresentValue), payment_(Pmt), future_(FVOpt) {}
     double eval(double rate) override {
         if (1.0 + rate * longest_ <= 0.0) return std::numeric_limits<double>::quiet_NaN(); // more than all is lost
@@ -69,7 +69,7 @@ class clsIntRateXsolve final : public clsSolveBase {
     void setup() override { longest_ = *std::max_element(lengths_.begin(), lengths_.end()); }
 
   private:
-    const Range<double>& lengths_;
+    View<double> lengths_;
     double present_, payment_, future_;
     double longest_ = 0.0;
 };
@@ -81,11 +81,11 @@ void check_number(Routine& here, int NumPmts) { here.limit(NumPmts, 1, range_cap
 double PMTQX(double PresentValue, const date& DrawDate, int NumPmts, double InterestSimple, double FVOpt,
              double DayCount, const AnnualSequence& PrdsInt) {
     Routine here{"PMTQX"};
-    here.arguments(QX_NAMED(PresentValue, DrawDate, NumPmts, InterestSimple, FVOpt, DayCount, PrdsInt));
+    here.inputs(PresentValue, DrawDate, NumPmts, InterestSimple, FVOpt, DayCount, PrdsInt);
     check_number(here, NumPmts);
     check_rate(here, InterestSimple, "InterestSimple");
     check_daycount(here, DayCount);
-    const Range<double>& lengths = period_lengths(here, DrawDate, NumPmts, DayCount, PrdsInt);
+    const WorkList<double> lengths = period_lengths(here, DrawDate, NumPmts, DayCount, PrdsInt);
     clsPMTXsolve problem(lengths, PresentValue, InterestSimple, FVOpt);
     problem.setup();
     const double largest = problem.largest();
@@ -98,14 +98,14 @@ double PMTQX(double PresentValue, const date& DrawDate, int NumPmts, double Inte
 double PMTX(double PresentValue, const date& DrawDate, int NumPmts, double InterestSimple, double FVOpt,
             double DayCount, const AnnualSequence& PrdsInt) {
     Routine here{"PMTX"};
-    here.arguments(QX_NAMED(PresentValue, DrawDate, NumPmts, InterestSimple, FVOpt, DayCount, PrdsInt));
+    here.inputs(PresentValue, DrawDate, NumPmts, InterestSimple, FVOpt, DayCount, PrdsInt);
     return here.returning(PMTQX(PresentValue, DrawDate, NumPmts, InterestSimple, FVOpt, DayCount, PrdsInt));
 }
 
 double PVQX(double InterestSimple, const date& DrawDate, int NumPmts, double Pmt, double FVOpt, double DayCount,
             const AnnualSequence& PrdsInt) {
     Routine here{"PVQX"};
-    here.arguments(QX_NAMED(InterestSimple, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt));
+    here.inputs(InterestSimple, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt);
     check_rate(here, InterestSimple, "InterestSimple");
     check_number(here, NumPmts);
     check_daycount(here, DayCount);
@@ -116,14 +116,14 @@ double PVQX(double InterestSimple, const date& DrawDate, int NumPmts, double Pmt
 double PVQXX(double InterestSimple, const date& DrawDate, int NumPmts, double Pmt, double FVOpt, double DayCount,
              const AnnualSequence& PrdsInt) {
     Routine here{"PVQXX"};
-    here.arguments(QX_NAMED(InterestSimple, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt));
+    here.inputs(InterestSimple, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt);
     return here.returning(PVQX(InterestSimple, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt));
 }
 
 double FVQX(double PresentValue, const date& DrawDate, int NumPmts, double InterestSimple, double Pmt, double DayCount,
             const AnnualSequence& PrdsInt) {
     Routine here{"FVQX"};
-    here.arguments(QX_NAMED(PresentValue, DrawDate, NumPmts, InterestSimple, Pmt, DayCount, PrdsInt));
+    here.inputs(PresentValue, DrawDate, NumPmts, InterestSimple, Pmt, DayCount, PrdsInt);
     check_number(here, NumPmts);
     check_rate(here, InterestSimple, "InterestSimple");
     check_daycount(here, DayCount);
@@ -134,10 +134,10 @@ double FVQX(double PresentValue, const date& DrawDate, int NumPmts, double Inter
 double RateQX(double PresentValue, const date& DrawDate, int NumPmts, double Pmt, double FVOpt, double DayCount,
               const AnnualSequence& PrdsInt) {
     Routine here{"RateQX"};
-    here.arguments(QX_NAMED(PresentValue, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt));
+    here.inputs(PresentValue, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt);
     check_number(here, NumPmts);
     check_daycount(here, DayCount);
-    const Range<double>& lengths = period_lengths(here, DrawDate, NumPmts, DayCount, PrdsInt);
+    const WorkList<double> lengths = period_lengths(here, DrawDate, NumPmts, DayCount, PrdsInt);
     clsIntRateXsolve problem(lengths, PresentValue, Pmt, FVOpt);
     problem.setup();
     return here.returning(
@@ -147,14 +147,14 @@ double RateQX(double PresentValue, const date& DrawDate, int NumPmts, double Pmt
 double IntRateX(double PresentValue, const date& DrawDate, int NumPmts, double Pmt, double FVOpt, double DayCount,
                 const AnnualSequence& PrdsInt) {
     Routine here{"IntRateX"};
-    here.arguments(QX_NAMED(PresentValue, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt));
+    here.inputs(PresentValue, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt);
     return here.returning(RateQX(PresentValue, DrawDate, NumPmts, Pmt, FVOpt, DayCount, PrdsInt));
 }
 
 double NPerQX(double PresentValue, const date& DrawDate, double Pmt, double InterestSimple, double FVOpt,
               double DayCount, const AnnualSequence& PrdsInt) {
     Routine here{"NPerQX"};
-    here.arguments(QX_NAMED(PresentValue, DrawDate, Pmt, InterestSimple, FVOpt, DayCount, PrdsInt));
+    here.inputs(PresentValue, DrawDate, Pmt, InterestSimple, FVOpt, DayCount, PrdsInt);
     check_rate(here, InterestSimple, "InterestSimple");
     check_daycount(here, DayCount);
     // The present value of what is still owed after each payment; the debt is repaid where it changes sign.

@@ -14,7 +14,7 @@ constexpr int solve_rounds = 100;
 constexpr double nearest_to_total_loss = -1.0 + 1e-11; ///< stands for -100%, at which nothing can be discounted
 
 /// Years over which flow i of several is received: up to the next date; for the last, as long as since the one before.
-double receipt_period(const Range<date>& Dates, int i, int n, const DiscountRules& rules) {
+double receipt_period(View<date> Dates, int i, int n, const DiscountRules& rules) {
     const int first = i < n ? i : n - 1;
     return years_between(Dates.get(first), Dates.get(first + 1), rules.DayCount, rules.Periods);
 }
@@ -31,8 +31,7 @@ FlowSchedule& work_schedule() {
     return schedule;
 }
 
-void add_flows(FlowSchedule& schedule, const DiscountRules& rules, const Range<date>& Dates,
-               const Range<double>& Cashflows) {
+void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Dates, View<double> Cashflows) {
     const int n = std::min(Dates.size(), Cashflows.size());
     for (int i = 1; i <= n; ++i) {
         const date& day = Dates.get(i);
@@ -83,19 +82,19 @@ double average_time(const FlowSchedule& schedule) {
     return safe_divide(weighted, total);
 }
 
-const Range<double>& discounted_flows(double DisAER, const Range<date>& Dates, const Range<double>& Cashflows,
-                                      double DayCount, const AnnualSequence& Periods) {
-    static Range<double> discounted;
+WorkList<double> discounted_flows(double DisAER, View<date> Dates, View<double> Cashflows, double DayCount,
+                                  const AnnualSequence& Periods) {
+    WorkList<double> discounted;
     const PowersOf growth(1.0 + DisAER);
     const int n = std::min(Dates.size(), Cashflows.size());
-    discounted.dimension(n);
+    discounted->dimension(n);
     for (int i = 1; i <= n; ++i)
         discounted(i) = Cashflows.get(i) / growth(years_between(Dates.get(1), Dates.get(i), DayCount, Periods));
     return discounted;
 }
 
-date payback_date(const Routine& here, const Range<date>& Dates, const Range<double>& Cashflows, double MinPayBack,
-                  bool Interpolate, double DayCount, const AnnualSequence& Periods, int PayBackOptions) {
+date payback_date(const Routine& here, View<date> Dates, View<double> Cashflows, double MinPayBack, bool Interpolate,
+                  double DayCount, const AnnualSequence& Periods, int PayBackOptions) {
     const int n = std::min(Dates.size(), Cashflows.size());
     if (n == 0) return date();
     const auto reached = [MinPayBack](double sum) { return sum > MinPayBack || isequal(sum, MinPayBack); };

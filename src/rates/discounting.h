@@ -4,7 +4,7 @@
 
 #include "calendar/annual_sequence.h"
 #include "calendar/date.h"
-#include "core/range.h"
+#include "core/pools.h"
 #include "core/routine.h"
 #include "numerics/solver.h"
 #include "rates/flow_schedule.h"
@@ -29,8 +29,7 @@ const AnnualSequence& default_periods();
 FlowSchedule& work_schedule();
 
 /// Puts the flows of a list that count into a schedule.
-void add_flows(FlowSchedule& schedule, const DiscountRules& rules, const Range<date>& Dates,
-               const Range<double>& Cashflows);
+void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Dates, View<double> Cashflows);
 
 /// A rate of return whose equation is a schedule's present value.
 class CashFlowSolve : public clsSolveBase {
@@ -56,11 +55,11 @@ double average_discounted_time(const FlowSchedule& schedule, double rate);
 double average_time(const FlowSchedule& schedule);
 
 /// The payback date of flows on dates that ascend.
-date payback_date(const Routine& here, const Range<date>& Dates, const Range<double>& Cashflows, double MinPayBack,
-                  bool Interpolate, double DayCount, const AnnualSequence& Periods, int PayBackOptions);
+date payback_date(const Routine& here, View<date> Dates, View<double> Cashflows, double MinPayBack, bool Interpolate,
+                  double DayCount, const AnnualSequence& Periods, int PayBackOptions);
 /// The flows discounted to the first date.
-const Range<double>& discounted_flows(double DisAER, const Range<date>& Dates, const Range<double>& Cashflows,
-                                      double DayCount, const AnnualSequence& Periods);
+WorkList<double> discounted_flows(double DisAER, View<date> Dates, View<double> Cashflows, double DayCount,
+                                  const AnnualSequence& Periods);
 
 /// Refuses a discount rate at or below -100%.
 inline void check_discount_rate(const Routine& here, double rate, const char* variable = "DisAER") {

@@ -74,7 +74,7 @@ double pv_linear(double DisAER, double TermYrs, double p, double growth, double 
 
 double PVEGPerp(double DisAER, double AnnGrowthRate) {
     Routine here{"PVEGPerp"};
-    here.arguments(QX_NAMED(DisAER, AnnGrowthRate));
+    here.inputs(DisAER, AnnGrowthRate);
     check_rate(here, DisAER, "DisAER");
     check_perpetuity(here, DisAER, AnnGrowthRate, infinite_perpetuity);
     return here.returning(1.0 / (DisAER - AnnGrowthRate));
@@ -82,7 +82,7 @@ double PVEGPerp(double DisAER, double AnnGrowthRate) {
 
 double PVEGAnn(double DisAER, double TermYrs, double AnnGrowthRate) {
     Routine here{"PVEGAnn"};
-    here.arguments(QX_NAMED(DisAER, TermYrs, AnnGrowthRate));
+    here.inputs(DisAER, TermYrs, AnnGrowthRate);
     check_rate(here, DisAER, "DisAER");
     check_annuity(here, DisAER, AnnGrowthRate, infinite_annuity);
     return here.returning(-relative_growth(DisAER, AnnGrowthRate, TermYrs) / (DisAER - AnnGrowthRate));
@@ -90,7 +90,7 @@ double PVEGAnn(double DisAER, double TermYrs, double AnnGrowthRate) {
 
 double PVEGPerpM(double DisAER, double PmtsPerYear, double AnnGrowthRate, double GrowRevsPerYrOpt) {
     Routine here{"PVEGPerpM"};
-    here.arguments(QX_NAMED(DisAER, PmtsPerYear, AnnGrowthRate, GrowRevsPerYrOpt));
+    here.inputs(DisAER, PmtsPerYear, AnnGrowthRate, GrowRevsPerYrOpt);
     check_rate(here, DisAER, "DisAER");
     const double p = check_frequency(here, PmtsPerYear);
     check_steps(here, GrowRevsPerYrOpt);
@@ -105,7 +105,7 @@ double PVEGPerpM(double DisAER, double PmtsPerYear, double AnnGrowthRate, double
 
 double PVEGAnnM(double DisAER, double TermYrs, double PmtsPerYear, double AnnGrowthRate, double GrowRevsPerYrOpt) {
     Routine here{"PVEGAnnM"};
-    here.arguments(QX_NAMED(DisAER, TermYrs, PmtsPerYear, AnnGrowthRate, GrowRevsPerYrOpt));
+    here.inputs(DisAER, TermYrs, PmtsPerYear, AnnGrowthRate, GrowRevsPerYrOpt);
     check_rate(here, DisAER, "DisAER");
     const double p = check_frequency(here, PmtsPerYear);
     check_steps(here, GrowRevsPerYrOpt);
@@ -122,7 +122,7 @@ double PVEGAnnM(double DisAER, double TermYrs, double PmtsPerYear, double AnnGro
 
 double PVEGPerPerp(double DisAER, double AnnGrowthRate, double Periodicity) {
     Routine here{"PVEGPerPerp"};
-    here.arguments(QX_NAMED(DisAER, AnnGrowthRate, Periodicity));
+    here.inputs(DisAER, AnnGrowthRate, Periodicity);
     check_rate(here, DisAER, "DisAER");
     if (Periodicity <= 0.0) here.fail<errlibmin>("Periodicity");
     check_perpetuity(here, DisAER, AnnGrowthRate, infinite_gordon_perpetuity);
@@ -132,7 +132,7 @@ double PVEGPerPerp(double DisAER, double AnnGrowthRate, double Periodicity) {
 
 double PVEGPerAnn(double DisAER, double TermYrs, double AnnGrowthRate, double Periodicity) {
     Routine here{"PVEGPerAnn"};
-    here.arguments(QX_NAMED(DisAER, TermYrs, AnnGrowthRate, Periodicity));
+    here.inputs(DisAER, TermYrs, AnnGrowthRate, Periodicity);
     check_rate(here, DisAER, "DisAER");
     if (Periodicity <= 0.0) here.fail<errlibmin>("Periodicity");
     check_annuity(here, DisAER, AnnGrowthRate, infinite_gordon_annuity);
@@ -181,13 +181,13 @@ double PVLGAnnM(double DisAER, double TermYrs, double PmtsPerYear, double AnnGro
 
 double SumEGAnn(double TermYrs, double AnnGrowthRate) {
     Routine here{"SumEGAnn"};
-    here.arguments(QX_NAMED(TermYrs, AnnGrowthRate));
+    here.inputs(TermYrs, AnnGrowthRate);
     return here.returning(safe_divide(compound_less_one(AnnGrowthRate, TermYrs), AnnGrowthRate));
 }
 
 double SumEGAnnM(double TermYrs, double AnnGrowthRate, double GrowRevsPerYrOpt) {
     Routine here{"SumEGAnnM"};
-    here.arguments(QX_NAMED(TermYrs, AnnGrowthRate, GrowRevsPerYrOpt));
+    here.inputs(TermYrs, AnnGrowthRate, GrowRevsPerYrOpt);
     check_steps(here, GrowRevsPerYrOpt);
     if (iszero(GrowRevsPerYrOpt)) check_continuous(here, AnnGrowthRate);
     if (iszero(AnnGrowthRate)) return here.returning(TermYrs);
@@ -199,7 +199,7 @@ double SumEGAnnM(double TermYrs, double AnnGrowthRate, double GrowRevsPerYrOpt) 
 
 double SumEGAnnCont(double TermYrs, double AnnGrowthRate) {
     Routine here{"SumEGAnnCont"};
-    here.arguments(QX_NAMED(TermYrs, AnnGrowthRate));
+    here.inputs(TermYrs, AnnGrowthRate);
     check_continuous(here, AnnGrowthRate);
     if (TermYrs <= 0.0) return here.returning(0.0);
     if (iszero(AnnGrowthRate)) return here.returning(TermYrs);
@@ -208,20 +208,20 @@ double SumEGAnnCont(double TermYrs, double AnnGrowthRate) {
 
 double SumLGAnn(double TermYrs, double AnnGrowthRate) {
     Routine here{"SumLGAnn"};
-    here.arguments(QX_NAMED(TermYrs, AnnGrowthRate));
+    here.inputs(TermYrs, AnnGrowthRate);
     return here.returning((TermYrs - 1.0) * AnnGrowthRate / 2.0 * TermYrs + TermYrs);
 }
 
 double SumLGAnnM(double TermYrs, double AnnGrowthRate, double GrowRevsPerYrOpt) {
     Routine here{"SumLGAnnM"};
-    here.arguments(QX_NAMED(TermYrs, AnnGrowthRate, GrowRevsPerYrOpt));
+    here.inputs(TermYrs, AnnGrowthRate, GrowRevsPerYrOpt);
     check_steps(here, GrowRevsPerYrOpt);
     return here.returning((TermYrs - reciprocal(GrowRevsPerYrOpt)) * AnnGrowthRate / 2.0 * TermYrs + TermYrs);
 }
 
 double SumLGAnnCont(double TermYrs, double AnnGrowthRate) {
     Routine here{"SumLGAnnCont"};
-    here.arguments(QX_NAMED(TermYrs, AnnGrowthRate));
+    here.inputs(TermYrs, AnnGrowthRate);
     return here.returning(TermYrs * AnnGrowthRate / 2.0 * TermYrs + TermYrs);
 }
 

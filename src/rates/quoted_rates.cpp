@@ -69,7 +69,7 @@ double solved(const Routine& here, clsSolveBase& problem) {
 
 double QuotedToAPR(double LoanAmount, double Fees, double TermYrs, double QuotedRate, double PmtsPerYear) {
     Routine here{"QuotedToAPR"};
-    here.arguments(QX_NAMED(LoanAmount, Fees, TermYrs, QuotedRate, PmtsPerYear));
+    here.inputs(LoanAmount, Fees, TermYrs, QuotedRate, PmtsPerYear);
     check_term(here, TermYrs);
     check_rate(here, QuotedRate, "QuotedRate");
     const FeeLoan loan{LoanAmount, Fees, TermYrs, check_arrears(here, PmtsPerYear)};
@@ -79,7 +79,7 @@ double QuotedToAPR(double LoanAmount, double Fees, double TermYrs, double Quoted
 
 double APRToQuoted(double LoanAmount, double Fees, double USAPR, double TermYrs, double PmtsPerYear) {
     Routine here{"APRToQuoted"};
-    here.arguments(QX_NAMED(LoanAmount, Fees, USAPR, TermYrs, PmtsPerYear));
+    here.inputs(LoanAmount, Fees, USAPR, TermYrs, PmtsPerYear);
     check_rate(here, USAPR, "USAPR");
     check_term(here, TermYrs);
     const FeeLoan loan{LoanAmount, Fees, TermYrs, check_arrears(here, PmtsPerYear)};

@@ -18,20 +18,20 @@ void check_discount(const Routine& here, double InterestSimple, double p) {
 
 double AERToCont(double InterestAER) {
     Routine here{"AERToCont"};
-    here.arguments(QX_NAMED(InterestAER));
+    here.inputs(InterestAER);
     check_rate(here, InterestAER, "InterestAER");
     return here.returning(std::log1p(InterestAER));
 }
 
 double ContToAER(double InterestCont) {
     Routine here{"ContToAER"};
-    here.arguments(QX_NAMED(InterestCont));
+    here.inputs(InterestCont);
     return here.returning(std::expm1(InterestCont));
 }
 
 double AERToSimple(double InterestAER, double PmtsPerYear) {
     Routine here{"AERToSimple"};
-    here.arguments(QX_NAMED(InterestAER, PmtsPerYear));
+    here.inputs(InterestAER, PmtsPerYear);
     check_rate(here, InterestAER, "InterestAER");
     const double p = check_frequency(here, PmtsPerYear);
     return here.returning(-compound_less_one(InterestAER, -1.0 / p) * p);
@@ -39,7 +39,7 @@ double AERToSimple(double InterestAER, double PmtsPerYear) {
 
 double SimpleToAER(double InterestSimple, double PmtsPerYear) {
     Routine here{"SimpleToAER"};
-    here.arguments(QX_NAMED(InterestSimple, PmtsPerYear));
+    here.inputs(InterestSimple, PmtsPerYear);
     check_rate(here, InterestSimple, "InterestSimple");
     const double p = check_frequency(here, PmtsPerYear);
     return here.returning(compound_less_one(-InterestSimple / p, -p));
@@ -47,7 +47,7 @@ double SimpleToAER(double InterestSimple, double PmtsPerYear) {
 
 double ContToSimple(double InterestCont, double PmtsPerYear) {
     Routine here{"ContToSimple"};
-    here.arguments(QX_NAMED(InterestCont, PmtsPerYear));
+    here.inputs(InterestCont, PmtsPerYear);
     const double p = check_frequency(here, PmtsPerYear);
     if (iszero(InterestCont)) return here.returning(0.0);
     return here.returning(-std::expm1(-InterestCont / p) * p);
@@ -55,7 +55,7 @@ double ContToSimple(double InterestCont, double PmtsPerYear) {
 
 double SimpleToCont(double InterestSimple, double PmtsPerYear) {
     Routine here{"SimpleToCont"};
-    here.arguments(QX_NAMED(InterestSimple, PmtsPerYear));
+    here.inputs(InterestSimple, PmtsPerYear);
     check_rate(here, InterestSimple, "InterestSimple");
     const double p = check_frequency(here, PmtsPerYear);
     check_discount(here, InterestSimple, p);
@@ -64,7 +64,7 @@ double SimpleToCont(double InterestSimple, double PmtsPerYear) {
 
 double SimpleToSimple(double InterestSimple, double PmtsPerYrSrce, double PmtsPerYrTarg) {
     Routine here{"SimpleToSimple"};
-    here.arguments(QX_NAMED(InterestSimple, PmtsPerYrSrce, PmtsPerYrTarg));
+    here.inputs(InterestSimple, PmtsPerYrSrce, PmtsPerYrTarg);
     check_rate(here, InterestSimple, "InterestSimple");
     const double source = check_frequency(here, PmtsPerYrSrce, "PmtsPerYrSrce");
     const double target = check_frequency(here, PmtsPerYrTarg, "PmtsPerYrTarg");
@@ -73,7 +73,7 @@ double SimpleToSimple(double InterestSimple, double PmtsPerYrSrce, double PmtsPe
 
 double TermRate(double InterestAER, double TermYrs) {
     Routine here{"TermRate"};
-    here.arguments(QX_NAMED(InterestAER, TermYrs));
+    here.inputs(InterestAER, TermYrs);
     check_rate(here, InterestAER, "InterestAER");
     return here.returning(compound_less_one(InterestAER, TermYrs));
 }
@@ -81,7 +81,7 @@ double TermRate(double InterestAER, double TermYrs) {
 double AERToDF(double InterestAER, const date& FromDate, const date& ToDate, double DayCount,
                const AnnualSequence& Periods) {
     Routine here{"AERToDF"};
-    here.arguments(QX_NAMED(InterestAER, FromDate, ToDate, DayCount, Periods));
+    here.inputs(InterestAER, FromDate, ToDate, DayCount, Periods);
     check_rate(here, InterestAER, "InterestAER");
     check_daycount(here, DayCount);
     const double y = years_between(FromDate, ToDate, DayCount, Periods);
@@ -91,7 +91,7 @@ double AERToDF(double InterestAER, const date& FromDate, const date& ToDate, dou
 double ContToDF(double InterestCont, const date& FromDate, const date& ToDate, double DayCount,
                 const AnnualSequence& Periods) {
     Routine here{"ContToDF"};
-    here.arguments(QX_NAMED(InterestCont, FromDate, ToDate, DayCount, Periods));
+    here.inputs(InterestCont, FromDate, ToDate, DayCount, Periods);
     check_daycount(here, DayCount);
     return here.returning(std::exp(-InterestCont * years_between(FromDate, ToDate, DayCount, Periods)));
 }
@@ -99,7 +99,7 @@ double ContToDF(double InterestCont, const date& FromDate, const date& ToDate, d
 double SimpleToDF(double InterestSimple, double PmtsPerYear, const date& FromDate, const date& ToDate, double DayCount,
                   const AnnualSequence& Periods) {
     Routine here{"SimpleToDF"};
-    here.arguments(QX_NAMED(InterestSimple, PmtsPerYear, FromDate, ToDate, DayCount, Periods));
+    here.inputs(InterestSimple, PmtsPerYear, FromDate, ToDate, DayCount, Periods);
     check_rate(here, InterestSimple, "InterestSimple");
     const double p = check_frequency(here, PmtsPerYear);
     check_daycount(here, DayCount);
@@ -111,7 +111,7 @@ double SimpleToDF(double InterestSimple, double PmtsPerYear, const date& FromDat
 double DFToAER(double DiscountFactor, const date& FromDate, const date& ToDate, double DayCount,
                const AnnualSequence& Periods) {
     Routine here{"DFToAER"};
-    here.arguments(QX_NAMED(DiscountFactor, FromDate, ToDate, DayCount, Periods));
+    here.inputs(DiscountFactor, FromDate, ToDate, DayCount, Periods);
     check_daycount(here, DayCount);
     const double y = years_between(FromDate, ToDate, DayCount, Periods);
     return here.returning(compound_less_one(reciprocal(DiscountFactor) - 1.0, reciprocal(y)));
@@ -120,7 +120,7 @@ double DFToAER(double DiscountFactor, const date& FromDate, const date& ToDate, 
 double DFToCont(double DiscountFactor, const date& FromDate, const date& ToDate, double DayCount,
                 const AnnualSequence& Periods) {
     Routine here{"DFToCont"};
-    here.arguments(QX_NAMED(DiscountFactor, FromDate, ToDate, DayCount, Periods));
+    here.inputs(DiscountFactor, FromDate, ToDate, DayCount, Periods);
     if (DiscountFactor <= 0.0) here.fail<errlibmin>("DiscountFactor", "A discount factor must be positive");
     check_daycount(here, DayCount);
     const double y = years_between(FromDate, ToDate, DayCount, Periods);
@@ -130,7 +130,7 @@ double DFToCont(double DiscountFactor, const date& FromDate, const date& ToDate,
 double DFToSimple(double DiscountFactor, double PmtsPerYear, const date& FromDate, const date& ToDate, double DayCount,
                   const AnnualSequence& Periods) {
     Routine here{"DFToSimple"};
-    here.arguments(QX_NAMED(DiscountFactor, PmtsPerYear, FromDate, ToDate, DayCount, Periods));
+    here.inputs(DiscountFactor, PmtsPerYear, FromDate, ToDate, DayCount, Periods);
     const double p = check_frequency(here, PmtsPerYear);
     check_daycount(here, DayCount);
     const double y = years_between(FromDate, ToDate, DayCount, Periods);
@@ -141,28 +141,28 @@ double DFToSimple(double DiscountFactor, double PmtsPerYear, const date& FromDat
 
 double APRToCont(double InterestAPR) {
     Routine here{"APRToCont"};
-    here.arguments(QX_NAMED(InterestAPR));
+    here.inputs(InterestAPR);
     here.info(superseded_apr);
     return here.returning(AERToCont(InterestAPR));
 }
 
 double ContToAPR(double InterestCont) {
     Routine here{"ContToAPR"};
-    here.arguments(QX_NAMED(InterestCont));
+    here.inputs(InterestCont);
     here.info(superseded_apr);
     return here.returning(ContToAER(InterestCont));
 }
 
 double APRToSimple(double InterestAPR, double PmtsPerYear) {
     Routine here{"APRToSimple"};
-    here.arguments(QX_NAMED(InterestAPR, PmtsPerYear));
+    here.inputs(InterestAPR, PmtsPerYear);
     here.info(superseded_apr);
     return here.returning(AERToSimple(InterestAPR, PmtsPerYear));
 }
 
 double SimpleToAPR(double InterestSimple, double PmtsPerYear) {
     Routine here{"SimpleToAPR"};
-    here.arguments(QX_NAMED(InterestSimple, PmtsPerYear));
+    here.inputs(InterestSimple, PmtsPerYear);
     here.info(superseded_apr);
     return here.returning(SimpleToAER(InterestSimple, PmtsPerYear));
 }
@@ -170,7 +170,7 @@ double SimpleToAPR(double InterestSimple, double PmtsPerYear) {
 double APRToDF(double InterestAPR, const date& FromDate, const date& ToDate, double DayCount,
                const AnnualSequence& Periods) {
     Routine here{"APRToDF"};
-    here.arguments(QX_NAMED(InterestAPR, FromDate, ToDate, DayCount, Periods));
+    here.inputs(InterestAPR, FromDate, ToDate, DayCount, Periods);
     here.info(superseded_apr);
     return here.returning(AERToDF(InterestAPR, FromDate, ToDate, DayCount, Periods));
 }
@@ -178,7 +178,7 @@ double APRToDF(double InterestAPR, const date& FromDate, const date& ToDate, dou
 double DFToAPR(double DiscountFactor, const date& FromDate, const date& ToDate, double DayCount,
                const AnnualSequence& Periods) {
     Routine here{"DFToAPR"};
-    here.arguments(QX_NAMED(DiscountFactor, FromDate, ToDate, DayCount, Periods));
+    here.inputs(DiscountFactor, FromDate, ToDate, DayCount, Periods);
     here.info(superseded_apr);
     return here.returning(DFToAER(DiscountFactor, FromDate, ToDate, DayCount, Periods));
 }

@@ -1,5 +1,6 @@
 // Lists on their way to the cells of an array formula: shape, filling, limits.
 #include "addin/declare.h"
+#include "core/logs.h"
 #include "stub_host.h"
 
 #include <gtest/gtest.h>
@@ -94,6 +95,7 @@ TEST_F(Results, TextsAreCutAt254Characters) {
 
 TEST_F(Results, WatchOfLargeNumbers) {
     const Function function = test_function("Product", core<product>, {{"A", "A factor"}, {"B", "A factor"}});
+    large_number_watch().close();
     std::remove("qx_flout.txt");
     EXPECT_EQ(shown(call(function, {number_cell(1e5), number_cell(1e5)})), "10000000000");
     EXPECT_FALSE(std::ifstream("qx_flout.txt").good());

@@ -124,6 +124,46 @@ TEST(QuexelCalc, TracesACellAndMonitorsTheCalls) {
     EXPECT_EQ(quexel("calc model.csv --trace A1:B2").status, 1);
 }
 
+/// The program where no file may grow past 1 kB, which it meets like a full disk. Its output ends with its status.
+Outcome quexel_on_a_full_disk(const std::string& arguments) {
+    const std::string command = "(trap '' XFSZ; ulimit -f 1; " QX_PROGRAM " " + arguments;
+    std::system((command + " 2>err; echo status $?) | cat >out").c_str());
+    return {content("out"), content("err"), 0};
+}
+
+TEST(Quexel, AFullDiskIsReported) {
+    std::string model;
+    for (int row = 0; row < 100; ++row) model += "\"=IF(DYear(38000)>0,\"\"\"\",\"\"\"\")\"\n";
+    write("model.csv", model);
+    const Outcome monitored = quexel_on_a_full_disk("calc model.csv --monitor");
+    EXPECT_EQ(monitored.err, "qx_CalcMon.qxl: not complete: the disk is full or failed\n");
+    EXPECT_NE(monitored.out.find("status 1\n"), std::string::npos) << monitored.out;
+    const Outcome explained =
+        quexel_on_a_full_disk("trace 'FInterest(2005,12,2005,0.12,2010,{2005;2005.5},{1000;500})'");
+    EXPECT_EQ(explained.err, "qx_Trace.qxl: not complete: the disk is full or failed\n");
+    EXPECT_NE(explained.out.find("status 1\n"), std::string::npos);
+    EXPECT_NE(explained.out.find("FInterest"), std::string::npos) << "the tree is whole";
+}
+
+TEST(QuexelTrace, ItsTextFileIsNoMatterOfTheTree) {
+    EXPECT_EQ(quexel("trace 'MonthEnd(38000)' --html page.html").status, 0);
+    EXPECT_NE(content("page.html").find("\"copied\":true"), std::string::npos);
+    const std::string tree = quexel("trace 'MonthEnd(38000)'").out;
+    std::filesystem::remove("qx_Trace.qxl");
+    write("precious.txt", "precious");
+    std::filesystem::create_symlink("precious.txt", "qx_Trace.qxl");
+    const Outcome linked = quexel("trace 'MonthEnd(38000)' --html page.html");
+    EXPECT_EQ(linked.err, "qx_Trace.qxl: cannot be written\n");
+    EXPECT_EQ(linked.status, 0);
+    EXPECT_EQ(content("precious.txt"), "precious");
+    EXPECT_NE(content("page.html").find("\"copied\":false"), std::string::npos);
+    const std::string warned = quexel("trace 'MonthEnd(38000)'").out;
+    EXPECT_EQ(warned.substr(0, warned.find(' ')), tree.substr(0, tree.find(' ')));
+    EXPECT_NE(warned.find("\n  Warning "), std::string::npos) << "inside the call, whose place it does not take";
+    EXPECT_NE(warned.find("\n  Inputs "), std::string::npos);
+    std::filesystem::remove("qx_Trace.qxl");
+}
+
 TEST(QuexelCalc, TheExamplesAreInOrder) {
     int models = 0;
     for (const auto& entry : std::filesystem::directory_iterator(QX_SOURCE_DIR "/examples")) {
@@ -160,6 +200,8 @@ TEST(QuexelFunctions, TellsWhatIsDeclared) {
     EXPECT_EQ((*found)["arguments"][1]["optional"], false);
     EXPECT_NE(quexel("functions --category 'date and time calculations'").out.find("MonthEnd"), std::string::npos);
     EXPECT_EQ(quexel("functions --category nosuch").status, 1);
+    EXPECT_NE(quexel("functions --builtins").out.find("  XLOOKUP "), std::string::npos);
+    EXPECT_EQ(quexel("help xirr").out.find("XIRR(values, dates, [guess])\n"), 0u);
     EXPECT_EQ(quexel("help MONTHEND").out.find("MonthEnd(TheDate)\n"), 0u);
     const Outcome wrong = quexel("help MonthEnds");
     EXPECT_EQ(wrong.status, 1);

@@ -3,10 +3,18 @@
 #include "support/traced.h"
 
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <thread>
+
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 namespace qx::test {
 namespace {
@@ -25,7 +33,7 @@ TEST(LogFile, WritesAfterItsNamingLineAndOpensAnew) {
     EXPECT_EQ(log.name(), "qx_Logs.qxl");
     log.write("a,");
     log.writeline("b");
-    std::string text = content("qx_Logs.qxl"); // each write is flushed
+    std::string text = content("qx_Logs.qxl"); // a line is flushed
     EXPECT_EQ(text.rfind("Quexel Log File qx_Logs.qxl ", 0), 0u) << text;
     EXPECT_EQ(text.substr(text.find('\n') + 1), "a,b\n");
     log.open("Logs");
@@ -41,6 +49,78 @@ TEST(LogFile, PathStandsBeforeTheName) {
     log.open("Deep", "logs/");
     EXPECT_EQ(log.name(), "logs/qx_Deep.qxl");
     EXPECT_TRUE(std::filesystem::exists("logs/qx_Deep.qxl"));
+}
+
+TEST(LogFile, ReachesTheDiskInBlocksAndWithinATenthOfASecondOfWork) {
+    LogFile log;
+    log.open("Blocks");
+    const std::size_t begun = content("qx_Blocks.qxl").size();
+    log.write("waits\n");
+    wait_msecs(110);
+    log.write("goes\n");
+    EXPECT_EQ(content("qx_Blocks.qxl").size(), begun + 11);
+    log.write("the last\n");
+    log.close();
+    EXPECT_EQ(content("qx_Blocks.qxl").size(), begun + 20);
+    EXPECT_TRUE(log.complete());
+}
+
+#ifndef _WIN32
+TEST(LogFile, GoesNeitherThroughALinkNorIntoAPipe) {
+    std::filesystem::remove("qx_Plain.qxl");
+    std::ofstream("precious.txt") << "precious";
+    std::filesystem::create_symlink("precious.txt", "qx_Plain.qxl");
+    LogFile log;
+    log.open("Plain");
+    log.writeline("through the link");
+    EXPECT_FALSE(log.isopen());
+    EXPECT_FALSE(log.complete());
+    EXPECT_EQ(content("precious.txt"), "precious");
+    std::filesystem::remove("qx_Plain.qxl");
+    ASSERT_EQ(mkfifo("qx_Plain.qxl", 0600), 0);
+    log.open("Plain"); // would wait for a reader
+    EXPECT_FALSE(log.isopen());
+    const int reader = ::open("qx_Plain.qxl", O_RDONLY | O_NONBLOCK);
+    log.open("Plain"); // would wait once the pipe is full
+    EXPECT_FALSE(log.isopen());
+    ::close(reader);
+    std::filesystem::remove("qx_Plain.qxl");
+    log.open("Plain");
+    EXPECT_TRUE(log.isopen());
+}
+
+TEST(LogFile, SaysWhenTheDiskIsFull) {
+    rlimit former{};
+    getrlimit(RLIMIT_FSIZE, &former);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{4096, former.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    LogFile log;
+    log.open("Full");
+    for (int i = 0; i < 1000; ++i) log.write("a line of a log\n");
+    log.close();
+    setrlimit(RLIMIT_FSIZE, &former);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(log.complete());
+}
+#endif
+
+TEST(LargeNumberWatch, WritesAtOnceThenOnceASecondAndAtTheEnd) {
+    LargeNumberWatch watch;
+    watch.saw("First");
+    EXPECT_EQ(content("qx_flout.txt"), " Large Number Found: First\n");
+    watch.saw("Second");
+    EXPECT_EQ(content("qx_flout.txt"), " Large Number Found: First\n");
+    wait_msecs(1010);
+    watch.saw("Third");
+    EXPECT_EQ(content("qx_flout.txt"), " Large Number Found: Third\n");
+    std::filesystem::remove("qx_flout.txt");
+    watch.saw("Third");
+    EXPECT_FALSE(std::filesystem::exists("qx_flout.txt")) << "the line would not change";
+    watch.saw("Fourth");
+    watch.close();
+    EXPECT_EQ(content("qx_flout.txt"), " Large Number Found: Fourth\n");
+    std::filesystem::remove("qx_flout.txt");
 }
 
 using TracedLog = Traced;

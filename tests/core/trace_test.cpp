@@ -111,6 +111,7 @@ TEST_F(Trace, ItemsHaveTheirTextKindAndLevel) {
         EXPECT_EQ(t.kind(i), item.kind);
     }
     EXPECT_EQ(t.count(), i);
+    t.TraceShow();
     const std::vector<std::string> lines = file_lines();
     ASSERT_EQ(lines.size(), std::size(items));
     for (std::size_t line = 0; line < lines.size(); ++line) EXPECT_EQ(lines[line], items[line].text + "\r");
@@ -211,6 +212,7 @@ TEST_F(Trace, StartingTwiceEmptiesStoreAndFile) {
     EXPECT_FALSE(trace().atfunctionstart);
     EXPECT_FALSE(trace().stackflag);
     trace().info("second");
+    trace().TraceShow();
     EXPECT_EQ(file_lines(), std::vector<std::string>{"Info\t\tsecond\r"});
 }
 
@@ -258,9 +260,14 @@ TEST_F(Trace, GoesOnInMemoryWhenItsFileCannotBeOpened) {
     std::filesystem::remove("qx_Trace.qxl");
     std::filesystem::create_directory("qx_Trace.qxl"); // a folder in the file's place
     trace().TraceStart();
+    trace().external_call("F");
     trace().info("kept");
-    EXPECT_EQ(trace_lines(), (std::vector<std::string>{"0 Warning\t\tFailed to open log file:qx_Trace.qxl(fail error)",
-                                                       "0 Info\t\tkept"}));
+    const std::vector<std::string> lines = trace_lines();
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0].substr(0, 4), "1 F\t") << "the first item stays the root of the tree";
+    EXPECT_EQ(lines[1], "1 Warning\t\tFailed to open log file:qx_Trace.qxl(fail error)");
+    EXPECT_EQ(lines[2], "1 Info\t\tkept");
+    EXPECT_FALSE(trace().file_complete());
     trace().TraceShow();
     std::filesystem::remove("qx_Trace.qxl");
 }
@@ -283,6 +290,7 @@ TEST_F(Trace, TheStoreHoldsAMillionItemsAndTheFileGoesOn) {
     trace().return_value(1.0, "F", 1);
     trace().returning("F", 1);
     EXPECT_EQ(trace().count(), limit + 1) << "returns are not added any more";
+    trace().TraceShow();
     const std::vector<std::string> lines = file_lines();
     EXPECT_EQ(lines.size(), static_cast<std::size_t>(limit));
     EXPECT_EQ(lines.back(), "Info\t\tin the file only\r");

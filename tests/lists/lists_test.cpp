@@ -26,7 +26,7 @@ TEST(RoundList, KeepsItsTotalAndMovesNoItemByAStep) {
             values.dimension(n);
             for (double& value : values) value = amount(random);
             const double total = std::accumulate(values.begin(), values.end(), 0.0);
-            const Range<double>& rounded = RoundList(values, multiple, true);
+            const auto rounded = RoundList(values, multiple, true);
             const double rounded_total = std::accumulate(rounded.begin(), rounded.end(), 0.0);
             EXPECT_NEAR(rounded_total, std::round(total / multiple) * multiple, 1e-9) << n << " items to " << multiple;
             for (int i = 1; i <= n; ++i) {
@@ -40,7 +40,7 @@ TEST(Disperse, AddsUpAndIsEven) {
     for (const int total : {-100, -7, 0, 1, 5, 11, 12, 13, 1000, 2147483647})
         for (int start = 1; start <= 4; ++start)
             for (int finish = start; finish <= start + 12; ++finish) {
-                const Range<int>& amounts = Disperse(total, start, finish);
+                const auto amounts = Disperse(total, start, finish);
                 EXPECT_EQ(std::accumulate(amounts.begin(), amounts.end(), 0LL), total);
                 const auto [least, most] = std::minmax_element(amounts.begin() + (start - 1), amounts.end());
                 EXPECT_LE(*most - *least, 1) << total << " over " << start << " to " << finish;

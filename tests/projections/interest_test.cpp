@@ -75,7 +75,8 @@ TEST(Levels, BecomeOneNumberBySwitch) {
     const date finish(2006.5);
     const AnnualSequence quarters(4);
     const auto level = [&](double start, double end, int choice) {
-        return FALevels(timeperiod(date(start), date(end)), finish, from, levels, choice, 5.0, quarters);
+        return ALevels(timeperiod(date(start), date(end)), FromSteps{finish, from}, View<double>(levels), choice,
+                       {5.0, quarters});
     };
     EXPECT_NEAR(level(2005, 2006, level_average), 20.0, 1e-12);
     EXPECT_NEAR(level(2005.25, 2005.75, level_of_ends), 20.0, 1e-12);
@@ -91,8 +92,8 @@ TEST(Levels, BecomeOneNumberBySwitch) {
     EXPECT_NEAR(level(2004.5, 2005.5, level_average), 5.0, 1e-12) << "0 before the first counts";
     EXPECT_NEAR(level(2006, 2007, level_average), 15.0, 1e-12) << "so does 0 after the finish";
     EXPECT_EQ(level(2007, 2008, level_average), 0.0);
-    EXPECT_EQ(FLevels(date(2005.5), finish, from, levels), 30.0);
-    EXPECT_EQ(FLevels(finish, finish, from, levels), 0.0);
+    EXPECT_EQ(Levels(date(2005.5), FromSteps{finish, from}, levels), 30.0);
+    EXPECT_EQ(Levels(finish, FromSteps{finish, from}, levels), 0.0);
 }
 
 } // namespace

@@ -76,10 +76,14 @@ TEST(FormulaSyntax, NamesAndReferencesAreToldApart) {
     for (const char* const text : {"A1", "1x", "", "a b", "TRUE", "Rent!"}) EXPECT_FALSE(is_name(text)) << text;
 }
 
-// A built-in function must not hide one of the library.
+// One name means one function, but for UNIQUE, which is the library's unless a file prefixes it.
 TEST(Builtins, BearNoNameOfTheLibrary) {
     for (const BuiltinGroup& group : builtin_groups())
-        for (const Builtin& builtin : group.functions) EXPECT_EQ(find_function(builtin.name), nullptr) << builtin.name;
+        for (const Builtin& builtin : group.functions) {
+            EXPECT_EQ(find_function(builtin.name) != nullptr, std::string_view(builtin.name) == "UNIQUE")
+                << builtin.name;
+            EXPECT_EQ(find_builtin(builtin.name), &builtin) << "named twice";
+        }
 }
 
 // Any bytes: a value or a fault with its place, never a crash. Pieces of real formulas make deep ones likely.
@@ -176,6 +180,24 @@ TEST(FormulaSyntax, AnyTextIsReadOrRefused) {
         }
     }
     EXPECT_GT(values, 300);
+}
+
+TEST(MovedFormula, ShiftsRelativeReferencesOnly) {
+    EXPECT_EQ(moved_formula("A1+$B$1*C$2&\"A1\"", 1, 1), "B2+$B$1*D$2&\"A1\"");
+    EXPECT_EQ(moved_formula("SUM(A1:B2,'A1 sheet'!A1,LOG10(A1),Rate1x,2:3,C:D)", 2, 1),
+              "SUM(B3:C4,'A1 sheet'!B3,LOG10(B3),Rate1x,4:5,D:E)");
+    EXPECT_EQ(moved_formula("A1+B2", -1, 0), "#REF!+B1");
+    EXPECT_EQ(moved_formula("1E5+A1E", 1, 1), "1E5+A1E");
+}
+
+TEST(R1C1, ReadsAbsoluteAndRelativeParts) {
+    const CellAddress cell{4, 2, 0};
+    const auto read = [&](std::string_view text) {
+        Area area;
+        return read_r1c1_area(text, cell, 0, area) ? address_text(area) : std::string("none");
+    };
+    EXPECT_EQ(read("R7C2") + " " + read("R[-1]C[1]") + " " + read("rc") + " " + read("R1C1:R[2]C"), "B7 D4 C5 A1:C7");
+    EXPECT_EQ(read("R[-9]C1") + " " + read("R0C1") + " " + read("R1C1x") + " " + read("Rate"), "none none none none");
 }
 
 } // namespace

@@ -154,6 +154,135 @@ TEST_F(WorkbookTest, VolatileCellsAndTheirReadersAreCalculatedAnew) {
     EXPECT_NE(get("B1"), again);
 }
 
+TEST_F(WorkbookTest, AnArraySpillsAndMakesRoom) {
+    set("A1", "3");
+    set("B1", "=SEQUENCE(A1,2)");
+    set("E1", "=SUM(B1#)");
+    set("E2", "=B3+C3"); // reads cells that are empty when it is entered
+    set("E3", "=B1:B2*10");
+    book.recalculate();
+    EXPECT_EQ(get("C3") + " " + get("E1") + " " + get("E2") + " " + get("E4"), "6 21 11 30");
+    EXPECT_EQ(address_text(book.filled_by(at("C2"))), "B1:C3");
+    set("A1", "2"); // it shrinks
+    book.recalculate();
+    EXPECT_EQ(get("C3") + " " + get("E1") + " " + get("E2"), "empty 10 0");
+    set("C2", "7"); // in the way
+    book.recalculate();
+    EXPECT_EQ(get("B1") + " " + get("B2") + " " + get("C2") + " " + get("E1"), "#SPILL! empty 7 #SPILL!");
+    book.set_value(at("C2"), Value());
+    book.recalculate();
+    EXPECT_EQ(get("B2") + " " + get("C2") + " " + get("E1"), "3 4 10");
+    set("B1", "=5"); // nothing is left of the array
+    book.recalculate();
+    EXPECT_EQ(get("B1") + " " + get("C2") + " " + get("E2"), "5 empty 0");
+    EXPECT_EQ(get("E1"), "5");
+    // Two arrays where only one has room; and one that would push itself away ends as well.
+    set("H1", "=SEQUENCE(3)");
+    set("G2", "=SEQUENCE(1,3)");
+    set("K1", "=SEQUENCE(COUNT(K2:K9)+1)");
+    book.recalculate();
+    EXPECT_TRUE((get("H1") == "#SPILL!") != (get("G2") == "#SPILL!")) << get("H1") << get("G2");
+}
+
+TEST_F(WorkbookTest, AFormulaForOneCellTakesTheCellBeside) {
+    for (std::uint32_t row = 0; row < 3; ++row) book.set_value({row, 0, 0}, Value::number(row + 1));
+    book.set_formula(at("B2"), "=A1:A3*10", Fill::intersect);
+    book.set_formula(at("C3"), "=A1:A3", Fill::intersect);
+    book.set_formula(at("D1"), "=SUMPRODUCT((A1:A3>1)*A1:A3)", Fill::intersect);
+    book.set_formula(at("E1"), "={7,8}", Fill::intersect);
+    book.set_formula(at("F9"), "=A1:A3+1", Fill::intersect);
+    book.recalculate();
+    EXPECT_EQ(get("B2") + get("C3") + get("D1") + get("E1") + get("F1") + get("F9"), "20357empty#VALUE!");
+}
+
+TEST_F(WorkbookTest, AnErrorHasAReasonAndAnOrigin) {
+    set("A1", "=1/0");
+    set("A2", "=A1+1");
+    set("B1", "=MonthEnd(-1)");
+    set("B2", "=SUM(B1:B1)*2");
+    set("C1", "=\"abc\"*2");
+    set("C2", "=MATCH(9,{1,2},0)");
+    set("D1", "#N/A");
+    set("D2", "=MonthEnd(D1)");
+    set("E1", "=nosuch(1)");
+    book.recalculate();
+    std::string list;
+    for (const CellError& error : book.errors())
+        list += address_text(error.cell) + " " + error_text(error.code) + " " + address_text(error.origin) + " " +
+                error.reason + "\n";
+    EXPECT_EQ(list, "A1 #DIV/0! A1 division by zero\n"
+                    "B1 #NUM! B1 Date less than minimum allowed value (TheDate)\n"
+                    "C1 #VALUE! C1 \"abc\" is not a number\n"
+                    "D1 #N/A D1 no value is available\n"
+                    "E1 #NAME? E1 unknown function \"nosuch\"\n"
+                    "A2 #DIV/0! A1 division by zero\n"
+                    "B2 #NUM! B1 Date less than minimum allowed value (TheDate)\n"
+                    "C2 #N/A C2 not found: 9\n"
+                    "D2 #N/A D1 no value is available\n");
+}
+
+TEST_F(WorkbookTest, NamesFormatsAndNeighboursAreKnown) {
+    const std::uint16_t second = book.add_sheet("Second");
+    book.define_name("Rent", "B1");
+    book.define_name("Rent", "B1", second);
+    set("B1", "5");
+    book.set_value({0, 1, second}, Value::number(7));
+    set("A1", "=Rent*2+SUM(B1:B9)");
+    book.set_formula({0, 0, second}, "=Rent*2");
+    book.recalculate();
+    EXPECT_EQ(get("A1") + " " + test::shown(book.value({0, 0, second})), "15 14");
+    Area area;
+    EXPECT_TRUE(book.find_name("RENT", second, area));
+    EXPECT_EQ(area.sheet, second);
+    EXPECT_EQ(book.names().size(), 2u);
+    EXPECT_EQ(book.precedents(at("A1")).size(), 2u);
+    ASSERT_EQ(book.dependents(at("B1")).size(), 1u);
+    EXPECT_EQ(address_text(book.dependents(at("B1"))[0]), "A1");
+    book.set_format(at("B1"), Format::percent);
+    book.set_value(at("B2"), Value::date(40000));
+    EXPECT_EQ(book.format(at("B1")), Format::percent);
+    EXPECT_EQ(book.format(at("B2")), Format::date);
+    book.set_format({999, 99, 0}, Format::date); // a format alone is no content
+    EXPECT_EQ(address_text(*book.used_area(0)), "A1:B2");
+}
+
+// A value looked up by an index is the one that a walk finds, also after changes.
+TEST_F(WorkbookTest, ManyLookupsInOneListFindWhatOneFinds) {
+    std::mt19937 random(3);
+    constexpr std::uint32_t rows = 200;
+    const auto fill = [&](std::uint32_t row) {
+        const auto draw = random() % 40;
+        book.set_value({row, 0, 0}, draw < 25   ? Value::number(draw % 12)
+                                    : draw < 35 ? Value::text(std::string(1, static_cast<char>('a' + draw % 8)))
+                                    : draw < 38 ? Value::text(std::to_string(draw % 4))
+                                                : Value());
+        book.set_value({row, 1, 0}, Value::number(row));
+        book.set_value({row, 2, 0}, Value::number(row / 3 * 2));
+    };
+    for (std::uint32_t row = 0; row < rows; ++row) fill(row);
+    const char* const formulas[] = {"MATCH(%,A1:A200,0)",
+                                    "COUNTIF(A1:A200,%)",
+                                    "SUMIF(A1:A200,%,B1:B200)",
+                                    "COUNTIF(A1:A200,\">\"&%)",
+                                    "MATCH(%*9,C1:C200)",
+                                    "VLOOKUP(%*9,C1:C200,1)",
+                                    "COUNTIFS(A1:A200,%,B1:B200,\"<100\")",
+                                    "XLOOKUP(%,A1:A200,B1:B200)"};
+    const char* const wanted[] = {"3", "\"C\"", "11", "\"zz\"", "0"};
+    for (int round = 0; round < 3; ++round) {
+        for (const std::string formula : formulas)
+            for (const std::string value : wanted) {
+                std::string text = formula;
+                text.replace(text.find('%'), 1, value);
+                const auto show = [&] { return test::shown(book.look_up(book.evaluate(book.read(text), {}))); };
+                fill(random() % rows); // drops the index: the first answers walk
+                const std::string first = show();
+                for (int i = 0; i < 600; ++i) ASSERT_EQ(show(), first) << text;
+            }
+        for (int i = 0; i < 20; ++i) fill(random() % rows);
+    }
+}
+
 // After any changes the workbook shows what a fresh one with the same contents shows.
 TEST(Workbook, ChangesLeadWhereAFreshCalculationLeads) {
     std::mt19937 random(7);

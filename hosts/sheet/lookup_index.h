@@ -1,0 +1,49 @@
+// A list of cells in order, for those who look up many values in it.
+#pragma once
+
+#include "hosts/sheet/value.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qx::sheet {
+
+class Workbook;
+
+class LookupIndex {
+  public:
+    /// Of a single row or column of calculated cells.
+    LookupIndex(Workbook& book, const Area& list);
+
+    /// Appends the places, from 0, of the numbers that equal one in a spreadsheet's sense; also of texts that read as
+    /// it.
+    void find(double x, bool texts_too, std::vector<std::uint32_t>& places) const;
+    /// Appends the places of the texts that equal one, capitals and small letters alike.
+    void find(std::string_view text, std::vector<std::uint32_t>& places) const;
+    /// How many numbers are below one, and how many are not above it.
+    std::size_t below(double x) const;
+    std::size_t up_to(double x) const;
+    std::size_t numbers() const { return numbers_.size(); }
+    /// True if all filled cells are numbers that do not descend.
+    bool ascends() const { return ascends_; }
+    /// The place of the number of a rank, from 0.
+    std::uint32_t place(std::size_t rank) const { return numbers_[rank].place; }
+
+  private:
+    struct Number {
+        double number;
+        std::uint32_t place;
+    };
+    struct Text {
+        std::string text; ///< in capitals
+        std::uint32_t place;
+    };
+    static void find(const std::vector<Number>& numbers, double x, std::vector<std::uint32_t>& places);
+
+    std::vector<Number> numbers_, numeric_texts_; ///< by value, then by place
+    std::vector<Text> texts_;
+    bool ascends_ = true;
+};
+
+} // namespace qx::sheet

@@ -1,0 +1,207 @@
+#include "calendar/reviews.h"
+#include "projections/constant_rate.h"
+#include "projections/growth.h"
+#include "rates/growing_annuities.h"
+
+#include <cmath>
+
+namespace qx {
+
+namespace {
+
+constexpr int once_a_year = 12;
+
+/// The amount of one unit a year from month 0 to month T that starts growing in month F: ConGrowQ's cumulative sum.
+double grown_months(double T, double g, double S, double F) {
+    if (iszero(g) || T <= F) return T / 12.0;
+    if (iszero(T)) return 0.0;
+    if (iszero(S)) return SumEGAnnCont(T / 12.0, g);
+    const double gstep = SafePow(1.0 + g, S / 12.0) - 1.0;
+    if (iszero(gstep)) return T / 12.0;
+    const double steps = (T - F) / S, n = std::trunc(steps);
+    const double gn = SafePow(1.0 + gstep, n);
+    return S / 12.0 * ((gn - 1.0) / gstep + gn * (steps - n)) + F / 12.0;
+}
+
+double con_grow_streams(Routine& here, const timeperiod& Time, const Streams& streams, const Growth& growth,
+                        int RevMonths, const Basis& basis) {
+    if (!runs_forward(here, Time)) return 0.0;
+    return streams.sum(here, [&](const Life& life, double AnnualRate) {
+        return con_grow(Time, life, AnnualRate, growth, RevMonths, basis);
+    });
+}
+
+} // namespace
+
+double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
+                   double InitialAnnRate, const Growth& growth, const date& GrowthBaseDate, int RevMonthsOpt,
+                   const Basis& basis, bool ComponentPart, int GrowthLag) {
+    Routine here{"ConGrowMktX", Routine::internal};
+    here.arguments("Time,Start,Finish,FirstRev,MktAnnRate,InitialAnnRate,GrowthDates,GrowthRates,GrowthBaseDate,"
+                   "RevMonthsOpt,DayCount,Periods,ProjMode,ComponentPart,GrowthLag",
+                   Time, life.Start, life.Finish, FirstRev, MktAnnRate, InitialAnnRate, growth.dates, growth.rates,
+                   GrowthBaseDate, RevMonthsOpt, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart,
+                   GrowthLag);
+    basis.check(here);
+    check_reviews(here, RevMonthsOpt);
+    if (GrowthLag != 0) {
+        WorkList<date> later;
+        for (const date& day : growth.dates) later->append(day.plusmonths(GrowthLag, true));
+        return here.returning(ConGrowMktX(Time, life, FirstRev, MktAnnRate, InitialAnnRate, {later, growth.rates},
+                                          GrowthBaseDate, RevMonthsOpt, basis, ComponentPart, 0));
+    }
+    timeperiod period = Time;
+    if (!screen_period(here, period, life, basis)) return here.returning(0.0);
+    if (RevMonthsOpt == 0)
+        here.info("Note: ReviewMonths was zero which implies continuous growth from the first time this function "
+                  "reviews.");
+    const date& FirstReview = first_review(here, FirstRev);
+    const auto at = [&](double rate, const date& from, const date& to, double day_count, bool stub) {
+        return ConX(period, {from, to}, rate, basis.under(day_count), stub);
+    };
+    if (period.to() < FirstReview)
+        return here.returning(at(InitialAnnRate, life.Start, life.Finish, basis.DayCount, ComponentPart));
+
+    const DayCountCodes codes = DayCountCodes::of(basis.DayCount);
+    const PeriodCount periods(basis, codes);
+    const bool stubbed = periods(FirstRev, life.Finish) >= 1;
+    const bool first_stub = life.Finish > FirstReview || ComponentPart;
+    const date& initial_to = std::min(FirstReview, life.Finish);
+    const double initial_count = stubbed ? codes.with_start() : basis.DayCount;
+    if (growth.none() || period.to() < growth.dates.first()) {
+        here.info("No growth has been specified");
+        const double initial = at(InitialAnnRate, life.Start, initial_to, initial_count, first_stub);
+        return here.returning(initial + at(MktAnnRate, FirstReview, life.Finish,
+                                           stubbed ? codes.with_end() : basis.DayCount, ComponentPart));
+    }
+    const date& flat_to = std::min(growth.dates.first(), life.Finish);
+    const double flat_count = !stubbed                                          ? basis.DayCount
+                              : periods(growth.dates.first(), life.Finish) >= 1 ? codes.core
+                                                                                : codes.with_end();
+    double amount = at(InitialAnnRate, life.Start, initial_to, initial_count, first_stub);
+    amount += at(MktAnnRate, initial_to, flat_to, flat_count, ComponentPart);
+
+    const TraceBlock sections = here.loop("Growth Sections", "Looping through each of the growth sections...");
+    const Measure measure{basis.DayCount, basis.Periods};
+    const int maxn = growth.dates.size();
+    double market = MktAnnRate;
+    const date* base = &GrowthBaseDate;
+    for (int n = 1; n <= maxn; ++n) {
+        const date& grows_from = growth.dates(n);
+        const TraceBlock pass = here.pass(n, "Growth from ", grows_from);
+        if (grows_from > period.to()) {
+            here.info("GrowthDate beyond timeperiod, no more to do...");
+            break;
+        }
+        // The market rate compounds from section to section: only the one before has a say.
+        const bool compounds = n > 1 && grows_from > GrowthBaseDate;
+        if (compounds)
+            market = GrowFromTo(*base, grows_from, market, {growth.dates.from(n - 1), growth.rates.from(n - 1)},
+                                growth_exponential, 0, measure);
+        base = &std::max(GrowthBaseDate, grows_from);
+
+        const date& next = n < maxn ? growth.dates(n + 1) : DateCrit;
+        const date& to = std::min(next, std::min(period.to(), life.Finish));
+        const date& from = std::max(std::max(life.Start, FirstReview), std::max(period.from(), grows_from));
+        if (to <= from) continue;
+        const date next_rev =
+            FirstReview >= grows_from ? FirstReview : next_review(grows_from, FirstReview, RevMonthsOpt, false).when;
+        date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt, false).when;
+        if (last_rev.iszero()) last_rev = next_rev;
+        const double passing =
+            compounds ? GrowFromTo(GrowthBaseDate, last_rev, MktAnnRate, growth, growth_exponential, 0, measure)
+                      : InitialAnnRate;
+        const bool goes_on = periods(to, life.Finish) >= 1;
+        const double day_count = !goes_on                       ? codes.with_end()
+                                 : periods(life.Start, to) >= 1 ? codes.core
+                                                                : codes.with_start();
+        amount += SumEGStepMktFT(period, market, passing, growth.rates(n), grows_from, *base, next_rev, from, to,
+                                 day_count, basis.Periods, RevMonthsOpt, goes_on);
+    }
+    return here.returning(amount);
+}
+
+double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
+                  double InitialAnnRate, const Growth& growth, int RevMonthsOpt, const Basis& basis) {
+    Routine here{"ConGrowMkt"};
+    here.inputs(Time, life, FirstRev, MktAnnRate, InitialAnnRate, growth, RevMonthsOpt, basis);
+    basis.check(here);
+    check_reviews(here, RevMonthsOpt);
+    growth.check(here);
+    return here.returning(ConGrowMktX(Time, life, FirstRev, MktAnnRate, InitialAnnRate, growth,
+                                      growth.first_or(life.Start), RevMonthsOpt, basis, false, 0));
+}
+
+double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, double InitialAnnRate,
+                   const date& GrowFrom, double GrowthRatePA, int RevMos, const Basis& basis) {
+    Routine here{"ConGrowMktQ"};
+    here.inputs(Time, life, MktAnnRate, InitialAnnRate, GrowFrom, GrowthRatePA, RevMos, basis);
+    basis.check(here);
+    check_reviews(here, RevMos, "RevMos");
+    timeperiod period = Time;
+    if (!screen_period(here, period, life, basis)) return here.returning(0.0);
+    return here.returning(SumEGStepMktFT(period, MktAnnRate, InitialAnnRate, GrowthRatePA, life.Start, GrowFrom,
+                                         life.Start, period.from(), period.to(), basis.DayCount, basis.Periods, RevMos,
+                                         false));
+}
+
+double con_grow(const timeperiod& Time, const Life& life, double AnnualRate, const Growth& growth, int RevMonthsOpt,
+                const Basis& basis) {
+    const date& from = growth.first_or(life.Start);
+    return ConGrowMktX(Time, life, from, AnnualRate, AnnualRate, growth, from, RevMonthsOpt, basis, false, 0);
+}
+
+double ConGrow(const timeperiod& Time, const Streams& streams, const Growth& growth, int RevMonthsOpt,
+               const Basis& basis) {
+    Routine here{"ConGrow"};
+    here.inputs(Time, streams, growth, RevMonthsOpt, basis);
+    basis.check(here);
+    check_reviews(here, RevMonthsOpt);
+    growth.check(here);
+    return here.returning(con_grow_streams(here, Time, streams, growth, RevMonthsOpt, basis));
+}
+
+double MultiConGrow(const timeperiod& Time, const Streams& streams, const Growth& growth, int RevMos,
+                    const Basis& basis) {
+    Routine here{"MultiConGrow"};
+    here.inputs(Time, streams, growth, RevMos, basis);
+    return here.returning(ConGrow(Time, streams, growth, RevMos, basis));
+}
+
+double AnnGrow(const timeperiod& Time, const Streams& streams, const Growth& growth, const Basis& basis) {
+    Routine here{"AnnGrow"};
+    here.inputs(Time, streams, growth, basis);
+    basis.check(here);
+    growth.check(here);
+    return here.returning(con_grow_streams(here, Time, streams, growth, once_a_year, basis));
+}
+
+double MultiAnnGrow(const timeperiod& Time, const Streams& streams, const Growth& growth, const Basis& basis) {
+    Routine here{"MultiAnnGrow"};
+    here.inputs(Time, streams, growth, basis);
+    return here.returning(AnnGrow(Time, streams, growth, basis));
+}
+
+double ConGrowQ(const timeperiod& Time, const Life& life, double AnnualRate, const date& GrowFrom, double GrowthRatePA,
+                int RevMos, const Basis& basis) {
+    Routine here{"ConGrowQ"};
+    here.inputs(Time, life, AnnualRate, GrowFrom, GrowthRatePA, RevMos, basis);
+    basis.check(here);
+    if (RevMos < 0) here.fail<errlibbadnum>("RevMos", "StepLengthMonths must be a positive number");
+    check_reviews(here, RevMos, "RevMos");
+    timeperiod period = Time;
+    if (!screen_period(here, period, life, basis)) return here.returning(0.0);
+    const auto months = [&](const date& from, const date& to) {
+        return diffmonths(from, to, basis.DayCount, basis.Periods);
+    };
+    const date& from = std::max(period.from(), life.Start);
+    const date& to = std::min(period.to(), life.Finish);
+    const double F = months(life.Start, GrowFrom);
+    const double t1 = months(life.Start, from), t2 = t1 + months(from, to);
+    if (t1 >= t2) return here.returning(0.0);
+    here.info("From ", t1, " to ", t2, " months, growing from ", F, " months");
+    return here.returning(AnnualRate *
+                          (grown_months(t2, GrowthRatePA, RevMos, F) - grown_months(t1, GrowthRatePA, RevMos, F)));
+}
+
+} // namespace qx

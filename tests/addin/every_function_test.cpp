@@ -1,0 +1,223 @@
+// What holds for every worksheet function, called as its own examples call it: time that grows with its lists and no
+// faster, and an answer at both ends of every integer argument.
+#include "addin/function.h"
+#include "core/range.h"
+#include "hosts/sheet/text.h"
+#include "hosts/sheet/workbook.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <ctime>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace qx::test {
+namespace {
+
+using sheet::Area;
+using sheet::CellAddress;
+using sheet::Type;
+using sheet::Value;
+
+/// A call as an example shows it: the texts of its arguments.
+struct Call {
+    const Function* function;
+    std::vector<std::string> arguments;
+
+    std::string formula() const {
+        std::string text = std::string(function->name) + "(";
+        for (const std::string& argument : arguments) text += (text.back() == '(' ? "" : ",") + argument;
+        return text + ")";
+    }
+};
+
+/// The call of a function in its first example that is nothing but a call; without arguments if none is.
+Call example_call(const Function& function) {
+    for (const char* const example : function.examples) {
+        if (example == nullptr) continue;
+        std::string_view text = example;
+        if (text.front() == '[') text.remove_prefix(text.find(' ') + 1);
+        const std::string opening = std::string(function.name) + "(";
+        if (!text.starts_with(opening)) continue;
+        Call call{&function, {""}};
+        int depth = 1;
+        bool quoted = false;
+        std::size_t at = opening.size();
+        for (; at < text.size() && depth > 0; ++at) {
+            const char c = text[at];
+            if (c == '"') quoted = !quoted;
+            if (!quoted && (c == '(' || c == '{')) ++depth;
+            if (!quoted && (c == ')' || c == '}')) --depth;
+            if (!quoted && depth == 1 && c == ',')
+                call.arguments.emplace_back();
+            else if (depth > 0)
+                call.arguments.back() += c;
+        }
+        if (at < text.size() && text.substr(at, 3) != " = " && text.substr(at, 3) != " ~ ") continue;
+        for (std::string& argument : call.arguments) argument.erase(0, argument.find_first_not_of(' '));
+        if (static_cast<int>(call.arguments.size()) <= function.arity()) return call;
+    }
+    return {&function, {}};
+}
+
+template <class Visit>
+void each_function(Visit visit) {
+    for (const Registered* node = all_functions(); node != nullptr; node = node->next) visit(node->function);
+}
+
+class EveryFunction : public testing::Test {
+  protected:
+    Value result(const std::string& formula) {
+        return book.look_up(book.evaluate(book.read(formula), Area(CellAddress{})));
+    }
+    /// Processor time of the fastest of some calls, in seconds.
+    double seconds(const std::string& formula, int calls) {
+        const sheet::Formula read = book.read(formula);
+        double fastest = 1e9;
+        for (int i = 0; i < calls; ++i) {
+            const std::clock_t start = std::clock();
+            book.evaluate(read, Area(CellAddress{}));
+            fastest = std::min(fastest, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+        }
+        return fastest;
+    }
+
+    sheet::Workbook book;
+};
+
+// --- Growth -----------------------------------------------------------------------------------------------------
+
+constexpr int few = 1000, many = 10000;
+
+/// The lists that grow. What each item of another list is compared with stays short: conditions and chosen categories.
+bool is_list(const Call& call, std::size_t i) {
+    const std::string_view name = call.function->args[i].name;
+    return call.function->calls.kinds[i] == Kind::list && name != "Criteria" && !name.starts_with("ChosenCategories");
+}
+bool is_of_dates(const Argument& argument) {
+    const std::string_view name = argument.name;
+    return name.find("Date") != std::string_view::npos || name.find("Times") != std::string_view::npos;
+}
+
+/// Calls whose lists are columns of a workbook, as long as wanted: daily dates from 2005 on, and the values of the
+/// example over and over, or going on as they ascend.
+class LongLists {
+  public:
+    LongLists(sheet::Workbook& book, const Call& call, bool going_on, bool to_the_end) : call_(call) {
+        for (std::size_t i = 0; i < call.arguments.size(); ++i) {
+            const Argument& argument = call.function->args[i];
+            if (to_the_end && call.function->calls.kinds[i] == Kind::period_base) call_.arguments[i] = "480";
+            const std::string_view name = argument.name;
+            if (to_the_end && (name.starts_with("Finish") || name == "ToDate")) call_.arguments[i] = "2045";
+            if (!is_list(call, i) || call.arguments[i].empty()) continue;
+            const Value given = book.look_up(book.evaluate(book.read(call.arguments[i]), Area(CellAddress{})));
+            std::vector<Value> values;
+            if (given.is(Type::array))
+                for (std::uint32_t row = 0; row < given.rows(); ++row)
+                    for (std::uint32_t column = 0; column < given.columns(); ++column)
+                        values.push_back(given.cell(row, column));
+            else
+                values.push_back(given);
+            fill(book, static_cast<std::uint16_t>(i), values, is_of_dates(argument), going_on);
+            columns_.push_back(i);
+        }
+    }
+    bool any() const { return !columns_.empty(); }
+    std::string formula(int length) const {
+        Call call = call_;
+        for (const std::size_t i : columns_) {
+            const std::string column(1, static_cast<char>('A' + i));
+            call.arguments[i] = column + "1:" + column + std::to_string(length);
+        }
+        return call.formula();
+    }
+
+  private:
+    static void fill(sheet::Workbook& book, std::uint16_t column, const std::vector<Value>& values, bool dates,
+                     bool going_on) {
+        const bool numbers = values.size() > 1 && values[0].is_number() && values[1].is_number();
+        const double first = values[0].is_number() ? values[0].number() : 0.0;
+        const double step = numbers ? values[1].number() - first : 0.0;
+        for (int row = 0; row < many; ++row) {
+            Value value = values[row % values.size()];
+            if (dates && value.is_number()) value = Value::number(38353 + row);
+            if (!dates && going_on && step > 0.0) value = Value::number(first + step * row);
+            book.set_value({static_cast<std::uint32_t>(row), column, 0}, value);
+        }
+    }
+
+    Call call_;
+    std::vector<std::size_t> columns_;
+};
+
+// Time for 10,000 rows at most 15 times that for 1,000. A quadratic step takes 100 times as long.
+TEST_F(EveryFunction, TakesTimeInProportionToItsLists) {
+    constexpr double most = 15.0, too_short_to_tell = 0.001;
+    int called = 0, answered = 0;
+    each_function([&](const Function& function) {
+        const Call call = example_call(function);
+        if (call.arguments.empty()) return;
+        book.clear();
+        for (const auto& [going_on, to_the_end] :
+             {std::pair{false, true}, {true, true}, {false, false}, {true, false}}) {
+            const LongLists lists(book, call, going_on, to_the_end);
+            if (!lists.any()) return;
+            const bool last_try = going_on && !to_the_end;
+            const bool answers = !result(lists.formula(many)).is_error();
+            if (!answers && !last_try) continue;
+            ++called;
+            answered += answers ? 1 : 0;
+            double for_many = seconds(lists.formula(many), 2), for_few = seconds(lists.formula(few), 5);
+            for (int again = 0; again < 5 && for_many > too_short_to_tell && for_many > most * for_few; ++again) {
+                for_many = std::min(for_many, seconds(lists.formula(many), 3));
+                for_few = std::min(for_few, seconds(lists.formula(few), 10));
+            }
+            EXPECT_TRUE(for_many <= too_short_to_tell || for_many <= most * for_few)
+                << lists.formula(many) << ": " << for_many * 1e3 << " ms, and " << for_few * 1e3 << " ms for " << few;
+            return;
+        }
+    });
+    EXPECT_GT(called, 100);
+    EXPECT_GT(answered, called * 3 / 4) << "of " << called << ": a call that fails early shows nothing";
+}
+
+// --- Both ends of int -------------------------------------------------------------------------------------------
+
+bool is_finite(const Value& value) {
+    if (value.is_number()) return std::isfinite(value.number());
+    if (!value.is(Type::array)) return true;
+    for (std::uint32_t row = 0; row < value.rows(); ++row)
+        for (std::uint32_t column = 0; column < value.columns(); ++column)
+            if (!is_finite(value.cell(row, column))) return false;
+    return true;
+}
+
+TEST_F(EveryFunction, AnswersAtBothEndsOfEachInteger) {
+    constexpr double soon = 0.05;
+    int swept = 0;
+    each_function([&](const Function& function) {
+        Call call = example_call(function);
+        if (call.arguments.empty()) return;
+        for (int i = 0; i < function.arity(); ++i) {
+            const Kind kind = function.calls.kinds[i];
+            if (kind != Kind::integer && kind != Kind::wide_integer) continue;
+            ++swept;
+            for (const char* const end :
+                 {"-2147483648", "2147483647", "-2147483649", "2147483648", "-1E+18", "1E+18"}) {
+                Call at_end = call;
+                if (static_cast<int>(at_end.arguments.size()) <= i) at_end.arguments.resize(i + 1);
+                at_end.arguments[i] = end;
+                SCOPED_TRACE(at_end.formula());
+                EXPECT_TRUE(is_finite(result(at_end.formula())));
+                EXPECT_LE(seconds(at_end.formula(), 2), soon);
+            }
+        }
+    });
+    EXPECT_GT(swept, 100);
+}
+
+} // namespace
+} // namespace qx::test
