@@ -46,8 +46,12 @@ class Document {
 
     /// The code of the number format of a cell, "General" if it has none.
     const std::string& format_code(sheet::CellAddress cell);
-    const std::vector<ColumnWidth>& widths(std::uint16_t sheet) const { return model_.sheets[sheet].widths; }
-    bool is_hidden(std::uint16_t sheet) const { return model_.sheets[sheet].hidden; }
+    // Of a sheet that was not in the file: no widths, and shown.
+    const std::vector<ColumnWidth>& widths(std::uint16_t sheet) const {
+        static const std::vector<ColumnWidth> none;
+        return sheet < model_.sheets.size() ? model_.sheets[sheet].widths : none;
+    }
+    bool is_hidden(std::uint16_t sheet) const { return sheet < model_.sheets.size() && model_.sheets[sheet].hidden; }
 
     /// "B7", with the name of the sheet if there are several.
     std::string place(sheet::CellAddress cell) const;

@@ -562,7 +562,7 @@ class Reader {
             choice(start, opened);
         } else if (equal_ignoring_case(name, "IFS")) {
             conditions(start, opened);
-        } else if (equal_ignoring_case(name, "SWITCH")) {
+        } else if (own && equal_ignoring_case(name, "SWITCH")) {
             cases(start, opened);
         } else if (equal_ignoring_case(name, "LET")) {
             let(start, opened);

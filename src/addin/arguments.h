@@ -24,9 +24,15 @@ constexpr Argument DayCount(double preset = 5.0) {
                     preset == 5.0 ? "Actual Days/Actual Days In Month ('Decimal Year')" : nullptr)
         .within(daycount_limits);
 }
-/// An optional annual sequence that takes a preset sequence when it is left out.
-constexpr Argument sequence(const char* name, int preset, const char* help) {
-    return {name, help, {Preset::sequence, static_cast<double>(preset), nullptr}};
+/// An optional annual sequence that takes a preset sequence when it is omitted.
+constexpr Argument sequence(const char* name, int preset, const char* help,
+                            DefaultSequence default_sequence = DefaultSequence::in_advance) {
+    return {name, help, {Preset::sequence, static_cast<double>(preset), nullptr}, {}, Order::any, default_sequence};
+}
+/// An annual sequence that may be missing.
+constexpr Argument sequence_or_none(const char* name, const char* help,
+                                    DefaultSequence default_sequence = DefaultSequence::none) {
+    return sequence(name, 999, help, default_sequence);
 }
 constexpr Argument Periods(int preset = 4) {
     return sequence("Periods", preset,
@@ -65,10 +71,11 @@ constexpr Argument SpecificDates(const char* name = "SpecificDates") {
     return optional(name, "List of dates that do not recur, in any order");
 }
 /// One of several sequences that may be left out.
-constexpr Argument AnnDateSeqOpt(const char* name) {
-    return sequence(name, 999,
-                    "Dates that recur every year, as a preset number or a range of mm.dd figures; none if "
-                    "left out");
+constexpr Argument AnnDateSeqOpt(const char* name, DefaultSequence default_sequence = DefaultSequence::none) {
+    return sequence_or_none(name,
+                            "Dates that recur every year, as a preset number or a range of mm.dd figures; none if "
+                            "omitted",
+                            default_sequence);
 }
 constexpr Argument BusDaySwitch(int preset = 20) {
     return optional("BusDaySwitch", preset,
@@ -84,7 +91,7 @@ constexpr Argument BusDaySwitchX() {
                     "decimals may hold a rolling convention");
 }
 constexpr Argument AnnHols() {
-    return sequence("AnnHols", 999, "Holidays that recur every year, as mm.dd figures: 12.25 for 25 December");
+    return sequence_or_none("AnnHols", "Holidays that recur every year, as mm.dd figures: 12.25 for 25 December");
 }
 constexpr Argument HolDates() { return optional("HolDates", "List of one-off holidays"); }
 constexpr Argument RoundMethod() { return optional("RoundMethod", 0, "0 to the nearest, 1 back, 2 forward"); }
@@ -221,7 +228,7 @@ constexpr Argument AnnualRates() {
 constexpr ArgumentGroup seasons() {
     return {
         optional("SeasonFactors", "Weights of the seasons, one for each; no seasons if omitted"),
-        sequence("SeasonSeq", 999,
+        sequence_or_none("SeasonSeq",
                  "Dates on which the seasons start, as mm.dd figures from 1.01 on; seasons of even length if omitted")};
 }
 

@@ -72,6 +72,28 @@ inline constexpr Kind last_kind_of = std::is_same_v<T, timeperiod> ? Kind::perio
 template <class A, class B, int n>
 inline constexpr Kind last_kind_of<Pairs<A, B, n>> = kind_of<B>;
 
+/// What the cells of a list are converted to.
+template <class T>
+inline constexpr Kind item_kind_of = Kind::none;
+template <class T>
+inline constexpr Kind item_kind_of<Range<T>> = kind_of<T>;
+template <class T>
+inline constexpr Kind item_kind_of<WorkList<T>> = kind_of<T>;
+template <class T>
+inline constexpr Kind kind_of<WorkList<T>> = Kind::list;
+template <class A, class B, int n>
+inline constexpr Kind item_kind_of<Pairs<A, B, n>> = item_kind_of<A>;
+template <class T, int n>
+inline constexpr Kind item_kind_of<Repeated<T, n>> = item_kind_of<T>;
+
+/// The same calls, with what their routine gives back.
+template <class R>
+constexpr Calls giving(Calls calls) {
+    calls.gives = kind_of<std::remove_cvref_t<R>>;
+    calls.gives_items = item_kind_of<std::remove_cvref_t<R>>;
+    return calls;
+}
+
 // --- Parameters of several cells -------------------------------------------------------------------------------------
 
 template <class... T>
@@ -139,12 +161,15 @@ struct Parameters<TypeList<P...>> {
     static_assert(((alike<P> <= Slots<P>::last) && ...), "more parameters of one type than its pool has slots");
 
     static constexpr Calls calls(void (*run)(Frame&), bool gives_dates) {
-        Calls calls{run, cells, {}, gives_dates};
+        Calls calls{.run = run, .cells = cells, .gives_dates = gives_dates};
         int cell = 0;
-        [[maybe_unused]] const auto add = [&](int count, Kind first, Kind last) {
-            for (int i = 0; i < count; ++i) calls.kinds[cell++] = i % 2 == 0 ? first : last;
+        [[maybe_unused]] const auto add = [&](int count, Kind first, Kind last, Kind items) {
+            for (int i = 0; i < count; ++i) {
+                calls.kinds[cell] = i % 2 == 0 ? first : last;
+                calls.items[cell++] = items;
+            }
         };
-        (add(cells_of<P>, kind_of<P>, last_kind_of<P>), ...);
+        (add(cells_of<P>, kind_of<P>, last_kind_of<P>, item_kind_of<P>), ...);
         return calls;
     }
 
@@ -204,7 +229,7 @@ inline constexpr bool gives_dates =
 template <class R, class... A, R (*routine)(A...)>
 struct Thunk<routine> {
     using Inputs = Parameters<Parts<A...>>;
-    static constexpr Calls calls() { return Inputs::calls(&run, gives_dates<R>); }
+    static constexpr Calls calls() { return giving<R>(Inputs::calls(&run, gives_dates<R>)); }
     static void run(Frame& frame) {
         Inputs::template input<0>(frame);
         frame.inputs_concluded();
@@ -318,8 +343,8 @@ inline constexpr Calls core = declaring::Thunk<routine>::calls();
 /// The calls of a routine of a time period, a date or a number that has an array twin; `at` tells which of the
 /// parameters that is.
 template <auto routine, std::size_t at = 0>
-inline constexpr Calls twin = declaring::TwinThunk<routine, at>::Inputs::calls(&declaring::TwinThunk<routine, at>::run,
-                                                                               false);
+inline constexpr Calls twin = declaring::giving<double>(
+    declaring::TwinThunk<routine, at>::Inputs::calls(&declaring::TwinThunk<routine, at>::run, false));
 
 /// The calls of a function that only calls a newer one, which takes the same arguments: after its `.change` note in
 /// the trace. `twin_alias_of` for one with an array twin.

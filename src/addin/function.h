@@ -12,6 +12,7 @@
 #pragma once
 
 #include "addin/oper.h"
+#include "calendar/default_sequence.h"
 #include "core/limits.h"
 
 #include <cstdint>
@@ -93,6 +94,7 @@ struct Argument {
     Preset preset = {};
     Limits limits = {}; ///< what the routine allows, in units of the argument
     Order order = Order::any;
+    DefaultSequence sequence = DefaultSequence::in_advance; ///< of an annual sequence
 
     constexpr bool is_optional() const { return preset.type != Preset::required; }
     /// The same argument with limits, with another name, in ascending order.
@@ -162,7 +164,10 @@ struct Calls {
     void (*run)(Frame&) = nullptr;
     int cells = 0;
     Kind kinds[max_arguments] = {};
-    bool gives_dates = false; ///< the numbers of the result are dates, for a host that formats its cells
+    bool gives_dates = false;       ///< the numbers of the result are dates, for a host that formats its cells
+    Kind items[max_arguments] = {}; ///< of an argument that is a list: what its cells are converted to
+    Kind gives = Kind::none;        ///< what comes back; none for a cell as the routine makes it
+    Kind gives_items = Kind::none;  ///< of a list that comes back
 };
 
 /// A numbered note of a change in behaviour.

@@ -120,7 +120,7 @@ void Frame::input(AnnualSequence& slot) {
     const Input in = next("Assignannseq", "AssignannseqOpt");
     const Argument& argument = in.argument;
     const int preset = argument.is_optional() ? static_cast<int>(argument.preset.value) : 0;
-    slot.clear(argument.name);
+    slot.clear(argument.name, argument.sequence);
     switch (in.cell.type()) {
     case xltypeMissing:
     case xltypeNil:

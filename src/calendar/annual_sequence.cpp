@@ -41,9 +41,6 @@ constexpr PresetSequence presets[] = {
 #undef QX_MONTHS_4_TO_12
 constexpr double calendar_quarters[] = {1.01, 4.01, 7.01, 10.01};
 
-constexpr const char* ignored_if_missing[] = {"SeasonSeq", "AnnHols", "AnnDateSeq2", "AnnDateSeq3", "AnnDateSeq4"};
-constexpr const char* arrears_if_missing[] = {"PeriodsInt", "PeriodsDisc", "CashBasisInt"};
-
 const PresetSequence* find_preset(int number) {
     for (const PresetSequence& each : presets)
         if (each.number == number) return &each;
@@ -64,10 +61,9 @@ void AnnualSequence::fail(const Pieces&... pieces) const {
     throw E(context);
 }
 
-bool AnnualSequence::named(const char* variable) const { return std::strcmp(name(), variable) == 0; }
-
-void AnnualSequence::clear(const char* name) {
+void AnnualSequence::clear(const char* name, DefaultSequence default_sequence) {
     setname(name);
+    default_ = default_sequence;
     dimension(0);
     preset_ = unset;
     presetset_ = arrears_ = missing_ = false;
@@ -105,12 +101,10 @@ void AnnualSequence::expand() {
     if (entries != nullptr && entries[0] != 0.0) {
         while (n < longest_preset && entries[n] != 0.0) ++n;
         arrears_ = preset_ < 0;
-    } else if (std::any_of(std::begin(ignored_if_missing), std::end(ignored_if_missing),
-                           [this](const char* each) { return named(each); })) {
+    } else if (default_ == DefaultSequence::none || (default_ == DefaultSequence::none_if_omitted && missing_)) {
         if (traced()) trace().info(text_of(name(), " (an Annual Sequence) was missing and will be ignored."));
     } else {
-        arrears_ = std::any_of(std::begin(arrears_if_missing), std::end(arrears_if_missing),
-                               [this](const char* each) { return named(each); });
+        arrears_ = default_ == DefaultSequence::in_arrears;
         entries = calendar_quarters;
         n = 4;
         if (traced())
@@ -386,7 +380,9 @@ namespace {
 
 std::string in_words(const AnnualSequence& sequence, const char* opening) {
     std::string text;
-    if (sequence.preset() == AnnualSequence::own_list) {
+    if (sequence.size() == 0) {
+        text = " none";
+    } else if (sequence.preset() == AnnualSequence::own_list) {
         text = text_of(sequence.size(), opening);
         for (int i = 1; i <= sequence.size(); ++i) {
             const auto [month, day] = AnnualSequence::month_day(sequence(i));

@@ -6,8 +6,8 @@
 //
 // A worksheet argument becomes a sequence in one of these ways:
 //
-//     sequence.clear(name);                           // first, always; the name decides what a default means
-//     sequence.setdefault(preset);                    // left out or blank
+//     sequence.clear(name, default_sequence);         // first, always
+//     sequence.setdefault(preset);                    // omitted or blank
 //     sequence.set_figure(figure, preset);            // one number: a preset, one mm.dd date, or a rolling float
 //     sequence.start_list(cells);                     // several cells: their number, then
 //     sequence.append(figure);  ...                   //   each figure until the first blank after the first cell
@@ -17,6 +17,7 @@
 #pragma once
 
 #include "calendar/date.h"
+#include "calendar/default_sequence.h"
 #include "core/range.h"
 
 #include <string>
@@ -39,13 +40,11 @@ class AnnualSequence : public Range<double, 100> {
     AnnualSequence& operator=(const AnnualSequence&) = default;
 
     /// No entries, no preset, no rolling. The name is that of the argument; it must outlive the sequence.
-    void clear(const char* name = "AnnSeq");
+    void clear(const char* name = "AnnSeq", DefaultSequence default_sequence = DefaultSequence::in_advance);
     /// Takes a preset, unless one is fixed already: 0 is 4, "Quarterly in Advance". A preset without entries of its
-    /// own (14, 999, any without a case) takes the default of the variable's name: none for SeasonSeq, AnnHols and
-    /// AnnDateSeq2 to 4; calendar quarters in arrear for PeriodsInt, PeriodsDisc and CashBasisInt; otherwise calendar
-    /// quarters in advance.
+    /// own (14, 999, any without a case) takes the default sequence.
     void setpreset(int preset);
-    /// The argument was left out: the preset of the function, and missing() is true.
+    /// The argument was omitted: the preset of the function, and missing() is true.
     void setdefault(int preset);
     /// One number, the whole argument: zero the default; a whole -13, -12, -4, -2, -1, 1, 2, 4, 12 or 13 to 19 a
     /// preset; a decimal figure from 1 to 12.31 (or negative) a single date; above 20 up to 1000 a rolling float
@@ -138,7 +137,6 @@ class AnnualSequence : public Range<double, 100> {
     Place place_before(const Place& place) const;
     Place prevplace(const date& from, bool strict) const;
     Place nextplace(const date& from, bool inclusive) const;
-    bool named(const char* variable) const;
     void store(int i, double figure);
     void expand();
     template <class E, class... Pieces>
@@ -151,6 +149,7 @@ class AnnualSequence : public Range<double, 100> {
     MonthDay month_days_[capacity + 1]; ///< the entries as months and days
     int preset_ = unset;
     bool presetset_ = false;
+    DefaultSequence default_ = DefaultSequence::in_advance;
     bool arrears_ = false;
     bool missing_ = false;
     int bus_day_switch_ = 0;

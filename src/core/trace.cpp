@@ -16,11 +16,14 @@ clsTrace2& trace() {
     return the_trace;
 }
 
-void clsTrace2::TraceStart() {
+void clsTrace2::TraceStart(bool with_file) {
     if (TraceMuted) return;
     timer_.reset(true);
     tracing = false;
-    file_.open("Trace");
+    if (with_file)
+        file_.open("Trace");
+    else
+        file_.close();
     if (!items_) items_.reset(new Item[maxitems + 2]);
     if (chunks_.size() > 1) chunks_.resize(1);
     chunk_at_ = chunks_.empty() ? nullptr : chunks_.front().get();
@@ -30,7 +33,7 @@ void clsTrace2::TraceStart() {
     atfunctionstart = false;
     stackflag = false;
     file_begun_ = file_.isopen();
-    file_warning_ = !file_begun_;
+    file_warning_ = with_file && !file_begun_;
     tracing = true;
 }
 

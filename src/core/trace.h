@@ -53,8 +53,9 @@ class clsTrace2 {
     void TraceOn() { tracing = true; }
     void TraceOff() { tracing = false; }
     bool ison() const { return tracing; }
-    /// Empties the store, opens the file qx_Trace.qxl and switches the trace on. Nothing while muted.
-    void TraceStart();
+    /// Empties the store, opens the file qx_Trace.qxl unless only the store is wanted, and switches the trace on.
+    /// Nothing while muted.
+    void TraceStart(bool with_file = true);
     /// Ends a running trace: closes the file, shows the viewer if there is one, then empties the store.
     void TraceShow();
 

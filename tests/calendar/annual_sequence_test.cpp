@@ -29,9 +29,10 @@ std::vector<double> figures(const AnnualSequence& sequence) {
     return all;
 }
 
-std::string set_to(double figure, const char* name = "Periods", int preset = 4) {
+std::string set_to(double figure, int preset = 4,
+                   DefaultSequence default_sequence = DefaultSequence::in_advance) {
     AnnualSequence sequence;
-    sequence.clear(name);
+    sequence.clear("Periods", default_sequence);
     try {
         sequence.set_figure(figure, preset);
         sequence.validate();
@@ -63,11 +64,11 @@ TEST(AnnualSequence, OneFigureIsClassified) {
 }
 
 TEST(AnnualSequence, ADefaultGoesByTheNameOfTheVariable) {
-    EXPECT_EQ(set_to(0, "SeasonSeq", 999), "999:");
-    EXPECT_EQ(set_to(0, "AnnHols", 999), "999:");
-    EXPECT_EQ(set_to(0, "PeriodsInt", 999), "999: -1.010 4.010 7.010 10.010");
-    EXPECT_EQ(set_to(0, "Periods", 999), "999: 1.010 4.010 7.010 10.010");
-    EXPECT_EQ(set_to(0, "Periods", -4), "-4: -1.010 4.010 7.010 10.010");
+    EXPECT_EQ(set_to(0, 999, DefaultSequence::none), "999:");
+    EXPECT_EQ(set_to(0, 999, DefaultSequence::none_if_omitted), "999:");
+    EXPECT_EQ(set_to(0, 999, DefaultSequence::in_arrears), "999: -1.010 4.010 7.010 10.010");
+    EXPECT_EQ(set_to(0, 999), "999: 1.010 4.010 7.010 10.010");
+    EXPECT_EQ(set_to(0, -4), "-4: -1.010 4.010 7.010 10.010");
     AnnualSequence fixed(12);
     fixed.setpreset(4);
     EXPECT_EQ(fixed.preset(), 12) << "a preset once set stays";

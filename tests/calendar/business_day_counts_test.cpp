@@ -20,7 +20,7 @@ struct Calendar {
 };
 
 void fill(AnnualSequence& yearly, std::initializer_list<double> figures, int BusDaySwitch) {
-    yearly.clear("AnnHols");
+    yearly.clear("AnnHols", DefaultSequence::none);
     for (const double figure : figures) yearly.append(figure);
     yearly.setrolling(BusDaySwitch, 0);
 }

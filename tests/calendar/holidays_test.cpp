@@ -148,7 +148,7 @@ TEST(BusinessDays, LongSpans) {
     weekend(2) = 7;
     dates.dimension(0);
     AnnualSequence holidays;
-    holidays.clear("AnnHols");
+    holidays.clear("AnnHols", DefaultSequence::none);
     const date from(2005, 1, 1), to(2054, 12, 31);
     EXPECT_EQ(NetWorkDaysX(from, to, weekend, holidays, dates, 0),
               NetWorkDaysX(from, to, weekend, holidays, dates, 20));

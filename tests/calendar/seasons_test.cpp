@@ -23,7 +23,7 @@ void fill(Range<T>& range, std::initializer_list<T> values) {
 class Seasons : public testing::Test {
   protected:
     Seasons() {
-        seasons_.clear("SeasonSeq");
+        seasons_.clear("SeasonSeq", DefaultSequence::none);
         for (const double figure : {1.01, 4.01, 7.01, 10.01}) seasons_.append(figure);
         fill<double>(factors_, {1, 2, 3, 2});
     }
@@ -59,7 +59,7 @@ TEST_F(Seasons, EdgesAndErrors) {
     EXPECT_EQ(amount(finish, start, start, finish), 0.0) << "a period that runs backward";
     fill<double>(factors_, {5});
     EXPECT_NEAR(amount(start, finish, start, date(2005, 7, 1)), 400.0, 1e-9) << "one factor: no seasons";
-    seasons_.clear("SeasonSeq");
+    seasons_.clear("SeasonSeq", DefaultSequence::none);
     EXPECT_EQ(amount(start, finish, start, finish), 0.0);
     seasons_.append(2.01);
     EXPECT_THROW(amount(start, finish, start, finish), errlibseas);

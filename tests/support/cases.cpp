@@ -1,10 +1,12 @@
 #include "support/cases.h"
 
 #include "addin/frame.h"
+#include "addin/function.h"
 #include "core/trace.h"
 #include "hosts/sheet/text.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 
@@ -218,6 +220,37 @@ std::optional<std::string> untold_arguments() {
     return {};
 }
 
+/// What is wrong with the names of the arguments that a worksheet function's routine shows: they are those of its
+/// declaration, in their order. Base is shown with Time, and of a repeated argument only what is given.
+std::optional<std::string> misnamed_arguments() {
+    const auto name_in = [](int item) { return trace().text(item).substr(0, trace().text(item).find('\t')); };
+    for (int item = 2; item + 2 <= trace().count(); ++item) {
+        if (!trace().text(item).starts_with("Inputs concluded for ") ||
+            !trace().text(item + 2).starts_with("Arguments\t"))
+            continue;
+        const Function* const function = find_function(name_in(item + 1));
+        if (function == nullptr) continue;
+        int next = 0;
+        const auto may_be_hidden = [&](int i) {
+            return function->calls.kinds[i] == Kind::period_base ||
+                   std::isdigit(static_cast<unsigned char>(std::string_view(function->args[i].name).back()));
+        };
+        const int level = trace().level(item + 2); // of an item is that of the next one
+        for (int shown = item + 3; shown <= trace().count() && trace().level(shown - 1) == level; ++shown) {
+            const std::string_view name = name_in(shown);
+            while (next < function->arity() && name != function->args[next].name && may_be_hidden(next)) ++next;
+            if (next == function->arity() || name != function->args[next].name)
+                return std::string(function->name) + " shows an argument \"" + std::string(name) + "\" where it has " +
+                       (next == function->arity() ? "none" : function->args[next].name);
+            ++next;
+        }
+        while (next < function->arity() && may_be_hidden(next)) ++next;
+        if (next < function->arity())
+            return std::string(function->name) + " does not show its argument " + function->args[next].name;
+    }
+    return {};
+}
+
 /// What is wrong where the trace of a call that has one value ends: whatever ended the calculation, its blocks are
 /// closed.
 std::optional<std::string> open_block() {
@@ -233,6 +266,7 @@ std::optional<std::string> Cases::retrace(const Formula& formula, const Area& ca
     trace().TraceStart();
     const Value traced = book_.look_up(book_.evaluate(formula, caller));
     std::optional<std::string> fault = untold_arguments();
+    if (!fault) fault = misnamed_arguments();
     if (!fault) fault = open_block();
     trace().TraceShow();
     if (fault) return fault;

@@ -413,7 +413,7 @@ constexpr Function NextDateCombine{
     .calls = core<qx::NextDateCombine>,
     .help =
         "The earliest next date of up to four annual sequences and lists after a date. What is left out has no part",
-    .args = {TheDate("Date to start from, itself excluded"), AnnDateSeqOpt("AnnDateSeq1"),
+    .args = {TheDate("Date to start from, itself excluded"), AnnDateSeqOpt("AnnDateSeq1", DefaultSequence::none_if_omitted),
              SpecificDates("SpecificDates1"), AnnDateSeqOpt("AnnDateSeq2"), SpecificDates("SpecificDates2"),
              AnnDateSeqOpt("AnnDateSeq3"), SpecificDates("SpecificDates3"), AnnDateSeqOpt("AnnDateSeq4"),
              SpecificDates("SpecificDates4")},
@@ -476,7 +476,7 @@ constexpr Function DateSeqCombine{
     .category = category,
     .calls = core<qx::DateSeqCombine>,
     .help = "The dates of up to four annual sequences and lists between two dates, both excluded, in one list",
-    .args = {FromDate(), ToDate(), AnnDateSeqOpt("AnnDateSeq1"), SpecificDates("SpecificDates1"),
+    .args = {FromDate(), ToDate(), AnnDateSeqOpt("AnnDateSeq1", DefaultSequence::none_if_omitted), SpecificDates("SpecificDates1"),
              AnnDateSeqOpt("AnnDateSeq2"), SpecificDates("SpecificDates2"), AnnDateSeqOpt("AnnDateSeq3"),
              SpecificDates("SpecificDates3"), AnnDateSeqOpt("AnnDateSeq4"), SpecificDates("SpecificDates4")},
     .examples = {"DateSeqCombine(DATE(2005,1,1), DATE(2005,7,1), 4, , 6.24) = {38443,38527}",
