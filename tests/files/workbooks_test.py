@@ -336,6 +336,7 @@ class Hostile(Case):
         self.assertRegex(done.stderr, message)
         self.assertEqual(sorted(os.listdir(self.folder)), [name])
         self.assertLess(used.ru_utime + used.ru_stime - before.ru_utime - before.ru_stime, 90)
+        self.assertLess(used.ru_maxrss, 2.5e6, "kilobytes of the largest process")
         os.remove(self.path(name))
 
     def test_cut_short(self):
@@ -375,10 +376,6 @@ class Hostile(Case):
         cell = '<table:table-cell office:value-type="float" office:value="1" table:number-columns-repeated="16384"/>'
         self.refused("a.ods", ods(("S", f'<table:table-row table:number-rows-repeated="1048576">{cell}</table:table-row>')),
                      "more than 16 million cells")
-        long = "A1+" * 7000 + "1"
-        shared = f'<row><c r="A1"><f t="shared" ref="A1:XFD100" si="0">{long}</f></c>' + \
-            "".join(f'<c><f t="shared" si="0"/></c>' for _ in range(16000)) + "</row>"
-        self.refused("a.xlsx", xlsx(("S", f"<sheetData>{shared}</sheetData>")), "more than 256 MB")
 
     def test_zip_bomb(self):
         # 1.2 GB of blanks in 5 MB.
