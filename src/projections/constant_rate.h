@@ -96,8 +96,7 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
 /// The same with the market rate as at the first growth date. A section of no growth is at the rate that it starts with.
 double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                   double InitialAnnRate, const Growth& growth, int RevMonthsOpt, const Basis& basis);
-/// A market rate with one growth rate from one date on, reviewed from Start on. A period that touches the stream counts
-/// to its end.
+/// A market rate with one growth rate from one date on, reviewed from Start on.
 double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, double InitialAnnRate,
                    const date& GrowFrom, double GrowthRatePA, int RevMos, const Basis& basis);
 
