@@ -144,8 +144,8 @@ double StepS(const timeperiod& Time, const Steps& given, View<double> AnnualRate
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
     return here.returning(
         sum_stream(here, Time, steps, basis,
-                   [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool) {
-                       return con_seasonal(period, step, AnnualRates.single_or(n), seasons, stub);
+                   [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                       return con_seasonal(period, step, AnnualRates.single_or(n), seasons, stub, ComponentPart);
                    }));
 }
 
