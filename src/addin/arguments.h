@@ -37,10 +37,10 @@ constexpr Argument Periods(int preset = 4) {
 
 /// The basis of a projection, and the delay of its payments.
 constexpr Argument ProjMode(double preset = 0.0) {
-    return optional(
-        "ProjMode", preset,
-        "Accruals=0, Cash=1.  Has other settings. The first two decimals are a delay of payments in days: 1.05 is "
-        "cash, received 5 days late")
+    return optional("ProjMode", preset,
+                    "Accruals=0, Cash=1.  Has other settings. The first two decimals are a delay of payments in days: "
+                    "1.05 is "
+                    "cash, received 5 days late")
         .within(projmode_limits);
 }
 /// When cash is paid, in functions that name it so.
@@ -169,7 +169,9 @@ constexpr ArgumentGroup measure(double day_count = 0.0) { return {DayCount(day_c
 constexpr ArgumentGroup basis() { return {DayCount(0.0), Periods(), ProjMode()}; }
 
 /// Life.
-constexpr Argument Start(const char* help = "Date on which it starts; the day itself counts") { return {"Start", help}; }
+constexpr Argument Start(const char* help = "Date on which it starts; the day itself counts") {
+    return {"Start", help};
+}
 constexpr Argument Finish(const char* help = "Date on which it finishes; the day itself does not count") {
     return {"Finish", help};
 }
@@ -177,12 +179,13 @@ constexpr ArgumentGroup life() { return {Start(), Finish()}; }
 
 /// Growth.
 constexpr Argument GrowthDates(const char* name = "GrowthDates") {
-    return Argument{name, "Dates from which the growth rates apply, ascending; the last one applies for ever",
-                    {Preset::empty}}
+    return Argument{
+        name, "Dates from which the growth rates apply, ascending; the last one applies for ever", {Preset::empty}}
         .in_ascending_order();
 }
 constexpr Argument GrowthRates(const char* name = "GrowthRates") {
-    return {name, "Annual equivalent growth rates as fractions, one for each growth date: 0.03 is 3% a year",
+    return {name,
+            "Annual equivalent growth rates as fractions, one for each growth date: 0.03 is 3% a year",
             {Preset::empty}};
 }
 constexpr ArgumentGroup growth(const char* dates = "GrowthDates", const char* rates = "GrowthRates") {
@@ -216,9 +219,10 @@ constexpr Argument AnnualRates() {
 
 /// Seasons.
 constexpr ArgumentGroup seasons() {
-    return {optional("SeasonFactors", "Weights of the seasons, one for each; no seasons if omitted"),
-            sequence("SeasonSeq", 999,
-                     "Dates on which the seasons start, as mm.dd figures from 1.01 on; seasons of even length if omitted")};
+    return {
+        optional("SeasonFactors", "Weights of the seasons, one for each; no seasons if omitted"),
+        sequence("SeasonSeq", 999,
+                 "Dates on which the seasons start, as mm.dd figures from 1.01 on; seasons of even length if omitted")};
 }
 
 /// The first review.
@@ -228,9 +232,10 @@ constexpr Argument FirstRev(const char* help = "Date of the first review; 0 for 
 
 /// Streams.
 constexpr ArgumentGroup streams(const char* rate = "AnnualRate") {
-    return {{"Start", "Date on which the stream starts (the day itself counts), or a list of dates for several streams"},
-            {"Finish", "Date on which the stream finishes (the day itself does not count), or a list of dates"},
-            {rate, "Amount a year, or a list of amounts"}};
+    return {
+        {"Start", "Date on which the stream starts (the day itself counts), or a list of dates for several streams"},
+        {"Finish", "Date on which the stream finishes (the day itself does not count), or a list of dates"},
+        {rate, "Amount a year, or a list of amounts"}};
 }
 /// The same of functions that were for several from the first.
 constexpr ArgumentGroup several_streams() {

@@ -18,9 +18,9 @@ struct SteppedRates {
 
 /// How lists are merged.
 struct Merging {
-    bool by_to_dates = false;      ///< rates hold up to their dates
-    bool missing_is_zero = false;  ///< where a list has no rate, not yet or no more, it is not passed over
-    int most = 999;                ///< dates of the result
+    bool by_to_dates = false;     ///< rates hold up to their dates
+    bool missing_is_zero = false; ///< where a list has no rate, not yet or no more, it is not passed over
+    int most = 999;               ///< dates of the result
 };
 
 /// Merges lists of ascending dates: the rate on each date combines the rates in force. Throws outofrange if a list has

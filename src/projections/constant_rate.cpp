@@ -40,7 +40,8 @@ timeperiod period_in_years(double Time, double BaseYrs) {
 
 } // namespace
 
-// --- Screening -----------------------------------------------------------------------------------------------------------
+// --- Screening
+// -----------------------------------------------------------------------------------------------------------
 
 void check_reviews(Routine& here, int RevMonths, const char* name) {
     here.limit(RevMonths, review_months_limits, name);
@@ -76,7 +77,8 @@ const date& first_review(const Routine& here, const date& FirstRev) {
     return DateCrit;
 }
 
-// --- At a constant rate --------------------------------------------------------------------------------------------------
+// --- At a constant rate
+// --------------------------------------------------------------------------------------------------
 
 double ConX(const timeperiod& Time, const Life& life, double AnnualRate, const Basis& basis, bool ComponentPart) {
     Routine here{"ConX", Routine::internal};
@@ -212,7 +214,8 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
                                           }));
 }
 
-// --- Older forms ---------------------------------------------------------------------------------------------------------
+// --- Older forms
+// ---------------------------------------------------------------------------------------------------------
 
 double PerAnn(double Time, const Streams& streams, double BaseYrs, const Basis& basis) {
     Routine here{"PerAnn"};

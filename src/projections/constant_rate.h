@@ -1,9 +1,9 @@
 // Streams of money that run at so much a year between two dates: how much of one falls into a time period. Every
 // projection cuts its stream into pieces of constant rate and asks ConX for each.
 //
-// Under accruals a period holds what accrues in it; under cash (ProjMode 1 or 3) what the payment dates of Periods in it
-// settle. All throw errlibmin and errlibmax for a DayCount outside 0 to 999, a ProjMode outside 0 to 7, a forecast base
-// outside 1 to 1000 or months between reviews outside 0 to 1000; those that take growth throw missinggrowthdate
+// Under accruals a period holds what accrues in it; under cash (ProjMode 1 or 3) what the payment dates of Periods in
+// it settle. All throw errlibmin and errlibmax for a DayCount outside 0 to 999, a ProjMode outside 0 to 7, a forecast
+// base outside 1 to 1000 or months between reviews outside 0 to 1000; those that take growth throw missinggrowthdate
 // (Growth::check). A routine whose name ends in X measures a piece of a longer stream, if its ComponentPart says so.
 #pragma once
 
@@ -44,7 +44,8 @@ class PeriodCount {
     const AnnualSequence* sequence_;
 };
 
-// --- At a constant rate --------------------------------------------------------------------------------------------------
+// --- At a constant rate
+// --------------------------------------------------------------------------------------------------
 
 /// The amount of a stream of AnnualRate a year that falls into a period. ComponentPart says that it is a piece of a
 /// longer stream, which goes on at the end of its life.
@@ -70,8 +71,8 @@ double ConS(const timeperiod& Time, const Streams& streams, const Seasons& seaso
 double AnnRate(const timeperiod& Time, const Life& life, double AmountDisbursed, const Basis& basis);
 /// What a period gains by moving a stream to other dates with its total kept: the amount there less the amount here.
 double RePhaseCon(const timeperiod& Time, const Life& from, const Life& to, double AnnualRate, const Basis& basis);
-/// What happens to a stream in a period: 2 it starts, 3 it finishes, 1 it runs all through, 0 none of these. A zero date
-/// is an open end.
+/// What happens to a stream in a period: 2 it starts, 3 it finishes, 1 it runs all through, 0 none of these. A zero
+/// date is an open end.
 double ConEvent(const timeperiod& Time, const Life& life);
 
 /// A stream that comes back every Periodicity months until it would start on or after AbsFinish, each time as long as
@@ -85,15 +86,17 @@ double AnnGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
 double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> AnnualRates,
                   const Growth& growth, int RevMos, int Periodicity, const Basis& basis);
 
-// --- Reviewed to a growing rate ------------------------------------------------------------------------------------------
+// --- Reviewed to a growing rate
+// ------------------------------------------------------------------------------------------
 
 /// The amount of a stream that runs at InitialAnnRate until FirstRev and then at a market rate, taken up every
-/// RevMonthsOpt months (0: at every moment). MktAnnRate is the market rate at GrowthBaseDate; growth dates are GrowthLag
-/// months later than given.
+/// RevMonthsOpt months (0: at every moment). MktAnnRate is the market rate at GrowthBaseDate; growth dates are
+/// GrowthLag months later than given.
 double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                    double InitialAnnRate, const Growth& growth, const date& GrowthBaseDate, int RevMonthsOpt,
                    const Basis& basis, bool ComponentPart, int GrowthLag);
-/// The same with the market rate as at the first growth date. A section of no growth is at the rate that it starts with.
+/// The same with the market rate as at the first growth date. A section of no growth is at the rate that it starts
+/// with.
 double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                   double InitialAnnRate, const Growth& growth, int RevMonthsOpt, const Basis& basis);
 /// A market rate with one growth rate from one date on, reviewed from Start on.
@@ -115,7 +118,8 @@ double MultiAnnGrow(const timeperiod& Time, const Streams& streams, const Growth
 double ConGrowQ(const timeperiod& Time, const Life& life, double AnnualRate, const date& GrowFrom, double GrowthRatePA,
                 int RevMos, const Basis& basis);
 
-// --- Reviewed to a forecast ----------------------------------------------------------------------------------------------
+// --- Reviewed to a forecast
+// ----------------------------------------------------------------------------------------------
 
 /// The period over which a forecast that is read at reviews gives one rate: from the last review on or before a date,
 /// zero before the first one, to the next review that sees another value of the forecast. With StepOverBoundary a
@@ -133,14 +137,15 @@ double ConFcstMkt(const timeperiod& Time, const Life& life, const date& FirstRev
 double ConFcstGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double InitialAnnRate,
                       const Forecast& forecast, const Growth& growth, int RevMos, const Basis& basis);
 
-/// The amount of a stream whose rate follows an index from FirstIdxDate (zero: where stream and index have both started)
-/// on, taken up every IdxReg months. BaseDateOrIdx is the date of the index at which InitialAnnRate holds, Start if zero,
-/// or the level of the index below 1910. IdxReg 0 adds an approximation: the sum of the index by a stream at the starting
-/// rate. Throws illegalvalue for a base level without an index.
+/// The amount of a stream whose rate follows an index from FirstIdxDate (zero: where stream and index have both
+/// started) on, taken up every IdxReg months. BaseDateOrIdx is the date of the index at which InitialAnnRate holds,
+/// Start if zero, or the level of the index below 1910. IdxReg 0 adds an approximation: the sum of the index by a
+/// stream at the starting rate. Throws illegalvalue for a base level without an index.
 double ConIdx(const timeperiod& Time, const Life& life, double InitialAnnRate, const Forecast& index, int IdxReg,
               const dateorfloat& BaseDateOrIdx, const date& FirstIdxDate, const Basis& basis);
 
-// --- Price and quantity --------------------------------------------------------------------------------------------------
+// --- Price and quantity
+// --------------------------------------------------------------------------------------------------
 
 /// How a price and a rate make one annual rate; any other code multiplies.
 enum RateOperator : int {
@@ -154,8 +159,8 @@ enum RateOperator : int {
     smaller_of_both = 7,
 };
 
-/// The amount of a stream whose annual rate combines two forecasts, each held between its own dates. Throws illegalvalue
-/// for a base below 1, errlibunexpectedcase if the period needs more than 100 mini-periods.
+/// The amount of a stream whose annual rate combines two forecasts, each held between its own dates. Throws
+/// illegalvalue for a base below 1, errlibunexpectedcase if the period needs more than 100 mini-periods.
 double ConFcstCombine(const timeperiod& Time, const Life& life, const Forecast& prices, View<double> FcstAnnRates,
                       int FcstRatesBase, const date& StartFcstRates, int Operator, const Basis& basis);
 /// The same of a price and a rate that grow, read at the reviews of either. Throws illegalvalue if neither is reviewed.
@@ -184,7 +189,8 @@ double ConRevGrow2X(const timeperiod& Time, const Life& life, double MktPrice, c
                     const Growth& growth, const Growth& rate_growth, int RevMonthsOpt, int RevMonthsAnnRateOpt,
                     const Basis& basis, bool ComponentPart);
 
-// --- Older forms, whose period is a date and a length in years -----------------------------------------------------------
+// --- Older forms, whose period is a date and a length in years
+// -----------------------------------------------------------
 
 double PerAnn(double Time, const Streams& streams, double BaseYrs, const Basis& basis);
 double MultiPerAnn(double Time, const Streams& streams, double BaseYrs, const Basis& basis);

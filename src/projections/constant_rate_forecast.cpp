@@ -62,8 +62,7 @@ timeperiod ReviewPeriodFcst(const date& TheDate, const date& FirstRev, int RevMo
         // A review between two values of the forecast sees what the one before it saw. The next review that matters is
         // the first one on or after the next value.
         const bool sees_nothing = review.next < value.next && review.last > value.last;
-        return {review.last,
-                sees_nothing ? next_review(value.next, FirstRev, RevMonths, true).when : review.next};
+        return {review.last, sees_nothing ? next_review(value.next, FirstRev, RevMonths, true).when : review.next};
     };
     timeperiod period = period_of(TheDate);
     if (StepOverBoundary && period.to() == TheDate) period = period_of(TheDate.plusdays(1));
@@ -74,10 +73,11 @@ timeperiod ReviewPeriodFcst(const date& TheDate, const date& FirstRev, int RevMo
 double ConFcstMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double InitialAnnRate,
                    const Forecast& forecast, int RevMonthsOpt, const Basis& basis, bool ComponentPart) {
     Routine here{"ConFcstMktX", Routine::internal};
-    here.arguments("Time,Start,Finish,FirstRev,InitialAnnRate,FcstVals,StartFcst,FcstBase,RevMonthsOpt,DayCount,Periods,"
-                   "ProjMode,ComponentPart",
-                   Time, life.Start, life.Finish, FirstRev, InitialAnnRate, forecast.values, forecast.start,
-                   forecast.base, RevMonthsOpt, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
+    here.arguments(
+        "Time,Start,Finish,FirstRev,InitialAnnRate,FcstVals,StartFcst,FcstBase,RevMonthsOpt,DayCount,Periods,"
+        "ProjMode,ComponentPart",
+        Time, life.Start, life.Finish, FirstRev, InitialAnnRate, forecast.values, forecast.start, forecast.base,
+        RevMonthsOpt, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
     check_forecast(here, basis, forecast, RevMonthsOpt);
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
@@ -122,8 +122,7 @@ double ConFcstMkt(const timeperiod& Time, const Life& life, const date& FirstRev
                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis) {
     Routine here{"ConFcstMkt"};
     here.inputs(Time, life, FirstRev, InitialAnnRate, forecast, RevMonthsOpt, basis);
-    return here.returning(
-        ConFcstMktX(Time, life, FirstRev, InitialAnnRate, forecast, RevMonthsOpt, basis, false));
+    return here.returning(ConFcstMktX(Time, life, FirstRev, InitialAnnRate, forecast, RevMonthsOpt, basis, false));
 }
 
 double ConFcstGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double InitialAnnRate,
@@ -166,14 +165,12 @@ double ConIdx(const timeperiod& Time, const Life& life, double InitialAnnRate, c
         rest.intersect(FirstIdx, life.Finish);
         rest.intersect(period);
         const date& from = std::max(rest.from(), FirstIdx);
-        const double before =
-            con(period, {indexed.Start, std::min(life.Finish, FirstIdx)}, base.rate, start_count);
-        return here.returning(
-            before + safe_divide(SumFcst(from, rest.to(), index, {end_count.DayCount, basis.Periods}),
-                                 con(rest, {from, rest.to()}, base.rate, end_count)));
+        const double before = con(period, {indexed.Start, std::min(life.Finish, FirstIdx)}, base.rate, start_count);
+        return here.returning(before + safe_divide(SumFcst(from, rest.to(), index, {end_count.DayCount, basis.Periods}),
+                                                   con(rest, {from, rest.to()}, base.rate, end_count)));
     }
-    double sum = con(period, {life.Start, std::min(life.Finish, FirstIdx)}, InitialAnnRate,
-                     basis.under(codes.with_start()));
+    double sum =
+        con(period, {life.Start, std::min(life.Finish, FirstIdx)}, InitialAnnRate, basis.under(codes.with_start()));
     date day = period.from();
     for (int n = 1; n <= most_reviews; ++n) {
         timeperiod review = ReviewPeriodFcst(day, FirstIdx, IdxReg, index.start, index.base, true);

@@ -76,9 +76,9 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
                                            stubbed ? codes.with_end() : basis.DayCount, ComponentPart));
     }
     const date& flat_to = std::min(growth.dates.first(), life.Finish);
-    const double flat_count = !stubbed                                           ? basis.DayCount
+    const double flat_count = !stubbed                                          ? basis.DayCount
                               : periods(growth.dates.first(), life.Finish) >= 1 ? codes.core
-                                                                                 : codes.with_end();
+                                                                                : codes.with_end();
     double amount = at(InitialAnnRate, life.Start, initial_to, initial_count, first_stub);
     amount += at(MktAnnRate, market_from, flat_to, flat_count, ComponentPart);
 
@@ -105,16 +105,15 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
         const date& to = std::min(next, std::min(period.to(), life.Finish));
         const date& from = std::max(std::max(life.Start, FirstReview), std::max(period.from(), grows_from));
         if (to <= from) continue;
-        const date next_rev = FirstReview >= grows_from
-                                  ? FirstReview
-                                  : next_review(grows_from, FirstReview, RevMonthsOpt, false).when;
+        const date next_rev =
+            FirstReview >= grows_from ? FirstReview : next_review(grows_from, FirstReview, RevMonthsOpt, false).when;
         date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt, false).when;
         if (last_rev.iszero()) last_rev = next_rev;
-        const double passing = compounds ? GrowFromTo(GrowthBaseDate, last_rev, MktAnnRate, growth,
-                                                      growth_exponential, 0, measure)
-                                         : InitialAnnRate;
+        const double passing =
+            compounds ? GrowFromTo(GrowthBaseDate, last_rev, MktAnnRate, growth, growth_exponential, 0, measure)
+                      : InitialAnnRate;
         const bool goes_on = periods(to, life.Finish) >= 1;
-        const double day_count = !goes_on                         ? codes.with_end()
+        const double day_count = !goes_on                       ? codes.with_end()
                                  : periods(life.Start, to) >= 1 ? codes.core
                                                                 : codes.with_start();
         amount += SumEGStepMktFT(period, market, passing, growth.rates(n), grows_from, *base, next_rev, from, to,

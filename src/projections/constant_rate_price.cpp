@@ -119,9 +119,9 @@ double ConRevFcstX(const timeperiod& Time, const Life& life, const date& FirstRe
                    RevMonthsOpt, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
     check_forecast(here, basis, forecast, RevMonthsOpt);
     if (forecast.none() || !screen_accruals(here, Time, life)) return here.returning(0.0);
-    return here.returning(ConFcstMktX(Time, life, FirstRev, fcst(life.Start, forecast), forecast, RevMonthsOpt, basis,
-                                      ComponentPart) *
-                          AnnualRate);
+    return here.returning(
+        ConFcstMktX(Time, life, FirstRev, fcst(life.Start, forecast), forecast, RevMonthsOpt, basis, ComponentPart) *
+        AnnualRate);
 }
 
 double ConRevGrow2(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,
@@ -171,8 +171,7 @@ double ConRevGrow2X(const timeperiod& Time, const Life& life, double MktPrice, c
             revenue += average_price(between, MktPrice, growth, price_months, basis.accruals()) * amount;
         start = end;
     }
-    if (rounds >= most_rounds)
-        here.fail<errliboveriterated>("", "Iterated over too many Timeperiods in ConRevGrow2");
+    if (rounds >= most_rounds) here.fail<errliboveriterated>("", "Iterated over too many Timeperiods in ConRevGrow2");
     return here.returning(revenue);
 }
 
@@ -212,7 +211,8 @@ double ConGrowCombine(const timeperiod& Time, const Life& life, double MktPrice,
     return here.returning(sum_mini_periods(
         here, Time, life, basis, Operator, "Failed to calculate due to too many mini-timeperiods",
         [&](const date& day) {
-            const date price = GrowPriceEvery > 0 ? next_review(day, price_anchor, GrowPriceEvery, false).when : DateCrit;
+            const date price =
+                GrowPriceEvery > 0 ? next_review(day, price_anchor, GrowPriceEvery, false).when : DateCrit;
             const date rate = RevMonthsOpt > 0 ? next_review(day, anchor, RevMonthsOpt, false).when : DateCrit;
             return std::min(price, rate);
         },

@@ -8,8 +8,8 @@ namespace qx {
 
 namespace {
 
-/// True if there are steps. Without to-dates, or with nothing but a blank one, there is one that never ends, at a rate of
-/// 0 unless there is one.
+/// True if there are steps. Without to-dates, or with nothing but a blank one, there is one that never ends, at a rate
+/// of 0 unless there is one.
 bool has_steps(const Routine&, const FromSteps& steps, View<double>&) { return steps.count() > 0; }
 bool has_steps(const Routine& here, ToSteps& steps, View<double>& rates) {
     static constexpr double no_rate = 0.0;
@@ -55,25 +55,22 @@ double sum_given(const Routine& here, const timeperiod& Time, const Steps& steps
 
 template <class Steps>
 double sum_revenue(const Routine& here, const timeperiod& Time, const Steps& steps, View<double> AnnualRates,
-                   double MktPrice, const date& FirstRev, const Growth& growth, int RevMonthsOpt,
-                   const Basis& basis) {
-    return sum_stream(
-        here, Time, steps, basis,
-        [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
-            return ConRevGrowX(period, step, MktPrice, FirstRev, AnnualRates.single_or(n), growth, RevMonthsOpt, stub,
-                               ComponentPart);
-        });
+                   double MktPrice, const date& FirstRev, const Growth& growth, int RevMonthsOpt, const Basis& basis) {
+    return sum_stream(here, Time, steps, basis,
+                      [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                          return ConRevGrowX(period, step, MktPrice, FirstRev, AnnualRates.single_or(n), growth,
+                                             RevMonthsOpt, stub, ComponentPart);
+                      });
 }
 
 template <class Steps>
 double sum_revenue(const Routine& here, const timeperiod& Time, const Steps& steps, View<double> AnnualRates,
                    const date& FirstRev, const Forecast& forecast, int RevMonthsOpt, const Basis& basis) {
-    return sum_stream(
-        here, Time, steps, basis,
-        [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
-            return ConRevFcstX(period, step, FirstRev, AnnualRates.single_or(n), forecast, RevMonthsOpt, stub,
-                               ComponentPart);
-        });
+    return sum_stream(here, Time, steps, basis,
+                      [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                          return ConRevFcstX(period, step, FirstRev, AnnualRates.single_or(n), forecast, RevMonthsOpt,
+                                             stub, ComponentPart);
+                      });
 }
 
 template <class Steps>
@@ -93,10 +90,10 @@ double step_time(const char* name, const timeperiod& Time, const Steps& steps, V
     here.arguments("Time,Dates,DayCount,Periods,ProjMode", Time, dates, basis.DayCount, basis.Periods, basis.ProjMode);
     basis.check(here);
     if (steps.count() == 0) return here.returning(0.0);
-    return here.returning(sum_stream(
-        here, Time, steps, basis, [&](const timeperiod& period, int, const Life& step, const Basis&, bool goes_on) {
-            return ConX(period, step, 1.0, basis.accruals(), goes_on);
-        }));
+    return here.returning(sum_stream(here, Time, steps, basis,
+                                     [&](const timeperiod& period, int, const Life& step, const Basis&, bool goes_on) {
+                                         return ConX(period, step, 1.0, basis.accruals(), goes_on);
+                                     }));
 }
 
 /// One-step streams side by side: MultiFStep and MultiTStep.
@@ -104,14 +101,15 @@ double multi_step(Routine& here, const timeperiod& Time, const Streams& streams,
     basis.check(here);
     if (!runs_forward(here, Time)) return 0.0;
     return streams.sum(here, [&](const Life& life, double AnnualRate) {
-        return ConX(Time, life, AnnualRate, {DayCountCodes::of(basis.DayCount).with_end(), basis.Periods, basis.ProjMode},
-                    false);
+        return ConX(Time, life, AnnualRate,
+                    {DayCountCodes::of(basis.DayCount).with_end(), basis.Periods, basis.ProjMode}, false);
     });
 }
 
 } // namespace
 
-// --- As given ------------------------------------------------------------------------------------------------------------
+// --- As given
+// ------------------------------------------------------------------------------------------------------------
 
 template <class Steps>
 double Step(const timeperiod& Time, const Steps& given, View<double> AnnualRates, const Basis& basis) {
@@ -172,7 +170,8 @@ double TStepTime(const timeperiod& Time, View<date> ToDates, const Basis& basis)
     return step_time("TStepTime", Time, ToSteps{no_start, ToDates}, ToDates, basis);
 }
 
-// --- Growth --------------------------------------------------------------------------------------------------------------
+// --- Growth
+// --------------------------------------------------------------------------------------------------------------
 
 template <class Steps>
 double StepGrow(const timeperiod& Time, const date& end, double InitialAnnRate, View<date> dates, const Growth& growth,
@@ -201,8 +200,8 @@ double StepGrown(const timeperiod& Time, const Steps& given, View<double> Annual
     Steps steps = given;
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
     return here.returning(sum_rates(
-        here, Time, steps, basis,
-        [&](int n) { return Grow(steps.date_of(n), AnnualRates.single_or(n), growth, 0); }, LastStep::cut_off_too));
+        here, Time, steps, basis, [&](int n) { return Grow(steps.date_of(n), AnnualRates.single_or(n), growth, 0); },
+        LastStep::cut_off_too));
 }
 
 template <class Steps>
@@ -256,16 +255,17 @@ double StepThenGrow(const timeperiod& Time, const Steps& steps, View<double> Ann
     const auto& all = then_steps(steps);
     const int maxn = all.count();
     if (maxn == 0) return here.returning(0.0);
-    return here.returning(sum_stream(
-        here, Time, all, basis,
-        [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
-            if (n < maxn) return ConX(period, step, AnnualRates.single_or(n), stub, ComponentPart);
-            const double last_rate = AnnualRates.single_or(std::max(steps.count(), 1));
-            return con_grow(period, step, last_rate, growth, RevMonthsOpt, stub);
-        }));
+    return here.returning(
+        sum_stream(here, Time, all, basis,
+                   [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                       if (n < maxn) return ConX(period, step, AnnualRates.single_or(n), stub, ComponentPart);
+                       const double last_rate = AnnualRates.single_or(std::max(steps.count(), 1));
+                       return con_grow(period, step, last_rate, growth, RevMonthsOpt, stub);
+                   }));
 }
 
-// --- Forecasts -----------------------------------------------------------------------------------------------------------
+// --- Forecasts
+// -----------------------------------------------------------------------------------------------------------
 
 template <class Steps>
 double StepFcst(const timeperiod& Time, const Steps& given, const Forecast& forecast, const Basis& basis) {
@@ -275,8 +275,7 @@ double StepFcst(const timeperiod& Time, const Steps& given, const Forecast& fore
     Steps steps = given;
     View<double> rates = forecast.values;
     if (!runs_forward(here, Time) || !has_steps(here, steps, rates)) return here.returning(0.0);
-    return here.returning(
-        sum_rates(here, Time, steps, basis, [&](int n) { return fcst(steps.date_of(n), forecast); }));
+    return here.returning(sum_rates(here, Time, steps, basis, [&](int n) { return fcst(steps.date_of(n), forecast); }));
 }
 
 template <class Steps>
@@ -293,7 +292,8 @@ double StepFcstMkt(const timeperiod& Time, const Steps& given, View<double> Annu
     }));
 }
 
-// --- Several lists -------------------------------------------------------------------------------------------------------
+// --- Several lists
+// -------------------------------------------------------------------------------------------------------
 
 template <class Steps>
 double StepCombine(const timeperiod& Time, int CombineSwitch, const Steps& given, View<double> AnnualRates,
@@ -357,8 +357,7 @@ double StepRevGrow(const timeperiod& Time, const date& end, double MktPrice, con
     growth.check(here);
     Steps steps{end, dates};
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
-    return here.returning(
-        sum_revenue(here, Time, steps, AnnualRates, MktPrice, FirstRev, growth, RevMonthsOpt, basis));
+    return here.returning(sum_revenue(here, Time, steps, AnnualRates, MktPrice, FirstRev, growth, RevMonthsOpt, basis));
 }
 
 template <class Steps>
@@ -430,7 +429,8 @@ double StepThenGrowRev(const timeperiod& Time, const date& end, double MktPrice,
         }));
 }
 
-// --- Both sides ----------------------------------------------------------------------------------------------------------
+// --- Both sides
+// ----------------------------------------------------------------------------------------------------------
 
 #define QX_ROUTINES_OVER(Steps)                                                                                        \
     template double Step(const timeperiod&, const Steps&, View<double>, const Basis&);                                 \
@@ -446,8 +446,8 @@ double StepThenGrowRev(const timeperiod& Time, const date& end, double MktPrice,
     template double StepFcstMkt(const timeperiod&, const Steps&, View<double>, const Forecast&, const Basis&);         \
     template double StepCombine(const timeperiod&, int, const Steps&, View<double>, const SteppedRates&,               \
                                 const SteppedRates&, const SteppedRates&, const Basis&);                               \
-    template double StepRev<Steps>(const timeperiod&, const date&, View<date>, View<double>, View<date>,               \
-                                   View<double>, const Basis&);                                                        \
+    template double StepRev<Steps>(const timeperiod&, const date&, View<date>, View<double>, View<date>, View<double>, \
+                                   const Basis&);                                                                      \
     template double StepRevGrow<Steps>(const timeperiod&, const date&, double, const date&, View<date>, View<double>,  \
                                        const Growth&, int, const Basis&);                                              \
     template double StepRevFcst<Steps>(const timeperiod&, const date&, const date&, View<date>, View<double>,          \

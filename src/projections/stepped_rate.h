@@ -1,10 +1,10 @@
 // Streams of money whose rate changes at given dates. Each function has two sides, by from-dates (FStep...) and by
 // to-dates (TStep...), and is one template over them.
 //
-// Rate n is that of step n; a single rate serves for all steps, otherwise one that is missing throws outofrange when its
-// step is reached. Only the first step is measured with the start stub of a composite day count, and only the last with
-// its end stub. No from-dates give 0; no to-dates are one step from Start that never ends. What is read at the date of a
-// step is read where a step by from-dates begins and one by to-dates ends.
+// Rate n is that of step n; a single rate serves for all steps, otherwise one that is missing throws outofrange when
+// its step is reached. Only the first step is measured with the start stub of a composite day count, and only the last
+// with its end stub. No from-dates give 0; no to-dates are one step from Start that never ends. What is read at the
+// date of a step is read where a step by from-dates begins and one by to-dates ends.
 //
 // Errors as in constant_rate.h.
 #pragma once
@@ -37,7 +37,8 @@ double MultiTStep(const timeperiod& Time, View<date> Starts, View<date> ToDates,
 double FStepTime(const timeperiod& Time, View<date> FromDates, const Basis& basis);
 double TStepTime(const timeperiod& Time, View<date> ToDates, const Basis& basis);
 
-// --- Growth --------------------------------------------------------------------------------------------------------------
+// --- Growth
+// --------------------------------------------------------------------------------------------------------------
 
 /// The rate of a step is InitialAnnRate grown to the date of the step. A step that Finish cuts off is measured as the
 /// last one.
@@ -61,7 +62,8 @@ template <class Steps>
 double StepThenGrow(const timeperiod& Time, const Steps& steps, View<double> AnnualRates, const Growth& growth,
                     int RevMonthsOpt, const Basis& basis);
 
-// --- Forecasts -----------------------------------------------------------------------------------------------------------
+// --- Forecasts
+// -----------------------------------------------------------------------------------------------------------
 
 /// The rate of a step is the forecast at its date.
 template <class Steps>
@@ -71,7 +73,8 @@ template <class Steps>
 double StepFcstMkt(const timeperiod& Time, const Steps& steps, View<double> AnnualRates, const Forecast& forecast,
                    const Basis& basis);
 
-// --- Several lists -------------------------------------------------------------------------------------------------------
+// --- Several lists
+// -------------------------------------------------------------------------------------------------------
 
 /// Up to four lists merged to one (merge_rates). A list counts from its first from-date on, or up to its last to-date.
 /// Throws errlibmin, errlibmax for a CombineSwitch outside 0 to 7.
@@ -97,7 +100,8 @@ double FStepRevGrowSF(const timeperiod& Time, const Life& overall, double MktPri
                       const Basis& basis);
 double FStepRevFcstSF(const timeperiod& Time, const Life& overall, const date& FirstRev, View<date> FromDates,
                       View<double> AnnualRates, const Forecast& forecast, int RevMonthsOpt, const Basis& basis);
-/// StepThenGrow as revenue: steps of quantity as given and then growing (ConRevGrow2), at a price that grows throughout.
+/// StepThenGrow as revenue: steps of quantity as given and then growing (ConRevGrow2), at a price that grows
+/// throughout.
 template <class Steps>
 double StepThenGrowRev(const timeperiod& Time, const date& end, double MktPrice, View<date> dates,
                        View<double> AnnualRates, const Growth& growth, const Growth& rate_growth, int RevMonthsOpt,

@@ -20,9 +20,7 @@ struct FromSteps {
     /// The whole of the steps; only where there are some.
     Life extent() const { return {FromDates.first(), Finish}; }
     /// Step n. It ends with the whole, so that it may be empty.
-    Life operator()(int n) const {
-        return {FromDates(n), n < count() ? std::min(FromDates(n + 1), Finish) : Finish};
-    }
+    Life operator()(int n) const { return {FromDates(n), n < count() ? std::min(FromDates(n + 1), Finish) : Finish}; }
     /// The date at which what the step is worth is read: its beginning.
     const date& date_of(int n) const { return FromDates(n); }
     /// True of the step with which the whole begins.
@@ -72,14 +70,15 @@ struct OpenToSteps {
     int count() const { return steps.count() + 1; }
     Life extent() const { return {steps.Start, DateCrit}; }
     Life operator()(int n) const {
-        return n <= steps.count() ? steps(n) : Life{n > 1 ? std::max(steps.ToDates.last(), steps.Start) : steps.Start, DateCrit};
+        return n <= steps.count() ? steps(n)
+                                  : Life{n > 1 ? std::max(steps.ToDates.last(), steps.Start) : steps.Start, DateCrit};
     }
     bool opens(int n) const { return n == 1; }
     bool cut_off(int) const { return false; }
 };
 
-/// Steps of which the last one is another thing than those before it: by from-dates the last of those given, by to-dates
-/// one that follows them.
+/// Steps of which the last one is another thing than those before it: by from-dates the last of those given, by
+/// to-dates one that follows them.
 inline const FromSteps& then_steps(const FromSteps& steps) { return steps; }
 inline OpenToSteps then_steps(const ToSteps& steps) { return {steps}; }
 

@@ -36,7 +36,8 @@ constexpr Argument Periodicity() { return {"Periodicity", "Months from one start
 
 } // namespace
 
-// --- At a constant rate --------------------------------------------------------------------------------------------------
+// --- At a constant rate
+// --------------------------------------------------------------------------------------------------
 
 constexpr Function Con{
     .name = "Con",
@@ -56,8 +57,7 @@ constexpr Function MultiCon{
     .category = category,
     .calls = twin<qx::MultiCon>,
     .help = "Sum in a period of several streams at constant rates a year. New workbooks use Con",
-    .args = {time_period(), several_streams(),
-             basis()},
+    .args = {time_period(), several_streams(), basis()},
     .examples = {"MultiCon(2005, 12, {2005;2005.5}, 2010, {1200;600}) ~ 1500 1e-9"},
     .see_also = "Con",
 };
@@ -68,7 +68,8 @@ constexpr Function ConSF{
     .category = category,
     .calls = twin<qx::ConSF>,
     .help = "Amount in a period of a stream at a constant rate a year, as far as it lies between two overall dates",
-    .args = {time_period(), streams(),
+    .args = {time_period(),
+             streams(),
              {{"OverallStartDate", "Date before which nothing counts"},
               {"OverallFinishDate", "Date from which on nothing counts"}},
              basis()},
@@ -111,7 +112,8 @@ constexpr Function RePhaseCon{
               {"FromFinish", "Date on which it finishes now"},
               {"ToStart", "Date on which it is to start"},
               {"ToFinish", "Date on which it is to finish"}},
-             AnnualRate("Amount a year on the dates of now"), basis()},
+             AnnualRate("Amount a year on the dates of now"),
+             basis()},
     .examples = {"RePhaseCon(2005, 12, 2005, 2006, 2006, 2008, 1200) ~ -1200 1e-9",
                  "RePhaseCon(2006, 12, 2005, 2006, 2006, 2008, 1200) ~ 600 1e-9"},
     .see_also = "Con",
@@ -166,7 +168,8 @@ constexpr Function ConGrowPer{
 };
 QX_EXPORT(ConGrowPer, 13);
 
-// --- Reviewed to a growing rate ------------------------------------------------------------------------------------------
+// --- Reviewed to a growing rate
+// ------------------------------------------------------------------------------------------
 
 constexpr Function ConGrow{
     .name = "ConGrow",
@@ -187,8 +190,7 @@ constexpr Function MultiConGrow{
     .category = category,
     .calls = twin<qx::MultiConGrow>,
     .help = "Sum in a period of several streams that grow in steps. New workbooks use ConGrow",
-    .args = {time_period(), several_streams(),
-             growth(), RevMos(), basis()},
+    .args = {time_period(), several_streams(), growth(), RevMos(), basis()},
     .examples = {"MultiConGrow(2006, 12, 2005, 2010, {1000;2000}, 2005, 0.1, 12) ~ 3300 1e-6"},
     .see_also = "ConGrow",
 };
@@ -211,8 +213,7 @@ constexpr Function MultiAnnGrow{
     .category = category,
     .calls = twin<qx::MultiAnnGrow>,
     .help = "Sum in a period of several streams that grow once a year. New workbooks use AnnGrow",
-    .args = {time_period(), several_streams(),
-             growth(), basis()},
+    .args = {time_period(), several_streams(), growth(), basis()},
     .examples = {"MultiAnnGrow(2006, 12, 2005, 2010, {1000;2000}, 2005, 0.1) ~ 3300 1e-6"},
     .see_also = "AnnGrow",
 };
@@ -234,8 +235,9 @@ constexpr Function ConGrowMkt{
     .name = "ConGrowMkt",
     .category = category,
     .calls = twin<qx::ConGrowMkt>,
-    .help = "Amount in a period of a stream at an initial rate up to its first review and then at a growing market rate, "
-            "taken up every so many months. A section of 0% growth keeps the rate that it starts with",
+    .help =
+        "Amount in a period of a stream at an initial rate up to its first review and then at a growing market rate, "
+        "taken up every so many months. A section of 0% growth keeps the rate that it starts with",
     .args = {time_period(), life(), FirstRev(), MktAnnRate(), InitialAnnRate(), growth(), RevMonthsOpt(), basis()},
     .examples = {"ConGrowMkt(2005, 12, 2005, 2015, 2006, 1000, 800, 2005, 0.1, 12) ~ 800 1e-6",
                  "ConGrowMkt(2006, 12, 2005, 2015, 2006, 1000, 800, 2005, 0.1, 12) ~ 1100 1e-6",
@@ -256,7 +258,8 @@ constexpr Function ConGrowMktQ{
 };
 QX_EXPORT(ConGrowMktQ, 12);
 
-// --- Reviewed to a forecast ----------------------------------------------------------------------------------------------
+// --- Reviewed to a forecast
+// ----------------------------------------------------------------------------------------------
 
 constexpr Function ConFcstMkt{
     .name = "ConFcstMkt",
@@ -276,8 +279,9 @@ constexpr Function ConFcstGrowMkt{
     .name = "ConFcstGrowMkt",
     .category = category,
     .calls = twin<qx::ConFcstGrowMkt>,
-    .help = "Amount in a period of a stream reviewed to a forecast, scaled by what growth makes of a stream of 1 in the "
-            "period",
+    .help =
+        "Amount in a period of a stream reviewed to a forecast, scaled by what growth makes of a stream of 1 in the "
+        "period",
     .args = {time_period(), life(), FirstRev(), InitialAnnRate(), forecast(), growth(), RevMos(), basis()},
     .examples = {"ConFcstGrowMkt(2006, 12, 2005, 2015, 2006, 800, {900;1000}, 2005, 12, 2005, 0.1, 12) ~ 1100 1e-6"},
     .see_also = "ConFcstMkt,ConGrow",
@@ -290,13 +294,16 @@ constexpr Function ConIdx{
     .calls = twin<qx::ConIdx>,
     .help = "Amount in a period of a stream whose rate follows an index, taken up every so many months. Continuous "
             "indexation (IdxReg 0) is a rough approximation: a review interval is better",
-    .args = {time_period(), life(), {"InitialAnnRate", "Amount a year while the index is at its base"},
+    .args = {time_period(),
+             life(),
+             {"InitialAnnRate", "Amount a year while the index is at its base"},
              forecast("IdxFcstVals", "IdxStartFcst", "IdxFcstBase"),
              optional("IdxReg", 12, "Months from one indexation to the next, 0 to 1000; 0 for continuous, 999 for none")
                  .within(review_months_limits),
              optional("BaseDateOrIdx", "Date at whose index the initial rate holds (Start if omitted), or the level of "
                                        "the index, a number below 1910"),
-             optional("FirstIdxDate", "Date of the first indexation; when stream and index have both started if omitted"),
+             optional("FirstIdxDate",
+                      "Date of the first indexation; when stream and index have both started if omitted"),
              basis()},
     .examples = {"ConIdx(2005, 12, 2005, 2015, 1000, {100;105;110}, 2005, 12) ~ 1000 1e-9",
                  "ConIdx(2007, 12, 2005, 2015, 1000, {100;105;110}, 2005, 12) ~ 1100 1e-9",
@@ -305,19 +312,23 @@ constexpr Function ConIdx{
 };
 QX_EXPORT(ConIdx, 14);
 
-// --- Price and quantity --------------------------------------------------------------------------------------------------
+// --- Price and quantity
+// --------------------------------------------------------------------------------------------------
 
 constexpr Function ConFcstCombine{
     .name = "ConFcstCombine",
     .category = category,
     .calls = twin<qx::ConFcstCombine>,
     .help = "Amount in a period of a stream whose annual rate combines two forecasts, such as a price and a quantity",
-    .args = {time_period(), life(), forecast(),
+    .args = {time_period(),
+             life(),
+             forecast(),
              {"FcstAnnRates", "Values of the second forecast, one for each of its periods"},
              Argument{"FcstRatesBase", "Months that each value of the second forecast holds, 1 to 1000"}.within(
                  forecast_base_limits),
              {"StartFcstRates", "Date from which the first value of the second forecast holds"},
-             Operator(), basis()},
+             Operator(),
+             basis()},
     .examples = {"ConFcstCombine(2005, 12, 2005, 2010, {10;20}, 2005, 6, {100;200}, 12, 2005) ~ 1500 1e-9"},
     .see_also = "ConGrowCombine,FStepCombine",
 };
@@ -327,8 +338,9 @@ constexpr Function ConGrowCombine{
     .name = "ConGrowCombine",
     .category = category,
     .calls = twin<qx::ConGrowCombine>,
-    .help = "Amount in a period of a stream whose annual rate combines a growing price and a growing rate, both read at "
-            "the reviews of either",
+    .help =
+        "Amount in a period of a stream whose annual rate combines a growing price and a growing rate, both read at "
+        "the reviews of either",
     .args = {time_period(), life(), MktPrice(), growth("PriceGrowthDates", "PriceGrowthRates"),
              RevMonthsOpt("GrowPriceEvery"), AnnualRate("Rate or quantity a year, as at its first growth date"),
              growth(), RevMonthsOpt(), Operator(), basis()},
@@ -363,8 +375,9 @@ constexpr Function ConRevFcst{
     .name = "ConRevFcst",
     .category = category,
     .calls = twin<qx::ConRevFcst>,
-    .help = "Revenue in a period of a constant quantity a year at the price of a forecast, read at the start and then at "
-            "every review",
+    .help =
+        "Revenue in a period of a constant quantity a year at the price of a forecast, read at the start and then at "
+        "every review",
     .args = {time_period(), life(), FirstRev(), Quantity(), forecast(), RevMonthsOpt(), basis()},
     .examples = {"ConRevFcst(2006, 12, 2005, 2010, 2006, 100, {10;11}, 2005, 12, 12) ~ 1100 1e-9"},
     .see_also = "ConRev,ConFcstMkt,FStepRevFcst",

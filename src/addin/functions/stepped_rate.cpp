@@ -37,7 +37,8 @@ constexpr ArgumentGroup price_steps(const char* dates) {
 
 } // namespace
 
-// --- As given ------------------------------------------------------------------------------------------------------------
+// --- As given
+// ------------------------------------------------------------------------------------------------------------
 
 constexpr Function FStep{
     .name = "FStep",
@@ -114,9 +115,11 @@ constexpr Function MultiFStep{
     .category = category,
     .calls = twin<qx::MultiFStep>,
     .help = "Sum in a period of streams side by side, each of one step, from its from-date to its finish",
-    .args = {time_period(), {"Finishes", "Dates on which the streams finish, or one for all"},
+    .args = {time_period(),
+             {"Finishes", "Dates on which the streams finish, or one for all"},
              {"FromDates", "Dates from which the streams run, or one for all"},
-             {"AnnualRates", "Amounts a year, or one for all"}, basis()},
+             {"AnnualRates", "Amounts a year, or one for all"},
+             basis()},
     .examples = {"MultiFStep(2005, 12, {2006;2005.5}, {2004;2005}, {1000;1200}) ~ 1600 1e-9"},
     .see_also = "FStep,Con",
 };
@@ -127,15 +130,18 @@ constexpr Function MultiTStep{
     .category = category,
     .calls = twin<qx::MultiTStep>,
     .help = "Sum in a period of streams side by side, each of one step, from its start to its to-date",
-    .args = {time_period(), {"Starts", "Dates on which the streams start, or one for all"},
+    .args = {time_period(),
+             {"Starts", "Dates on which the streams start, or one for all"},
              {"ToDates", "Dates up to which the streams run, or one for all"},
-             {"AnnualRates", "Amounts a year, or one for all"}, basis()},
+             {"AnnualRates", "Amounts a year, or one for all"},
+             basis()},
     .examples = {"MultiTStep(2005, 12, {2004;2005}, {2006;2005.5}, {1000;1200}) ~ 1600 1e-9"},
     .see_also = "TStep,Con",
 };
 QX_EXPORT(MultiTStep, 8);
 
-// --- Growth --------------------------------------------------------------------------------------------------------------
+// --- Growth
+// --------------------------------------------------------------------------------------------------------------
 
 constexpr Function FStepGrow{
     .name = "FStepGrow",
@@ -255,7 +261,8 @@ constexpr Function TStepThenGrow{
 };
 QX_EXPORT(TStepThenGrow, 11);
 
-// --- Forecasts -----------------------------------------------------------------------------------------------------------
+// --- Forecasts
+// -----------------------------------------------------------------------------------------------------------
 
 constexpr Function FStepFcst{
     .name = "FStepFcst",
@@ -305,7 +312,8 @@ constexpr Function TStepFcstMkt{
 };
 QX_EXPORT(TStepFcstMkt, 11);
 
-// --- Several lists -------------------------------------------------------------------------------------------------------
+// --- Several lists
+// -------------------------------------------------------------------------------------------------------
 
 constexpr Function FStepCombine{
     .name = "FStepCombine",
@@ -365,8 +373,8 @@ constexpr Function FStepRevGrow{
     .calls = twin<qx::StepRevGrow<FromSteps>>,
     .help = "Revenue in a period of a quantity that changes on from-dates at a price that grows and is "
             "reviewed",
-    .args = {time_period(), Finish(), MktPrice(), FirstRev(), FromDates(), Quantities(), growth(),
-             RevMonthsOpt(), basis()},
+    .args = {time_period(), Finish(), MktPrice(), FirstRev(), FromDates(), Quantities(), growth(), RevMonthsOpt(),
+             basis()},
     .examples = {"FStepRevGrow(2006, 12, 2010, 10, 2005, {2005;2006.5}, {100;200}, 2005, 0.1, 12) ~ 1650 1e-6"},
     .see_also = "FStepRev,ConRevGrow",
 };
@@ -378,8 +386,8 @@ constexpr Function TStepRevGrow{
     .calls = twin<qx::StepRevGrow<ToSteps>>,
     .help = "Revenue in a period of a quantity that changes on to-dates at a price that grows and is "
             "reviewed",
-    .args = {time_period(), Start(), MktPrice(), FirstRev(), ToDates(), Quantities(), growth(),
-             RevMonthsOpt(), basis()},
+    .args = {time_period(), Start(), MktPrice(), FirstRev(), ToDates(), Quantities(), growth(), RevMonthsOpt(),
+             basis()},
     .examples = {"TStepRevGrow(2006, 12, 2005, 10, 2005, {2006.5;2010}, {100;200}, 2005, 0.1, 12) ~ 1650 1e-6"},
     .see_also = "TStepRev,ConRevGrow",
 };
@@ -416,8 +424,8 @@ constexpr Function FStepThenGrowRev{
     .help = "Revenue in a period of a quantity that changes on from-dates and grows from the last of them "
             "on, at a price that grows",
     .args = {time_period(), Finish(), MktPrice(), FromDates(), Quantities(), growth(),
-             growth("GrowthDatesAnnRate", "GrowthAnnRate"), RevMonthsOpt(),
-             RevMonthsOpt("RevMonthsAnnRateOpt"), basis()},
+             growth("GrowthDatesAnnRate", "GrowthAnnRate"), RevMonthsOpt(), RevMonthsOpt("RevMonthsAnnRateOpt"),
+             basis()},
     .examples = {"FStepThenGrowRev(2006, 12, 2010, 10, 2005, 100, 2005, 0.1, 2005, 0.2, 12, 12) ~ 1320 1e-6"},
     .see_also = "FStepThenGrow,ConRevGrow2",
 };
@@ -430,8 +438,8 @@ constexpr Function TStepThenGrowRev{
     .help = "Revenue in a period of a quantity that changes on to-dates and after the last of them goes on "
             "for ever and grows, at a price that grows",
     .args = {time_period(), Start(), MktPrice(), ToDates(), Quantities(), growth(),
-             growth("GrowthDatesAnnRate", "GrowthAnnRate"), RevMonthsOpt(),
-             RevMonthsOpt("RevMonthsAnnRateOpt"), basis()},
+             growth("GrowthDatesAnnRate", "GrowthAnnRate"), RevMonthsOpt(), RevMonthsOpt("RevMonthsAnnRateOpt"),
+             basis()},
     .examples = {"TStepThenGrowRev(2006, 12, 2004, 10, 2005, 100, 2005, 0.1, 2005, 0.2, 12, 12) ~ 1320 1e-6"},
     .see_also = "TStepThenGrow,ConRevGrow2",
 };
