@@ -1,18 +1,44 @@
 #include "projections/constant_rate.h"
 
-#include "projections/periodic.h"
-
 #include "calendar/seasons.h"
 
 #include <cmath>
 
 namespace qx {
 
+namespace {
+
+/// The sum of a stream's repetitions that can reach into a period: ConPer and its like.
+template <class Amount>
+double sum_repetitions(Routine& here, const timeperiod& Time, const Life& life, const date& AbsFinish,
+                       View<double> AnnualRates, int Periodicity, const Basis& basis, Amount amount) {
+    constexpr int most_repetitions = 100;
+    if (!runs_forward(here, Time)) return 0.0;
+    if (life.Start >= Time.to() || Time.from() >= AbsFinish || life.Start >= AbsFinish) {
+        here.info("Start Date outside timeperiod or exceeds Absolute Finish, returning zero");
+        return 0.0;
+    }
+    const double months = diffmonths(life.Start, life.Finish, basis.DayCount, basis.Periods);
+    double sum = 0.0;
+    int n = 0;
+    date start = life.Start, finish = life.Finish;
+    while (n < most_repetitions && start < AbsFinish && start < Time.to()) {
+        const TraceBlock pass = here.pass(++n, "From ", start, " to ", finish);
+        sum += amount(Life{start, finish}, AnnualRates.entry(n));
+        start = life.Start.plusmonths(n * Periodicity, true);
+        finish = plusmonths(start, months, basis.DayCount, basis.Periods);
+    }
+    if (n >= most_repetitions) here.fail<errlibmaxrevs>("Periodicity");
+    return sum;
+}
+
 timeperiod period_in_years(double Time, double BaseYrs) {
     timeperiod period{FunctionContext("timeperiod", "Time")};
     period.settime_in_years(Time, BaseYrs);
     return period;
 }
+
+} // namespace
 
 // --- Screening
 // -----------------------------------------------------------------------------------------------------------
@@ -97,15 +123,17 @@ double ConSF(const timeperiod& Time, const Streams& streams, const Life& overall
 }
 
 double con_seasonal(const timeperiod& Time, const Life& life, double AnnualRate, const Seasons& seasons,
-                    const Basis& basis) {
+                    const Basis& basis, bool ComponentPart) {
     const Routine here{"ConS", Routine::internal};
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
+    // Whole years count by their length: only what lies in the period may be one.
+    const Life counts = seasons.factors.size() < 2 ? life : life.within(period.from(), period.to());
     if (seasons.sequence.size() == 0)
-        return here.returning(even_seasonal_amount(period, life.Start, life.Finish, AnnualRate, seasons.factors,
-                                                   basis.DayCount, basis.Periods));
-    return here.returning(seasonal_amount(period, life.Start, life.Finish, AnnualRate, seasons.factors,
-                                          seasons.sequence, basis.DayCount, basis.Periods));
+        return here.returning(even_seasonal_amount(period, counts.Start, counts.Finish, AnnualRate, seasons.factors,
+                                                   basis.DayCount, basis.Periods, ComponentPart));
+    return here.returning(seasonal_amount(period, counts.Start, counts.Finish, AnnualRate, seasons.factors,
+                                          seasons.sequence, basis.DayCount, basis.Periods, ComponentPart));
 }
 
 double ConS(const timeperiod& Time, const Streams& streams, const Seasons& seasons, const Basis& basis) {
@@ -114,7 +142,7 @@ double ConS(const timeperiod& Time, const Streams& streams, const Seasons& seaso
     basis.check(here);
     if (!runs_forward(here, Time)) return here.returning(0.0);
     return here.returning(streams.sum(here, [&](const Life& life, double AnnualRate) {
-        return con_seasonal(Time, life, AnnualRate, seasons, basis);
+        return con_seasonal(Time, life, AnnualRate, seasons, basis, false);
     }));
 }
 
@@ -145,6 +173,7 @@ double ConEvent(const timeperiod& Time, const Life& life) {
     enum Event : int { none = 0, runs = 1, starts = 2, finishes = 3 };
     Routine here{"ConEvent"};
     here.inputs(Time, life);
+    if (!runs_forward(here, Time)) return here.returning(0.0);
     const auto event = [&] {
         if (Time.contains(life.Start)) return starts;
         if (Time.contains(life.Finish)) return finishes;
@@ -161,7 +190,7 @@ double ConPer(const timeperiod& Time, const Life& life, const date& AbsFinish, V
     here.inputs(Time, life, AbsFinish, AnnualRates, Periodicity, basis);
     basis.check(here);
     return here.returning(
-        sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity,
+        sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
                         [&](const Life& piece, double AnnualRate) { return con(Time, piece, AnnualRate, basis); }));
 }
 
@@ -178,9 +207,9 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
     here.inputs(Time, life, AbsFinish, AnnualRates, growth, RevMos, Periodicity, basis);
     basis.check(here);
     check_reviews(here, RevMos, "RevMos");
-    growth.check(here);
-    return here.returning(sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity,
+    return here.returning(sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
                                           [&](const Life& piece, double AnnualRate) {
+                                              growth.check(here);
                                               return con_grow(Time, piece, AnnualRate, growth, RevMos, basis);
                                           }));
 }

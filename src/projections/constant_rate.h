@@ -65,7 +65,7 @@ double MultiCon(const timeperiod& Time, const Streams& streams, const Basis& bas
 double ConSF(const timeperiod& Time, const Streams& streams, const Life& overall, const Basis& basis);
 /// The amount of a stream whose annual rate is spread over the year by seasons, even ones without a sequence of dates.
 double con_seasonal(const timeperiod& Time, const Life& life, double AnnualRate, const Seasons& seasons,
-                    const Basis& basis);
+                    const Basis& basis, bool ComponentPart);
 double ConS(const timeperiod& Time, const Streams& streams, const Seasons& seasons, const Basis& basis);
 
 /// The annual rate of a stream that amounts to AmountDisbursed in a period. Throws errlibnovalidanswer if none does
@@ -101,8 +101,7 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
 /// with.
 double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                   double InitialAnnRate, const Growth& growth, int RevMonthsOpt, const Basis& basis);
-/// A market rate with one growth rate from one date on, reviewed from Start on. A period that touches the stream counts
-/// to its end.
+/// A market rate with one growth rate from one date on, reviewed from Start on.
 double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, double InitialAnnRate,
                    const date& GrowFrom, double GrowthRatePA, int RevMos, const Basis& basis);
 

@@ -8,11 +8,12 @@ namespace qx {
 
 namespace {
 
-/// True if there are steps. Without to-dates there is one that never ends, at a rate of 0 unless there is one.
+/// True if there are steps. Without to-dates, or with nothing but a blank one, there is one that never ends, at a rate
+/// of 0 unless there is one.
 bool has_steps(const Routine&, const FromSteps& steps, View<double>&) { return steps.count() > 0; }
 bool has_steps(const Routine& here, ToSteps& steps, View<double>& rates) {
     static constexpr double no_rate = 0.0;
-    if (steps.count() > 0) return true;
+    if (steps.count() > 1 || (steps.count() == 1 && !steps.ToDates.first().iszero())) return true;
     steps.ToDates = View<date>::of(DateCrit);
     if (rates.empty()) rates = View<double>::of(no_rate);
     here.info("A set of To Dates and Annual Rates was of zero size nad has been defaulted to a rate of ",
@@ -72,6 +73,16 @@ double sum_revenue(const Routine& here, const timeperiod& Time, const Steps& ste
                       });
 }
 
+template <class Steps>
+void note_where_growth_is_read(const Routine& here) {
+    if constexpr (Steps::by_from_dates)
+        here.change_note(16, "See Change in Behaviour 16, Sep-02 :Bugfix: Growth should occur from changes in rate ie "
+                             "FromDates, not a Growth Date");
+    else
+        here.change_note(15, "See Change in Behaviour 15, Sep-02 :Bugfix: Growth should occur up until changes in rate "
+                             "ie ToDates, not a Growth Date");
+}
+
 /// The years of a period in steps, all measured alike.
 template <class Steps>
 double step_time(const char* name, const timeperiod& Time, const Steps& steps, View<date> dates, const Basis& basis) {
@@ -129,10 +140,11 @@ double StepS(const timeperiod& Time, const Steps& given, View<double> AnnualRate
     basis.check(here);
     Steps steps = given;
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
-    return here.returning(sum_stream(here, Time, steps, basis,
-                                     [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool) {
-                                         return con_seasonal(period, step, AnnualRates.single_or(n), seasons, stub);
-                                     }));
+    return here.returning(
+        sum_stream(here, Time, steps, basis,
+                   [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                       return con_seasonal(period, step, AnnualRates.single_or(n), seasons, stub, ComponentPart);
+                   }));
 }
 
 double MultiFStep(const timeperiod& Time, View<date> Finishes, View<date> FromDates, View<double> AnnualRates,
