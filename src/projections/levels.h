@@ -26,8 +26,7 @@ enum LevelSwitch : int {
     level_greatest = 5,  ///< the greatest in it
 };
 
-// --- Values read at the step in force: FGrowStep and TGrowStep, and so on
-// ---------------------------------------------
+// --- Values read at the step in force: FGrowStep and TGrowStep, and so on --------------------------------------------
 
 /// StartingValue grown to the beginning of the step.
 template <class Steps>
@@ -40,8 +39,7 @@ double GrowStepMkt(const date& TheDate, const date& bound, double MktAnnRate, Vi
 template <class Steps>
 double FcstStep(const date& TheDate, const Steps& steps, const Forecast& forecast, int FcstSwitchOpt);
 
-// --- Levels at a date: Level, FLevels and TLevels, and so on
-// ----------------------------------------------------------
+// --- Levels at a date: Level, FLevels and TLevels, and so on ---------------------------------------------------------
 
 double Level(const date& TheDate, const Life& life, double Level);
 template <class Steps>
@@ -69,8 +67,7 @@ double FLevelsCombine(const date& TheDate, int CombineSwitch, const FromSteps& s
 /// A balance: the sum of the net advances dated on or before TheDate.
 double Bal(const date& TheDate, View<date> AdvanceDates, View<double> NetAdvances);
 
-// --- Levels in a period: ALevel, FALevels and TALevels, and so on
-// -----------------------------------------------------
+// --- Levels in a period: ALevel, FALevels and TALevels, and so on ----------------------------------------------------
 
 /// A constant level. The least and the greatest are those of the two ends of the period.
 double ALevel(const timeperiod& Time, const Life& levels, double Level, int LevelSwitchOpt, const Measure& measure);

@@ -91,8 +91,8 @@ double step_time(const char* name, const timeperiod& Time, const Steps& steps, V
     basis.check(here);
     if (steps.count() == 0) return here.returning(0.0);
     return here.returning(sum_stream(here, Time, steps, basis,
-                                     [&](const timeperiod& period, int, const Life& step, const Basis&, bool goes_on) {
-                                         return ConX(period, step, 1.0, basis.accruals(), goes_on);
+                                     [&](const timeperiod& period, int, const Life& step, const Basis&, bool) {
+                                         return ConX(period, step, 1.0, basis.accruals(), false);
                                      }));
 }
 
