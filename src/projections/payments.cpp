@@ -224,7 +224,6 @@ double MkPmtsCats(const timeperiod& Time, const Payments& payments, View<anyvalu
     Routine here{"MkPmtsCats"};
     here.inputs(Time, payments, Categories, ChosenCategories, Categories2, ChosenCategories2, Options, bounds, CatMin,
                 CatMax, CatMin2, CatMax2);
-    here.limit(Options, 0, category_options, "Options");
     const CategoryChoice sets[] = {{Categories, ChosenCategories, CatMin, CatMax},
                                    {Categories2, ChosenCategories2, CatMin2, CatMax2}};
     const int maxn = payments.count();

@@ -114,12 +114,11 @@ struct CategoryChoice {
     /// True if it asks for nothing.
     bool open() const { return chosen.empty() && least.is_missing() && most.is_missing(); }
 };
-/// Options of MkPmtsCats, a sum.
+/// Options of MkPmtsCats, a sum; a bit without a meaning is passed over.
 enum CategoryOption : int {
-    all_but_first = 1,    ///< what the first set wants is left out, the rest is paid
-    all_but_second = 2,   ///< the same for the second set
-    either_category = 4,  ///< one of the sets is enough; otherwise both must agree
-    category_options = 7, ///< the greatest sum
+    all_but_first = 1,   ///< what the first set wants is left out, the rest is paid
+    all_but_second = 2,  ///< the same for the second set
+    either_category = 4, ///< one of the sets is enough; otherwise both must agree
 };
 /// The payments of chosen categories. Throws inputrangelength2 unless there is a category for each payment, and
 /// errliboptreq for a choice in a second set that has no categories.
