@@ -86,7 +86,8 @@ inline constexpr std::string_view register_order[] = {
     "TLevelsFcst", "TLevelsGrow", "TLevelsThenGrow", "FLevelsFcstMkt", "FLevelsGrowMkt", "TLevelsFcstMkt",
     "TLevelsGrowMkt", "FcstT", "TFcstT",
     // Real Estate
-    "FStepRent", "FStepRentFcst", "FStepRentFcstCollar", "FStepRentGrow", "IdxRentFcstMktR", "IdxRentFcstR",
+    "FStepRent", "FStepRentFcst", "FStepRentFcstCollar", "FStepRentGrow", "FStepRentGrowCollar",
+    "IdxRentFcstMktR", "IdxRentFcstR",
     "IdxRentGrowMktR", "IdxRentGrowR", "TStepIdxRentFcstR", "TStepIdxRentGrowR", "LastReview",
     "LastReviewR", "LeaseDates", "LeaseEnd", "LeaseInfo", "NextReview", "NextReviewR", "Occupancy",
     "ReletOccurs", "RentDateInfo", "RentEvent", "RentEventOccurs", "FServChargeGrowR", "FServChargeR",

@@ -1,0 +1,70 @@
+// A lease and the chain of relets that follow it.
+//
+// A relet starts some void months after the expiry before it, its rent starts some rent-free months after that, and it
+// expires its term after its start. Series of voids and the like have an entry for each relet, of which the last one
+// serves for all that follow; without entries there is neither void nor rent-free, and a relet runs for 15 years.
+#pragma once
+
+#include "core/options.h"
+#include "projections/terms.h"
+
+namespace qx {
+
+/// Which of the dates in a list of breaks ends a lease.
+enum BreakNumber : int {
+    first_break_from_today = -2, ///< the first one after today, or the last of all once they are past
+    no_break = -1,               ///< none: the lease never ends
+    last_break = 0,              ///< the last one, the ultimate expiry
+};
+
+/// The date that ends a lease: entry Brk of its breaks, of which the last one is the expiry; the last one where there
+/// are fewer, the first one for numbers below -2, the zero date without any. Zero dates at the end are no breaks.
+date lease_end(View<date> BrksOrExp, int Brk);
+/// The same, no later than AbFin unless that is zero.
+date lease_end(View<date> BrksOrExp, int Brk, const date& AbFin);
+
+/// What the relets of a chain have: months of void and of rent-free, and terms in years.
+struct Relets {
+    using takes = Takes<Range<double>, Range<double>, Range<double>>;
+    View<double> RelVoid_s, RelRF_s, RelTerm_s;
+
+    static constexpr int most = 100; ///< no chain is followed further
+    static constexpr double default_term = 15.0;
+
+    double void_months(int i) const { return RelVoid_s.empty() ? 0.0 : RelVoid_s.entry(i); }
+    double rent_free_months(int i) const { return RelRF_s.empty() ? 0.0 : RelRF_s.entry(i); }
+    double term_months(int i) const { return (RelTerm_s.empty() ? default_term : RelTerm_s.entry(i)) * 12.0; }
+};
+
+/// Options of rents that go on over relets, as bits of a sum.
+enum RentOption : int {
+    move_by_day_count = 1,   ///< "Daycount for calculating new rent start is the same as for rent."
+    round_dates = 2,         ///< to the nearest date of Periods
+    deflate_market = 4,      ///< "Market Rents on relet grow from Lease Start"
+    index_steps = 1024,      ///< "Index the fixed rental steps"
+    start_is_absolute = 2048 ///< "AbStart overrides RentStart."
+};
+
+/// How the dates of a chain are counted on and rounded.
+struct LeaseCalendar {
+    Measure measure;
+    int ROpts;
+
+    /// A number of months after a date.
+    date after(const date& day, double months) const;
+    /// The date itself, or the nearest date of the sequence. The zero date and the end of time stay.
+    date rounded(const date& day) const;
+    bool rounds() const { return option_present(round_dates, ROpts); }
+};
+
+/// One relet.
+struct Relet {
+    int number = 0;
+    date lease_start, rent_start, expiry;
+};
+
+/// The relet that follows an expiry, which it ends no later than `limit`.
+Relet next_relet(int number, const date& expiry, const Relets& relets, const LeaseCalendar& calendar,
+                 const date& limit);
+
+} // namespace qx

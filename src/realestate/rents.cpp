@@ -1,0 +1,702 @@
+#include "realestate/rents.h"
+
+#include "calendar/date_functions.h"
+#include "calendar/reviews.h"
+#include "core/routine.h"
+#include "projections/forecast.h"
+#include "projections/growth.h"
+#include "projections/reviewed_rate.h"
+#include "projections/stepped_rate.h"
+
+#include <cmath>
+
+namespace qx {
+
+namespace {
+
+constexpr int most_reviews = 100;
+constexpr Limits rent_discount_limits{-1, 1};
+
+/// Where market rents come from: a forecast, or else growth.
+struct MarketSource {
+    const Growth* growth;
+    const Forecast* forecast;
+};
+
+/// The market rent of one lease: a rent that grows, or a forecast.
+struct Market {
+    MarketSource source;
+    double rent;
+
+    double at(const date& day) const {
+        return source.forecast != nullptr ? fcst(day, *source.forecast) : Grow(day, rent, *source.growth, 0);
+    }
+};
+
+/// How the rent of a lease is reviewed.
+struct Rules {
+    const Reviews& reviews;
+    View<date> UOTog;
+
+    double reviewed(double passing, double market, const date& day, bool discounted) const {
+        return ReviewedRate(passing, market, reviews.RevDisc, day, UOTog, discounted);
+    }
+    double discounted(double market) const { return (1.0 - std::fabs(reviews.RevDisc)) * market; }
+    /// The review that follows a date, the zero date if reviews do not recur.
+    date first_after(const date& day) const {
+        return reviews.RevMos == 0 ? date() : day.plusmonths(reviews.RevMos, true);
+    }
+    /// The end of a review period: the next review, never if they do not recur.
+    date next_after(const date& day, const date& FirstRev) const {
+        return reviews.RevMos == 0 ? date(DateCrit) : next_review(day, FirstRev, reviews.RevMos, false).when;
+    }
+};
+
+/// A lease that starts at a rent and is reviewed.
+struct PlainLease {
+    date RentStart, FirstRev;
+    double InitRent;
+
+    const date& starts() const { return RentStart; }
+};
+
+/// A lease with a list of rents, each up to a date. The last date is the first review to the market.
+struct SteppedLease {
+    date RentStart;
+    View<date> ends;
+    View<double> AnnRents;
+    Collars collars{};
+    bool opens_with_review = false; ///< without a list: reviewed to the market at once, and not let at it
+
+    const date& starts() const { return RentStart; }
+    double collared(double rent, int n) const {
+        const auto bound = [n](View<double> bounds) {
+            if (bounds.size() == 1) return bounds(1);
+            return n <= bounds.size() ? bounds(n) : 0.0;
+        };
+        const double floor = bound(collars.AnnRentFloors), cap = bound(collars.AnnRentCaps);
+        return iszero(floor) && iszero(cap) ? rent : Collar(rent, floor, cap);
+    }
+};
+
+/// The first review as the walk uses it: none is at the end of the lease.
+date check_first_review(const Routine& here, const date& FirstRev, const date& expiry, int RevMos) {
+    if (FirstRev.iszero()) {
+        here.info("First Review (FirstRev) was zero, resetting it to the expiry (", expiry, ")");
+        return first_review(here, expiry);
+    }
+    if (FirstRev > expiry) {
+        if (FirstRev >= expiry.plusmonths(RevMos, true)) {
+            here.info("First Review (FirstRev) greater than Expiry by at least the value of RevMos(", RevMos,
+                      "), resetting it to the expiry (", expiry, ")");
+            return first_review(here, expiry);
+        }
+        here.info("First Review (FirstRev) greater than Expiry (", expiry,
+                  "), we are not changing it but be aware.");
+    }
+    return FirstRev;
+}
+
+bool within_lease(const Routine& here, const timeperiod& period, const date& start, const date& end) {
+    if (period.to() >= start && period.from() <= end) return true;
+    here.info("Either the timeperiod is before RentStart, or the timeperiod is later than ExpOrBrk, returning zero");
+    return false;
+}
+
+/// The rent of a lease that is reviewed, walked review by review, in a period under accruals.
+double rent_in(const timeperiod& period, const PlainLease& lease, const date& expiry, const Market& market,
+               const Rules& rules, const Measure& measure) {
+    Routine here{market.source.forecast != nullptr ? "RentFcst" : "RentGrow", Routine::internal};
+    here.arguments("Time,RentStart,ExpOrBrk,FirstRev,InitRent,RevMos,RevDisc,DayCount,Periods,UOTog", period,
+                   lease.RentStart, expiry, lease.FirstRev, lease.InitRent, rules.reviews.RevMos, rules.reviews.RevDisc,
+                   measure.DayCount, measure.Periods, rules.UOTog);
+    if (!within_lease(here, period, lease.RentStart, expiry)) return here.returning(0.0);
+    const date FirstRev = check_first_review(here, lease.FirstRev, expiry, rules.reviews.RevMos);
+    if (period.to() < FirstRev) {
+        here.info("All of the timeperiod ", period, " is before the first review ", FirstRev);
+        return here.returning(con(period, {lease.RentStart, expiry}, lease.InitRent, measure));
+    }
+    here.info("Calculated using ConX with ComponentPart=true");
+    double amount = ConX(period, {lease.RentStart, std::min(FirstRev, expiry)}, lease.InitRent, measure, true);
+    double passing = lease.InitRent;
+    date from = FirstRev;
+    for (int n = 1; from < period.to() && from < expiry; ++n) {
+        const date to = rules.next_after(from, FirstRev);
+        const TraceBlock pass = here.pass(n, "Review at ", from);
+        passing = rules.reviewed(passing, market.at(from), from, true);
+        if (to > period.from()) {
+            const bool last = to >= expiry;
+            if (last)
+                here.info("The end of the review period is past ExpOrBrk, ComponentPart is false, use normal DayCount "
+                          "as input.");
+            else
+                here.info("The review period is in the core of the projection, ComponentPart is true, use adjustable "
+                          "DayCount.");
+            amount += ConX(period, {std::max(from, lease.RentStart), std::min(to, expiry)}, passing, measure, !last);
+        }
+        from = to;
+        if (n >= most_reviews) {
+            here.warning("Approaching maximum number of market reviews you can have (", most_reviews, ")");
+            here.fail<errlibmaxrevs>("RevMos", "There are ", n, " reviews or more from ", FirstRev, " to ",
+                                     period.to());
+        }
+    }
+    return here.returning(amount);
+}
+
+/// The day count of rent n of a list.
+double step_day_count(const DayCountCodes& codes, double DayCount, int n, int maxn, bool ends_lease) {
+    if (n == 1) return maxn == 1 ? DayCount : codes.with_start();
+    return n == maxn && ends_lease ? codes.with_end() : codes.core;
+}
+
+/// The rent of a lease with a list of rents, in a period under accruals.
+double rent_in(const timeperiod& period, const SteppedLease& lease, const date& expiry, const Market& market,
+               const Rules& rules, const Measure& measure) {
+    const Routine here{"Stepped rents", Routine::internal};
+    if (!within_lease(here, period, lease.RentStart, expiry)) return here.returning(0.0);
+    const int maxn = lease.ends.size();
+    if (maxn == 0 && lease.opens_with_review)
+        return here.returning(rent_in(period, PlainLease{lease.RentStart, lease.RentStart, 0.0}, expiry, market, rules,
+                                      measure));
+    if (maxn == 0) {
+        const double rent = market.at(lease.RentStart);
+        const date FirstRev = rules.first_after(lease.RentStart);
+        here.warning("Warning: No fixed initial rent or review specified, assuming an initial rent based on market of ",
+                     rent, " and a first review of ", FirstRev);
+        return here.returning(
+            rent_in(period, PlainLease{lease.RentStart, FirstRev, rent}, expiry, market, rules, measure));
+    }
+    const date& to_market = lease.ends.last();
+    const DayCountCodes codes = DayCountCodes::of(measure.DayCount);
+    const bool listed = period.from() < to_market, generic = period.to() > to_market;
+    double amount = 0.0, passing = 0.0;
+    if (listed) here.info("For portion of period within specified rent reviews, rent due:");
+    for (int n = 1; n <= maxn; ++n) {
+        const date& from = n == 1 ? lease.RentStart : lease.ends(n - 1);
+        if (!generic && n > 1 && from > period.to()) break;
+        const date& to = lease.ends(n);
+        const TraceBlock pass = here.pass(n, "Rent from ", from, " to ", to);
+        double rent = lease.AnnRents.single_or(n);
+        const bool given = !iszero(rent);
+        if (!given) {
+            rent = market.at(from);
+            if (n == 1)
+                here.info("Zero initial rent encountered, reviewing to market at Rent Start Date of ", from);
+            else
+                here.info("Zero rent encountered at ", from, ", reviewing to market of ", rent);
+        }
+        if (n > 1) rent = rules.reviewed(passing, given ? rent : rules.discounted(rent), from, false);
+        if (n > 1 || !given) rent = lease.collared(rent, n);
+        passing = rent;
+        if (!listed || to < period.from()) continue;
+        const bool ends_lease = expiry <= to;
+        amount += ConX(period, {std::max(from, lease.RentStart), std::min(to, expiry)}, passing,
+                       {step_day_count(codes, measure.DayCount, n, maxn, ends_lease), measure.Periods, 0.0},
+                       n < maxn && !ends_lease);
+    }
+    if (!generic) return here.returning(amount);
+    here.info("For portion of period after specified rent reviews where reviews are generic, rent due:");
+    const double rent = rules.reviewed(passing, market.at(to_market), to_market, true);
+    return here.returning(
+        amount + rent_in(period, PlainLease{std::max(to_market, lease.RentStart), rules.first_after(to_market), rent},
+                         expiry, market, rules, {codes.with_end(), measure.Periods}));
+}
+
+/// The period in which a lease is measured, in place of a worksheet period; false if it lies outside.
+bool screen_rent(const Routine& here, timeperiod& period, const date& start, const date& end, const Basis& basis) {
+    if (!runs_forward(here, period)) return false;
+    if (!basis.cash()) return within_lease(here, period, start, end);
+    if (period.to() < start || period.from() > end) {
+        here.info("  Timeperiod(", period, ") falls before Rent Start/Start(", start, ") and/or Expiry/Finish(", end,
+                  ") date, returning zero.");
+        return false;
+    }
+    period = CashTime(period, basis.Periods, start, end, true, basis.ProjMode);
+    return true;
+}
+
+/// The rent of one lease in a worksheet period.
+template <class Lease>
+double single_rent(const Routine& here, const timeperiod& Time, const Lease& lease, const date& expiry,
+                   const Market& market, const Rules& rules, const Basis& basis) {
+    timeperiod period = Time;
+    if (!screen_rent(here, period, lease.starts(), expiry, basis)) return 0.0;
+    return rent_in(period, lease, expiry, market, rules, {basis.DayCount, basis.Periods});
+}
+
+// --- Relets
+// -----------------------------------------------------------------------------------------------------------
+
+/// How a chain of leases ends, and what it is made of.
+struct Chain {
+    View<date> BrksOrExp;
+    int Brk;
+    const date& AbFin;
+    const Relets& relets;
+    int ROpts;
+};
+
+WorkList<date> rounded(View<date> dates, const LeaseCalendar& calendar) {
+    WorkList<date> list;
+    for (const date& day : dates) list->append(calendar.rounded(day));
+    return list;
+}
+
+/// The dates between which a chain is measured: zero dates bound nothing.
+struct Bounds {
+    date Start, Finish;
+    void narrow(timeperiod& period) const {
+        if (!Start.iszero()) period.setfrom(std::max(period.from(), Start));
+        if (!Finish.iszero()) period.setto(std::min(period.to(), Finish));
+    }
+};
+
+/// The rent of a lease and its relets, with all dates rounded already but those of the chain.
+template <class Lease>
+double walk_chain(const Routine& here, const timeperiod& Time, const Lease& lease, View<double> MktRent_s,
+                  const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis,
+                  const Bounds& bounds) {
+    const Measure measure{basis.DayCount, basis.Periods};
+    const LeaseCalendar calendar{measure, chain.ROpts};
+    const date& limit = chain.AbFin.iszero() ? DateCrit : chain.AbFin;
+    const date& start = bounds.Start > lease.starts() ? bounds.Start : lease.starts();
+    const date& end = bounds.Finish.iszero() ? limit : std::min(limit, bounds.Finish);
+    timeperiod period = Time;
+    if (!runs_forward(here, period)) return 0.0;
+    if (period.to() < start || period.from() > end) {
+        here.info("Time ", period, " is outside of RentStart ", start, " and AbFin ", end, " returning zero.");
+        return 0.0;
+    }
+    if (basis.cash()) period = CashTime(period, basis.Periods, start, end, true, basis.ProjMode);
+    bounds.narrow(period);
+    if (period.to() < period.from()) return 0.0;
+
+    const auto market_rent = [&](int n) { return MktRent_s.empty() ? 0.0 : MktRent_s.entry(n); };
+    date expiry = calendar.rounded(lease_end(chain.BrksOrExp, chain.Brk, chain.AbFin));
+    double amount = rent_in(period, lease, expiry, Market{source, market_rent(1)}, rules, measure);
+    for (int i = 1; i <= Relets::most && expiry <= period.to() && expiry < limit; ++i) {
+        const Relet relet = next_relet(i, expiry, chain.relets, calendar, limit);
+        if (relet.rent_start > period.to() || relet.rent_start >= limit) break;
+        expiry = relet.expiry;
+        if (expiry < period.from()) continue;
+        const TraceBlock pass = here.pass(i, "Number of Relets needed: ", i);
+        Market market{source, market_rent(i + 1)};
+        if (source.growth != nullptr && option_present(deflate_market, chain.ROpts)) {
+            market.rent = safe_divide(market.rent, Grow(relet.lease_start, 1.0, *source.growth, 0));
+            here.info("In Relet number ", i, " the market rent was deflated to ", market.rent);
+        }
+        const date FirstRev = calendar.rounded(
+            rules.reviews.RevMos == 0 ? date() : calendar.after(relet.lease_start, rules.reviews.RevMos));
+        amount += rent_in(period, PlainLease{relet.rent_start, FirstRev, market.at(relet.lease_start)}, expiry, market,
+                          rules, measure);
+    }
+    return amount;
+}
+
+/// The same with the dates that a sheet gives, which are rounded first if the options say so.
+double chain_rent(const Routine& here, const timeperiod& Time, const PlainLease& lease, View<double> MktRent_s,
+                  const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis) {
+    const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
+    const PlainLease rounded_lease{calendar.rounded(lease.RentStart), calendar.rounded(lease.FirstRev),
+                                   lease.InitRent};
+    if (source.growth == nullptr || !calendar.rounds())
+        return walk_chain(here, Time, rounded_lease, MktRent_s, source, rules, chain, basis, {});
+    const WorkList<date> dates = rounded(source.growth->dates, calendar);
+    const Growth growth{dates, source.growth->rates};
+    return walk_chain(here, Time, rounded_lease, MktRent_s, {&growth, nullptr}, rules, chain, basis, {});
+}
+
+double chain_rent(const Routine& here, const timeperiod& Time, const SteppedLease& lease, View<double> MktRent_s,
+                  const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis,
+                  const Bounds& bounds = {}) {
+    const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
+    if (!calendar.rounds()) return walk_chain(here, Time, lease, MktRent_s, source, rules, chain, basis, bounds);
+    const WorkList<date> ends = rounded(lease.ends, calendar);
+    SteppedLease rounded_lease = lease;
+    rounded_lease.RentStart = calendar.rounded(lease.RentStart);
+    rounded_lease.ends = ends;
+    if (source.growth == nullptr)
+        return walk_chain(here, Time, rounded_lease, MktRent_s, source, rules, chain, basis, bounds);
+    const WorkList<date> dates = rounded(source.growth->dates, calendar);
+    const Growth growth{dates, source.growth->rates};
+    return walk_chain(here, Time, rounded_lease, MktRent_s, {&growth, nullptr}, rules, chain, basis, bounds);
+}
+
+// --- Leases by from-dates
+// -----------------------------------------------------------------------------------------------------------
+
+/// A list of rents by from-dates as the same list by to-dates: those that start before the review to the market.
+class FromRents {
+  public:
+    FromRents(const Routine& here, View<date> FromDates, View<double> AnnRents, const date& RevToMkt,
+              const Collars& collars = {})
+        : lease_{DateCrit, {}, AnnRents, collars} {
+        if (RevToMkt.iszero())
+            here.info("No Review to Market specified: the main lease will NOT review to market (although any relets "
+                      "will).  The function has set the first reveiew to market impossibly far into the future to "
+                      "ensure no review.");
+        const date& to_market = RevToMkt.iszero() ? DateCrit : RevToMkt;
+        int n = 0;
+        while (n < FromDates.size() && FromDates(n + 1) < to_market) ++n;
+        here.info("Number of fixed rents ", n);
+        for (int i = 2; i <= n; ++i) ends_->append(FromDates(i));
+        if (n > 0) ends_->append(to_market);
+        lease_.RentStart = n > 0 ? FromDates.first() : to_market;
+        lease_.ends = ends_;
+        lease_.opens_with_review = n == 0;
+        nothing_ = n == 0 && RevToMkt.iszero();
+        if (nothing_) here.info("No rents or reviews specified");
+    }
+    /// No rents and no reviews.
+    bool nothing() const { return nothing_; }
+    const SteppedLease& lease() const { return lease_; }
+
+  private:
+    WorkList<date> ends_;
+    SteppedLease lease_;
+    bool nothing_;
+};
+
+/// The note of a review to the market that has an argument of its own.
+void note_review_to_market(const Routine& here) {
+    here.change_note(165, "See Change in Behaviour 165, Oct-05 :New optional variable RevToMkt added to more "
+                          "explicityly define when the rent reviews to market (will default to last FromDate+RevMos "
+                          "otherwise)");
+}
+
+void check_limits(Routine& here, const Reviews& reviews, const Basis& basis) {
+    basis.check(here);
+    reviews.check(here);
+}
+void check_all(Routine& here, const Reviews& reviews, const Basis& basis, const Growth& growth) {
+    check_limits(here, reviews, basis);
+    growth.check(here);
+}
+void check_all(Routine& here, const Reviews& reviews, const Basis& basis, const Forecast& forecast) {
+    check_limits(here, reviews, basis);
+    forecast.check(here);
+}
+
+Reviews older_reviews(const Routine& here, double RevYears, int DownRev) {
+    constexpr double upward_only_without_discount = -1e-12;
+    if (DownRev != 0 && DownRev != 1) here.fail<errlibbadnum>("DownRev", "Erroneous value for 'DownRev'");
+    return {static_cast<int>(std::lround(12.0 * RevYears)), DownRev == 0 ? upward_only_without_discount : 0.0};
+}
+
+} // namespace
+
+void Reviews::check(Routine& here) const {
+    check_reviews(here, RevMos, "RevMos");
+    here.limit(RevDisc, rent_discount_limits, "RevDisc");
+}
+
+// --- One lease
+// -----------------------------------------------------------------------------------------------------------
+
+double RentGrow(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
+                double MktRent, double InitRent, const Growth& growth, const Reviews& reviews, const Basis& basis,
+                View<date> UOTog, int Brk) {
+    Routine here{"RentGrow"};
+    here.inputs(Time, RentStart, BrksOrExp, FirstRev, MktRent, InitRent, growth, reviews, basis, UOTog, Brk);
+    check_all(here, reviews, basis, growth);
+    return here.returning(single_rent(here, Time, PlainLease{RentStart, FirstRev, InitRent}, lease_end(BrksOrExp, Brk),
+                                      {{&growth, nullptr}, MktRent}, {reviews, UOTog}, basis));
+}
+
+double RentFcst(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
+                double InitRent, const Forecast& forecast, const Reviews& reviews, const Basis& basis,
+                View<date> UOTog, int Brk) {
+    Routine here{"RentFcst"};
+    here.inputs(Time, RentStart, BrksOrExp, FirstRev, InitRent, forecast, reviews, basis, UOTog, Brk);
+    check_all(here, reviews, basis, forecast);
+    return here.returning(single_rent(here, Time, PlainLease{RentStart, FirstRev, InitRent}, lease_end(BrksOrExp, Brk),
+                                      {{nullptr, &forecast}, 0.0}, {reviews, UOTog}, basis));
+}
+
+double TStepRent(const timeperiod& Time, const date& RentStart, View<date> ReviewDates, View<double> AnnRents,
+                 const Basis& basis) {
+    Routine here{"TStepRent"};
+    here.inputs(Time, RentStart, ReviewDates, AnnRents, basis);
+    basis.check(here);
+    if (Time.to() < RentStart) {
+        here.info("The timeperiod is before RentStart ", RentStart, ", returning zero");
+        return here.returning(0.0);
+    }
+    return here.returning(Step(Time, ToSteps{RentStart, ReviewDates}, AnnRents, basis));
+}
+
+double FStepRent(const timeperiod& Time, View<date> BrksOrExp, View<date> FromDates, View<double> AnnRents,
+                 const Basis& basis, int Brk) {
+    Routine here{"FStepRent"};
+    here.inputs(Time, BrksOrExp, FromDates, AnnRents, basis, Brk);
+    basis.check(here);
+    const date expiry = lease_end(BrksOrExp, Brk);
+    return here.returning(Step(Time, FromSteps{expiry, FromDates}, AnnRents, basis));
+}
+
+double TStepRentGrow(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, double MktRent,
+                     View<date> ReviewDates, View<double> AnnRents, const Growth& growth, const Reviews& reviews,
+                     const Basis& basis, View<date> UOTog, int Brk) {
+    Routine here{"TStepRentGrow"};
+    here.inputs(Time, RentStart, BrksOrExp, MktRent, ReviewDates, AnnRents, growth, reviews, basis, UOTog, Brk);
+    check_all(here, reviews, basis, growth);
+    return here.returning(single_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents},
+                                      lease_end(BrksOrExp, Brk), {{&growth, nullptr}, MktRent}, {reviews, UOTog},
+                                      basis));
+}
+
+double TStepRentFcst(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<date> ReviewDates,
+                     View<double> AnnRents, const Forecast& forecast, const Reviews& reviews, const Basis& basis,
+                     View<date> UOTog, int Brk) {
+    Routine here{"TStepRentFcst"};
+    here.inputs(Time, RentStart, BrksOrExp, ReviewDates, AnnRents, forecast, reviews, basis, UOTog, Brk);
+    check_all(here, reviews, basis, forecast);
+    return here.returning(single_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents},
+                                      lease_end(BrksOrExp, Brk), {{nullptr, &forecast}, 0.0}, {reviews, UOTog},
+                                      basis));
+}
+
+double TStepRentGrowCollar(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, double MktRent,
+                           View<date> ReviewDates, View<double> AnnRents, const Growth& growth, const Collars& collars,
+                           const Reviews& reviews, const Basis& basis, View<date> UOTog, int Brk) {
+    Routine here{"TStepRentGrowCollar"};
+    here.inputs(Time, RentStart, BrksOrExp, MktRent, ReviewDates, AnnRents, growth, collars, reviews, basis, UOTog,
+                Brk);
+    check_all(here, reviews, basis, growth);
+    return here.returning(single_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents, collars},
+                                      lease_end(BrksOrExp, Brk), {{&growth, nullptr}, MktRent}, {reviews, UOTog},
+                                      basis));
+}
+
+double TStepRentFcstCollar(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<date> ReviewDates,
+                           View<double> AnnRents, const Forecast& forecast, const Collars& collars,
+                           const Reviews& reviews, const Basis& basis, View<date> UOTog, int Brk) {
+    Routine here{"TStepRentFcstCollar"};
+    here.inputs(Time, RentStart, BrksOrExp, ReviewDates, AnnRents, forecast, collars, reviews, basis, UOTog, Brk);
+    check_all(here, reviews, basis, forecast);
+    return here.returning(single_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents, collars},
+                                      lease_end(BrksOrExp, Brk), {{nullptr, &forecast}, 0.0}, {reviews, UOTog},
+                                      basis));
+}
+
+namespace {
+
+double from_rent(const Routine& here, const timeperiod& Time, View<date> BrksOrExp, int Brk, const FromRents& rents,
+                 const Market& market, const Rules& rules, const Basis& basis) {
+    if (rents.nothing()) return 0.0;
+    return single_rent(here, Time, rents.lease(), lease_end(BrksOrExp, Brk), market, rules, basis);
+}
+
+} // namespace
+
+double FStepRentGrow(const timeperiod& Time, View<date> BrksOrExp, double MktRent, View<date> FromDates,
+                     View<double> AnnRents, const Growth& growth, const date& RevToMkt, const Reviews& reviews,
+                     const Basis& basis, View<date> UOTog, int Brk) {
+    Routine here{"FStepRentGrow"};
+    here.inputs(Time, BrksOrExp, MktRent, FromDates, AnnRents, growth, RevToMkt, reviews, basis, UOTog, Brk);
+    note_review_to_market(here);
+    check_all(here, reviews, basis, growth);
+    return here.returning(from_rent(here, Time, BrksOrExp, Brk, FromRents(here, FromDates, AnnRents, RevToMkt),
+                                    {{&growth, nullptr}, MktRent}, {reviews, UOTog}, basis));
+}
+
+double FStepRentFcst(const timeperiod& Time, View<date> BrksOrExp, View<date> FromDates, View<double> AnnRents,
+                     const Forecast& forecast, const date& RevToMkt, const Reviews& reviews, const Basis& basis,
+                     View<date> UOTog, int Brk) {
+    Routine here{"FStepRentFcst"};
+    here.inputs(Time, BrksOrExp, FromDates, AnnRents, forecast, RevToMkt, reviews, basis, UOTog, Brk);
+    note_review_to_market(here);
+    check_all(here, reviews, basis, forecast);
+    return here.returning(from_rent(here, Time, BrksOrExp, Brk, FromRents(here, FromDates, AnnRents, RevToMkt),
+                                    {{nullptr, &forecast}, 0.0}, {reviews, UOTog}, basis));
+}
+
+double FStepRentGrowCollar(const timeperiod& Time, View<date> BrksOrExp, double MktRent, View<date> FromDates,
+                           View<double> AnnRents, const Growth& growth, const Collars& collars, const date& RevToMkt,
+                           const Reviews& reviews, const Basis& basis, View<date> UOTog, int Brk) {
+    Routine here{"FStepRentGrowCollar"};
+    here.inputs(Time, BrksOrExp, MktRent, FromDates, AnnRents, growth, collars, RevToMkt, reviews, basis, UOTog, Brk);
+    note_review_to_market(here);
+    check_all(here, reviews, basis, growth);
+    return here.returning(from_rent(here, Time, BrksOrExp, Brk,
+                                    FromRents(here, FromDates, AnnRents, RevToMkt, collars),
+                                    {{&growth, nullptr}, MktRent}, {reviews, UOTog}, basis));
+}
+
+double FStepRentFcstCollar(const timeperiod& Time, View<date> BrksOrExp, View<date> FromDates, View<double> AnnRents,
+                           const Forecast& forecast, const Collars& collars, const date& RevToMkt,
+                           const Reviews& reviews, const Basis& basis, View<date> UOTog, int Brk) {
+    Routine here{"FStepRentFcstCollar"};
+    here.inputs(Time, BrksOrExp, FromDates, AnnRents, forecast, collars, RevToMkt, reviews, basis, UOTog, Brk);
+    note_review_to_market(here);
+    check_all(here, reviews, basis, forecast);
+    return here.returning(from_rent(here, Time, BrksOrExp, Brk,
+                                    FromRents(here, FromDates, AnnRents, RevToMkt, collars),
+                                    {{nullptr, &forecast}, 0.0}, {reviews, UOTog}, basis));
+}
+
+double RentG(double Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev, double MktRent,
+             double InitRent, const Growth& growth, double RevYears, int DownRev, double BaseYrs, const Basis& basis) {
+    constexpr int first_break = 1;
+    Routine here{"RentG"};
+    here.inputs(Time, RentStart, BrksOrExp, FirstRev, MktRent, InitRent, growth, RevYears, DownRev, BaseYrs, basis);
+    return here.returning(RentGrow(period_in_years(Time, BaseYrs), RentStart, BrksOrExp, FirstRev, MktRent, InitRent,
+                                   growth, older_reviews(here, RevYears, DownRev), basis, {}, first_break));
+}
+
+double StepRentG(double Time, const date& RentStart, View<date> BrksOrExp, double MktRent, View<date> ReviewDates,
+                 View<double> AnnRents, const Growth& growth, double RevYears, int DownRev, double BaseYrs,
+                 const Basis& basis) {
+    constexpr int first_break = 1;
+    Routine here{"StepRentG"};
+    here.inputs(Time, RentStart, BrksOrExp, MktRent, ReviewDates, AnnRents, growth, RevYears, DownRev, BaseYrs, basis);
+    return here.returning(TStepRentGrow(period_in_years(Time, BaseYrs), RentStart, BrksOrExp, MktRent, ReviewDates,
+                                        AnnRents, growth, older_reviews(here, RevYears, DownRev), basis, {},
+                                        first_break));
+}
+
+// --- A lease and its relets
+// -----------------------------------------------------------------------------------------------------------
+
+double RentGrowR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
+                 View<double> MktRent_s, double InitRent, const Growth& growth, const Reviews& reviews,
+                 const Relets& relets, const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts, int Brk) {
+    Routine here{"RentGrowR"};
+    here.inputs(Time, RentStart, BrksOrExp, FirstRev, MktRent_s, InitRent, growth, reviews, relets, basis, AbFin,
+                UOTog, ROpts, Brk);
+    check_all(here, reviews, basis, growth);
+    return here.returning(chain_rent(here, Time, PlainLease{RentStart, FirstRev, InitRent}, MktRent_s,
+                                     {&growth, nullptr}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                     basis));
+}
+
+double RentFcstR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
+                 double InitRent, const Forecast& forecast, const Reviews& reviews, const Relets& relets,
+                 const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts, int Brk) {
+    Routine here{"RentFcstR"};
+    here.inputs(Time, RentStart, BrksOrExp, FirstRev, InitRent, forecast, reviews, relets, basis, AbFin, UOTog, ROpts,
+                Brk);
+    check_all(here, reviews, basis, forecast);
+    return here.returning(chain_rent(here, Time, PlainLease{RentStart, FirstRev, InitRent}, {}, {nullptr, &forecast},
+                                     {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts}, basis));
+}
+
+double TStepRentGrowR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<double> MktRent_s,
+                      View<date> ReviewDates, View<double> AnnRents, const Growth& growth, const Reviews& reviews,
+                      const Relets& relets, const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts,
+                      int Brk) {
+    Routine here{"TStepRentGrowR"};
+    here.inputs(Time, RentStart, BrksOrExp, MktRent_s, ReviewDates, AnnRents, growth, reviews, relets, basis, AbFin,
+                UOTog, ROpts, Brk);
+    check_all(here, reviews, basis, growth);
+    return here.returning(chain_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents}, MktRent_s,
+                                     {&growth, nullptr}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                     basis));
+}
+
+double TStepRentFcstR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<date> ReviewDates,
+                      View<double> AnnRents, const Forecast& forecast, const Reviews& reviews, const Relets& relets,
+                      const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts, int Brk) {
+    Routine here{"TStepRentFcstR"};
+    here.inputs(Time, RentStart, BrksOrExp, ReviewDates, AnnRents, forecast, reviews, relets, basis, AbFin, UOTog,
+                ROpts, Brk);
+    check_all(here, reviews, basis, forecast);
+    return here.returning(chain_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents}, {},
+                                     {nullptr, &forecast}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                     basis));
+}
+
+double TStepRentGrowSFR(const timeperiod& Time, const date& AbsStart, const date& RentStart, const date& AbsFinish,
+                        View<date> BrksOrExp, View<double> MktRent_s, View<date> ReviewDates, View<double> AnnRents,
+                        const Growth& growth, const Reviews& reviews, const Relets& relets, const Basis& basis,
+                        const date& AbFin, View<date> UOTog, int ROpts, int Brk) {
+    Routine here{"TStepRentGrowSFR"};
+    here.inputs(Time, AbsStart, RentStart, AbsFinish, BrksOrExp, MktRent_s, ReviewDates, AnnRents, growth, reviews,
+                relets, basis, AbFin, UOTog, ROpts, Brk);
+    check_all(here, reviews, basis, growth);
+    return here.returning(chain_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents}, MktRent_s,
+                                     {&growth, nullptr}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                     basis, {AbsStart, AbsFinish}));
+}
+
+double TStepRentFcstSFR(const timeperiod& Time, const date& AbsStart, const date& RentStart, const date& AbsFinish,
+                        View<date> BrksOrExp, View<date> ReviewDates, View<double> AnnRents, const Forecast& forecast,
+                        const Reviews& reviews, const Relets& relets, const Basis& basis, const date& AbFin,
+                        View<date> UOTog, int ROpts, int Brk) {
+    Routine here{"TStepRentFcstSFR"};
+    here.inputs(Time, AbsStart, RentStart, AbsFinish, BrksOrExp, ReviewDates, AnnRents, forecast, reviews, relets,
+                basis, AbFin, UOTog, ROpts, Brk);
+    check_all(here, reviews, basis, forecast);
+    return here.returning(chain_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents}, {},
+                                     {nullptr, &forecast}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                     basis, {AbsStart, AbsFinish}));
+}
+
+namespace {
+
+double from_chain(const Routine& here, const timeperiod& Time, const FromRents& rents, View<double> MktRent_s,
+                  const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis,
+                  const Bounds& bounds = {}) {
+    if (rents.nothing()) return 0.0;
+    return chain_rent(here, Time, rents.lease(), MktRent_s, source, rules, chain, basis, bounds);
+}
+
+} // namespace
+
+double FStepRentGrowR(const timeperiod& Time, View<date> BrksOrExp, View<double> MktRent_s, View<date> FromDates,
+                      View<double> AnnRents, const Growth& growth, const date& RevToMkt, const Reviews& reviews,
+                      const Relets& relets, const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts,
+                      int Brk) {
+    Routine here{"FStepRentGrowR"};
+    here.inputs(Time, BrksOrExp, MktRent_s, FromDates, AnnRents, growth, RevToMkt, reviews, relets, basis, AbFin,
+                UOTog, ROpts, Brk);
+    note_review_to_market(here);
+    check_all(here, reviews, basis, growth);
+    return here.returning(from_chain(here, Time, FromRents(here, FromDates, AnnRents, RevToMkt), MktRent_s,
+                                     {&growth, nullptr}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                     basis));
+}
+
+double FStepRentFcstR(const timeperiod& Time, View<date> BrksOrExp, View<date> FromDates, View<double> AnnRents,
+                      const Forecast& forecast, const date& RevToMkt, const Reviews& reviews, const Relets& relets,
+                      const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts, int Brk) {
+    Routine here{"FStepRentFcstR"};
+    here.inputs(Time, BrksOrExp, FromDates, AnnRents, forecast, RevToMkt, reviews, relets, basis, AbFin, UOTog, ROpts,
+                Brk);
+    note_review_to_market(here);
+    check_all(here, reviews, basis, forecast);
+    return here.returning(from_chain(here, Time, FromRents(here, FromDates, AnnRents, RevToMkt), {},
+                                     {nullptr, &forecast}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                     basis));
+}
+
+double FStepRentGrowSFR(const timeperiod& Time, const Life& absolute, View<date> BrksOrExp, View<double> MktRent_s,
+                        View<date> FromDates, View<double> AnnRents, const Growth& growth, const date& RevToMkt,
+                        const Reviews& reviews, const Relets& relets, const Basis& basis, const date& AbFin,
+                        View<date> UOTog, int ROpts, int Brk) {
+    Routine here{"FStepRentGrowSFR"};
+    here.inputs(Time, absolute, BrksOrExp, MktRent_s, FromDates, AnnRents, growth, RevToMkt, reviews, relets, basis,
+                AbFin, UOTog, ROpts, Brk);
+    note_review_to_market(here);
+    check_all(here, reviews, basis, growth);
+    return here.returning(from_chain(here, Time, FromRents(here, FromDates, AnnRents, RevToMkt), MktRent_s,
+                                     {&growth, nullptr}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                     basis, {absolute.Start, absolute.Finish}));
+}
+
+double FStepRentFcstSFR(const timeperiod& Time, const Life& absolute, View<date> BrksOrExp, View<date> FromDates,
+                        View<double> AnnRents, const Forecast& forecast, const date& RevToMkt, const Reviews& reviews,
+                        const Relets& relets, const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts,
+                        int Brk) {
+    Routine here{"FStepRentFcstSFR"};
+    here.inputs(Time, absolute, BrksOrExp, FromDates, AnnRents, forecast, RevToMkt, reviews, relets, basis, AbFin,
+                UOTog, ROpts, Brk);
+    note_review_to_market(here);
+    check_all(here, reviews, basis, forecast);
+    return here.returning(from_chain(here, Time, FromRents(here, FromDates, AnnRents, RevToMkt), {},
+                                     {nullptr, &forecast}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                     basis, {absolute.Start, absolute.Finish}));
+}
+
+} // namespace qx
