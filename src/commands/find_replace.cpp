@@ -3,7 +3,7 @@
 #include "addin/cells.h"
 #include "addin/host.h"
 #include "addin/registration.h"
-#include "commands/excel_operations.h"
+#include "addin/excel_operations.h"
 #include "core/utilities.h"
 
 #include <boost/regex.hpp>

@@ -228,7 +228,7 @@ TEST(QuexelTrace, PrintsTheTree) {
     EXPECT_NE(outcome.out.find(" lines"), std::string::npos);
     const Outcome failed = quexel("trace 'MonthEnd(-1)'");
     EXPECT_NE(failed.out.find("Error LIB40: Date less than minimum allowed value"), std::string::npos) << failed.out;
-    EXPECT_EQ(failed.out.find("MonthEnd  = #NUM!  Date less than minimum allowed value (TheDate).\n"), 0u) << failed.out;
+    EXPECT_EQ(failed.out.find("MonthEnd   = #NUM!  Date less than minimum allowed value (TheDate).\n"), 0u) << failed.out;
     EXPECT_NE(quexel("trace '1+1'").out.find("Nothing To Report"), std::string::npos);
     EXPECT_EQ(quexel("trace '1+'").status, 1);
 }

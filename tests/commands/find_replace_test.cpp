@@ -2,7 +2,7 @@
 #include "addin/cells.h"
 #include "addin/registration.h"
 #include "addin/stub_host.h"
-#include "commands/excel_operations.h"
+#include "addin/excel_operations.h"
 #include "commands/find_replace.h"
 
 #include <gtest/gtest.h>
