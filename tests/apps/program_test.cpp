@@ -221,7 +221,7 @@ TEST(QuexelTrace, ComparesTwoTraces) {
 TEST(QuexelTrace, PrintsTheTree) {
     const Outcome outcome = quexel("trace 'MonthEnd(DYear(38000))'");
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.out.find("DYear     = 2004.03494623656\n"), 0u) << outcome.out; // the inner call comes first
+    EXPECT_EQ(outcome.out.find("DYear  = 2004.03494623656\n"), 0u) << outcome.out; // the inner call comes first
     EXPECT_NE(outcome.out.find("\nMonthEnd   = 38017\n  TheDate  "), std::string::npos) << outcome.out;
     EXPECT_NE(outcome.out.find("\n  Inputs "), std::string::npos);
     EXPECT_NE(outcome.out.find("\n  MonthEnd "), std::string::npos);
