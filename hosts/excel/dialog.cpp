@@ -148,7 +148,7 @@ INT_PTR Dialog::handle(UINT message, WPARAM w, LPARAM l) {
         return FALSE; // the dialog has set the focus
     case WM_SIZE:
         lay_out(LOWORD(l), HIWORD(l));
-        InvalidateRect(window_, nullptr, TRUE);
+        RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
         return TRUE;
     case WM_GETMINMAXINFO: {
         auto& limits = *reinterpret_cast<MINMAXINFO*>(l);

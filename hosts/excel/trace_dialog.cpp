@@ -12,7 +12,7 @@
 #include <shellapi.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <cstring>
 #include <iterator>
 #include <vector>
 
@@ -305,22 +305,23 @@ class TraceDialog final : public Dialog {
     /// Draws the columns over the line that the tree has drawn, of which its lines, button and picture stay.
     void draw_columns(const NMTVCUSTOMDRAW& drawn) {
         const HDC canvas = drawn.nmcd.hdc;
-        RECT label;
-        *reinterpret_cast<DWORD_PTR*>(&label) = drawn.nmcd.dwItemSpec;
+        RECT label{};
+        std::memcpy(&label, &drawn.nmcd.dwItemSpec, sizeof drawn.nmcd.dwItemSpec); // the question goes into the answer
         if (SendMessageW(view_, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&label)) == 0) return;
         RECT client;
         GetClientRect(view_, &client);
         const bool selected = (drawn.nmcd.uItemState & CDIS_SELECTED) != 0;
         const bool focused = (drawn.nmcd.uItemState & CDIS_FOCUS) != 0 || GetFocus() == view_;
         const auto node = static_cast<std::size_t>(drawn.nmcd.lItemlParam);
-        RECT row{label.left - dots(2), label.top, client.right, label.bottom};
+        RECT row{label.left, label.top, client.right, label.bottom};
         FillRect(canvas, &row, GetSysColorBrush(!selected ? COLOR_WINDOW : focused ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
+        const HGDIOBJ former_font = SelectObject(canvas, font());
         SetBkMode(canvas, TRANSPARENT);
         COLORREF colour = GetSysColor(selected && focused ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
         if (!(selected && focused) && tree_.nodes[node].kind == TraceKind::error) colour = red;
         SetTextColor(canvas, colour);
         std::wstring text = text_of(drawn.nmcd.lItemlParam);
-        int left = label.left, edge = 0;
+        int left = label.left + dots(3), edge = 0;
         for (int column = 0; column < 3; ++column) {
             const std::size_t tab = column < 2 ? text.find(L'\t') : text.npos;
             const std::wstring part = text.substr(0, tab);
@@ -335,6 +336,7 @@ class TraceDialog final : public Dialog {
                           DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
             left = edge;
         }
+        SelectObject(canvas, former_font);
     }
 
     /// Draws the pictures at the monitor's resolution.
@@ -375,6 +377,7 @@ class TraceDialog final : public Dialog {
         DeleteObject(sign);
         DeleteDC(canvas);
         ReleaseDC(window(), screen);
+        SendMessageW(view_, TVM_SETITEMHEIGHT, static_cast<WPARAM>(dots(20)), 0);
         SendMessageW(view_, TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(pictures_));
         if (former != nullptr) ImageList_Destroy(former);
     }

@@ -331,7 +331,7 @@ void use_long_trace() {
     const HTREEITEM values = below(inputs, "Values");
     check(tree.count() < 100, "the tree is filled as it is opened");
     SendMessageW(tree.window(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(values));
-    check(tree.children(values) < 10'000, "a long list does not keep the user waiting");
+    check(tree.count() < 5000, "a long list does not keep the user waiting");
     check(wait_until([&] { return tree.children(values) > 10'000; }), "the rest follows");
     HTREEITEM item = tree.next(TVGN_CHILD, values);
     bool in_order = true;

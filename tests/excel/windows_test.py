@@ -44,6 +44,9 @@ def main():
         with tempfile.TemporaryDirectory(prefix="quexel-windows-") as folder:
             environment = dict(os.environ, DISPLAY=display, WINEPREFIX=str(build / "wine"), WINEDEBUG="-all",
                                WINEDLLOVERRIDES="mscoree,mshtml,winebrowser.exe=;winemenubuilder.exe=d")
+            # Without a window manager: Windows draws the frames itself.
+            subprocess.run(["wine", "reg", "add", r"HKCU\Software\Wine\X11 Driver", "/v", "Managed", "/d", "N", "/f"],
+                           env=environment, stdout=subprocess.DEVNULL, check=True, timeout=200)
             program = subprocess.Popen(["wine", build / "windows.exe", library, "."], cwd=folder, env=environment)
             end = time.monotonic() + LONGEST
             while program.poll() is None and time.monotonic() < end:
