@@ -140,10 +140,12 @@ int run(int argc, char** argv) {
     replace_command->add_option("file", replace_options.file, "CSV file")->required();
     replace_command->add_option("--find", replace_options.find, "Regular expression in Perl syntax")->required();
     replace_command
-        ->add_option("--replace", replace_options.replacement, "What takes the place of each match; $1 is the first group")
+        ->add_option("--replace", replace_options.replacement,
+                     "What takes the place of each match; $1 is the first group")
         ->required();
     replace_command->add_option("--where", replace_options.where, "Only the cells of this area, as A1:D50");
-    replace_command->add_flag("--write", replace_options.write, "Change the file; without it the changes are only shown");
+    replace_command->add_flag("--write", replace_options.write,
+                              "Change the file; without it the changes are only shown");
     replace_command->callback([&] { status = replace(replace_options); });
 
     FunctionsOptions functions_options;

@@ -20,7 +20,8 @@ namespace {
 /// The rows as a text, with the line ends and the byte order mark of the former one.
 std::string csv_text(const sheet::CsvRows& rows, const std::string& former) {
     const std::size_t first_end = former.find('\n');
-    const char* const line_end = first_end != former.npos && first_end > 0 && former[first_end - 1] == '\r' ? "\r\n" : "\n";
+    const char* const line_end =
+        first_end != former.npos && first_end > 0 && former[first_end - 1] == '\r' ? "\r\n" : "\n";
     std::string text = former.starts_with("\xEF\xBB\xBF") ? "\xEF\xBB\xBF" : "";
     for (const std::vector<std::string>& row : rows) {
         for (std::size_t i = 0; i < row.size(); ++i) {
@@ -96,10 +97,8 @@ int replace(const ReplaceOptions& options) {
                 std::string after = replacer(field);
                 if (after == field) continue;
                 const sheet::CellAddress cell{static_cast<std::uint32_t>(row), static_cast<std::uint16_t>(column), 0};
-                changes.push_back({{sheet::address_text(cell)},
-                                   {sheet::valid_utf8(field)},
-                                   {"->"},
-                                   {sheet::valid_utf8(after)}});
+                changes.push_back(
+                    {{sheet::address_text(cell)}, {sheet::valid_utf8(field)}, {"->"}, {sheet::valid_utf8(after)}});
                 field = std::move(after);
             }
     } catch (const std::exception& error) {
@@ -118,8 +117,8 @@ int replace(const ReplaceOptions& options) {
         }
     }
     std::cout << changes.size() << " of " << filled << (filled == 1 ? " filled cell " : " filled cells ")
-              << (write ? "changed" : "would change") << (options.write || changes.empty() ? "" : "; --write changes the file")
-              << '\n';
+              << (write ? "changed" : "would change")
+              << (options.write || changes.empty() ? "" : "; --write changes the file") << '\n';
     return 0;
 }
 

@@ -81,8 +81,7 @@ void print_tree(const TraceTree& tree) {
     each([&](const TraceNode& node, const TraceColumns& text) {
         name_width = std::max(name_width, std::min(widest_name, 2 * static_cast<std::size_t>(node.depth) +
                                                                     sheet::character_count(std::string(text.name))));
-        value_width = std::max(value_width,
-                               std::min(widest_value, sheet::character_count(std::string(text.value))));
+        value_width = std::max(value_width, std::min(widest_value, sheet::character_count(std::string(text.value))));
     });
     each([&](const TraceNode& node, const TraceColumns& text) {
         print_line(padded(std::string(2 * static_cast<std::size_t>(node.depth), ' ') + valid(text.name), name_width) +
@@ -108,9 +107,8 @@ int show(const TraceTree& tree, const TraceSubject& subject, const std::string& 
     if (!html.empty()) return std::max(status, write_page(html, trace_html(tree, subject)));
     const std::vector<CallDigest> calls = digest(tree);
     for (const CallDigest& call : calls)
-        print_table(std::cout, &call == &calls.back()
-                                   ? in_short(call, subject)
-                                   : Rows{{{call.function}, {"= " + answer(call, {})}}});
+        print_table(std::cout, &call == &calls.back() ? in_short(call, subject)
+                                                      : Rows{{{call.function}, {"= " + answer(call, {})}}});
     if (!calls.empty()) std::cout << '\n';
     print_tree(all ? tree : folded(tree));
     return status;

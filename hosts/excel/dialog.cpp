@@ -1,4 +1,4 @@
-#include "dialog.h"
+#include "hosts/excel/dialog.h"
 
 #include <algorithm>
 
@@ -67,19 +67,22 @@ std::string narrow(std::wstring_view text) {
     const int length =
         WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr);
     std::string converted(static_cast<std::size_t>(std::max(length, 0)), '\0');
-    WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), converted.data(), length, nullptr, nullptr);
+    WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), converted.data(), length, nullptr,
+                        nullptr);
     return converted;
 }
 
 bool Dialog::show() {
-    const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES | ICC_STANDARD_CLASSES};
+    const INITCOMMONCONTROLSEX wanted{sizeof wanted,
+                                      ICC_TREEVIEW_CLASSES | ICC_LISTVIEW_CLASSES | ICC_STANDARD_CLASSES};
     InitCommonControlsEx(&wanted);
     const PerMonitor scaled;
     struct Template { // no controls, no menu, the standard class, no title yet
         DLGTEMPLATE head;
         WORD menu, window_class, title;
     } dialog{};
-    dialog.head.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MAXIMIZEBOX | WS_CLIPCHILDREN | DS_MODALFRAME;
+    dialog.head.style =
+        WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MAXIMIZEBOX | WS_CLIPCHILDREN | DS_MODALFRAME;
     dialog.head.cx = dialog.head.cy = 100;
     const INT_PTR result = DialogBoxIndirectParamW(this_module(), &dialog.head, GetActiveWindow(), &Dialog::handle,
                                                    reinterpret_cast<LPARAM>(this));
@@ -96,9 +99,9 @@ HWND Dialog::add(const wchar_t* kind, const wchar_t* text, DWORD style, int numb
 void Dialog::set_resolution(int resolution) {
     resolution_ = resolution;
     const HFONT former = font_;
-    font_ = CreateFontW(-MulDiv(9, resolution, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                        OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, VARIABLE_PITCH | FF_SWISS,
-                        L"Segoe UI");
+    font_ =
+        CreateFontW(-MulDiv(9, resolution, 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
+                    OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, VARIABLE_PITCH | FF_SWISS, L"Segoe UI");
     EnumChildWindows(
         window_,
         [](HWND control, LPARAM font) {

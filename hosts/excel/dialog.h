@@ -30,12 +30,12 @@ class Dialog {
     bool show();
 
   protected:
-    virtual void create() = 0;                        ///< makes the controls
-    virtual void lay_out(int width, int height) = 0;  ///< places them
-    virtual void rescaled() {}                        ///< the resolution is another
-    virtual void paint(HDC) {}                        ///< the background
-    virtual void pressed(int /*button*/) {}           ///< a button, or F1 as IDHELP
-    virtual void changed(int /*control*/) {}          ///< a text that the user edits
+    virtual void create() = 0;                       ///< makes the controls
+    virtual void lay_out(int width, int height) = 0; ///< places them
+    virtual void rescaled() {}                       ///< the resolution is another
+    virtual void paint(HDC) {}                       ///< the background
+    virtual void pressed(int /*button*/) {}          ///< a button, or F1 as IDHELP
+    virtual void changed(int /*control*/) {}         ///< a text that the user edits
     virtual LRESULT notified(const NMHDR&) { return 0; }
     virtual void timer() {}
 

@@ -1,6 +1,6 @@
 // Excel as the host of the library: forwards each operation to the Excel that has loaded it.
-#include "find_dialog.h"
-#include "trace_dialog.h"
+#include "hosts/excel/find_dialog.h"
+#include "hosts/excel/trace_dialog.h"
 
 #include "addin/host.h"
 #include "commands/find_replace.h"

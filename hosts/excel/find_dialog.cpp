@@ -1,6 +1,6 @@
-#include "find_dialog.h"
+#include "hosts/excel/find_dialog.h"
 
-#include "dialog.h"
+#include "hosts/excel/dialog.h"
 
 #include "addin/cells.h"
 
@@ -24,9 +24,11 @@ class FindDialog final : public Dialog {
         const std::string* const texts[] = {&state_.findtext, &state_.replacetext, &state_.where};
         for (int i = 0; i < 3; ++i) {
             labels_[i] = add(L"STATIC", labels[i], SS_LEFT);
-            fields_[i] = add(L"EDIT", wide(*texts[i]).c_str(), WS_TABSTOP | ES_AUTOHSCROLL, find_number + i, WS_EX_CLIENTEDGE);
+            fields_[i] =
+                add(L"EDIT", wide(*texts[i]).c_str(), WS_TABSTOP | ES_AUTOHSCROLL, find_number + i, WS_EX_CLIENTEDGE);
         }
-        list_ = add(WC_LISTVIEWW, L"", WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS, list_number);
+        list_ = add(WC_LISTVIEWW, L"", WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS,
+                    list_number);
         SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT);
         const wchar_t* const columns[] = {L"Cell", L"Before", L"After"};
         for (int i = 0; i < 3; ++i) {
@@ -71,7 +73,8 @@ class FindDialog final : public Dialog {
         std::string* const texts[] = {&state_.findtext, &state_.replacetext, &state_.where};
         for (int i = 0; i < 3; ++i) {
             std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(fields_[i])) + 1, L'\0');
-            text.resize(static_cast<std::size_t>(GetWindowTextW(fields_[i], text.data(), static_cast<int>(text.size()))));
+            text.resize(
+                static_cast<std::size_t>(GetWindowTextW(fields_[i], text.data(), static_cast<int>(text.size()))));
             *texts[i] = narrow(text);
         }
         if (button == find_button)

@@ -1,13 +1,12 @@
-#include "trace_dialog.h"
-
-#include "dialog.h"
+#include "hosts/excel/trace_dialog.h"
 
 #include "addin/cells.h"
+#include "addin/excel_operations.h"
 #include "addin/host.h"
 #include "addin/lifecycle.h"
-#include "addin/excel_operations.h"
 #include "commands/trace_html.h"
 #include "commands/trace_tree.h"
+#include "hosts/excel/dialog.h"
 
 #include <shellapi.h>
 
@@ -38,12 +37,12 @@ struct Picture {
 constexpr COLORREF red = RGB(179, 32, 44), amber = RGB(138, 90, 0), blue = RGB(36, 86, 184), green = RGB(29, 111, 66),
                    violet = RGB(107, 63, 160), teal = RGB(11, 107, 112), grey = RGB(93, 90, 107);
 constexpr Picture pictures[] = {
-    {L"\u00D7", red, true},    {L"f", violet, false},  {L"i", blue, true},        {L"=", green, true},
-    {L"t", grey, false},       {L"", grey, false},     {L"!", amber, true},       {L"x", grey, false},
-    {L"( )", blue, false},     {L"\u2207", teal, true}, {L"f", violet, true},     {L"\u21B5", green, false},
-    {L"", grey, false},        {L"f", teal, false},    {L"", grey, false},        {L"\u2022", grey, false},
-    {L"", grey, false},        {L"\u21BB", teal, true}, {L"[f]", violet, false},  {L"?", teal, true},
-    {L"", grey, false},        {L"\u21BB", teal, false}, {L"", grey, false},      {L"[ ]", green, false},
+    {L"\u00D7", red, true}, {L"f", violet, false},    {L"i", blue, true},      {L"=", green, true},
+    {L"t", grey, false},    {L"", grey, false},       {L"!", amber, true},     {L"x", grey, false},
+    {L"( )", blue, false},  {L"\u2207", teal, true},  {L"f", violet, true},    {L"\u21B5", green, false},
+    {L"", grey, false},     {L"f", teal, false},      {L"", grey, false},      {L"\u2022", grey, false},
+    {L"", grey, false},     {L"\u21BB", teal, true},  {L"[f]", violet, false}, {L"?", teal, true},
+    {L"", grey, false},     {L"\u21BB", teal, false}, {L"", grey, false},      {L"[ ]", green, false},
 };
 
 struct LegendEntry {
@@ -51,16 +50,26 @@ struct LegendEntry {
     int picture;
 };
 constexpr LegendEntry legend[] = {
-    {L"Error", 0},           {L"External Function", 10},
-    {L"Arguments", 8},       {L"Variable Value", 7},
-    {L"Loop", 17},           {L"Range Screening", 9},
-    {L"Detail", 4},          {L"Array Function", 18},
-    {L"Function called internally", 1}, {L"Internal function", 13},
-    {L"Return Value", 3},    {L"Function Return", 11},
-    {L"Warning", 6},         {L"Information", 2},
-    {L"Argument Value", 15}, {L"Array Item", 23},
-    {L"Inputs", 8},          {L"Input Value", 7},
-    {L"If condition met", 19}, {L"Loop Pass", 21},
+    {L"Error", 0},
+    {L"External Function", 10},
+    {L"Arguments", 8},
+    {L"Variable Value", 7},
+    {L"Loop", 17},
+    {L"Range Screening", 9},
+    {L"Detail", 4},
+    {L"Array Function", 18},
+    {L"Function called internally", 1},
+    {L"Internal function", 13},
+    {L"Return Value", 3},
+    {L"Function Return", 11},
+    {L"Warning", 6},
+    {L"Information", 2},
+    {L"Argument Value", 15},
+    {L"Array Item", 23},
+    {L"Inputs", 8},
+    {L"Input Value", 7},
+    {L"If condition met", 19},
+    {L"Loop Pass", 21},
 };
 
 /// The formula of the active cell, as far as the host tells it.
@@ -242,8 +251,7 @@ class TraceDialog final : public Dialog {
         line.itemex.lParam = node;
         line.itemex.cChildren = tree_.has_children(node) ? 1 : 0;
         line.itemex.iImage = line.itemex.iSelectedImage = static_cast<int>(tree_.nodes[node].kind);
-        return reinterpret_cast<HTREEITEM>(
-            SendMessageW(view_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&line)));
+        return reinterpret_cast<HTREEITEM>(SendMessageW(view_, TVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&line)));
     }
 
     /// Lines that are still to be put below a node.
@@ -363,7 +371,8 @@ class TraceDialog final : public Dialog {
             if (picture.sign[0] != L'\0') RoundRect(canvas, 0, 0, size, size, size / 3, size / 3);
             SetBkMode(canvas, TRANSPARENT);
             SetTextColor(canvas, picture.filled ? RGB(255, 255, 255) : picture.colour);
-            DrawTextW(canvas, picture.sign, -1, &square, DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX | DT_NOCLIP);
+            DrawTextW(canvas, picture.sign, -1, &square,
+                      DT_SINGLELINE | DT_CENTER | DT_VCENTER | DT_NOPREFIX | DT_NOCLIP);
             SelectObject(canvas, former_brush);
             SelectObject(canvas, former_pen);
             SelectObject(canvas, former_font);
@@ -388,14 +397,16 @@ class TraceDialog final : public Dialog {
         if (GetTempPathW(MAX_PATH, folder) == 0) return;
         const std::wstring name = std::wstring(folder) + L"Quexel Trace.html";
         const std::string page = trace_html(tree_, subject_of_active_cell());
-        const HANDLE file = CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        const HANDLE file =
+            CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
         DWORD written = 0;
         const bool good = file != INVALID_HANDLE_VALUE &&
                           WriteFile(file, page.data(), static_cast<DWORD>(page.size()), &written, nullptr) != 0 &&
                           written == page.size();
         if (file != INVALID_HANDLE_VALUE) CloseHandle(file);
         if (!good)
-            MessageBoxW(window(), (L"The page cannot be written: " + name).c_str(), L"Quexel Trace", MB_OK | MB_ICONERROR);
+            MessageBoxW(window(), (L"The page cannot be written: " + name).c_str(), L"Quexel Trace",
+                        MB_OK | MB_ICONERROR);
         else
             ShellExecuteW(window(), L"open", name.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     }

@@ -340,8 +340,8 @@ int SheetHost::sheet_id(OPER* result, int count, OPER* const* arguments) {
     if (count >= 1 && arguments[0]->type() == xltypeStr) {
         std::string name(text_of_oper(*arguments[0]));
         // A sheet of this workbook under its full name, or of the companion workbook, whose place it takes.
-        for (const std::string_view book : {std::string_view(book_name), std::string_view("[Quexel.xla]"),
-                                            std::string_view("[Quexel.xlam]")})
+        for (const std::string_view book :
+             {std::string_view(book_name), std::string_view("[Quexel.xla]"), std::string_view("[Quexel.xlam]")})
             if (name.starts_with(book)) {
                 name.erase(0, book.size());
                 break;

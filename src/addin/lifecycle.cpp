@@ -68,7 +68,8 @@ class Failures {
     bool any() const { return count_ > 0; }
     void tell() const {
         if (any())
-            message_box("Quexel", count_ <= shown ? text_ : text_ + "\nand " + std::to_string(count_ - shown) + " more");
+            message_box("Quexel",
+                        count_ <= shown ? text_ : text_ + "\nand " + std::to_string(count_ - shown) + " more");
     }
 
   private:

@@ -46,7 +46,8 @@ class TextTable {
   public:
     void add_row(std::initializer_list<std::string_view> row) {
         for (const std::string_view text : row) {
-            std::string counted(1, static_cast<char>(static_cast<unsigned char>(std::min<std::size_t>(text.size(), 255))));
+            std::string counted(1,
+                                static_cast<char>(static_cast<unsigned char>(std::min<std::size_t>(text.size(), 255))));
             texts_.push_back(counted.append(text.substr(0, 255)));
         }
     }

@@ -1,9 +1,9 @@
 #include "commands/find_replace.h"
 
 #include "addin/cells.h"
+#include "addin/excel_operations.h"
 #include "addin/host.h"
 #include "addin/registration.h"
-#include "addin/excel_operations.h"
 #include "core/utilities.h"
 
 #include <boost/regex.hpp>
@@ -223,7 +223,7 @@ bool clsfindreplace::confine(Selection& selection) {
 
 void clsfindreplace::look(const Selection& selection) {
     const Replacer replacer(findtext, replacetext);
-    replacer({}); // a replacement that cannot be carried out is told even if no cell is filled
+    replacer({});                       // a replacement that cannot be carried out is told even if no cell is filled
     std::set<std::pair<int, int>> seen; // areas may overlap
     std::size_t filled = 0, unread = 0;
     for (const XLREF& area : selection.areas)
@@ -304,7 +304,8 @@ void clsfindreplace::replace() {
     status = "Find:" + findtext + "\nReplace:" + replacetext + "\n" +
              counted(static_cast<std::size_t>(written), "cell") + " changed.";
     for (const CellChange& change : changes)
-        if (!change.problem.empty()) status += "\n" + describe(change.cell) + " is left as it was: " + change.problem + ".";
+        if (!change.problem.empty())
+            status += "\n" + describe(change.cell) + " is left as it was: " + change.problem + ".";
     std::erase_if(changes, [](const CellChange& change) { return !change.problem.empty(); });
     if (!changes.empty()) status += "\nUndo brings the former contents back.";
     written_ = std::move(changes);
@@ -319,7 +320,8 @@ void clsfindreplace::undo() {
     const int restored = write(changes, &CellChange::before);
     status = counted(static_cast<std::size_t>(restored), "cell") + " as before the replacement.";
     for (const CellChange& change : changes)
-        if (!change.problem.empty()) status += "\n" + describe(change.cell) + " could not be restored: " + change.problem + ".";
+        if (!change.problem.empty())
+            status += "\n" + describe(change.cell) + " could not be restored: " + change.problem + ".";
 }
 
 } // namespace qx

@@ -34,8 +34,8 @@ struct CellChange {
 };
 
 /// The dialog's state and what its buttons do, on the selection of the host. Find shows what would change; Replace
-/// writes it once it has been shown; Undo writes the former contents of the last Replace back. What goes wrong is told in
-/// the status.
+/// writes it once it has been shown; Undo writes the former contents of the last Replace back. What goes wrong is told
+/// in the status.
 class clsfindreplace {
   public:
     static constexpr int most_areas = 50;
@@ -64,7 +64,7 @@ class clsfindreplace {
     bool confine(Selection& selection);
     void look(const Selection& selection);
     /// Writes one text a cell; returns how many could be written and notes the problems.
-    int write(std::vector<CellChange>& changes, std::string CellChange::* text);
+    int write(std::vector<CellChange>& changes, std::string CellChange::*text);
     bool is_shown() const;
 
     std::uintptr_t sheet_ = 0;

@@ -93,7 +93,8 @@ InputDigest input(const TraceTree& tree, std::size_t node) {
             if (!text.description.starts_with(found.name + std::string(words))) break;
             found.is_default = true;
             const std::size_t bracket = text.description.find('(');
-            const std::string_view meaning = bracket == text.description.npos ? "" : text.description.substr(bracket + 1);
+            const std::string_view meaning =
+                bracket == text.description.npos ? "" : text.description.substr(bracket + 1);
             if (meaning.size() > 1) add_note(meaning.substr(0, meaning.size() - 1));
             break;
         }
@@ -239,6 +240,7 @@ std::string reason_of(std::string_view description) {
         head = head.substr(0, at);
     }
     std::string reason = one_line(head);
+    if (reason.empty()) return reason;
     while (reason.ends_with('.')) reason.pop_back();
     if (!variable.empty()) reason += " (" + std::string(variable) + ")";
     if (const std::string_view message = first_sentence(line_of(description, "\nMessage: ")); !message.empty())

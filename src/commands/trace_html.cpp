@@ -167,8 +167,7 @@ void append_digest(std::string& json, const TraceTree& tree, const TraceSubject&
     Json(json).list("calls", digest(tree), [&](const CallDigest& call) {
         json += '{';
         Json(json).field("function", call.function).field("results", call.results);
-        if (call.failed)
-            Json(json).field("reason", call.reason).field("error", number_of_error(tree, call.error_node));
+        if (call.failed) Json(json).field("reason", call.reason).field("error", number_of_error(tree, call.error_node));
         Json(json).list("inputs", call.inputs, [&](const InputDigest& input) {
             json += '{';
             Json(json).field("name", input.name).field("values", input.values).field("list", input.is_list);

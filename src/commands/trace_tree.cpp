@@ -157,9 +157,8 @@ TraceTree folded(const TraceTree& tree) {
         if (run.size() < long_run) continue;
         folds.push_back({run[kept], run[run.size() - kept],
                          std::string(tree.columns(i).name) + '\t' + std::to_string(run.size() - 2 * kept) +
-                             " more\tNumbers " + std::to_string(kept + 1) + " to " +
-                             std::to_string(run.size() - kept) + " of " + std::to_string(run.size()) +
-                             " that are alike"});
+                             " more\tNumbers " + std::to_string(kept + 1) + " to " + std::to_string(run.size() - kept) +
+                             " of " + std::to_string(run.size()) + " that are alike"});
     }
 
     std::sort(folds.begin(), folds.end(), [](const Fold& a, const Fold& b) { return a.start < b.start; });

@@ -92,8 +92,8 @@ void clsTrace2::store(TraceText text, TraceKind kind, int level) {
     char* const kept = keep(text.text.size() + text.full.size());
     text.text.copy(kept, text.text.size());
     text.full.copy(kept + text.text.size(), text.full.size());
-    items_[count_] = {kept, static_cast<std::uint32_t>(text.text.size()),
-                      static_cast<std::uint32_t>(text.full.size()), level, kind};
+    items_[count_] = {kept, static_cast<std::uint32_t>(text.text.size()), static_cast<std::uint32_t>(text.full.size()),
+                      level, kind};
 }
 
 int clsTrace2::additem(TraceText text, TraceKind kind, int levelchange, int absolutelevel) {
@@ -170,9 +170,7 @@ int clsTrace2::opening(std::string_view name, TraceText description, TraceKind k
 int clsTrace2::error(std::string_view label, std::string_view message) {
     return add(TraceKind::error, 0, -1, {"Error\t", label, "\t", message});
 }
-int clsTrace2::info(TraceText text) {
-    return text.text.empty() ? -1 : add(TraceKind::info, 0, -1, {"Info\t\t", text});
-}
+int clsTrace2::info(TraceText text) { return text.text.empty() ? -1 : add(TraceKind::info, 0, -1, {"Info\t\t", text}); }
 int clsTrace2::warning(TraceText text) {
     return text.text.empty() ? -1 : add(TraceKind::warning, 0, -1, {"Warning\t\t", text});
 }
@@ -231,8 +229,8 @@ int clsTrace2::add_argument(std::string_view name, TraceText value, std::string_
     return add(TraceKind::argument, 0, -1, {name, "\t", value, "\t", description});
 }
 
-int clsTrace2::add_return_value(std::string_view name, TraceText value, std::string_view function,
-                                int savedlevel, std::string_view text) {
+int clsTrace2::add_return_value(std::string_view name, TraceText value, std::string_view function, int savedlevel,
+                                std::string_view text) {
     if (count_ > maxitems) return currentlevel();
     std::string label = name.empty() ? std::string("Return Value") : "Return Value (" + std::string(name) + ")";
     std::string_view from = function.empty() ? "" : "Returning from ";

@@ -68,8 +68,8 @@ struct Wording : std::string {
 
 /// Whether the text of a value depends on the digits shown.
 template <class T>
-inline constexpr bool has_digits = !std::is_integral_v<T> && !std::is_convertible_v<T, std::string_view> &&
-                                   !std::is_same_v<T, ministring>;
+inline constexpr bool has_digits =
+    !std::is_integral_v<T> && !std::is_convertible_v<T, std::string_view> && !std::is_same_v<T, ministring>;
 
 /// The texts of several values in a row.
 template <class... Values>

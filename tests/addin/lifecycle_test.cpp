@@ -152,8 +152,9 @@ TEST(Lifecycle, AllRefusedRowsAreToldInOneBox) {
     EXPECT_EQ(trace().count(), static_cast<int>(the_register().size()));
     ASSERT_EQ(host.boxes.size(), 1u);
     EXPECT_EQ(host.boxes[0].find("xlfRegister failed to register function number 1,255, err = 32\nxlfRegister"), 0u);
-    EXPECT_NE(host.boxes[0].find("number 10,255, err = 32\nand " + std::to_string(the_register().size() - 10) + " more"),
-              std::string::npos);
+    EXPECT_NE(
+        host.boxes[0].find("number 10,255, err = 32\nand " + std::to_string(the_register().size() - 10) + " more"),
+        std::string::npos);
     trace().TraceShow();
 }
 

@@ -3,8 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include <cstdio>
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -190,11 +190,11 @@ TEST(QuexelReplace, ShowsAndThenWrites) {
     EXPECT_EQ(shown.status, 0);
     EXPECT_EQ(content("model.csv"), model);
     EXPECT_NE(quexel(replace + " --where B1:B9 --write").out.find("2 of 3 filled cells changed\n"), std::string::npos);
-    EXPECT_EQ(content("model.csv"),
-              "\xEF\xBB\xBFRent,Note\r\n1200,\"=DpD(A2,31)\"\r\n\r\n\"a \"\"30\"\"\",31\r\n");
+    EXPECT_EQ(content("model.csv"), "\xEF\xBB\xBFRent,Note\r\n1200,\"=DpD(A2,31)\"\r\n\r\n\"a \"\"30\"\"\",31\r\n");
     EXPECT_EQ(quexel("replace model.csv --find '(' --replace x --write").status, 1);
     EXPECT_EQ(quexel("replace model.csv --find x --replace y --where A").err, "\"A\" is no area such as A1:D50\n");
-    EXPECT_EQ(quexel("replace model.csv --find '' --replace y").err, "Error: Find text must not be the empty string!\n");
+    EXPECT_EQ(quexel("replace model.csv --find '' --replace y").err,
+              "Error: Find text must not be the empty string!\n");
     EXPECT_EQ(quexel("replace nosuch.csv --find x --replace y").status, 1);
     EXPECT_EQ(quexel("replace model.doc --find x --replace y").status, 1);
 }
@@ -202,7 +202,8 @@ TEST(QuexelReplace, ShowsAndThenWrites) {
 TEST(QuexelTrace, FoldsTheTrialsOfASearch) {
     const std::string formula = "'IRRT({2005;2006}, {100;110})'"; // no rate makes two receipts worth nothing
     const Outcome outcome = quexel("trace " + formula), all = quexel("trace --all " + formula);
-    EXPECT_EQ(outcome.out.find("IRRT            = #NUM!  Root not bracketed: We tried, but we couldn't find a solution"), 0u)
+    EXPECT_EQ(
+        outcome.out.find("IRRT            = #NUM!  Root not bracketed: We tried, but we couldn't find a solution"), 0u)
         << outcome.out.substr(0, 300);
     const auto lines = [](const std::string& text) { return std::count(text.begin(), text.end(), '\n'); };
     EXPECT_LT(lines(outcome.out), 400);
@@ -228,7 +229,8 @@ TEST(QuexelTrace, PrintsTheTree) {
     EXPECT_NE(outcome.out.find(" lines"), std::string::npos);
     const Outcome failed = quexel("trace 'MonthEnd(-1)'");
     EXPECT_NE(failed.out.find("Error LIB40: Date less than minimum allowed value"), std::string::npos) << failed.out;
-    EXPECT_EQ(failed.out.find("MonthEnd   = #NUM!  Date less than minimum allowed value (TheDate).\n"), 0u) << failed.out;
+    EXPECT_EQ(failed.out.find("MonthEnd   = #NUM!  Date less than minimum allowed value (TheDate).\n"), 0u)
+        << failed.out;
     EXPECT_NE(quexel("trace '1+1'").out.find("Nothing To Report"), std::string::npos);
     EXPECT_EQ(quexel("trace '1+'").status, 1);
 }

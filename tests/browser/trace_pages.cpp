@@ -97,7 +97,6 @@ int main(int argc, char** argv) {
     qx::write(folder, "solved.html", "IRRT(A1:A2, B1:B2)", "0.1");
     const qx::TraceTree before = build_trace_tree(qx::trace());
     qx::search(39);
-    std::ofstream(folder / "compared.html", std::ios::binary)
-        << qx::trace_html(before, {"IRRT(A1:A2, B1:B2)", "0.1"}, build_trace_tree(qx::trace()),
-                          {"IRRT(A1:A2, C1:C2)", "0.1"});
+    std::ofstream(folder / "compared.html", std::ios::binary) << qx::trace_html(
+        before, {"IRRT(A1:A2, B1:B2)", "0.1"}, build_trace_tree(qx::trace()), {"IRRT(A1:A2, C1:C2)", "0.1"});
 }

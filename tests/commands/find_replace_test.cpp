@@ -1,8 +1,8 @@
 // Find and replace on a host with a sheet of its own, which keeps formulas in row and column notation as Excel does.
 #include "addin/cells.h"
+#include "addin/excel_operations.h"
 #include "addin/registration.h"
 #include "addin/stub_host.h"
-#include "addin/excel_operations.h"
 #include "commands/find_replace.h"
 
 #include <gtest/gtest.h>
@@ -117,7 +117,8 @@ TEST_F(FindReplace, NothingIsWrittenBeforeItHasBeenShownAndUndoIsOneStep) {
     dialog.findtext = "(\\d)0";
     dialog.replacetext = "$1_";
     dialog.replace();
-    EXPECT_EQ(dialog.status, "Find:(\\d)0\nReplace:$1_\n3 of 3 filled cells would change.\nPress Replace again to write them.");
+    EXPECT_EQ(dialog.status,
+              "Find:(\\d)0\nReplace:$1_\n3 of 3 filled cells would change.\nPress Replace again to write them.");
     EXPECT_EQ(host.written, 0);
     ASSERT_EQ(dialog.changes().size(), 3u);
     EXPECT_EQ(describe(dialog.changes()[1].cell), "A2");

@@ -32,12 +32,12 @@ TEST_F(TraceTreeTest, ItemsNestByTheirLevels) {
     trace().return_value("TheYear", 2004.0, "DYear", 1);
     const TraceTree tree = build_trace_tree(trace());
     EXPECT_EQ(outline(tree), "DYear\n"
-                                   "  Inputs\n"
-                                   "    TheDate\n"
-                                   "      Return Value\n"
-                                   "    Inputs concluded for DYear\n"
-                                   "  DYear\n"
-                                   "    Return Value (TheYear)\n");
+                             "  Inputs\n"
+                             "    TheDate\n"
+                             "      Return Value\n"
+                             "    Inputs concluded for DYear\n"
+                             "  DYear\n"
+                             "    Return Value (TheYear)\n");
     const TraceColumns last = tree.columns(tree.size() - 1);
     EXPECT_EQ(last.value, "2004");
     EXPECT_EQ(last.description, "Returning from DYear");
@@ -54,11 +54,11 @@ TEST_F(TraceTreeTest, AnErrorOpensAllNodesAboveIt) {
     trace().function_call("D");
     trace().error("", "no");
     EXPECT_EQ(outline(build_trace_tree(trace())), "+A\n"
-                                                        "  +B\n"
-                                                        "    C\n"
-                                                        "      Returning\n"
-                                                        "    +D\n"
-                                                        "      Error\n");
+                                                  "  +B\n"
+                                                  "    C\n"
+                                                  "      Returning\n"
+                                                  "    +D\n"
+                                                  "      Error\n");
 }
 
 TEST_F(TraceTreeTest, ALevelBelowTheRootStartsANewRootAtLevelOne) {
@@ -67,10 +67,10 @@ TEST_F(TraceTreeTest, ALevelBelowTheRootStartsANewRootAtLevelOne) {
     trace().external_call("B");
     trace().additem("deep\t\t", TraceKind::info, 0, 3); // two levels at once: a node for each
     EXPECT_EQ(outline(build_trace_tree(trace())), "A\n"
-                                                        "  Returning\n"
-                                                        "B\n"
-                                                        "  deep\n"
-                                                        "    deep\n");
+                                                  "  Returning\n"
+                                                  "B\n"
+                                                  "  deep\n"
+                                                  "    deep\n");
 }
 
 TEST_F(TraceTreeTest, AnEmptyStoreSaysSo) {
@@ -106,8 +106,9 @@ TEST_F(TraceTreeTest, ListsRunForwards) {
     trace().return_value(std::string("Dates had 3 elements"), "AssignRange", 2);
     trace().variable("Rates");
     for (int i = 2; i >= 1; --i) trace().argument("Rates(" + std::to_string(i) + ")", i);
-    EXPECT_EQ(outline(build_trace_tree(trace())), "A\n  Inputs\n    Dates\n      Dates(1)\n      Dates(2)\n      Dates(3)\n"
-                                                  "      Return Value\n    Rates\n      Rates(1)\n      Rates(2)\n");
+    EXPECT_EQ(outline(build_trace_tree(trace())),
+              "A\n  Inputs\n    Dates\n      Dates(1)\n      Dates(2)\n      Dates(3)\n"
+              "      Return Value\n    Rates\n      Rates(1)\n      Rates(2)\n");
 }
 
 TEST_F(TraceTreeTest, LongRunsOfLikeBlocksFold) {

@@ -3,8 +3,8 @@
 //
 //     windows QuexelLb.xll FOLDER
 //
-// A picture is asked for by a file NAME.wanted in the folder, which whoever takes it removes. All is in one process: the
-// add-in shows its windows in the first thread, and a second one uses them.
+// A picture is asked for by a file NAME.wanted in the folder, which whoever takes it removes. All is in one process:
+// the add-in shows its windows in the first thread, and a second one uses them.
 #include "addin/excel_operations.h"
 #include "addin/oper.h"
 
@@ -48,7 +48,8 @@ XLMREF selected{1, {{0, 9, 0, 0}}};
 std::vector<std::string> menu; ///< the names in it
 
 std::string text_of(const OPER& cell) {
-    return cell.type() == xltypeStr ? std::string(reinterpret_cast<const char*>(cell.val.str + 1), cell.val.str[0]) : "";
+    return cell.type() == xltypeStr ? std::string(reinterpret_cast<const char*>(cell.val.str + 1), cell.val.str[0])
+                                    : "";
 }
 
 OPER counted(const std::string& text) {
@@ -151,7 +152,8 @@ void take_picture(const std::string& name) {
     Sleep(300); // until all is painted
     const std::string wanted = folder + "\\" + name + ".wanted";
     CloseHandle(CreateFileA(wanted.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
-    check(wait_until([&] { return GetFileAttributesA(wanted.c_str()) == INVALID_FILE_ATTRIBUTES; }), "a picture of " + name);
+    check(wait_until([&] { return GetFileAttributesA(wanted.c_str()) == INVALID_FILE_ATTRIBUTES; }),
+          "a picture of " + name);
 }
 
 void press(HWND window, const char* button) {
@@ -214,7 +216,8 @@ class Tree {
     std::string outline() const {
         std::string lines;
         for (HTREEITEM item = root(); item != nullptr; item = next(TVGN_NEXTVISIBLE, item)) {
-            for (HTREEITEM above = next(TVGN_PARENT, item); above != nullptr; above = next(TVGN_PARENT, above)) lines += "  ";
+            for (HTREEITEM above = next(TVGN_PARENT, item); above != nullptr; above = next(TVGN_PARENT, above))
+                lines += "  ";
             lines += name(item) + "\n";
         }
         return lines;
@@ -240,14 +243,35 @@ void use_trace_of_a_failure() {
         item.pszText = text;
         item.cchTextMax = static_cast<int>(std::size(text));
         SendMessageW(header, HDM_GETITEMW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
-        check(std::equal(titles[i], titles[i] + std::string_view(titles[i]).size() + 1, text), std::string("the column ") + titles[i]);
+        check(std::equal(titles[i], titles[i] + std::string_view(titles[i]).size() + 1, text),
+              std::string("the column ") + titles[i]);
         check(item.cxy == widths[i], std::string("the width of ") + titles[i]);
     }
     for (const char* const label :
-         {"Legend", "Error", "External Function", "Arguments", "Variable Value", "Loop", "Range Screening", "Detail",
-          "Array Function", "Function called internally", "Internal function", "Return Value", "Function Return",
-          "Warning", "Information", "Argument Value", "Array Item", "Inputs", "Input Value", "If condition met",
-          "Loop Pass", "&Close", "&Help", "&Page",
+         {"Legend",
+          "Error",
+          "External Function",
+          "Arguments",
+          "Variable Value",
+          "Loop",
+          "Range Screening",
+          "Detail",
+          "Array Function",
+          "Function called internally",
+          "Internal function",
+          "Return Value",
+          "Function Return",
+          "Warning",
+          "Information",
+          "Argument Value",
+          "Array Item",
+          "Inputs",
+          "Input Value",
+          "If condition met",
+          "Loop Pass",
+          "&Close",
+          "&Help",
+          "&Page",
           "A copy of this output has been written to text file called qx_Trace.qxl, located in current working "
           "directory."})
         check(child(window, label) != nullptr, std::string("shows ") + label);
@@ -310,7 +334,8 @@ void use_trace_of_a_failure() {
     wchar_t temporary[MAX_PATH + 1];
     GetTempPathW(MAX_PATH, temporary);
     const std::wstring page = std::wstring(temporary) + L"Quexel Trace.html";
-    check(wait_until([&] { return GetFileAttributesW(page.c_str()) != INVALID_FILE_ATTRIBUTES; }), "the page is written");
+    check(wait_until([&] { return GetFileAttributesW(page.c_str()) != INVALID_FILE_ATTRIBUTES; }),
+          "the page is written");
     press(window, "&Close");
     check(wait_closed(trace_title), "Close closes the window");
 }
@@ -336,7 +361,8 @@ void use_long_trace() {
     HTREEITEM item = tree.next(TVGN_CHILD, values);
     bool in_order = true;
     for (int number = 1; number <= 10'000 && item != nullptr; ++number, item = tree.next(TVGN_NEXT, item))
-        in_order = in_order && (number % 1000 > 1 || tree.text(item).starts_with("Values(" + std::to_string(number) + ")\t"));
+        in_order =
+            in_order && (number % 1000 > 1 || tree.text(item).starts_with("Values(" + std::to_string(number) + ")\t"));
     check(in_order, "forwards and in order");
     PostMessageW(window, WM_COMMAND, IDCANCEL, 0); // the Escape key
     check(wait_closed(trace_title), "Escape closes the window");
