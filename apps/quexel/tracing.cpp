@@ -66,7 +66,9 @@ using Rows = std::vector<std::vector<Field>>;
 Rows in_short(const CallDigest& call, const TraceSubject& subject) {
     Rows rows{{{call.function}, {"= " + answer(call, subject)}}};
     for (const InputDigest& input : call.inputs)
-        rows.push_back({{"  " + input.name}, {joined(input.values) + (input.is_default ? "  (default)" : "")}});
+        rows.push_back({{"  " + input.name},
+                        {(input.values.empty() && call.failed ? "not understood" : joined(input.values)) +
+                         (input.is_default ? "  (default)" : "")}});
     for (const StepDigest& step : call.steps) rows.push_back({{"  " + step.name + "()"}, {words(step)}});
     for (const std::string& text : call.solving) rows.push_back({{"  "}, {valid(text)}});
     return rows;

@@ -106,6 +106,20 @@ InputDigest input(const TraceTree& tree, std::size_t node) {
     return found;
 }
 
+/// The values of a list that is described as "Rates (2): 0.03, 0.04"; the whole text if it is none, or cut short.
+std::vector<std::string> values_of(std::string_view text, std::string_view name) {
+    std::vector<std::string> values;
+    std::string_view rest = text;
+    const std::size_t start = text.find("): ");
+    if (text.starts_with(std::string(name) + " (") && start != text.npos && !text.ends_with(", ...")) {
+        rest.remove_prefix(start + 3);
+        for (std::size_t comma; (comma = rest.find(", ")) != rest.npos; rest.remove_prefix(comma + 2))
+            values.emplace_back(rest.substr(0, comma));
+    }
+    values.emplace_back(rest);
+    return values;
+}
+
 /// What a block of arguments adds to the inputs: their descriptions, and the value of one that is no plain list.
 void complete(std::vector<InputDigest>& inputs, const TraceTree& tree, std::size_t arguments) {
     each_child(tree, arguments, [&](std::size_t i) {
@@ -114,8 +128,10 @@ void complete(std::vector<InputDigest>& inputs, const TraceTree& tree, std::size
                                         [&](const InputDigest& input) { return input.name == text.name; });
         if (found == inputs.end()) return;
         found->description = one_line(text.description);
-        if (!found->is_list && found->values.size() == 1 && found->values[0].starts_with(found->name + " had "))
-            found->values[0] = trimmed(text.value);
+        if (!found->is_list && found->values.size() == 1 && found->values[0].starts_with(found->name + " had ")) {
+            found->values = values_of(trimmed(text.value), found->name);
+            found->is_list = found->values.size() > 1;
+        }
     });
 }
 

@@ -28,9 +28,12 @@ class TraceDigest : public testing::Test {
         trace().variable("PrdsDisc");
         trace().warning("rounded");
         trace().return_value(std::string("PrdsDisc had 4 elements"), "AssignannseqOpt", 2);
+        trace().variable("Start");
+        trace().return_value(std::string("Start had 1 elements"), "AssignRange", 2);
         trace().inputs_concluded("IRRT");
         trace().function_call("IRRT");
         trace().arguments();
+        trace().argument("Start", std::string("Start (1): 1Jun2003"));
         trace().argument("DayCountDisc", 5.0, "Day count convention");
         trace().argument("PrdsDisc", std::string(" in arrear, quarterly"), "Dates in the year");
         trace().changelevel(-1);
@@ -56,7 +59,8 @@ TEST_F(TraceDigest, SaysWhatACallWasGivenAndDid) {
     EXPECT_EQ(call.function, "IRRT");
     EXPECT_FALSE(call.failed);
     EXPECT_EQ(call.results, std::vector<std::string>{"0.1"});
-    ASSERT_EQ(call.inputs.size(), 3u);
+    ASSERT_EQ(call.inputs.size(), 4u);
+    EXPECT_EQ(call.inputs[3].values, std::vector<std::string>{"1Jun2003"});
     EXPECT_EQ(call.inputs[0].values, (std::vector<std::string>{"-100", "110"}));
     EXPECT_FALSE(call.inputs[0].is_default);
     EXPECT_EQ(call.inputs[1].values, std::vector<std::string>{"5"});
