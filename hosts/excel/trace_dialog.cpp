@@ -110,6 +110,7 @@ class TraceDialog final : public Dialog {
                     L"A copy of this output has been written to text file called qx_Trace.qxl, located in current "
                     L"working directory.",
                     SS_LEFT | SS_NOPREFIX);
+        if (!tree_.in_a_file) ShowWindow(note_, SW_HIDE); // the file could not be written
         summary_ = add(L"STATIC", wide(tree_.summary).c_str(), SS_LEFT | SS_NOPREFIX, summary_number);
         page_ = add(L"BUTTON", L"&Page", WS_TABSTOP | BS_PUSHBUTTON, page_button);
         help_ = add(L"BUTTON", L"&Help", WS_TABSTOP | BS_PUSHBUTTON, help_button);
