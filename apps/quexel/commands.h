@@ -61,7 +61,7 @@ struct FunctionsOptions {
     std::string category;
     bool json = false;
     bool builtins = false; ///< those of the workbook itself
-    bool names = false; ///< only these, one a line
+    bool names = false;    ///< only these, one a line
 };
 int functions(const FunctionsOptions& options);
 /// The help of a function or a topic; the topics without a name.
