@@ -42,15 +42,26 @@ int calc(const CalcOptions& options);
 
 struct TraceOptions {
     std::string formula;
+    std::string against; ///< the formula after a change; empty for one trace
     std::string html;
+    bool all = false; ///< print what is folded otherwise
 };
 int trace(const TraceOptions& options);
+
+struct ReplaceOptions {
+    std::string file;
+    std::string find;
+    std::string replacement;
+    std::string where;  ///< area such as A1:D50; empty for the sheet
+    bool write = false; ///< change the file, and not only show what would change
+};
+int replace(const ReplaceOptions& options);
 
 struct FunctionsOptions {
     std::string category;
     bool json = false;
     bool builtins = false; ///< those of the workbook itself
-    bool names = false; ///< only these, one a line
+    bool names = false;    ///< only these, one a line
 };
 int functions(const FunctionsOptions& options);
 /// The help of a function or a topic; the topics without a name.

@@ -1,6 +1,5 @@
 #include "apps/quexel/commands.h"
 #include "apps/quexel/output.h"
-#include "apps/quexel/tracing.h"
 
 #include "hosts/files/json.h"
 #include "hosts/sheet/text.h"
@@ -103,20 +102,6 @@ int eval(const EvalOptions& options) {
         all_good = answer(book, line, options, "line " + std::to_string(number) + ": ") && all_good;
     }
     return all_good ? 0 : 1;
-}
-
-int trace(const TraceOptions& options) {
-    sheet::Workbook book;
-    try {
-        const sheet::Formula formula = book.read(options.formula);
-        const TraceTree tree = traced([&] { evaluate(book, formula); });
-        for (const std::string& what : formula.unknown) std::cerr << what << '\n';
-        const int status = show(tree, options.formula, options.html);
-        return formula.unknown.empty() ? status : 1;
-    } catch (const sheet::FormulaError& error) {
-        std::cerr << message_of(error) << '\n';
-        return 1;
-    }
 }
 
 } // namespace qx::app

@@ -128,8 +128,25 @@ int run(int argc, char** argv) {
     TraceOptions trace_options;
     CLI::App* const trace_command = program.add_subcommand("trace", "Explain how the value of a formula comes about");
     trace_command->add_option("formula", trace_options.formula, "The formula")->required();
+    trace_command->add_option("--against", trace_options.against,
+                              "The formula after a change: shows both traces side by side, with their differences");
     trace_command->add_option("--html", trace_options.html, "Write the tree to this file as a page");
+    trace_command->add_flag("--all", trace_options.all, "Print long runs of like steps in full");
     trace_command->callback([&] { status = trace(trace_options); });
+
+    ReplaceOptions replace_options;
+    CLI::App* const replace_command = program.add_subcommand(
+        "replace", "Find by a regular expression in the formulas and constants of a model, and replace");
+    replace_command->add_option("file", replace_options.file, "CSV file")->required();
+    replace_command->add_option("--find", replace_options.find, "Regular expression in Perl syntax")->required();
+    replace_command
+        ->add_option("--replace", replace_options.replacement,
+                     "What takes the place of each match; $1 is the first group")
+        ->required();
+    replace_command->add_option("--where", replace_options.where, "Only the cells of this area, as A1:D50");
+    replace_command->add_flag("--write", replace_options.write,
+                              "Change the file; without it the changes are only shown");
+    replace_command->callback([&] { status = replace(replace_options); });
 
     FunctionsOptions functions_options;
     CLI::App* const functions_command = program.add_subcommand("functions", "List the functions of the library");

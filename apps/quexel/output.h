@@ -40,7 +40,4 @@ void print_markdown(std::ostream& out, const Rows& rows);
 /// Prints rows in any form but JSON.
 void print_rows(std::ostream& out, const Rows& rows, Output output, bool wide);
 
-/// Prints the tree, two blanks a level, its three columns under each other.
-void print_tree(std::ostream& out, const TraceTree& tree);
-
 } // namespace qx::app

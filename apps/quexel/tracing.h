@@ -1,6 +1,7 @@
 // Explains one piece of work: runs it with the trace on and keeps the tree.
 #pragma once
 
+#include "commands/trace_html.h"
 #include "commands/trace_tree.h"
 
 #include <string>
@@ -26,7 +27,14 @@ TraceTree traced(Work work) {
     return std::move(tree);
 }
 
-/// Prints the tree, or writes it to a file as a page. Returns the exit status.
-int show(const TraceTree& tree, const std::string& title, const std::string& html);
+/// Prints what the trace says in short and the tree, or writes both to a file as a page. Returns the exit status.
+/// Long runs of blocks that are alike are folded unless all is wanted.
+int show(const TraceTree& tree, const TraceSubject& subject, const std::string& html, bool all = false);
+inline int show(const TraceTree& tree, const std::string& title, const std::string& html) {
+    return show(tree, TraceSubject{title, {}}, html);
+}
+/// The same of two traces: their differences.
+int show(const TraceTree& before, const TraceSubject& subject_before, const TraceTree& after,
+         const TraceSubject& subject_after, const std::string& html);
 
 } // namespace qx::app

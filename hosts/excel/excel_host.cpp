@@ -1,9 +1,17 @@
 // Excel as the host of the library: forwards each operation to the Excel that has loaded it.
+#include "hosts/excel/find_dialog.h"
+#include "hosts/excel/trace_dialog.h"
+
 #include "addin/host.h"
+#include "commands/find_replace.h"
+#include "core/trace.h"
 
 #include <string>
 
 #define WIN32_LEAN_AND_MEAN
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
 #include <windows.h>
 
 namespace qx::excel {
@@ -20,7 +28,11 @@ Routine find(const char* library, const char* routine) {
 
 class ExcelHost final : public Host {
   public:
-    ExcelHost() { set_host(this); }
+    ExcelHost() {
+        set_host(this);
+        trace().viewer = &show_trace;
+        find_replace_dialog = &show_find_replace;
+    }
 
     int call(int xlfn, OPER* result, int count, OPER* const* arguments) override {
         // Looked up at the first call: a library must load no other while it is loaded itself.

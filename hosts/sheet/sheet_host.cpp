@@ -337,7 +337,17 @@ int SheetHost::workbook_info(OPER* result, int count, OPER* const* arguments) {
 
 int SheetHost::sheet_id(OPER* result, int count, OPER* const* arguments) {
     int sheet = book_.caller_sheet();
-    if (count >= 1 && arguments[0]->type() == xltypeStr) sheet = book_.sheet_number(text_of_oper(*arguments[0]));
+    if (count >= 1 && arguments[0]->type() == xltypeStr) {
+        std::string name(text_of_oper(*arguments[0]));
+        // A sheet of this workbook under its full name, or of the companion workbook, whose place it takes.
+        for (const std::string_view book :
+             {std::string_view(book_name), std::string_view("[Quexel.xla]"), std::string_view("[Quexel.xlam]")})
+            if (name.starts_with(book)) {
+                name.erase(0, book.size());
+                break;
+            }
+        sheet = book_.sheet_number(name);
+    }
     if (sheet < 0) return xlretFailed;
     *result = nil_cell();
     result->val.mref = {nullptr, static_cast<std::uintptr_t>(sheet) + 1};

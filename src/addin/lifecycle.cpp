@@ -5,6 +5,7 @@
 #include "addin/cells.h"
 #include "addin/goal_seeks.h"
 #include "addin/host.h"
+#include "addin/menu.h"
 #include "addin/registration.h"
 #include "core/logs.h"
 #include "core/trace.h"
@@ -51,13 +52,31 @@ int register_row(OPER* path, const RegisterRow& row, const std::string& help) {
     return id.type() == xltypeErr ? id.val.err : 0;
 }
 
-void report_failure(int number, int code) {
-    trace().TraceOn();
-    trace().error("REG01", "Error: Failed to register function");
-    char text[100];
-    std::snprintf(text, sizeof text, "xlfRegister failed to register function number %d,255, err = %d", number, code);
-    message_box("Quexel", text);
-}
+/// The rows that the host has refused: each is traced, and the user sees them in one box.
+class Failures {
+  public:
+    void add(int number, int code) {
+        trace().TraceOn();
+        trace().error("REG01", "Error: Failed to register function");
+        if (++count_ > shown) return;
+        char text[100];
+        std::snprintf(text, sizeof text, "xlfRegister failed to register function number %d,255, err = %d", number,
+                      code);
+        if (count_ > 1) text_ += '\n';
+        text_ += text;
+    }
+    bool any() const { return count_ > 0; }
+    void tell() const {
+        if (any())
+            message_box("Quexel",
+                        count_ <= shown ? text_ : text_ + "\nand " + std::to_string(count_ - shown) + " more");
+    }
+
+  private:
+    static constexpr int shown = 10;
+    int count_ = 0;
+    std::string text_;
+};
 
 /// The log of the start; silent unless asked for.
 class StartLog {
@@ -89,25 +108,27 @@ void open_steps(bool with_log) {
     const auto& rows = the_register();
 
     log.write("Registering Functions ...");
-    bool complete = true;
+    Failures failures;
     int number = 0;
     for (const RegisterRow& row : rows) {
         ++number;
         const int code = register_row(path.get(), row, the_help_file);
         if (code == 0) continue;
-        complete = false;
-        report_failure(number, code);
+        failures.add(number, code);
         log.write("Failed to Register Function number " + std::to_string(number));
     }
     path.free();
-    log.write(complete ? "Success: " + std::to_string(rows.size()) + " functions registered OK"
-                       : "Warning: Failed to one or more Register Functions");
+    failures.tell();
+    log.write(failures.any() ? "Warning: Failed to one or more Register Functions"
+                             : "Success: " + std::to_string(rows.size()) + " functions registered OK");
 
     log.write("Initialising QX Random Number Generator ...");
     seed_random(default_seed);
 
     log.write("Initialising Save Vars ...");
     clear_formula_variables();
+
+    add_menu();
 
     log.write("All done.  Closing Log File.");
 }
@@ -154,6 +175,7 @@ int xlAutoOpen() {
 }
 
 int xlAutoClose() {
+    remove_menu();
     large_number_watch().close();
     for (const RegisterRow& row : the_register()) Excel(xlfSetName, nullptr, 1, TempStr(row.name()));
     return 1;

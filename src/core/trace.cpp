@@ -1,7 +1,6 @@
 #include "core/trace.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace qx {
 
@@ -64,6 +63,12 @@ std::string_view clsTrace2::text(int item) const {
     return {items_[item].text, items_[item].length};
 }
 
+std::string_view clsTrace2::full_text(int item) const {
+    const std::string_view plain = text(item);
+    if (plain.empty() || items_[item].full_length == 0) return plain;
+    return {plain.data() + plain.size(), items_[item].full_length};
+}
+
 int clsTrace2::level(int item) const {
     if (item < 1 || !items_) return 0;
     return items_[std::min(item, maxitems)].level;
@@ -73,26 +78,29 @@ TraceKind clsTrace2::kind(int item) const {
     return item < 1 || item > std::min(count_, maxitems) ? TraceKind::info : items_[item].kind;
 }
 
-const char* clsTrace2::keep(std::string_view text) {
-    if (text.size() > chunk_left_) {
-        const std::size_t size = std::max(chunk_size, text.size());
+char* clsTrace2::keep(std::size_t length) {
+    if (length > chunk_left_) {
+        const std::size_t size = std::max(chunk_size, length);
         chunks_.push_back(std::make_unique_for_overwrite<char[]>(size));
         chunk_at_ = chunks_.back().get();
         chunk_left_ = size;
     }
     char* const kept = chunk_at_;
-    std::memcpy(kept, text.data(), text.size());
-    chunk_at_ += text.size();
-    chunk_left_ -= text.size();
+    chunk_at_ += length;
+    chunk_left_ -= length;
     return kept;
 }
 
-void clsTrace2::store(std::string_view text, TraceKind kind, int level) {
-    items_[count_] = {keep(text), static_cast<std::uint32_t>(text.size()), level, kind};
+void clsTrace2::store(TraceText text, TraceKind kind, int level) {
+    char* const kept = keep(text.text.size() + text.full.size());
+    text.text.copy(kept, text.text.size());
+    text.full.copy(kept + text.text.size(), text.full.size());
+    items_[count_] = {kept, static_cast<std::uint32_t>(text.text.size()), static_cast<std::uint32_t>(text.full.size()),
+                      level, kind};
 }
 
-int clsTrace2::additem(std::string_view text, TraceKind kind, int levelchange, int absolutelevel) {
-    if (!traced() || text.empty()) return currentlevel();
+int clsTrace2::additem(TraceText text, TraceKind kind, int levelchange, int absolutelevel) {
+    if (!traced() || text.text.empty()) return currentlevel();
     if (!items_) items_.reset(new Item[maxitems + 2]); // switched on without a start
     if (count_ >= maxfileitems) {
         if (!file_full_) file_.write("Maximum number of lines exceeded (" + std::to_string(maxfileitems) + ")\r\n");
@@ -109,7 +117,7 @@ int clsTrace2::additem(std::string_view text, TraceKind kind, int levelchange, i
         const int previous = count_ == 1 ? 0 : items_[count_ - 1].level;
         store(text, kind, absolutelevel >= 1 ? absolutelevel : previous + levelchange);
     }
-    file_.write(text);
+    file_.write(text.text);
     file_.write("\r\n");
     if (file_warning_) { // after the first item, which is the root of the tree
         file_warning_ = false;
@@ -128,7 +136,7 @@ void clsTrace2::setlevel(int saved) {
     if (saved != -1 && count_ >= 1 && count_ < maxitems) items_[count_].level = saved;
 }
 
-int clsTrace2::add(TraceKind kind, int levelchange, int absolutelevel, std::initializer_list<std::string_view> pieces) {
+int clsTrace2::add(TraceKind kind, int levelchange, int absolutelevel, std::initializer_list<TraceText> pieces) {
     if (!traced()) return -1;
     switch (kind) {
     case TraceKind::external_call:
@@ -144,22 +152,30 @@ int clsTrace2::add(TraceKind kind, int levelchange, int absolutelevel, std::init
         break;
     }
     scratch_.clear();
-    for (const std::string_view piece : pieces) scratch_ += piece;
-    return additem(scratch_, kind, levelchange, absolutelevel);
+    full_scratch_.clear();
+    bool differs = false;
+    for (const TraceText& piece : pieces) {
+        scratch_ += piece.text;
+        differs = differs || !piece.full.empty();
+    }
+    TraceText text(scratch_);
+    if (differs) {
+        for (const TraceText& piece : pieces) full_scratch_ += piece.in_full();
+        text.full = full_scratch_;
+    }
+    return additem(text, kind, levelchange, absolutelevel);
 }
 
-int clsTrace2::opening(std::string_view name, std::string_view description, TraceKind kind) {
+int clsTrace2::opening(std::string_view name, TraceText description, TraceKind kind) {
     return add(kind, +1, -1, {name, "\t\t", description});
 }
 
 int clsTrace2::error(std::string_view label, std::string_view message) {
     return add(TraceKind::error, 0, -1, {"Error\t", label, "\t", message});
 }
-int clsTrace2::info(std::string_view text) {
-    return text.empty() ? -1 : add(TraceKind::info, 0, -1, {"Info\t\t", text});
-}
-int clsTrace2::warning(std::string_view text) {
-    return text.empty() ? -1 : add(TraceKind::warning, 0, -1, {"Warning\t\t", text});
+int clsTrace2::info(TraceText text) { return text.text.empty() ? -1 : add(TraceKind::info, 0, -1, {"Info\t\t", text}); }
+int clsTrace2::warning(TraceText text) {
+    return text.text.empty() ? -1 : add(TraceKind::warning, 0, -1, {"Warning\t\t", text});
 }
 int clsTrace2::change_note(int number, std::string_view text) {
     return traced() ? add(TraceKind::info, 0, -1, {"PECB\t", std::to_string(number), "\t", text}) : -1;
@@ -197,12 +213,12 @@ int clsTrace2::range_screening() {
     return opening("Range Screening", "Processing the input ranges to check for validity and consistency.",
                    TraceKind::range_screening);
 }
-int clsTrace2::if_block(std::string_view text) { return opening("If Block", text, TraceKind::if_clause); }
-int clsTrace2::if_clause(std::string_view text) { return opening("If Clause", text, TraceKind::if_clause); }
-int clsTrace2::timeperiod_loop(std::string_view label, std::string_view text) {
+int clsTrace2::if_block(TraceText text) { return opening("If Block", text, TraceKind::if_clause); }
+int clsTrace2::if_clause(TraceText text) { return opening("If Clause", text, TraceKind::if_clause); }
+int clsTrace2::timeperiod_loop(std::string_view label, TraceText text) {
     return opening(label, text, TraceKind::timeperiod_loop);
 }
-int clsTrace2::loop_pass(int index, std::string_view text) {
+int clsTrace2::loop_pass(int index, TraceText text) {
     return traced() ? add(TraceKind::loop_pass, +1, -1, {"Loop Pass\t", std::to_string(index), "\t", text}) : -1;
 }
 int clsTrace2::returning(std::string_view function, int savedlevel) {
@@ -212,12 +228,12 @@ int clsTrace2::returning(std::string_view function, int savedlevel) {
 }
 int clsTrace2::return_values() { return opening("Return Values", "", TraceKind::return_value); }
 
-int clsTrace2::add_argument(std::string_view name, std::string_view value, std::string_view description) {
+int clsTrace2::add_argument(std::string_view name, TraceText value, std::string_view description) {
     return add(TraceKind::argument, 0, -1, {name, "\t", value, "\t", description});
 }
 
-int clsTrace2::add_return_value(std::string_view name, std::string_view value, std::string_view function,
-                                int savedlevel, std::string_view text) {
+int clsTrace2::add_return_value(std::string_view name, TraceText value, std::string_view function, int savedlevel,
+                                std::string_view text) {
     if (count_ > maxitems) return currentlevel();
     std::string label = name.empty() ? std::string("Return Value") : "Return Value (" + std::string(name) + ")";
     std::string_view from = function.empty() ? "" : "Returning from ";
@@ -225,7 +241,7 @@ int clsTrace2::add_return_value(std::string_view name, std::string_view value, s
     return add(TraceKind::return_value, -1, savedlevel, {label, "\t", value, "\t", from, function, stop, text});
 }
 
-int clsTrace2::add_element(int index, std::string_view value) {
+int clsTrace2::add_element(int index, TraceText value) {
     return add(TraceKind::element, 0, -1, {"Return Value ", std::to_string(index), "\t", value, "\t"});
 }
 

@@ -41,6 +41,17 @@ enum class TraceKind : int {
     element = 23,
 };
 
+/// A text as the file has it, and with all digits of its numbers if that is another.
+struct TraceText {
+    std::string_view text, full;
+
+    TraceText(const char* text) : text(text) {}
+    TraceText(std::string_view text) : text(text) {}
+    TraceText(const std::string& text) : text(text) {}
+    TraceText(const Wording& wording) : text(wording), full(wording.full) {}
+    std::string_view in_full() const { return full.empty() ? text : full; }
+};
+
 class clsTrace2 {
   public:
     static constexpr int maxitems = 1'000'000;      ///< items kept in memory
@@ -62,7 +73,7 @@ class clsTrace2 {
     int currentlevel() const { return level(count_); }
     /// Stores one item. A level of at least 1 in absolutelevel is taken as it is; otherwise the level is that of
     /// the last item plus levelchange. Returns the item's level.
-    int additem(std::string_view text, TraceKind kind, int levelchange, int absolutelevel = -1);
+    int additem(TraceText text, TraceKind kind, int levelchange, int absolutelevel = -1);
     /// Adds to the level of the last item: closes a block without an item of its own.
     void changelevel(int delta);
     /// Sets the level of the last item to a saved one, unless that is -1.
@@ -70,8 +81,8 @@ class clsTrace2 {
 
     // The named adders. Each returns the level of its item, or -1 with nothing stored while not traced().
     int error(std::string_view label, std::string_view message);
-    int info(std::string_view text);
-    int warning(std::string_view text);
+    int info(TraceText text);
+    int warning(TraceText text);
     int change_note(int number, std::string_view text); ///< a "Change in Behaviour" note
     int elapsed_msecs(std::string_view text);
     int external_call(std::string_view function);
@@ -83,41 +94,42 @@ class clsTrace2 {
     int array_call(std::string_view function);
     int arguments();
     int range_screening();
-    int if_block(std::string_view text);
-    int if_clause(std::string_view text);
-    int timeperiod_loop(std::string_view label, std::string_view text);
-    int loop_pass(int index, std::string_view text);
+    int if_block(TraceText text);
+    int if_clause(TraceText text);
+    int timeperiod_loop(std::string_view label, TraceText text);
+    int loop_pass(int index, TraceText text);
     int returning(std::string_view function, int savedlevel = -1);
     int return_values();
 
     template <class T>
     int argument(std::string_view name, const T& value, std::string_view description = {}) {
-        return traced() ? add_argument(name, describe(value), description) : -1;
+        return traced() ? add_argument(name, text_of(value), description) : -1;
     }
     /// The value that a routine returns under a name, bringing the level back to the saved one.
     template <class T>
     int return_value(std::string_view name, const T& value, std::string_view function, int savedlevel = -1,
                      std::string_view text = {}) {
-        return traced() ? add_return_value(name, describe(value), function, savedlevel, text) : -1;
+        return traced() ? add_return_value(name, text_of(value), function, savedlevel, text) : -1;
     }
     template <class T>
     int return_value(const T& value, std::string_view function, int savedlevel = -1) {
-        return traced() ? add_return_value({}, describe(value), function, savedlevel, {}) : -1;
+        return traced() ? add_return_value({}, text_of(value), function, savedlevel, {}) : -1;
     }
     /// The result of a worksheet call.
     template <class T>
     int result(const T& value) {
-        return traced() ? add_return_value({}, describe(value), {}, -1, {}) : -1;
+        return traced() ? add_return_value({}, text_of(value), {}, -1, {}) : -1;
     }
     /// One element of a returned list.
     template <class T>
     int element(int index, const T& value) {
-        return traced() ? add_element(index, describe(value)) : -1;
+        return traced() ? add_element(index, text_of(value)) : -1;
     }
 
     // The store, for viewers and tests: items 1 to count(), of which the first maxitems have text.
     int count() const { return count_; }
     std::string_view text(int item) const;
+    std::string_view full_text(int item) const; ///< with all digits of its numbers
     int level(int item) const;
     TraceKind kind(int item) const;
     const std::string& summary() const { return summary_; }
@@ -146,18 +158,19 @@ class clsTrace2 {
     struct Item {
         const char* text;
         std::uint32_t length;
+        std::uint32_t full_length; ///< of the text with all digits, which follows; 0 if it is the same
         std::int32_t level;
         TraceKind kind;
     };
 
-    int add_argument(std::string_view name, std::string_view value, std::string_view description);
-    int add_return_value(std::string_view name, std::string_view value, std::string_view function, int savedlevel,
+    int add_argument(std::string_view name, TraceText value, std::string_view description);
+    int add_return_value(std::string_view name, TraceText value, std::string_view function, int savedlevel,
                          std::string_view text);
-    int add_element(int index, std::string_view value);
-    int add(TraceKind kind, int levelchange, int absolutelevel, std::initializer_list<std::string_view> pieces);
-    int opening(std::string_view name, std::string_view description, TraceKind kind);
-    void store(std::string_view text, TraceKind kind, int level);
-    const char* keep(std::string_view text);
+    int add_element(int index, TraceText value);
+    int add(TraceKind kind, int levelchange, int absolutelevel, std::initializer_list<TraceText> pieces);
+    int opening(std::string_view name, TraceText description, TraceKind kind);
+    void store(TraceText text, TraceKind kind, int level);
+    char* keep(std::size_t length);
 
     int count_ = 0;
     bool file_full_ = false;
@@ -167,7 +180,7 @@ class clsTrace2 {
     std::vector<std::unique_ptr<char[]>> chunks_;
     std::size_t chunk_left_ = 0;
     char* chunk_at_ = nullptr;
-    std::string scratch_;
+    std::string scratch_, full_scratch_;
     std::string summary_;
     LogFile file_;
     clsTimer timer_; ///< since the trace began; TraceTimer() is of the call at work

@@ -34,7 +34,16 @@ double power(double base, double exponent) {
 double SafePow(double base, double exponent) { return power(base, exponent); }
 double SafePow(double base, int n) { return power(base, n); }
 
+static bool all_digits = false;
+AllDigits::AllDigits() { all_digits = true; }
+AllDigits::~AllDigits() { all_digits = false; }
+
 std::string describe(double value) {
+    if (all_digits) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%.15g", value + 0.0);
+        return text;
+    }
     // The least width is the number of whole digits. Below 0.1 it turns negative, which pads on the right: it shows
     // from 1e-7 down.
     const int width = iszero(value) || !std::isfinite(value) ? 0 : whole(std::log10(std::fabs(value)) + 1.0);

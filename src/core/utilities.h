@@ -1,12 +1,14 @@
 // Tolerance tests, arithmetic that cannot go wrong silently, and values as text.
 #pragma once
 
+#include "core/context.h"
 #include "core/ministring.h"
 
 #include <cmath>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace qx {
 
@@ -50,11 +52,37 @@ inline std::string describe(std::string_view value) { return std::string(value);
 inline std::string describe(const char* value) { return value; }
 inline std::string describe(const ministring& value) { return value.str(); }
 
+/// While one lives, numbers are described with the 15 digits that a cell shows, and not with three decimals.
+class AllDigits {
+  public:
+    AllDigits();
+    AllDigits(const AllDigits&) = delete;
+    AllDigits& operator=(const AllDigits&) = delete;
+    ~AllDigits();
+};
+
+/// A text and, while a trace runs, the same text with all digits of its numbers: empty if it is no other.
+struct Wording : std::string {
+    std::string full;
+};
+
+/// Whether the text of a value depends on the digits shown.
+template <class T>
+inline constexpr bool has_digits =
+    !std::is_integral_v<T> && !std::is_convertible_v<T, std::string_view> && !std::is_same_v<T, ministring>;
+
 /// The texts of several values in a row.
 template <class... Values>
-std::string text_of(const Values&... values) {
-    std::string text;
+Wording text_of(const Values&... values) {
+    Wording text;
     ((text += describe(values)), ...);
+    if constexpr ((has_digits<Values> || ...)) {
+        if (tracing) {
+            const AllDigits digits;
+            ((text.full += describe(values)), ...);
+            if (text.full == text) text.full.clear();
+        }
+    }
     return text;
 }
 

@@ -1,5 +1,6 @@
 // Opening and closing the add-in against a host that keeps what it is told.
 #include "addin/cells.h"
+#include "addin/excel_operations.h"
 #include "addin/goal_seeks.h"
 #include "addin/lifecycle.h"
 #include "addin/registration.h"
@@ -29,6 +30,9 @@ class RegisteringHost : public Host {
     std::string path = "C:\\Models\\QuexelLb.xll";
     int refused = -1;
     int refusal = xlretFailed;
+    bool refuse_all = false;
+    bool has_menus = true;
+    std::vector<std::vector<std::string>> menu; ///< rows, while there is a menu
     std::vector<std::vector<std::string>> registered;
     std::vector<std::string> forgotten, asked_ids, boxes;
     std::vector<int> removed;
@@ -41,6 +45,7 @@ class RegisteringHost : public Host {
             *result = cells_.text(path);
             return xlretSuccess;
         case xlfRegister: {
+            if (refuse_all) return refusal;
             if (static_cast<int>(registered.size()) == refused) {
                 refused = -1;
                 return refusal;
@@ -65,6 +70,22 @@ class RegisteringHost : public Host {
         case xlfSetName:
             EXPECT_EQ(count, 1);
             forgotten.push_back(text_in(*arguments[0]));
+            return xlretSuccess;
+        case xlfAddMenu: {
+            EXPECT_EQ(arguments[0]->val.num, 10.0);
+            if (!has_menus) return xlretFailed;
+            const auto& table = arguments[1]->val.array;
+            for (int row = 0; row < table.rows; ++row) {
+                menu.emplace_back();
+                for (int i = 0; i < table.columns; ++i)
+                    menu.back().push_back(text_in(table.lparray[row * table.columns + i]));
+            }
+            return xlretSuccess;
+        }
+        case xlfDeleteMenu:
+            EXPECT_EQ(text_in(*arguments[1]), "Quexel");
+            if (!has_menus) return xlretFailed;
+            menu.clear();
             return xlretSuccess;
         case xlcAlert:
             alerts.push_back({text_in(*arguments[0]), arguments[1]->val.w});
@@ -122,6 +143,44 @@ TEST(Lifecycle, ARefusedRowIsToldAndTheOthersAreRegistered) {
     ASSERT_EQ(host.boxes.size(), 1u);
     EXPECT_EQ(host.boxes[0], "xlfRegister failed to register function number 3,255, err = 32");
     trace().TraceShow();
+}
+
+TEST(Lifecycle, AllRefusedRowsAreToldInOneBox) {
+    RegisteringHost host;
+    host.refuse_all = true;
+    EXPECT_EQ(xlAutoOpen(), 1);
+    EXPECT_EQ(trace().count(), static_cast<int>(the_register().size()));
+    ASSERT_EQ(host.boxes.size(), 1u);
+    EXPECT_EQ(host.boxes[0].find("xlfRegister failed to register function number 1,255, err = 32\nxlfRegister"), 0u);
+    EXPECT_NE(
+        host.boxes[0].find("number 10,255, err = 32\nand " + std::to_string(the_register().size() - 10) + " more"),
+        std::string::npos);
+    trace().TraceShow();
+}
+
+TEST(Lifecycle, TheMenuHasEveryCommandOnceAndGoesOnClosing) {
+    RegisteringHost host;
+    EXPECT_EQ(xlAutoOpen(), 1);
+    EXPECT_EQ(xlAutoOpen(), 1); // no second one
+    ASSERT_FALSE(host.menu.empty());
+    EXPECT_EQ(host.menu[0][0], "Quexel");
+    std::multiset<std::string> commands, expected;
+    for (const auto& row : host.menu) {
+        ASSERT_EQ(row.size(), 5u);
+        if (!row[1].empty()) commands.insert(row[1]);
+        EXPECT_EQ(row[1].empty(), row[3].empty()) << row[0] << " is explained in the status bar";
+    }
+    for (const RegisterRow& row : the_register())
+        if (row.command != nullptr) expected.insert(row.command->name);
+    EXPECT_EQ(commands, expected);
+    EXPECT_EQ(xlAutoClose(), 1);
+    EXPECT_TRUE(host.menu.empty());
+
+    host.has_menus = false;
+    EXPECT_EQ(xlAutoOpen(), 1);
+    EXPECT_EQ(xlAutoClose(), 1);
+    EXPECT_TRUE(host.boxes.empty());
+    EXPECT_TRUE(host.alerts.empty());
 }
 
 TEST(Lifecycle, AHostWithoutAPathIsAlertedAndStillOpened) {

@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -176,15 +177,60 @@ TEST(QuexelCalc, TheExamplesAreInOrder) {
     EXPECT_GT(models, 0);
 }
 
+TEST(QuexelReplace, ShowsAndThenWrites) {
+    const std::string model = "\xEF\xBB\xBFRent,Note\r\n1200,\"=DpD(A2,30)\"\r\n\r\n\"a \"\"30\"\"\",30\r\n";
+    write("model.csv", model);
+    const std::string replace = "replace model.csv --find '(\\d)0\\b' --replace '${1}1'";
+    const Outcome shown = quexel(replace);
+    EXPECT_EQ(shown.out, "A2  1200         ->  1201\n"
+                         "B2  =DpD(A2,30)  ->  =DpD(A2,31)\n"
+                         "A4  a \"30\"       ->  a \"31\"\n"
+                         "B4  30           ->  31\n"
+                         "4 of 6 filled cells would change; --write changes the file\n");
+    EXPECT_EQ(shown.status, 0);
+    EXPECT_EQ(content("model.csv"), model);
+    EXPECT_NE(quexel(replace + " --where B1:B9 --write").out.find("2 of 3 filled cells changed\n"), std::string::npos);
+    EXPECT_EQ(content("model.csv"), "\xEF\xBB\xBFRent,Note\r\n1200,\"=DpD(A2,31)\"\r\n\r\n\"a \"\"30\"\"\",31\r\n");
+    EXPECT_EQ(quexel("replace model.csv --find '(' --replace x --write").status, 1);
+    EXPECT_EQ(quexel("replace model.csv --find x --replace y --where A").err, "\"A\" is no area such as A1:D50\n");
+    EXPECT_EQ(quexel("replace model.csv --find '' --replace y").err,
+              "Error: Find text must not be the empty string!\n");
+    EXPECT_EQ(quexel("replace nosuch.csv --find x --replace y").status, 1);
+    EXPECT_EQ(quexel("replace model.doc --find x --replace y").status, 1);
+}
+
+TEST(QuexelTrace, FoldsTheTrialsOfASearch) {
+    const std::string formula = "'IRRT({2005;2006}, {100;110})'"; // no rate makes two receipts worth nothing
+    const Outcome outcome = quexel("trace " + formula), all = quexel("trace --all " + formula);
+    EXPECT_EQ(
+        outcome.out.find("IRRT            = #NUM!  Root not bracketed: We tried, but we couldn't find a solution"), 0u)
+        << outcome.out.substr(0, 300);
+    const auto lines = [](const std::string& text) { return std::count(text.begin(), text.end(), '\n'); };
+    EXPECT_LT(lines(outcome.out), 400);
+    EXPECT_GT(lines(all.out), 4000);
+}
+
+TEST(QuexelTrace, ComparesTwoTraces) {
+    const Outcome outcome = quexel("trace 'DpD(38000, 30)' --against 'DpD(38000, 31)'");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(outcome.out.find("*  Result   38030           38031\n"), std::string::npos) << outcome.out;
+    EXPECT_EQ(outcome.out.find("TheDate"), std::string::npos) << "it has not changed\n" << outcome.out;
+    EXPECT_NE(quexel("trace 'DpD(38000, 30)' --against 'DpD(38000,30)'").out.find("No differences"), std::string::npos);
+    EXPECT_EQ(quexel("trace 'DpD(38000, 30)' --against 'DpD('").status, 1);
+}
+
 TEST(QuexelTrace, PrintsTheTree) {
     const Outcome outcome = quexel("trace 'MonthEnd(DYear(38000))'");
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.out.find("DYear "), 0u) << "the inner call comes first";
+    EXPECT_EQ(outcome.out.find("DYear  = 2004.03494623656\n"), 0u) << outcome.out; // the inner call comes first
+    EXPECT_NE(outcome.out.find("\nMonthEnd   = 38017\n  TheDate  "), std::string::npos) << outcome.out;
     EXPECT_NE(outcome.out.find("\n  Inputs "), std::string::npos);
     EXPECT_NE(outcome.out.find("\n  MonthEnd "), std::string::npos);
     EXPECT_NE(outcome.out.find(" lines"), std::string::npos);
     const Outcome failed = quexel("trace 'MonthEnd(-1)'");
     EXPECT_NE(failed.out.find("Error LIB40: Date less than minimum allowed value"), std::string::npos) << failed.out;
+    EXPECT_EQ(failed.out.find("MonthEnd   = #NUM!  Date less than minimum allowed value (TheDate).\n"), 0u)
+        << failed.out;
     EXPECT_NE(quexel("trace '1+1'").out.find("Nothing To Report"), std::string::npos);
     EXPECT_EQ(quexel("trace '1+'").status, 1);
 }

@@ -12,13 +12,11 @@ import unittest
 
 from webdriver import Browser
 
-LABELS = ["Error", "External Function", "Arguments", "Variable Value", "Loop", "Range Screening", "Detail",
-          "Array Function", "Function called internally", "Internal function", "Return Value", "Function Return",
-          "Warning", "Information", "Argument Value", "Array Item", "Inputs", "Input Value", "If condition met",
-          "Loop Pass"]
 OUTLINE = """return [...document.querySelectorAll("#rows > .row")].map(row =>
     ".".repeat(row.ariaLevel - 1) + (row.ariaExpanded === "true" ? "-" : row.ariaExpanded === "false" ? "+" : " ")
     + row.querySelector(".text").textContent)"""
+OCCURRING = ["Error", "External Function", "Arguments", "Return Value", "Function Return", "Function called internally",
+             "Warning", "Information", "Argument Value", "Inputs", "Input Value", "Loop Pass"]
 FAILED_AT_FIRST = ["+DYear", "-DpD", ".-DpD", ".. Warning", ".. Info", "..-Loop Pass", "... Error"]
 
 
@@ -62,8 +60,9 @@ class TracePage(unittest.TestCase):
         self.assertEqual(run("return document.getElementById('subject').textContent"), 'DpD(38000, "<i>")')
         self.assertEqual(run("return [...document.querySelectorAll('[role=columnheader]')].map(c => c.textContent)"),
                          ["Function, Variable Name or Message Type", "Value", "Description"])
-        self.assertEqual(run("return document.querySelector('h2').textContent"), "Legend")
-        self.assertEqual(run("return [...document.querySelectorAll('#legend li')].map(l => l.textContent)"), LABELS)
+        self.assertEqual(run("return document.getElementById('legend-title').textContent"), "Legend")
+        self.assertEqual(run("return [...document.querySelectorAll('#legend li')].map(l => l.textContent).sort()"),
+                         sorted(OCCURRING), "no entry that does not occur")
         self.assertRegex(run("return document.getElementById('summary').textContent"), r"^\d+ msecs 15 lines $")
         self.assertIn("A copy of this output has been written to text file called qx_Trace.qxl, located in current "
                       "working directory.", run("return document.querySelector('footer').textContent"))
@@ -78,6 +77,81 @@ class TracePage(unittest.TestCase):
         self.assertEqual(self.browser.run("""const row = document.querySelector(".error");
             return [row.ariaLevel, row.ariaPosInSet, row.ariaSetSize, row.querySelector(".icon").ariaLabel]"""),
                          ["4", "1", "1", "Error"])
+
+    def digest(self):
+        return self.browser.run("return document.getElementById('digest').innerText")
+
+    def test_says_in_short_why_it_failed(self):
+        self.page("failed.html")
+        self.assertIn("= #NUM! Value less than minimum allowed value (Days).", self.digest())
+        self.assertIn("1 call before it", self.digest())
+        self.browser.click("#item-0 .text")
+        self.browser.click("#digest button")
+        self.assertEqual(self.selected()[0], "Error")
+        self.browser.click("#item-0 .text")
+        self.browser.press("Home", "e")
+        self.assertEqual(self.selected()[0], "Error")
+
+    def test_says_in_short_what_a_modeller_asks_first(self):
+        self.page("solved.html")
+        text = self.digest()
+        self.assertIn("= 0.1", text)
+        tables = self.browser.run("""return [...document.querySelectorAll("#digest table")].map(table =>
+            [...table.rows].map(row => [...row.cells].map(cell => cell.textContent)))""")
+        self.assertEqual(tables[0], [["Dates", "2 values", ""], ["Cashflows", "2 values", ""], ["IRRAccOpt", "1e-10", "default"]])
+        self.assertEqual(tables[1], [["", "Dates", "Cashflows"], ["1", "2005", "-100"], ["2", "2006", "110"]])
+        self.assertEqual(tables[2][0][0], "pvt")
+        self.assertRegex(tables[2][0][1], r"^40 calls, rate from 0.05 to 0.099968[78]; last result 0.00284")
+        self.assertIn("Solve Successful. Result = 0.1", text)
+        self.assertRegex(text, r"PV\(110\) at time 1 years = 100\.00284\d+")
+        self.assertNotIn("Error", self.browser.run("return document.getElementById('legend').textContent"))
+
+    def test_folds_the_trials_of_a_search(self):
+        self.page("solved.html")
+        self.browser.click("#item-0 .text")
+        self.browser.press("End", "Up", "Right")
+        outline = self.outline()
+        self.assertEqual(outline.count("..+pvt"), 5)
+        self.assertIn("36 more", self.browser.run("return document.getElementById('rows').textContent"))
+        self.browser.press("/", *"36 more")
+        self.assert_hits("1 of 1")
+        self.browser.press("Down", "Right")
+        inside = self.browser.run("""return document.querySelector('[aria-level="4"]').ariaSetSize""")
+        self.assertEqual(inside, "36")
+
+    def test_compares_two_traces(self):
+        self.page("compared.html")
+        rows = self.browser.run("""return [...document.querySelectorAll("#digest tr")].map(row =>
+            [row.className, ...[...row.cells].map(cell => cell.textContent)])""")
+        self.assertEqual(rows[0], ["", "", "Before", "After"])
+        self.assertEqual(rows[1], ["changed", "≠ Formula", "IRRT(A1:A2, B1:B2)", "IRRT(A1:A2, C1:C2)"])
+        self.assertEqual(rows[2], ["", "Result", "0.1", "0.1"])
+        self.assertEqual(rows[-1][:2], ["changed", "≠ pvt"])
+        self.assertEqual(self.browser.run("""return [...document.querySelectorAll('[role=columnheader]')].map(c => c.textContent)"""),
+                         ["Function, Variable Name or Message Type", "Before", "After"])
+        self.browser.click("#next-difference")
+        row = self.browser.run("""const row = document.querySelector('[aria-selected="true"]');
+            return [row.classList.contains("gone"), row.querySelector(".sign").textContent, row.querySelector(".text").textContent,
+                    row.querySelectorAll(".value")[1].textContent]""")
+        self.assertEqual(row, [True, "−", "pvt", ""], "the fortieth trial")
+        self.browser.press("Home")
+        self.browser.click("#previous-difference")
+        self.assertEqual(self.browser.run("return document.querySelector('[aria-selected=\"true\"]').id"), "item-0")
+
+    def test_fits_a_phone(self):
+        self.browser.devtools("Emulation.setDeviceMetricsOverride", width=390, height=844, deviceScaleFactor=1, mobile=True)
+        try:
+            for name in ("failed.html", "solved.html", "compared.html"):
+                self.page(name)
+                wide = self.browser.run("""return [...document.querySelectorAll("body > *, #rows > .row, .row > div, #digest *")]
+                    .filter(e => e.getBoundingClientRect().right > innerWidth + 1 && e.getBoundingClientRect().width > 0)
+                    .filter(e => !e.closest(".list")).map(e => e.outerHTML.slice(0, 90))""")
+                self.assertEqual(wide, [])
+                self.assertEqual(self.browser.run("return document.documentElement.scrollWidth"), 390)
+                heights = self.browser.run("""return [...document.querySelectorAll("#rows > .row")].map(r => r.offsetHeight)""")
+                self.assertEqual(set(heights), {50}, "two lines a row")
+        finally:
+            self.browser.devtools("Emulation.clearDeviceMetricsOverride")
 
     def test_shows_any_text_as_it_is(self):
         self.page("failed.html")
@@ -222,7 +296,7 @@ class TracePage(unittest.TestCase):
                         if (colour !== "rgba(0, 0, 0, 0)") return colour;
                     }
                 };
-                const seen = "#legend .icon, .text, .description, .value, #summary, footer div, #head div, #detail div";
+                const seen = "#digest p, #digest b, #digest th, #digest td, #digest summary, #legend .icon, .text, .description, .value, #summary, footer div, #head div, #detail div";
                 return [ground(document.getElementById("tree")), [...document.querySelectorAll(seen)].map(element => {
                     const [a, b] = [luminance(getComputedStyle(element).color), luminance(ground(element))];
                     return [(Math.max(a, b) + 0.05) / (Math.min(a, b) + 0.05), element.outerHTML.slice(0, 80)];

@@ -8,8 +8,39 @@
 namespace qx {
 namespace {
 
-void write(const std::filesystem::path& folder, const char* name, const char* subject) {
-    std::ofstream(folder / name, std::ios::binary) << trace_html(build_trace_tree(trace()), subject);
+void write(const std::filesystem::path& folder, const char* name, const char* formula, const char* result) {
+    std::ofstream(folder / name, std::ios::binary) << trace_html(build_trace_tree(trace()), {formula, result});
+}
+
+/// Net present value at a rate, as a search tries it: the trials of a rate of return of -100 and 110.
+void search(int trials) {
+    trace().TraceStart();
+    trace().external_call("IRRT");
+    trace().inputs();
+    for (const char* const list : {"Dates", "Cashflows"}) {
+        trace().variable(list);
+        for (int i = 2; i >= 1; --i)
+            trace().argument(std::string(list) + "(" + std::to_string(i) + ")",
+                             list[0] == 'D' ? 2004 + i : (i == 1 ? -100.0 : 110.0));
+        trace().return_value(list, text_of(list, " had 2 elements"), "AssignRange", 2);
+    }
+    trace().variable("IRRAccOpt");
+    trace().info(text_of("IRRAccOpt set to default value of ", 1e-10, " ()"));
+    trace().return_value(1e-10, "AssignCellOpt", 2);
+    trace().inputs_concluded("IRRT");
+    trace().function_call("IRRT");
+    for (int trial = 1; trial <= trials; ++trial) {
+        const double rate = 0.1 - 0.05 / (trial * trial);
+        trace().internal_call("pvt");
+        trace().arguments();
+        trace().argument("rate", rate);
+        trace().changelevel(-1);
+        trace().info(text_of("PV(", 110.0, ") at time ", 1.0, " years = ", 110.0 / (1.0 + rate)));
+        trace().return_value(110.0 / (1.0 + rate) - 100.0, "pvt", 2);
+    }
+    trace().info(text_of("Solve Successful. Result = ", 0.1));
+    trace().return_value(0.1, "IRRT", 1);
+    trace().result(0.1);
 }
 
 /// Two calls, the second of which fails three levels down. The texts try to break out of the page.
@@ -57,9 +88,15 @@ int main(int argc, char** argv) {
     const std::filesystem::path folder = argv[1];
     std::filesystem::current_path(folder);
     qx::failed_call();
-    qx::write(folder, "failed.html", "DpD(38000, \"<i>\")");
+    qx::write(folder, "failed.html", "DpD(38000, \"<i>\")", "#NUM!");
     qx::long_loop();
-    qx::write(folder, "long.html", "IRR(A1:A60)");
+    qx::write(folder, "long.html", "IRR(A1:A60)", "");
     qx::trace().TraceStart();
-    qx::write(folder, "empty.html", "");
+    qx::write(folder, "empty.html", "", "");
+    qx::search(40);
+    qx::write(folder, "solved.html", "IRRT(A1:A2, B1:B2)", "0.1");
+    const qx::TraceTree before = build_trace_tree(qx::trace());
+    qx::search(39);
+    std::ofstream(folder / "compared.html", std::ios::binary) << qx::trace_html(
+        before, {"IRRT(A1:A2, B1:B2)", "0.1"}, build_trace_tree(qx::trace()), {"IRRT(A1:A2, C1:C2)", "0.1"});
 }

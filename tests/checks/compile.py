@@ -27,6 +27,8 @@ def compile_text(compiler, root, text, *flags):
 
 def headers(root):
     for path in (path for top in ("src", "hosts", "apps") for path in sorted((root / top).rglob("*.h"))):
+        if "#include <windows.h>" in path.read_text():
+            continue  # the build for Windows compiles it
         def fault(compiler, path=path):
             done = compile_text(compiler, root, f'#include "{path}"\n#include "{path}"\n')
             return f"{path.relative_to(root)} does not compile alone:\n{done.stderr}" if done.returncode else None

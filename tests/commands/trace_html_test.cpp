@@ -6,10 +6,10 @@
 namespace qx::test {
 namespace {
 
-TraceTree tree_of(std::string description) {
+TraceTree tree_of(const std::string& description) {
     TraceTree tree;
-    tree.roots.emplace_back();
-    tree.roots[0].description = std::move(description);
+    tree.add("\t\t" + description, 0, TraceKind::info);
+    tree.close();
     return tree;
 }
 
@@ -20,8 +20,8 @@ std::string texts(const std::string& page) {
 }
 
 TEST(TraceHtml, NoTextEndsTheScriptOrTheTitle) {
-    const std::string plain = trace_html(tree_of("x"), "x");
-    const std::string hostile = trace_html(tree_of("</script><!-- \" \\ \n"), "</title> & {{trace}}");
+    const std::string plain = trace_html(tree_of("x"), {"x", ""});
+    const std::string hostile = trace_html(tree_of("</script><!-- \" \\ \n"), {"</title> & {{trace}}", ""});
     const auto count = [](std::string_view page, std::string_view what) {
         int found = 0;
         for (std::size_t at = page.find(what); at != page.npos; at = page.find(what, at + 1)) ++found;
@@ -45,28 +45,26 @@ TEST(TraceHtml, BytesThatAreNotUtf8BecomeTheCodePagesLetters) {
         {"\xF4\x90\x80\x80", "\\u00f4\\u0090\\u20ac\\u20ac"}, // beyond the last character
     };
     for (const auto& [text, expected] : cases)
-        EXPECT_EQ(texts(trace_html(tree_of(text), "")), "\"\",\n\"" + std::string(expected) + "\"");
+        EXPECT_EQ(texts(trace_html(tree_of(text), {})), "\"\",\n\"" + std::string(expected) + "\"");
 }
 
 TEST(TraceHtml, NodesComeInTheOrderOfTheTraceWithEachTextOnce) {
     TraceTree tree;
     for (const char* name : {"a", "b"}) {
-        TraceNode& root = tree.roots.emplace_back();
-        root.name = name;
-        root.kind = TraceKind::external_call;
-        root.expanded = name[0] == 'b';
-        root.children.emplace_back().name = "a";
+        tree.add(name, 0, TraceKind::external_call, name[0] == 'b');
+        tree.add("a", 1, TraceKind::info);
     }
-    const std::string page = trace_html(tree, "");
+    tree.close();
+    const std::string page = trace_html(tree, {});
     EXPECT_EQ(texts(page), "\"a\",\n\"\",\n\"b\"");
     EXPECT_NE(page.find("\"items\":[0,10,0,1,1,1,2,0,1,1,0,110,2,1,1,1,2,0,1,1]"), std::string::npos);
 }
 
 TEST(TraceHtml, DepthIsNotBoundByTheStack) {
     TraceTree tree;
-    std::vector<TraceNode>* level = &tree.roots;
-    for (int depth = 0; depth < 200'000; ++depth) level = &level->emplace_back().children;
-    EXPECT_NE(trace_html(tree, "").find("199999,2,"), std::string::npos);
+    for (int depth = 0; depth < 200'000; ++depth) tree.add("x", depth, TraceKind::info);
+    tree.close();
+    EXPECT_NE(trace_html(tree, {}).find("199999,2,"), std::string::npos);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 //     replay QuexelLb.xll registration.tsv transcript
 //
 // Dates, integers, texts and errors must come out as in the transcript to the bit, other numbers within 1e-12 of it.
+#include "addin/excel_operations.h"
 #include "excel/transcript.h"
 
 #include <algorithm>
@@ -163,6 +164,9 @@ int serve(int xlfn, OPER* result, int count, OPER* const* arguments) {
     case xlcAlert:
         excel.alerts.push_back(text_of(*arguments[0]));
         return xlretSuccess;
+    case xlfAddMenu:
+    case xlfDeleteMenu:
+        return xlretFailed; // no menus
     case xlCoerce:
         if (!excel.call.empty()) break;
         *result = int_cell(static_cast<int>(arguments[0]->val.num));
@@ -289,7 +293,13 @@ void replay(const Addin& addin, const char* file) {
     std::cout << calls << " calls\n";
 }
 
+/// Lets no window of this thread be made: nobody is there to close one.
+LRESULT CALLBACK refuse_windows(int code, WPARAM w, LPARAM l) {
+    return code == HCBT_CREATEWND ? 1 : CallNextHookEx(nullptr, code, w, l);
+}
+
 void run(const char* library, const char* golden_file, const char* transcript) {
+    SetWindowsHookExW(WH_CBT, &refuse_windows, nullptr, GetCurrentThreadId());
     set_callback(&serve);
     const auto golden = read_golden(golden_file);
     const Addin addin(library);

@@ -21,6 +21,15 @@ def main():
     if library.stat().st_size > LARGEST:
         print(f"{library} has {library.stat().st_size} bytes, more than {LARGEST}")
         return 1
+    content = library.read_bytes()
+    for path in {source, build, pathlib.Path.home(), pathlib.Path("/usr/include")}:
+        if str(path).encode() in content:
+            print(f"{library} holds the path {path} of the machine that has built it")
+            return 1
+    for text in ("QuexelLb.xll", "ProductVersion"):
+        if text.encode("utf-16-le") not in content:
+            print(f"{library} has no version resource with {text}")
+            return 1
     with tempfile.TemporaryDirectory(prefix="quexel-excel-") as folder:
         transcript = pathlib.Path(folder) / "transcript"
         with transcript.open("wb") as file:
