@@ -102,7 +102,7 @@ class Page {
                 book_.mark_dirty(cell);
                 book_.value(cell);
             });
-            add_items(tree.roots, 0, items);
+            add_items(tree, items);
         }
         const Value value = book_.value(cell);
         std::string reason;
@@ -126,15 +126,16 @@ class Page {
     }
 
     /// The lines of a trace; those deeper than a person follows are left out.
-    void add_items(const std::vector<TraceNode>& nodes, int depth, std::string& items) {
+    void add_items(const TraceTree& tree, std::string& items) {
         constexpr int deepest = 60;
-        if (depth > deepest) return;
-        for (const TraceNode& node : nodes) {
+        for (std::size_t i = 0; i < tree.size(); ++i) {
+            const TraceNode& node = tree.nodes[i];
+            if (node.depth > deepest) continue;
             if (!items.empty()) items += ',';
-            items += std::to_string(depth) + (node.expanded ? ",1" : ",0");
-            for (const std::string* text : {&node.name, &node.value, &node.description})
-                items += "," + std::to_string(number_of(*text));
-            add_items(node.children, depth + 1, items);
+            items += std::to_string(node.depth) + (node.expanded ? ",1" : ",0");
+            const TraceColumns text = tree.columns(i);
+            for (const std::string_view column : {text.name, text.value, text.description})
+                items += "," + std::to_string(number_of(std::string(column)));
         }
     }
 

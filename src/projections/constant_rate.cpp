@@ -32,13 +32,13 @@ double sum_repetitions(Routine& here, const timeperiod& Time, const Life& life, 
     return sum;
 }
 
+} // namespace
+
 timeperiod period_in_years(double Time, double BaseYrs) {
     timeperiod period{FunctionContext("timeperiod", "Time")};
     period.settime_in_years(Time, BaseYrs);
     return period;
 }
-
-} // namespace
 
 // --- Screening
 // -----------------------------------------------------------------------------------------------------------

@@ -314,10 +314,10 @@ double UniSpreadS(const timeperiod& Time, const UniformSpread& spread, const Sea
     basis.check(here);
     if (spread.Start == spread.Finish) return here.returning(spread.in(here, Time, basis));
     const Life span{spread.Start, spread.Finish};
-    const double years = con_seasonal({span.Start, span.Finish}, span, 1.0, seasons, basis.accruals());
+    const double years = con_seasonal({span.Start, span.Finish}, span, 1.0, seasons, basis.accruals(), false);
     const double rate = safe_divide(spread.Total, years);
     here.info("Calculated Annual Rate=", rate);
-    return here.returning(con_seasonal(Time, span, rate, seasons, basis));
+    return here.returning(con_seasonal(Time, span, rate, seasons, basis, false));
 }
 
 double UniSpreadPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> Totals,

@@ -73,16 +73,6 @@ double sum_revenue(const Routine& here, const timeperiod& Time, const Steps& ste
                       });
 }
 
-template <class Steps>
-void note_where_growth_is_read(const Routine& here) {
-    if constexpr (Steps::by_from_dates)
-        here.change_note(16, "See Change in Behaviour 16, Sep-02 :Bugfix: Growth should occur from changes in rate ie "
-                             "FromDates, not a Growth Date");
-    else
-        here.change_note(15, "See Change in Behaviour 15, Sep-02 :Bugfix: Growth should occur up until changes in rate "
-                             "ie ToDates, not a Growth Date");
-}
-
 /// The years of a period in steps, all measured alike.
 template <class Steps>
 double step_time(const char* name, const timeperiod& Time, const Steps& steps, View<date> dates, const Basis& basis) {
@@ -90,10 +80,10 @@ double step_time(const char* name, const timeperiod& Time, const Steps& steps, V
     here.arguments("Time,Dates,DayCount,Periods,ProjMode", Time, dates, basis.DayCount, basis.Periods, basis.ProjMode);
     basis.check(here);
     if (steps.count() == 0) return here.returning(0.0);
-    return here.returning(sum_stream(here, Time, steps, basis,
-                                     [&](const timeperiod& period, int, const Life& step, const Basis&, bool) {
-                                         return ConX(period, step, 1.0, basis.accruals(), false);
-                                     }));
+    return here.returning(
+        sum_stream(here, Time, steps, basis, [&](const timeperiod& period, int, const Life& step, const Basis&, bool) {
+            return ConX(period, step, 1.0, basis.accruals(), false);
+        }));
 }
 
 /// One-step streams side by side: MultiFStep and MultiTStep.

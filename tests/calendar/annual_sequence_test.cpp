@@ -29,8 +29,7 @@ std::vector<double> figures(const AnnualSequence& sequence) {
     return all;
 }
 
-std::string set_to(double figure, int preset = 4,
-                   DefaultSequence default_sequence = DefaultSequence::in_advance) {
+std::string set_to(double figure, int preset = 4, DefaultSequence default_sequence = DefaultSequence::in_advance) {
     AnnualSequence sequence;
     sequence.clear("Periods", default_sequence);
     try {

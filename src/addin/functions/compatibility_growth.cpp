@@ -51,8 +51,9 @@ constexpr Function SIndex{
             "annual amount. 1 for whole years, above 1 in a heavy season",
     .args = {time_period(),
              {"SeasonFactors", "Weights of the seasons of a year, in any unit"},
-             sequence_or_none("SeasonSeq",
-                      "First days of the seasons as mm.dd figures, from 1.01 on; seasons of equal length if omitted"),
+             sequence_or_none(
+                 "SeasonSeq",
+                 "First days of the seasons as mm.dd figures, from 1.01 on; seasons of equal length if omitted"),
              measure()},
     .examples = {"SIndex(2005, 12, {1;2;3;2}) ~ 1 1e-9", "SIndex(2005.5, 3, {1;2;3;2}) ~ 1.5 1e-9",
                  "SIndex(2005.5, 6, {1;3}, {1.01;7.01}) ~ 1.5 1e-9"},
