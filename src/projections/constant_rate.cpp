@@ -8,6 +8,24 @@
 
 namespace qx {
 
+namespace {
+
+/// The sum over the repetitions of a stream, each as long as the first one under the day count.
+template <class Amount>
+double sum_streams(const Routine& here, const timeperiod& Time, const Life& life, const date& AbsFinish,
+                   View<double> AnnualRates, int Periodicity, const Basis& basis, Amount amount) {
+    if (!runs_forward(here, Time)) return 0.0;
+    const double months = diffmonths(life.Start, life.Finish, basis.DayCount, basis.Periods);
+    double sum = 0.0;
+    each_repetition(here, Time, life.Start, AbsFinish, Periodicity, [&](int n, const date& start) {
+        const date finish = n == 1 ? life.Finish : plusmonths(start, months, basis.DayCount, basis.Periods);
+        sum += amount(Life{start, finish}, AnnualRates.entry(n));
+    });
+    return sum;
+}
+
+} // namespace
+
 timeperiod period_in_years(double Time, double BaseYrs) {
     timeperiod period{FunctionContext("timeperiod", "Time")};
     period.settime_in_years(Time, BaseYrs);
@@ -101,10 +119,12 @@ double con_seasonal(const timeperiod& Time, const Life& life, double AnnualRate,
     const Routine here{"ConS", Routine::internal};
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
+    // Whole years count by their length: only what lies in the period may be one.
+    const Life counts = life.within(period.from(), period.to());
     if (seasons.sequence.size() == 0)
-        return here.returning(even_seasonal_amount(period, life.Start, life.Finish, AnnualRate, seasons.factors,
+        return here.returning(even_seasonal_amount(period, counts.Start, counts.Finish, AnnualRate, seasons.factors,
                                                    basis.DayCount, basis.Periods));
-    return here.returning(seasonal_amount(period, life.Start, life.Finish, AnnualRate, seasons.factors,
+    return here.returning(seasonal_amount(period, counts.Start, counts.Finish, AnnualRate, seasons.factors,
                                           seasons.sequence, basis.DayCount, basis.Periods));
 }
 
@@ -145,6 +165,7 @@ double ConEvent(const timeperiod& Time, const Life& life) {
     enum Event : int { none = 0, runs = 1, starts = 2, finishes = 3 };
     Routine here{"ConEvent"};
     here.inputs(Time, life);
+    if (!runs_forward(here, Time)) return here.returning(0.0);
     const auto event = [&] {
         if (Time.contains(life.Start)) return starts;
         if (Time.contains(life.Finish)) return finishes;
@@ -161,7 +182,7 @@ double ConPer(const timeperiod& Time, const Life& life, const date& AbsFinish, V
     here.inputs(Time, life, AbsFinish, AnnualRates, Periodicity, basis);
     basis.check(here);
     return here.returning(
-        sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity,
+        sum_streams(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
                         [&](const Life& piece, double AnnualRate) { return con(Time, piece, AnnualRate, basis); }));
 }
 
@@ -178,9 +199,9 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
     here.inputs(Time, life, AbsFinish, AnnualRates, growth, RevMos, Periodicity, basis);
     basis.check(here);
     check_reviews(here, RevMos, "RevMos");
-    growth.check(here);
-    return here.returning(sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity,
+    return here.returning(sum_streams(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
                                           [&](const Life& piece, double AnnualRate) {
+                                              growth.check(here);
                                               return con_grow(Time, piece, AnnualRate, growth, RevMos, basis);
                                           }));
 }
