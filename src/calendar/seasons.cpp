@@ -12,8 +12,11 @@ namespace {
 template <class SeasonEnd>
 double by_seasons(Routine& here, const char* label, const timeperiod& period, const date& Start, const date& Finish,
                   double Rate, View<double> SeasonFactors, double DayCount, const AnnualSequence& Periods,
-                  SeasonEnd season_end) {
-    if (SeasonFactors.size() < 2) return here.returning(Rate * period.lenyrs(Start, Finish, DayCount, Periods));
+                  bool ComponentPart, SeasonEnd season_end) {
+    const auto years = [&](const date& from, const date& to) {
+        return period.lenyrs(from, to, DayCount, Periods, false, ComponentPart);
+    };
+    if (SeasonFactors.size() < 2) return here.returning(Rate * years(Start, Finish));
     if (iszero(Rate) || Start > Finish || period.from() > period.to()) return here.returning(0.0);
 
     const date start_year = Start.prevanniversary(1, 1, false), first_year = Start.nextanniversary(1, 1, false);
@@ -23,7 +26,7 @@ double by_seasons(Routine& here, const char* label, const timeperiod& period, co
     for (int i = 1; i <= SeasonFactors.size(); ++i) {
         const double factor = SeasonFactors.get(i);
         const auto weighed = [&](const date& from, const date& to) {
-            return factor * period.lenyrs(std::max(from, Start), std::min(to, Finish), DayCount, Periods);
+            return factor * years(std::max(from, Start), std::min(to, Finish));
         };
         const date end = season_end(start_year, in_start_year, i);
         const date finish_end = season_end(finish_year, in_finish_year, i);
@@ -33,7 +36,7 @@ double by_seasons(Routine& here, const char* label, const timeperiod& period, co
         in_start_year = end;
         in_finish_year = finish_end;
     }
-    const double core = period.lenyrs(first_year, finish_year, DayCount, Periods);
+    const double core = years(first_year, finish_year);
     return here.returning(label, (safe_divide(start_stub + end_stub, year_weight) + core) * Rate);
 }
 
@@ -41,7 +44,7 @@ double by_seasons(Routine& here, const char* label, const timeperiod& period, co
 
 double seasonal_amount(const timeperiod& period, const date& Start, const date& Finish, double Rate,
                        View<double> SeasonFactors, const AnnualSequence& SeasonSeq, double DayCount,
-                       const AnnualSequence& Periods) {
+                       const AnnualSequence& Periods, bool ComponentPart) {
     Routine here{"Seasonal Average (Specific Date Sequence)", Routine::internal};
     if (SeasonSeq.size() == 0) return here.returning(0.0);
     const auto [month, day] = AnnualSequence::month_day(SeasonSeq.get(1));
@@ -52,15 +55,16 @@ double seasonal_amount(const timeperiod& period, const date& Start, const date& 
         if (!(SeasonSeq.get(i) > SeasonSeq.get(i - 1)))
             here.fail<errlibseas>("SeasonSeq", "A seasonal annual date sequence must be ascending, this one isn't");
     return by_seasons(here, "Seasonal Average (Specific Date Sequence) =", period, Start, Finish, Rate, SeasonFactors,
-                      DayCount, Periods,
+                      DayCount, Periods, ComponentPart,
                       [&](const date&, const date& from, int) { return SeasonSeq.nextdate(from, false); });
 }
 
 double even_seasonal_amount(const timeperiod& period, const date& Start, const date& Finish, double Rate,
-                            View<double> SeasonFactors, double DayCount, const AnnualSequence& Periods) {
+                            View<double> SeasonFactors, double DayCount, const AnnualSequence& Periods,
+                            bool ComponentPart) {
     Routine here{"Seasonal Average (Even Seasonalities)", Routine::internal};
     return by_seasons(
-        here, "Seasonal Average (Even Seasonalities) =", period, Start, Finish, Rate, SeasonFactors, DayCount, Periods,
+        here, "Seasonal Average (Even Seasonalities) =", period, Start, Finish, Rate, SeasonFactors, DayCount, Periods, ComponentPart,
         [&](const date& new_year, const date&, int i) { return new_year.plusmonths(12.0 * i / SeasonFactors.size()); });
 }
 

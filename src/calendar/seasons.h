@@ -14,9 +14,10 @@ namespace qx {
 /// sequence ascends from 1.01.
 double seasonal_amount(const timeperiod& period, const date& Start, const date& Finish, double Rate,
                        View<double> SeasonFactors, const AnnualSequence& SeasonSeq, double DayCount,
-                       const AnnualSequence& Periods);
+                       const AnnualSequence& Periods, bool ComponentPart = false);
 /// The same with as many even seasons as there are factors.
 double even_seasonal_amount(const timeperiod& period, const date& Start, const date& Finish, double Rate,
-                            View<double> SeasonFactors, double DayCount, const AnnualSequence& Periods);
+                            View<double> SeasonFactors, double DayCount, const AnnualSequence& Periods,
+                            bool ComponentPart = false);
 
 } // namespace qx

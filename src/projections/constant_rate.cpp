@@ -115,17 +115,17 @@ double ConSF(const timeperiod& Time, const Streams& streams, const Life& overall
 }
 
 double con_seasonal(const timeperiod& Time, const Life& life, double AnnualRate, const Seasons& seasons,
-                    const Basis& basis) {
+                    const Basis& basis, bool ComponentPart) {
     const Routine here{"ConS", Routine::internal};
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
     // Whole years count by their length: only what lies in the period may be one.
-    const Life counts = life.within(period.from(), period.to());
+    const Life counts = seasons.factors.size() < 2 ? life : life.within(period.from(), period.to());
     if (seasons.sequence.size() == 0)
         return here.returning(even_seasonal_amount(period, counts.Start, counts.Finish, AnnualRate, seasons.factors,
-                                                   basis.DayCount, basis.Periods));
+                                                   basis.DayCount, basis.Periods, ComponentPart));
     return here.returning(seasonal_amount(period, counts.Start, counts.Finish, AnnualRate, seasons.factors,
-                                          seasons.sequence, basis.DayCount, basis.Periods));
+                                          seasons.sequence, basis.DayCount, basis.Periods, ComponentPart));
 }
 
 double ConS(const timeperiod& Time, const Streams& streams, const Seasons& seasons, const Basis& basis) {
@@ -134,7 +134,7 @@ double ConS(const timeperiod& Time, const Streams& streams, const Seasons& seaso
     basis.check(here);
     if (!runs_forward(here, Time)) return here.returning(0.0);
     return here.returning(streams.sum(here, [&](const Life& life, double AnnualRate) {
-        return con_seasonal(Time, life, AnnualRate, seasons, basis);
+        return con_seasonal(Time, life, AnnualRate, seasons, basis, false);
     }));
 }
 

@@ -65,7 +65,7 @@ double MultiCon(const timeperiod& Time, const Streams& streams, const Basis& bas
 double ConSF(const timeperiod& Time, const Streams& streams, const Life& overall, const Basis& basis);
 /// The amount of a stream whose annual rate is spread over the year by seasons, even ones without a sequence of dates.
 double con_seasonal(const timeperiod& Time, const Life& life, double AnnualRate, const Seasons& seasons,
-                    const Basis& basis);
+                    const Basis& basis, bool ComponentPart);
 double ConS(const timeperiod& Time, const Streams& streams, const Seasons& seasons, const Basis& basis);
 
 /// The annual rate of a stream that amounts to AmountDisbursed in a period. Throws errlibnovalidanswer if none does

@@ -130,10 +130,11 @@ double StepS(const timeperiod& Time, const Steps& given, View<double> AnnualRate
     basis.check(here);
     Steps steps = given;
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
-    return here.returning(sum_stream(here, Time, steps, basis,
-                                     [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool) {
-                                         return con_seasonal(period, step, AnnualRates.single_or(n), seasons, stub);
-                                     }));
+    return here.returning(
+        sum_stream(here, Time, steps, basis,
+                   [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                       return con_seasonal(period, step, AnnualRates.single_or(n), seasons, stub, ComponentPart);
+                   }));
 }
 
 double MultiFStep(const timeperiod& Time, View<date> Finishes, View<date> FromDates, View<double> AnnualRates,
