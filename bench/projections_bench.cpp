@@ -35,7 +35,8 @@ struct Yearly {
     }
 };
 
-// --- In plain C++ --------------------------------------------------------------------------------------------------------
+// --- In plain C++
+// --------------------------------------------------------------------------------------------------------
 
 struct Day {
     int year, month, day;
@@ -56,7 +57,8 @@ double grown(double t, double g) {
     return (factor - 1.0) / g + (t - whole) * factor;
 }
 
-// --- A constant rate -----------------------------------------------------------------------------------------------------
+// --- A constant rate
+// -----------------------------------------------------------------------------------------------------
 
 void constant_rate(benchmark::State& state) {
     const timeperiod period{first_of(2006, 4), first_of(2006, 7)};
@@ -80,7 +82,8 @@ void constant_rate_plainly(benchmark::State& state) {
 }
 BENCHMARK(constant_rate_plainly)->Name("Con of one period: plain C++");
 
-// --- Growth in sections --------------------------------------------------------------------------------------------------
+// --- Growth in sections
+// --------------------------------------------------------------------------------------------------
 
 void growing_rate(benchmark::State& state) {
     const Yearly growth(steps, 0.02);
@@ -89,9 +92,9 @@ void growing_rate(benchmark::State& state) {
     double rate = 1200.0;
     for (auto step : state) {
         benchmark::DoNotOptimize(rate);
-        benchmark::DoNotOptimize(
-            ConGrow(period, {View<date>::of(start), View<date>::of(finish), View<double>::of(rate)},
-                    {growth.dates, growth.rates}, 12, accruals()));
+        benchmark::DoNotOptimize(ConGrow(period,
+                                         {View<date>::of(start), View<date>::of(finish), View<double>::of(rate)},
+                                         {growth.dates, growth.rates}, 12, accruals()));
     }
 }
 BENCHMARK(growing_rate)->Name("ConGrow over 10 growth steps: ours");
@@ -112,14 +115,16 @@ void growing_rate_plainly(benchmark::State& state) {
             if (i > 0) market *= std::pow(1.0 + rates[i - 1], (dates[i] - dates[i - 1]) / 360.0);
             const int from = std::max(dates[i], period.from), to = std::min(dates[i + 1], period.to);
             if (from < to)
-                amount += market * (grown((to - dates[i]) / 360.0, rates[i]) - grown((from - dates[i]) / 360.0, rates[i]));
+                amount +=
+                    market * (grown((to - dates[i]) / 360.0, rates[i]) - grown((from - dates[i]) / 360.0, rates[i]));
         }
         benchmark::DoNotOptimize(amount);
     }
 }
 BENCHMARK(growing_rate_plainly)->Name("ConGrow over 10 growth steps: plain C++");
 
-// --- Steps ---------------------------------------------------------------------------------------------------------------
+// --- Steps
+// ---------------------------------------------------------------------------------------------------------------
 
 void stepped_rate(benchmark::State& state) {
     const Yearly step_list(steps, 1000.0);
@@ -148,7 +153,8 @@ void stepped_rate_plainly(benchmark::State& state) {
 }
 BENCHMARK(stepped_rate_plainly)->Name("FStep of 10 steps: plain C++");
 
-// --- Every month of 30 years ---------------------------------------------------------------------------------------------
+// --- Every month of 30 years
+// ---------------------------------------------------------------------------------------------
 
 /// The array formula over a column of months, as a workbook recalculates it.
 void twin_of_months(benchmark::State& state) {
@@ -172,9 +178,9 @@ void scalar_calls_of_months(benchmark::State& state) {
         timeperiod period;
         for (int i = 0; i < months; ++i) {
             period.settime(first_of(2005 + i / 12, i % 12 + 1), 1);
-            benchmark::DoNotOptimize(
-                StepGrow<FromSteps>(period, finish, 1000.0, step_list.dates,
-                                    {View<date>::of(growth_date), View<double>::of(growth_rate)}, accruals()));
+            benchmark::DoNotOptimize(StepGrow<FromSteps>(period, finish, 1000.0, step_list.dates,
+                                                         {View<date>::of(growth_date), View<double>::of(growth_rate)},
+                                                         accruals()));
         }
     }
 }

@@ -63,9 +63,10 @@ double even_seasonal_amount(const timeperiod& period, const date& Start, const d
                             View<double> SeasonFactors, double DayCount, const AnnualSequence& Periods,
                             bool ComponentPart) {
     Routine here{"Seasonal Average (Even Seasonalities)", Routine::internal};
-    return by_seasons(
-        here, "Seasonal Average (Even Seasonalities) =", period, Start, Finish, Rate, SeasonFactors, DayCount, Periods, ComponentPart,
-        [&](const date& new_year, const date&, int i) { return new_year.plusmonths(12.0 * i / SeasonFactors.size()); });
+    return by_seasons(here, "Seasonal Average (Even Seasonalities) =", period, Start, Finish, Rate, SeasonFactors,
+                      DayCount, Periods, ComponentPart, [&](const date& new_year, const date&, int i) {
+                          return new_year.plusmonths(12.0 * i / SeasonFactors.size());
+                      });
 }
 
 } // namespace qx

@@ -8,8 +8,8 @@ namespace qx {
 
 namespace {
 
-/// True if there are steps. Without to-dates, or with nothing but a blank one, there is one that never ends, at a rate of
-/// 0 unless there is one.
+/// True if there are steps. Without to-dates, or with nothing but a blank one, there is one that never ends, at a rate
+/// of 0 unless there is one.
 bool has_steps(const Routine&, const FromSteps& steps, View<double>&) { return steps.count() > 0; }
 bool has_steps(const Routine& here, ToSteps& steps, View<double>& rates) {
     static constexpr double no_rate = 0.0;
