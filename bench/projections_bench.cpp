@@ -35,8 +35,7 @@ struct Yearly {
     }
 };
 
-// --- In plain C++
-// --------------------------------------------------------------------------------------------------------
+// --- In plain C++ ---------------------------------------------------------------------------------------------------
 
 struct Day {
     int year, month, day;
@@ -57,8 +56,7 @@ double grown(double t, double g) {
     return (factor - 1.0) / g + (t - whole) * factor;
 }
 
-// --- A constant rate
-// -----------------------------------------------------------------------------------------------------
+// --- A constant rate ------------------------------------------------------------------------------------------------
 
 void constant_rate(benchmark::State& state) {
     const timeperiod period{first_of(2006, 4), first_of(2006, 7)};
@@ -82,8 +80,7 @@ void constant_rate_plainly(benchmark::State& state) {
 }
 BENCHMARK(constant_rate_plainly)->Name("Con of one period: plain C++");
 
-// --- Growth in sections
-// --------------------------------------------------------------------------------------------------
+// --- Growth in sections ---------------------------------------------------------------------------------------------
 
 void growing_rate(benchmark::State& state) {
     const Yearly growth(steps, 0.02);
@@ -123,8 +120,7 @@ void growing_rate_plainly(benchmark::State& state) {
 }
 BENCHMARK(growing_rate_plainly)->Name("ConGrow over 10 growth steps: plain C++");
 
-// --- Steps
-// ---------------------------------------------------------------------------------------------------------------
+// --- Steps ----------------------------------------------------------------------------------------------------------
 
 void stepped_rate(benchmark::State& state) {
     const Yearly step_list(steps, 1000.0);
@@ -153,8 +149,7 @@ void stepped_rate_plainly(benchmark::State& state) {
 }
 BENCHMARK(stepped_rate_plainly)->Name("FStep of 10 steps: plain C++");
 
-// --- Every month of 30 years
-// ---------------------------------------------------------------------------------------------
+// --- Every month of 30 years ----------------------------------------------------------------------------------------
 
 /// The array formula over a column of months, as a workbook recalculates it.
 void twin_of_months(benchmark::State& state) {

@@ -226,10 +226,10 @@ constexpr Argument AnnualRates() {
 
 /// Seasons.
 constexpr ArgumentGroup seasons() {
-    return {
-        optional("SeasonFactors", "Weights of the seasons, one for each; no seasons if omitted"),
-        sequence_or_none("SeasonSeq",
-                 "Dates on which the seasons start, as mm.dd figures from 1.01 on; seasons of even length if omitted")};
+    return {optional("SeasonFactors", "Weights of the seasons, one for each; no seasons if omitted"),
+            sequence_or_none(
+                "SeasonSeq",
+                "Dates on which the seasons start, as mm.dd figures from 1.01 on; seasons of even length if omitted")};
 }
 
 /// The first review.

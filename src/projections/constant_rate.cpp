@@ -32,8 +32,7 @@ timeperiod period_in_years(double Time, double BaseYrs) {
     return period;
 }
 
-// --- Screening
-// -----------------------------------------------------------------------------------------------------------
+// --- Screening ------------------------------------------------------------------------------------------------------
 
 void check_reviews(Routine& here, int RevMonths, const char* name) {
     here.limit(RevMonths, review_months_limits, name);
@@ -69,8 +68,7 @@ const date& first_review(const Routine& here, const date& FirstRev) {
     return DateCrit;
 }
 
-// --- At a constant rate
-// --------------------------------------------------------------------------------------------------
+// --- At a constant rate ---------------------------------------------------------------------------------------------
 
 double ConX(const timeperiod& Time, const Life& life, double AnnualRate, const Basis& basis, bool ComponentPart) {
     Routine here{"ConX", Routine::internal};
@@ -183,7 +181,7 @@ double ConPer(const timeperiod& Time, const Life& life, const date& AbsFinish, V
     basis.check(here);
     return here.returning(
         sum_streams(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
-                        [&](const Life& piece, double AnnualRate) { return con(Time, piece, AnnualRate, basis); }));
+                    [&](const Life& piece, double AnnualRate) { return con(Time, piece, AnnualRate, basis); }));
 }
 
 double AnnGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> AnnualRates,
@@ -200,14 +198,13 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
     basis.check(here);
     check_reviews(here, RevMos, "RevMos");
     return here.returning(sum_streams(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
-                                          [&](const Life& piece, double AnnualRate) {
-                                              growth.check(here);
-                                              return con_grow(Time, piece, AnnualRate, growth, RevMos, basis);
-                                          }));
+                                      [&](const Life& piece, double AnnualRate) {
+                                          growth.check(here);
+                                          return con_grow(Time, piece, AnnualRate, growth, RevMos, basis);
+                                      }));
 }
 
-// --- Older forms
-// ---------------------------------------------------------------------------------------------------------
+// --- Older forms ----------------------------------------------------------------------------------------------------
 
 double PerAnn(double Time, const Streams& streams, double BaseYrs, const Basis& basis) {
     Routine here{"PerAnn"};
