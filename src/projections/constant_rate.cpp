@@ -1,5 +1,7 @@
 #include "projections/constant_rate.h"
 
+#include "projections/periodic.h"
+
 #include "calendar/seasons.h"
 
 #include <cmath>
@@ -8,27 +10,17 @@ namespace qx {
 
 namespace {
 
-/// The sum of a stream's repetitions that can reach into a period: ConPer and its like.
+/// The sum over the repetitions of a stream, each as long as the first one under the day count.
 template <class Amount>
-double sum_repetitions(Routine& here, const timeperiod& Time, const Life& life, const date& AbsFinish,
-                       View<double> AnnualRates, int Periodicity, const Basis& basis, Amount amount) {
-    constexpr int most_repetitions = 100;
+double sum_streams(const Routine& here, const timeperiod& Time, const Life& life, const date& AbsFinish,
+                   View<double> AnnualRates, int Periodicity, const Basis& basis, Amount amount) {
     if (!runs_forward(here, Time)) return 0.0;
-    if (life.Start >= Time.to() || Time.from() >= AbsFinish || life.Start >= AbsFinish) {
-        here.info("Start Date outside timeperiod or exceeds Absolute Finish, returning zero");
-        return 0.0;
-    }
     const double months = diffmonths(life.Start, life.Finish, basis.DayCount, basis.Periods);
     double sum = 0.0;
-    int n = 0;
-    date start = life.Start, finish = life.Finish;
-    while (n < most_repetitions && start < AbsFinish && start < Time.to()) {
-        const TraceBlock pass = here.pass(++n, "From ", start, " to ", finish);
+    each_repetition(here, Time, life.Start, AbsFinish, Periodicity, [&](int n, const date& start) {
+        const date finish = n == 1 ? life.Finish : plusmonths(start, months, basis.DayCount, basis.Periods);
         sum += amount(Life{start, finish}, AnnualRates.entry(n));
-        start = life.Start.plusmonths(n * Periodicity, true);
-        finish = plusmonths(start, months, basis.DayCount, basis.Periods);
-    }
-    if (n >= most_repetitions) here.fail<errlibmaxrevs>("Periodicity");
+    });
     return sum;
 }
 
@@ -40,8 +32,7 @@ timeperiod period_in_years(double Time, double BaseYrs) {
     return period;
 }
 
-// --- Screening
-// -----------------------------------------------------------------------------------------------------------
+// --- Screening ------------------------------------------------------------------------------------------------------
 
 void check_reviews(Routine& here, int RevMonths, const char* name) {
     here.limit(RevMonths, review_months_limits, name);
@@ -77,8 +68,7 @@ const date& first_review(const Routine& here, const date& FirstRev) {
     return DateCrit;
 }
 
-// --- At a constant rate
-// --------------------------------------------------------------------------------------------------
+// --- At a constant rate ---------------------------------------------------------------------------------------------
 
 double ConX(const timeperiod& Time, const Life& life, double AnnualRate, const Basis& basis, bool ComponentPart) {
     Routine here{"ConX", Routine::internal};
@@ -190,8 +180,8 @@ double ConPer(const timeperiod& Time, const Life& life, const date& AbsFinish, V
     here.inputs(Time, life, AbsFinish, AnnualRates, Periodicity, basis);
     basis.check(here);
     return here.returning(
-        sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
-                        [&](const Life& piece, double AnnualRate) { return con(Time, piece, AnnualRate, basis); }));
+        sum_streams(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
+                    [&](const Life& piece, double AnnualRate) { return con(Time, piece, AnnualRate, basis); }));
 }
 
 double AnnGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> AnnualRates,
@@ -207,15 +197,14 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
     here.inputs(Time, life, AbsFinish, AnnualRates, growth, RevMos, Periodicity, basis);
     basis.check(here);
     check_reviews(here, RevMos, "RevMos");
-    return here.returning(sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
-                                          [&](const Life& piece, double AnnualRate) {
-                                              growth.check(here);
-                                              return con_grow(Time, piece, AnnualRate, growth, RevMos, basis);
-                                          }));
+    return here.returning(sum_streams(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
+                                      [&](const Life& piece, double AnnualRate) {
+                                          growth.check(here);
+                                          return con_grow(Time, piece, AnnualRate, growth, RevMos, basis);
+                                      }));
 }
 
-// --- Older forms
-// ---------------------------------------------------------------------------------------------------------
+// --- Older forms ----------------------------------------------------------------------------------------------------
 
 double PerAnn(double Time, const Streams& streams, double BaseYrs, const Basis& basis) {
     Routine here{"PerAnn"};

@@ -46,8 +46,7 @@ class PeriodCount {
     const AnnualSequence* sequence_;
 };
 
-// --- At a constant rate
-// --------------------------------------------------------------------------------------------------
+// --- At a constant rate ---------------------------------------------------------------------------------------------
 
 /// The amount of a stream of AnnualRate a year that falls into a period. ComponentPart says that it is a piece of a
 /// longer stream, which goes on at the end of its life.
@@ -88,8 +87,7 @@ double AnnGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
 double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> AnnualRates,
                   const Growth& growth, int RevMos, int Periodicity, const Basis& basis);
 
-// --- Reviewed to a growing rate
-// ------------------------------------------------------------------------------------------
+// --- Reviewed to a growing rate -------------------------------------------------------------------------------------
 
 /// The amount of a stream that runs at InitialAnnRate until FirstRev and then at a market rate, taken up every
 /// RevMonthsOpt months (0: at every moment). MktAnnRate is the market rate at GrowthBaseDate; growth dates are
@@ -120,8 +118,7 @@ double MultiAnnGrow(const timeperiod& Time, const Streams& streams, const Growth
 double ConGrowQ(const timeperiod& Time, const Life& life, double AnnualRate, const date& GrowFrom, double GrowthRatePA,
                 int RevMos, const Basis& basis);
 
-// --- Reviewed to a forecast
-// ----------------------------------------------------------------------------------------------
+// --- Reviewed to a forecast -----------------------------------------------------------------------------------------
 
 /// The period over which a forecast that is read at reviews gives one rate: from the last review on or before a date,
 /// zero before the first one, to the next review that sees another value of the forecast. With StepOverBoundary a
@@ -146,8 +143,7 @@ double ConFcstGrowMkt(const timeperiod& Time, const Life& life, const date& Firs
 double ConIdx(const timeperiod& Time, const Life& life, double InitialAnnRate, const Forecast& index, int IdxReg,
               const dateorfloat& BaseDateOrIdx, const date& FirstIdxDate, const Basis& basis);
 
-// --- Price and quantity
-// --------------------------------------------------------------------------------------------------
+// --- Price and quantity ---------------------------------------------------------------------------------------------
 
 /// How a price and a rate make one annual rate; any other code multiplies.
 enum RateOperator : int {

@@ -98,8 +98,7 @@ double multi_step(Routine& here, const timeperiod& Time, const Streams& streams,
 
 } // namespace
 
-// --- As given
-// ------------------------------------------------------------------------------------------------------------
+// --- As given -------------------------------------------------------------------------------------------------------
 
 template <class Steps>
 double Step(const timeperiod& Time, const Steps& given, View<double> AnnualRates, const Basis& basis) {
@@ -160,8 +159,7 @@ double TStepTime(const timeperiod& Time, View<date> ToDates, const Basis& basis)
     return step_time("TStepTime", Time, ToSteps{no_start, ToDates}, ToDates, basis);
 }
 
-// --- Growth
-// --------------------------------------------------------------------------------------------------------------
+// --- Growth ---------------------------------------------------------------------------------------------------------
 
 template <class Steps>
 double StepGrow(const timeperiod& Time, const date& end, double InitialAnnRate, View<date> dates, const Growth& growth,
@@ -254,8 +252,7 @@ double StepThenGrow(const timeperiod& Time, const Steps& steps, View<double> Ann
                    }));
 }
 
-// --- Forecasts
-// -----------------------------------------------------------------------------------------------------------
+// --- Forecasts ------------------------------------------------------------------------------------------------------
 
 template <class Steps>
 double StepFcst(const timeperiod& Time, const Steps& given, const Forecast& forecast, const Basis& basis) {
@@ -282,8 +279,7 @@ double StepFcstMkt(const timeperiod& Time, const Steps& given, View<double> Annu
     }));
 }
 
-// --- Several lists
-// -------------------------------------------------------------------------------------------------------
+// --- Several lists --------------------------------------------------------------------------------------------------
 
 template <class Steps>
 double StepCombine(const timeperiod& Time, int CombineSwitch, const Steps& given, View<double> AnnualRates,
@@ -419,8 +415,7 @@ double StepThenGrowRev(const timeperiod& Time, const date& end, double MktPrice,
         }));
 }
 
-// --- Both sides
-// ----------------------------------------------------------------------------------------------------------
+// --- Both sides -----------------------------------------------------------------------------------------------------
 
 #define QX_ROUTINES_OVER(Steps)                                                                                        \
     template double Step(const timeperiod&, const Steps&, View<double>, const Basis&);                                 \

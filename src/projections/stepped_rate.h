@@ -37,8 +37,7 @@ double MultiTStep(const timeperiod& Time, View<date> Starts, View<date> ToDates,
 double FStepTime(const timeperiod& Time, View<date> FromDates, const Basis& basis);
 double TStepTime(const timeperiod& Time, View<date> ToDates, const Basis& basis);
 
-// --- Growth
-// --------------------------------------------------------------------------------------------------------------
+// --- Growth ---------------------------------------------------------------------------------------------------------
 
 /// The rate of a step is InitialAnnRate grown to the date of the step. A step that Finish cuts off is measured as the
 /// last one.
@@ -62,8 +61,7 @@ template <class Steps>
 double StepThenGrow(const timeperiod& Time, const Steps& steps, View<double> AnnualRates, const Growth& growth,
                     int RevMonthsOpt, const Basis& basis);
 
-// --- Forecasts
-// -----------------------------------------------------------------------------------------------------------
+// --- Forecasts ------------------------------------------------------------------------------------------------------
 
 /// The rate of a step is the forecast at its date.
 template <class Steps>
@@ -73,8 +71,7 @@ template <class Steps>
 double StepFcstMkt(const timeperiod& Time, const Steps& steps, View<double> AnnualRates, const Forecast& forecast,
                    const Basis& basis);
 
-// --- Several lists
-// -------------------------------------------------------------------------------------------------------
+// --- Several lists --------------------------------------------------------------------------------------------------
 
 /// Up to four lists merged to one (merge_rates). A list counts from its first from-date on, or up to its last to-date.
 /// Throws errlibmin, errlibmax for a CombineSwitch outside 0 to 7.

@@ -36,8 +36,7 @@ constexpr Argument Periodicity() { return {"Periodicity", "Months from one start
 
 } // namespace
 
-// --- At a constant rate
-// --------------------------------------------------------------------------------------------------
+// --- At a constant rate ---------------------------------------------------------------------------------------------
 
 constexpr Function Con{
     .name = "Con",
@@ -168,8 +167,7 @@ constexpr Function ConGrowPer{
 };
 QX_EXPORT(ConGrowPer, 13);
 
-// --- Reviewed to a growing rate
-// ------------------------------------------------------------------------------------------
+// --- Reviewed to a growing rate -------------------------------------------------------------------------------------
 
 constexpr Function ConGrow{
     .name = "ConGrow",
@@ -258,8 +256,7 @@ constexpr Function ConGrowMktQ{
 };
 QX_EXPORT(ConGrowMktQ, 12);
 
-// --- Reviewed to a forecast
-// ----------------------------------------------------------------------------------------------
+// --- Reviewed to a forecast -----------------------------------------------------------------------------------------
 
 constexpr Function ConFcstMkt{
     .name = "ConFcstMkt",
@@ -312,8 +309,7 @@ constexpr Function ConIdx{
 };
 QX_EXPORT(ConIdx, 14);
 
-// --- Price and quantity
-// --------------------------------------------------------------------------------------------------
+// --- Price and quantity ---------------------------------------------------------------------------------------------
 
 constexpr Function ConFcstCombine{
     .name = "ConFcstCombine",
