@@ -101,10 +101,12 @@ double con_seasonal(const timeperiod& Time, const Life& life, double AnnualRate,
     const Routine here{"ConS", Routine::internal};
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
+    // Whole years count by their length: only what lies in the period may be one.
+    const Life counts = life.within(period.from(), period.to());
     if (seasons.sequence.size() == 0)
-        return here.returning(even_seasonal_amount(period, life.Start, life.Finish, AnnualRate, seasons.factors,
+        return here.returning(even_seasonal_amount(period, counts.Start, counts.Finish, AnnualRate, seasons.factors,
                                                    basis.DayCount, basis.Periods));
-    return here.returning(seasonal_amount(period, life.Start, life.Finish, AnnualRate, seasons.factors,
+    return here.returning(seasonal_amount(period, counts.Start, counts.Finish, AnnualRate, seasons.factors,
                                           seasons.sequence, basis.DayCount, basis.Periods));
 }
 
@@ -145,6 +147,7 @@ double ConEvent(const timeperiod& Time, const Life& life) {
     enum Event : int { none = 0, runs = 1, starts = 2, finishes = 3 };
     Routine here{"ConEvent"};
     here.inputs(Time, life);
+    if (!runs_forward(here, Time)) return here.returning(0.0);
     const auto event = [&] {
         if (Time.contains(life.Start)) return starts;
         if (Time.contains(life.Finish)) return finishes;
@@ -161,7 +164,7 @@ double ConPer(const timeperiod& Time, const Life& life, const date& AbsFinish, V
     here.inputs(Time, life, AbsFinish, AnnualRates, Periodicity, basis);
     basis.check(here);
     return here.returning(
-        sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity,
+        sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
                         [&](const Life& piece, double AnnualRate) { return con(Time, piece, AnnualRate, basis); }));
 }
 
@@ -178,9 +181,9 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
     here.inputs(Time, life, AbsFinish, AnnualRates, growth, RevMos, Periodicity, basis);
     basis.check(here);
     check_reviews(here, RevMos, "RevMos");
-    growth.check(here);
-    return here.returning(sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity,
+    return here.returning(sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
                                           [&](const Life& piece, double AnnualRate) {
+                                              growth.check(here);
                                               return con_grow(Time, piece, AnnualRate, growth, RevMos, basis);
                                           }));
 }

@@ -101,8 +101,7 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
 /// with.
 double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                   double InitialAnnRate, const Growth& growth, int RevMonthsOpt, const Basis& basis);
-/// A market rate with one growth rate from one date on, reviewed from Start on. A period that touches the stream counts
-/// to its end.
+/// A market rate with one growth rate from one date on, reviewed from Start on.
 double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, double InitialAnnRate,
                    const date& GrowFrom, double GrowthRatePA, int RevMos, const Basis& basis);
 

@@ -52,6 +52,7 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
     }
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
+    const DayCountCodes codes = DayCountCodes::of(basis.DayCount);
     if (RevMonthsOpt == 0)
         here.info("Note: ReviewMonths was zero which implies continuous growth from the first time this function "
                   "reviews.");
@@ -62,16 +63,16 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
     if (period.to() < FirstReview)
         return here.returning(at(InitialAnnRate, life.Start, life.Finish, basis.DayCount, ComponentPart));
 
-    const DayCountCodes codes = DayCountCodes::of(basis.DayCount);
     const PeriodCount periods(basis, codes);
     const bool stubbed = periods(FirstRev, life.Finish) >= 1;
     const bool first_stub = life.Finish > FirstReview || ComponentPart;
     const date& initial_to = std::min(FirstReview, life.Finish);
+    const date& market_from = std::max(FirstReview, life.Start);
     const double initial_count = stubbed ? codes.with_start() : basis.DayCount;
     if (growth.none() || period.to() < growth.dates.first()) {
         here.info("No growth has been specified");
         const double initial = at(InitialAnnRate, life.Start, initial_to, initial_count, first_stub);
-        return here.returning(initial + at(MktAnnRate, FirstReview, life.Finish,
+        return here.returning(initial + at(MktAnnRate, market_from, life.Finish,
                                            stubbed ? codes.with_end() : basis.DayCount, ComponentPart));
     }
     const date& flat_to = std::min(growth.dates.first(), life.Finish);
@@ -79,7 +80,7 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
                               : periods(growth.dates.first(), life.Finish) >= 1 ? codes.core
                                                                                 : codes.with_end();
     double amount = at(InitialAnnRate, life.Start, initial_to, initial_count, first_stub);
-    amount += at(MktAnnRate, initial_to, flat_to, flat_count, ComponentPart);
+    amount += at(MktAnnRate, market_from, flat_to, flat_count, ComponentPart);
 
     const TraceBlock sections = here.loop("Growth Sections", "Looping through each of the growth sections...");
     const Measure measure{basis.DayCount, basis.Periods};
@@ -141,7 +142,8 @@ double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, 
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
     return here.returning(SumEGStepMktFT(period, MktAnnRate, InitialAnnRate, GrowthRatePA, life.Start, GrowFrom,
-                                         life.Start, period.from(), period.to(), basis.DayCount, basis.Periods, RevMos,
+                                         life.Start, std::max(period.from(), life.Start),
+                                         std::min(period.to(), life.Finish), basis.DayCount, basis.Periods, RevMos,
                                          false));
 }
 

@@ -8,11 +8,12 @@ namespace qx {
 
 namespace {
 
-/// True if there are steps. Without to-dates there is one that never ends, at a rate of 0 unless there is one.
+/// True if there are steps. Without to-dates, or with nothing but a blank one, there is one that never ends, at a rate of
+/// 0 unless there is one.
 bool has_steps(const Routine&, const FromSteps& steps, View<double>&) { return steps.count() > 0; }
 bool has_steps(const Routine& here, ToSteps& steps, View<double>& rates) {
     static constexpr double no_rate = 0.0;
-    if (steps.count() > 0) return true;
+    if (steps.count() > 1 || (steps.count() == 1 && !steps.ToDates.first().iszero())) return true;
     steps.ToDates = View<date>::of(DateCrit);
     if (rates.empty()) rates = View<double>::of(no_rate);
     here.info("A set of To Dates and Annual Rates was of zero size nad has been defaulted to a rate of ",

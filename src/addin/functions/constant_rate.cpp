@@ -251,7 +251,7 @@ constexpr Function ConGrowMktQ{
     .category = category,
     .calls = twin<qx::ConGrowMktQ>,
     .help = "Amount in a period of a stream at a market rate that grows at one rate from one date on, reviewed from "
-            "Start. A period in which the stream finishes counts whole. New workbooks use ConGrowMkt",
+            "Start. New workbooks use ConGrowMkt",
     .args = {time_period(), life(), MktAnnRate(), InitialAnnRate(), GrowFrom(), GrowthRatePA(), RevMos(), basis()},
     .examples = {"ConGrowMktQ(2006, 12, 2005, 2010, 1000, 900, 2005, 0.1, 12) ~ 1100 1e-6"},
     .see_also = "ConGrowMkt",
