@@ -168,8 +168,8 @@ double SCurvePer(const timeperiod& Time, const Life& life, const date& AbsFinish
     here.inputs(Time, life, AbsFinish, Totals, Skew, Peakness, Periodicity, basis);
     basis.check(here);
     CurvedSpread{DateCrit, DateCrit, 0.0, Skew, Peakness}.check(here);
-    return here.returning(
-        sum_repetitions(here, Time, life, AbsFinish, Totals, Periodicity, [&](const Life& repetition, double Total) {
+    return here.returning(sum_repetitions(
+        here, Time, life, AbsFinish, Totals, Periodicity, basis, [&](const Life& repetition, double Total) {
             return CurvedSpread{repetition.Start, repetition.Finish, Total, Skew, Peakness}.in(here, Time, basis);
         }));
 }
@@ -181,8 +181,8 @@ double SCurveGrowPer(const timeperiod& Time, const Life& life, const date& AbsFi
     basis.check(here);
     CurvedSpread{DateCrit, DateCrit, 0.0, Skew, Peakness}.check(here);
     growth.check(here);
-    return here.returning(
-        sum_repetitions(here, Time, life, AbsFinish, Totals, Periodicity, [&](const Life& repetition, double Total) {
+    return here.returning(sum_repetitions(
+        here, Time, life, AbsFinish, Totals, Periodicity, basis, [&](const Life& repetition, double Total) {
             const double grown = Grow(repetition.Start, Total, growth, 0);
             return CurvedSpread{repetition.Start, repetition.Finish, grown, Skew, Peakness}.in(here, Time, basis);
         }));

@@ -31,16 +31,16 @@ void each_repetition(const Routine& here, const timeperiod& Time, const date& Fi
         here.fail<errlibmaxrevs>("Periodicity", "There are ", n, " repetitions or more up to ", Time.to());
 }
 
-/// The sum over the repetitions of something as long as its first life, by the next of some amounts, of which the last
-/// one serves for the rest: `in_period` gives what a life with an amount has in the period.
+/// The sum over the repetitions of something as long, under the day count, as its first life, by the next of some
+/// amounts, of which the last one serves for the rest: `in_period` gives what a life with an amount has in the period.
 template <class InPeriod>
 double sum_repetitions(const Routine& here, const timeperiod& Time, const Life& life, const date& AbsFinish,
-                       View<double> amounts, int Periodicity, InPeriod in_period) {
+                       View<double> amounts, int Periodicity, const Basis& basis, InPeriod in_period) {
     if (!runs_forward(here, Time)) return 0.0;
-    const double months = life.Finish.months() - life.Start.months();
+    const double months = diffmonths(life.Start, life.Finish, basis.DayCount, basis.Periods);
     double sum = 0.0;
     each_repetition(here, Time, life.Start, AbsFinish, Periodicity, [&](int n, const date& start) {
-        const date finish = start.plusmonths(months);
+        const date finish = n == 1 ? life.Finish : plusmonths(start, months, basis.DayCount, basis.Periods);
         sum += in_period(Life{start, finish}, amounts.entry(n));
     });
     return sum;

@@ -325,8 +325,8 @@ double UniSpreadPer(const timeperiod& Time, const Life& life, const date& AbsFin
     Routine here{"UniSpreadPer"};
     here.inputs(Time, life, AbsFinish, Totals, Periodicity, basis);
     basis.check(here);
-    return here.returning(
-        sum_repetitions(here, Time, life, AbsFinish, Totals, Periodicity, [&](const Life& repetition, double Total) {
+    return here.returning(sum_repetitions(
+        here, Time, life, AbsFinish, Totals, Periodicity, basis, [&](const Life& repetition, double Total) {
             return UniformSpread{repetition.Start, repetition.Finish, Total}.in(here, Time, basis);
         }));
 }
@@ -337,8 +337,8 @@ double UniSpreadGrowPer(const timeperiod& Time, const Life& life, const date& Ab
     here.inputs(Time, life, AbsFinish, Totals, growth, Periodicity, basis);
     basis.check(here);
     growth.check(here);
-    return here.returning(
-        sum_repetitions(here, Time, life, AbsFinish, Totals, Periodicity, [&](const Life& repetition, double Total) {
+    return here.returning(sum_repetitions(
+        here, Time, life, AbsFinish, Totals, Periodicity, basis, [&](const Life& repetition, double Total) {
             const double grown = Grow(repetition.Start, Total, growth, 0);
             return UniformSpread{repetition.Start, repetition.Finish, grown}.in(here, Time, basis);
         }));
