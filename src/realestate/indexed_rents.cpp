@@ -1,5 +1,6 @@
 #include "realestate/indexed_rents.h"
 
+#include "calendar/reviews.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"
 #include "realestate/rent_chain.h"
@@ -22,6 +23,36 @@ void note_first_index_date(const Routine& here, const date& FirstIdx, const date
                   "date.");
 }
 
+/// The rent of one lease in a period under accruals: as given until FirstIdx, then taken up every IdxReg months to what
+/// an index made of it since a base date.
+double indexed_rent(const Routine& here, const timeperiod& period, const Life& life, double rent, const Growth& index,
+                    int IdxReg, const date& base, const date& FirstIdx, const Measure& measure) {
+    if (!screen_accruals(here, period, life)) return 0.0;
+    if (period.to() < FirstIdx || index.none()) return con(period, life, rent, measure);
+    const DayCountCodes codes = DayCountCodes::of(measure.DayCount);
+    const double at_base = Grow(base, 1.0, index, 0);
+    const Life indexed = life.within(FirstIdx, life.Finish);
+    double sum =
+        con(period, {life.Start, std::min(life.Finish, FirstIdx)}, rent, {codes.with_start(), measure.Periods, 0.0});
+    if (IdxReg == 0)
+        return sum + ConGrowMktX(period, indexed, FirstIdx, safe_divide(rent, at_base), rent, index, index.dates.first(),
+                                 0, measure, false, 0);
+    const date& end = std::min(period.to(), life.Finish);
+    const date& first = std::max(period.from(), indexed.Start);
+    date from = last_review(first, FirstIdx, IdxReg, false).when;
+    for (int n = 1; from < end; ++n) {
+        timeperiod step{from, next_review(from, FirstIdx, IdxReg, false).when};
+        const double rate = safe_divide(rent * Grow(from, 1.0, index, 0), at_base);
+        const TraceBlock pass = here.pass(n, "Indexed from ", from, " to ", step.to());
+        from = step.to();
+        step.intersect(period);
+        if (step.to() > step.from())
+            sum += con(step, indexed, rate,
+                       {ChooseRightDC(measure.DayCount, life.Start, life.Finish, step), measure.Periods, 0.0});
+    }
+    return sum;
+}
+
 } // namespace
 
 double IdxRentGrowR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<double> MktRent_s,
@@ -42,18 +73,19 @@ double IdxRentGrowR(const timeperiod& Time, const date& RentStart, View<date> Br
     const MarketSource source{&market_growth, nullptr};
 
     const auto indexed = [&](const timeperiod& period, const Life& life, int n, double rent) {
-        const int lag = setting(IdxLag_s, n);
-        const date first_growth = index.none() ? date() : index.dates.first().plusmonths(lag, true);
+        const int reg = setting(indexation.IdxReg_s, n), lag = setting(IdxLag_s, n);
+        check_reviews(here, reg, "IdxReg_s");
+        WorkList<date> later;
+        for (const date& day : index.dates) later->append(day.plusmonths(lag, true));
         date FirstIdx = setting(indexation.FirstIdxDate_s, n);
         note_first_index_date(here, FirstIdx, life.Start);
-        if (FirstIdx.iszero()) FirstIdx = std::max(life.Start, first_growth);
+        if (FirstIdx.iszero()) FirstIdx = index.none() ? life.Start : std::max(life.Start, later(1));
         date base = setting(indexation.IdxBaseDate_s, n);
         if (base.iszero()) {
             here.info("There was no idxBaseDate_s range, so BaseDate was made equal to the RentStart.");
             base = life.Start;
         }
-        return ConGrowMktX(period, life, FirstIdx, rent, rent, index, base, setting(indexation.IdxReg_s, n), measure,
-                           false, lag);
+        return indexed_rent(here, period, life, rent, {later, index.rates}, reg, base, FirstIdx, measure);
     };
     const date start = calendar.rounded(RentStart);
     return here.returning(follow_chain(
