@@ -35,8 +35,8 @@ double indexed_rent(const Routine& here, const timeperiod& period, const Life& l
     double sum =
         con(period, {life.Start, std::min(life.Finish, FirstIdx)}, rent, {codes.with_start(), measure.Periods, 0.0});
     if (IdxReg == 0)
-        return sum + ConGrowMktX(period, indexed, FirstIdx, safe_divide(rent, at_base), rent, index, index.dates.first(),
-                                 0, measure, false, 0);
+        return sum + ConGrowMktX(period, indexed, FirstIdx, safe_divide(rent, at_base), rent, index,
+                                 index.dates.first(), 0, measure, false, 0);
     const date& end = std::min(period.to(), life.Finish);
     const date& first = std::max(period.from(), indexed.Start);
     date from = last_review(first, FirstIdx, IdxReg, false).when;
@@ -90,7 +90,9 @@ double IdxRentGrowR(const timeperiod& Time, const date& RentStart, View<date> Br
     const date start = calendar.rounded(RentStart);
     return here.returning(follow_chain(
         here, Time, start, {BrksOrExp, Brk, AbFin, relets, ROpts}, 0, basis, {},
-        [&](const timeperiod& period, const date& expiry) { return indexed(period, {start, expiry}, 0, AnnRent); },
+        [&](const timeperiod& period, const date& expiry) {
+            return indexed(period, {start, expiry}, 0, AnnRent);
+        },
         [&](const timeperiod& period, const Relet& relet) {
             const Market market = market_of(here, relet, MktRent_s, source, ROpts);
             return indexed(period, {relet.rent_start, relet.expiry}, relet.number, market.at(relet.lease_start));
@@ -120,7 +122,9 @@ double IdxRentFcstR(const timeperiod& Time, const date& RentStart, View<date> Br
     const date start = LeaseCalendar{measure, ROpts}.rounded(RentStart);
     return here.returning(follow_chain(
         here, Time, start, {BrksOrExp, Brk, AbFin, relets, ROpts}, 0, basis, {},
-        [&](const timeperiod& period, const date& expiry) { return indexed(period, {start, expiry}, 0, AnnRent); },
+        [&](const timeperiod& period, const date& expiry) {
+            return indexed(period, {start, expiry}, 0, AnnRent);
+        },
         [&](const timeperiod& period, const Relet& relet) {
             const Market market{source, 0.0};
             return indexed(period, {relet.rent_start, relet.expiry}, relet.number, market.at(relet.lease_start));

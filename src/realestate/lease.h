@@ -63,8 +63,8 @@ struct Relet {
     date lease_start, rent_start, first_review, expiry;
 };
 
-/// The relet that follows an expiry; it ends no later than `limit`. Its first review is RevMos after its start, the zero
-/// date if that is 0.
+/// The relet that follows an expiry; it ends no later than `limit`. Its first review is RevMos after its start, the
+/// zero date if that is 0.
 Relet next_relet(int number, const date& expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar,
                  const date& limit);
 

@@ -74,8 +74,7 @@ date check_first_review(const Routine& here, const date& FirstRev, const date& e
                       "), resetting it to the expiry (", expiry, ")");
             return first_review(here, expiry);
         }
-        here.info("First Review (FirstRev) greater than Expiry (", expiry,
-                  "), we are not changing it but be aware.");
+        here.info("First Review (FirstRev) greater than Expiry (", expiry, "), we are not changing it but be aware.");
     }
     return FirstRev;
 }
@@ -142,8 +141,8 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
     const DayCountCodes codes = DayCountCodes::of(measure.DayCount);
     const Measure generic_measure{codes.with_end(), measure.Periods};
     if (maxn == 0 && lease.opens_with_review)
-        return here.returning(rent_in(period, PlainLease{lease.RentStart, lease.RentStart, 0.0}, expiry, market, rules,
-                                      generic_measure));
+        return here.returning(
+            rent_in(period, PlainLease{lease.RentStart, lease.RentStart, 0.0}, expiry, market, rules, generic_measure));
     if (maxn == 0) {
         const double rent = market.at(lease.RentStart);
         const date FirstRev = rules.first_after(lease.RentStart);
@@ -153,7 +152,7 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
             rent_in(period, PlainLease{lease.RentStart, FirstRev, rent}, expiry, market, rules, generic_measure));
     }
     const date& to_market = lease.ends.last();
-    const bool listed = period.from() < to_market, generic = period.to() > to_market;
+    const bool listed = period.from()<to_market, generic = period.to()> to_market;
     double amount = 0.0, passing = 0.0;
     if (listed) here.info("For portion of period within specified rent reviews, rent due:");
     for (int n = 1; n <= maxn; ++n) {
@@ -234,8 +233,7 @@ double walk_chain(const Routine& here, const timeperiod& Time, const Lease& leas
 double chain_rent(const Routine& here, const timeperiod& Time, const PlainLease& lease, View<double> MktRent_s,
                   const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis) {
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
-    const PlainLease rounded_lease{calendar.rounded(lease.RentStart), calendar.rounded(lease.FirstRev),
-                                   lease.InitRent};
+    const PlainLease rounded_lease{calendar.rounded(lease.RentStart), calendar.rounded(lease.FirstRev), lease.InitRent};
     if (source.growth == nullptr || !calendar.rounds())
         return walk_chain(here, Time, rounded_lease, MktRent_s, source, rules, chain, basis, {});
     const WorkList<date> dates = rounded(source.growth->dates, calendar);
@@ -341,8 +339,8 @@ double RentGrow(const timeperiod& Time, const date& RentStart, View<date> BrksOr
 }
 
 double RentFcst(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
-                double InitRent, const Forecast& forecast, const Reviews& reviews, const Basis& basis,
-                View<date> UOTog, int Brk) {
+                double InitRent, const Forecast& forecast, const Reviews& reviews, const Basis& basis, View<date> UOTog,
+                int Brk) {
     Routine here{"RentFcst"};
     here.inputs(Time, RentStart, BrksOrExp, FirstRev, InitRent, forecast, reviews, basis, UOTog, Brk);
     check_all(here, reviews, basis, forecast);
@@ -389,8 +387,7 @@ double TStepRentFcst(const timeperiod& Time, const date& RentStart, View<date> B
     here.inputs(Time, RentStart, BrksOrExp, ReviewDates, AnnRents, forecast, reviews, basis, UOTog, Brk);
     check_all(here, reviews, basis, forecast);
     return here.returning(single_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents},
-                                      lease_end(BrksOrExp, Brk), {{nullptr, &forecast}, 0.0}, {reviews, UOTog},
-                                      basis));
+                                      lease_end(BrksOrExp, Brk), {{nullptr, &forecast}, 0.0}, {reviews, UOTog}, basis));
 }
 
 double TStepRentGrowCollar(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, double MktRent,
@@ -412,8 +409,7 @@ double TStepRentFcstCollar(const timeperiod& Time, const date& RentStart, View<d
     here.inputs(Time, RentStart, BrksOrExp, ReviewDates, AnnRents, forecast, collars, reviews, basis, UOTog, Brk);
     check_all(here, reviews, basis, forecast);
     return here.returning(single_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents, collars},
-                                      lease_end(BrksOrExp, Brk), {{nullptr, &forecast}, 0.0}, {reviews, UOTog},
-                                      basis));
+                                      lease_end(BrksOrExp, Brk), {{nullptr, &forecast}, 0.0}, {reviews, UOTog}, basis));
 }
 
 namespace {
@@ -455,8 +451,7 @@ double FStepRentGrowCollar(const timeperiod& Time, View<date> BrksOrExp, double 
     here.inputs(Time, BrksOrExp, MktRent, FromDates, AnnRents, growth, collars, RevToMkt, reviews, basis, UOTog, Brk);
     note_review_to_market(here);
     check_all(here, reviews, basis, growth);
-    return here.returning(from_rent(here, Time, BrksOrExp, Brk,
-                                    FromRents(here, FromDates, AnnRents, RevToMkt, collars),
+    return here.returning(from_rent(here, Time, BrksOrExp, Brk, FromRents(here, FromDates, AnnRents, RevToMkt, collars),
                                     {{&growth, nullptr}, MktRent}, {reviews, UOTog}, basis));
 }
 
@@ -467,8 +462,7 @@ double FStepRentFcstCollar(const timeperiod& Time, View<date> BrksOrExp, View<da
     here.inputs(Time, BrksOrExp, FromDates, AnnRents, forecast, collars, RevToMkt, reviews, basis, UOTog, Brk);
     note_review_to_market(here);
     check_all(here, reviews, basis, forecast);
-    return here.returning(from_rent(here, Time, BrksOrExp, Brk,
-                                    FromRents(here, FromDates, AnnRents, RevToMkt, collars),
+    return here.returning(from_rent(here, Time, BrksOrExp, Brk, FromRents(here, FromDates, AnnRents, RevToMkt, collars),
                                     {{nullptr, &forecast}, 0.0}, {reviews, UOTog}, basis));
 }
 
@@ -499,8 +493,8 @@ double RentGrowR(const timeperiod& Time, const date& RentStart, View<date> BrksO
                  View<double> MktRent_s, double InitRent, const Growth& growth, const Reviews& reviews,
                  const Relets& relets, const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts, int Brk) {
     Routine here{"RentGrowR"};
-    here.inputs(Time, RentStart, BrksOrExp, FirstRev, MktRent_s, InitRent, growth, reviews, relets, basis, AbFin,
-                UOTog, ROpts, Brk);
+    here.inputs(Time, RentStart, BrksOrExp, FirstRev, MktRent_s, InitRent, growth, reviews, relets, basis, AbFin, UOTog,
+                ROpts, Brk);
     check_all(here, reviews, basis, growth);
     return here.returning(chain_rent(here, Time, PlainLease{RentStart, FirstRev, InitRent}, MktRent_s,
                                      {&growth, nullptr}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
@@ -585,8 +579,8 @@ double FStepRentGrowR(const timeperiod& Time, View<date> BrksOrExp, View<double>
                       const Relets& relets, const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts,
                       int Brk) {
     Routine here{"FStepRentGrowR"};
-    here.inputs(Time, BrksOrExp, MktRent_s, FromDates, AnnRents, growth, RevToMkt, reviews, relets, basis, AbFin,
-                UOTog, ROpts, Brk);
+    here.inputs(Time, BrksOrExp, MktRent_s, FromDates, AnnRents, growth, RevToMkt, reviews, relets, basis, AbFin, UOTog,
+                ROpts, Brk);
     note_review_to_market(here);
     check_all(here, reviews, basis, growth);
     return here.returning(from_chain(here, Time, FromRents(here, FromDates, AnnRents, RevToMkt), MktRent_s,

@@ -43,8 +43,8 @@ double RentGrow(const timeperiod& Time, const date& RentStart, View<date> BrksOr
                 double MktRent, double InitRent, const Growth& growth, const Reviews& reviews, const Basis& basis,
                 View<date> UOTog, int Brk);
 double RentFcst(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
-                double InitRent, const Forecast& forecast, const Reviews& reviews, const Basis& basis,
-                View<date> UOTog, int Brk);
+                double InitRent, const Forecast& forecast, const Reviews& reviews, const Basis& basis, View<date> UOTog,
+                int Brk);
 
 /// Given rents only, by to-dates and by from-dates.
 double TStepRent(const timeperiod& Time, const date& RentStart, View<date> ReviewDates, View<double> AnnRents,

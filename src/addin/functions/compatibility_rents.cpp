@@ -1,7 +1,7 @@
 // Worksheet functions of rents under the names of older workbooks, whose period is a date and a length in years.
-#include "realestate/rents.h"
 #include "addin/declare.h"
 #include "addin/rent_arguments.h"
+#include "realestate/rents.h"
 
 namespace qx::worksheet {
 

@@ -11,8 +11,9 @@ constexpr Category category = Category::RealEstate;
 
 constexpr Argument AnnRent() { return {"AnnRent", "Rent a year as at the base date of the index"}; }
 constexpr Argument IdxReg_s() {
-    return {"IdxReg_s", "Months between indexations, 0 to 1000, 0 for indexation at every moment: of the lease, then of "
-                        "each relet, of which the last one serves for the rest"};
+    return {"IdxReg_s",
+            "Months between indexations, 0 to 1000, 0 for indexation at every moment: of the lease, then of "
+            "each relet, of which the last one serves for the rest"};
 }
 constexpr Argument FirstIdxDate_s() {
     return optional("FirstIdxDate_s", "Dates of the first indexation, of the lease and of each relet; if omitted once "
@@ -30,11 +31,23 @@ constexpr Function IdxRentGrowR{
     .category = category,
     .calls = twin<qx::IdxRentGrowR>,
     .help = "Rent in a period of a lease whose rent follows a growing index, and of the relets after it",
-    .args = {time_period(), RentStart(), BrksOrExp(), MktRent_s(), AnnRent(), growth(),
-             growth("IdxGrowDates", "IdxGrowRates"), IdxReg_s(),
+    .args = {time_period(),
+             RentStart(),
+             BrksOrExp(),
+             MktRent_s(),
+             AnnRent(),
+             growth(),
+             growth("IdxGrowDates", "IdxGrowRates"),
+             IdxReg_s(),
              {"IdxBaseDate_s", "Dates at which the rents hold, of the lease and of each relet; zero for the start of "
                                "the rent"},
-             FirstIdxDate_s(), relets(), basis(), AbFin(), ROpts(), Brk(), IdxLag_s()},
+             FirstIdxDate_s(),
+             relets(),
+             basis(),
+             AbFin(),
+             ROpts(),
+             Brk(),
+             IdxLag_s()},
     .examples = {"IdxRentGrowR(2007, 12, 2005, 2010, 1000, 900, 2005, 0, 2005, 0.1, 12, 2005, 2005) ~ 1089 1e-9"},
     .see_also = "IdxRentFcstR,RentGrowR,ConGrowMkt",
 };
@@ -45,11 +58,22 @@ constexpr Function IdxRentFcstR{
     .category = category,
     .calls = twin<qx::IdxRentFcstR>,
     .help = "Rent in a period of a lease whose rent follows the forecast of an index, and of the relets after it",
-    .args = {time_period(), RentStart(), BrksOrExp(), AnnRent(), rent_forecast(),
-             forecast("IdxFcstVals", "IdxStartFcst", "IdxFcstBase"), IdxReg_s(),
+    .args = {time_period(),
+             RentStart(),
+             BrksOrExp(),
+             AnnRent(),
+             rent_forecast(),
+             forecast("IdxFcstVals", "IdxStartFcst", "IdxFcstBase"),
+             IdxReg_s(),
              {"BaseDateOrIdx_s", "Dates of the index at which the rents hold, or levels of it below 1910, of the lease "
                                  "and of each relet; zero for the start of the rent"},
-             FirstIdxDate_s(), relets(), basis(), AbFin(), ROpts(), Brk(), IdxLag_s()},
+             FirstIdxDate_s(),
+             relets(),
+             basis(),
+             AbFin(),
+             ROpts(),
+             Brk(),
+             IdxLag_s()},
     .examples = {"IdxRentFcstR(2007, 12, 2005, 2010, 900, 1000, 2005, 12, {100;110;121}, 2005, 12, 12, 2005, 2005) ~ "
                  "1089 1e-9"},
     .see_also = "IdxRentGrowR,RentFcstR,ConIdx",

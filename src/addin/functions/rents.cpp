@@ -165,8 +165,8 @@ constexpr Function FStepRentGrowCollar{
     .category = category,
     .calls = twin<qx::FStepRentGrowCollar>,
     .help = "FStepRentGrow with a cap and a floor for the rent at each review in the list",
-    .args = {time_period(), BrksOrExp(), MktRent(), FromDates(), AnnRents(), growth(), collars(), RevToMkt(),
-             reviews(), basis(), UOTog(), Brk()},
+    .args = {time_period(), BrksOrExp(), MktRent(), FromDates(), AnnRents(), growth(), collars(), RevToMkt(), reviews(),
+             basis(), UOTog(), Brk()},
     .examples = {"FStepRentGrowCollar(2010, 12, 2020, 1000, {2005;2010}, {900;0}, 2005, 0.1, 1500, 0, 2015, 60) ~ 1500 "
                  "1e-9"},
     .see_also = "FStepRentGrow,FStepRentFcstCollar,TStepRentGrowCollar,Collar",
@@ -205,8 +205,9 @@ constexpr Function RentFcstR{
     .name = "RentFcstR",
     .category = category,
     .calls = twin<qx::RentFcstR>,
-    .help = "Rent in a period of a lease with regular reviews to a forecast of the market rent, and of the relets after "
-            "it",
+    .help =
+        "Rent in a period of a lease with regular reviews to a forecast of the market rent, and of the relets after "
+        "it",
     .args = {time_period(), RentStart(), BrksOrExp(), FirstRev(), InitRent(), rent_forecast(), reviews(), relets(),
              basis(), AbFin(), UOTog(), ROpts(), Brk()},
     .examples = {"RentFcstR(2010, 12, 2005, 2010, 0, 900, {1000;1200;1500}, 2005, 60, 60, 0, 6, 0, 5) ~ 600 1e-9"},
@@ -258,7 +259,8 @@ constexpr Function FStepRentFcstR{
     .help = "FStepRentFcst, and the rent of the relets after it",
     .args = {time_period(), BrksOrExp(), FromDates(), AnnRents(), rent_forecast(), RevToMkt(), reviews(), relets(),
              basis(), AbFin(), UOTog(), ROpts(), Brk()},
-    .examples = {"FStepRentFcstR(2009, 24, 2010, 2005, 900, {1000;1200;1500}, 2005, 60, 0, 60, 0, 6, 0, 5) ~ 1500 1e-9"},
+    .examples =
+        {"FStepRentFcstR(2009, 24, 2010, 2005, 900, {1000;1200;1500}, 2005, 60, 0, 60, 0, 6, 0, 5) ~ 1500 1e-9"},
     .see_also = "FStepRentFcst,FStepRentGrowR,FStepRentFcstSFR,TStepRentFcstR,RentFcstR",
 };
 QX_EXPORT(FStepRentFcstR, 21);
@@ -268,11 +270,25 @@ constexpr Function TStepRentGrowSFR{
     .category = category,
     .calls = twin<qx::TStepRentGrowSFR>,
     .help = "TStepRentGrowR as far as it lies between two absolute dates",
-    .args = {time_period(), {"AbsStart", "Date before which no rent counts; zero for none"}, RentStart(),
-             {"AbsFinish", "Date from which on no rent counts; zero for none"}, BrksOrExp(), MktRent_s(), ReviewDates(),
-             AnnRents(), growth(), reviews(), relets(), basis(), AbFin(), UOTog(), ROpts(), Brk()},
-    .examples = {"TStepRentGrowSFR(2009, 24, 2009.5, 2005, 2010.75, 2010, {1000;2000}, 2010, 900, 2005, 0, 60, 0, 6, 0, "
-                 "5) ~ 950 1e-9"},
+    .args = {time_period(),
+             {"AbsStart", "Date before which no rent counts; zero for none"},
+             RentStart(),
+             {"AbsFinish", "Date from which on no rent counts; zero for none"},
+             BrksOrExp(),
+             MktRent_s(),
+             ReviewDates(),
+             AnnRents(),
+             growth(),
+             reviews(),
+             relets(),
+             basis(),
+             AbFin(),
+             UOTog(),
+             ROpts(),
+             Brk()},
+    .examples =
+        {"TStepRentGrowSFR(2009, 24, 2009.5, 2005, 2010.75, 2010, {1000;2000}, 2010, 900, 2005, 0, 60, 0, 6, 0, "
+         "5) ~ 950 1e-9"},
     .see_also = "TStepRentGrowR,TStepRentFcstSFR,FStepRentGrowSFR",
 };
 QX_EXPORT(TStepRentGrowSFR, 23);
@@ -282,11 +298,24 @@ constexpr Function TStepRentFcstSFR{
     .category = category,
     .calls = twin<qx::TStepRentFcstSFR>,
     .help = "TStepRentFcstR as far as it lies between two absolute dates",
-    .args = {time_period(), {"AbsStart", "Date before which no rent counts; zero for none"}, RentStart(),
-             {"AbsFinish", "Date from which on no rent counts; zero for none"}, BrksOrExp(), ReviewDates(), AnnRents(),
-             rent_forecast(), reviews(), relets(), basis(), AbFin(), UOTog(), ROpts(), Brk()},
-    .examples = {"TStepRentFcstSFR(2009, 24, 2009.5, 2005, 2010.75, 2010, 2010, 900, {1000;1200;1500}, 2005, 60, 60, 0, "
-                 "6, 0, 5) ~ 750 1e-9"},
+    .args = {time_period(),
+             {"AbsStart", "Date before which no rent counts; zero for none"},
+             RentStart(),
+             {"AbsFinish", "Date from which on no rent counts; zero for none"},
+             BrksOrExp(),
+             ReviewDates(),
+             AnnRents(),
+             rent_forecast(),
+             reviews(),
+             relets(),
+             basis(),
+             AbFin(),
+             UOTog(),
+             ROpts(),
+             Brk()},
+    .examples =
+        {"TStepRentFcstSFR(2009, 24, 2009.5, 2005, 2010.75, 2010, 2010, 900, {1000;1200;1500}, 2005, 60, 60, 0, "
+         "6, 0, 5) ~ 750 1e-9"},
     .see_also = "TStepRentFcstR,TStepRentGrowSFR,FStepRentFcstSFR",
 };
 QX_EXPORT(TStepRentFcstSFR, 23);
@@ -298,8 +327,9 @@ constexpr Function FStepRentGrowSFR{
     .help = "FStepRentGrowR as far as it lies between two absolute dates",
     .args = {time_period(), absolute(), BrksOrExp(), MktRent_s(), FromDates(), AnnRents(), growth(), RevToMkt(),
              reviews(), relets(), basis(), AbFin(), UOTog(), ROpts(), Brk()},
-    .examples = {"FStepRentGrowSFR(2009, 24, 2009.5, 2010.75, 2010, {1000;2000}, 2005, 900, 2005, 0, 0, 60, 0, 6, 0, 5) "
-                 "~ 950 1e-9"},
+    .examples =
+        {"FStepRentGrowSFR(2009, 24, 2009.5, 2010.75, 2010, {1000;2000}, 2005, 900, 2005, 0, 0, 60, 0, 6, 0, 5) "
+         "~ 950 1e-9"},
     .see_also = "FStepRentGrowR,FStepRentFcstSFR,TStepRentGrowSFR",
 };
 QX_EXPORT(FStepRentGrowSFR, 23);
@@ -311,8 +341,9 @@ constexpr Function FStepRentFcstSFR{
     .help = "FStepRentFcstR as far as it lies between two absolute dates",
     .args = {time_period(), absolute(), BrksOrExp(), FromDates(), AnnRents(), rent_forecast(), RevToMkt(), reviews(),
              relets(), basis(), AbFin(), UOTog(), ROpts(), Brk()},
-    .examples = {"FStepRentFcstSFR(2009, 24, 2009.5, 2010.75, 2010, 2005, 900, {1000;1200;1500}, 2005, 60, 0, 60, 0, 6, "
-                 "0, 5) ~ 750 1e-9"},
+    .examples =
+        {"FStepRentFcstSFR(2009, 24, 2009.5, 2010.75, 2010, 2005, 900, {1000;1200;1500}, 2005, 60, 0, 60, 0, 6, "
+         "0, 5) ~ 750 1e-9"},
     .see_also = "FStepRentFcstR,FStepRentGrowSFR,TStepRentFcstSFR",
 };
 QX_EXPORT(FStepRentFcstSFR, 23);
