@@ -87,9 +87,9 @@ inline constexpr std::string_view register_order[] = {
     "TLevelsGrowMkt", "FcstT", "TFcstT",
     // Real Estate
     "FStepRent", "FStepRentFcst", "FStepRentFcstCollar", "FStepRentGrow", "FStepRentGrowCollar",
-    "IdxRentFcstMktR", "IdxRentFcstR",
-    "IdxRentGrowMktR", "IdxRentGrowR", "TStepIdxRentFcstR", "TStepIdxRentGrowR", "LastReview",
-    "LastReviewR", "LeaseDates", "LeaseEnd", "LeaseInfo", "NextReview", "NextReviewR", "Occupancy",
+    "IdxRentFcstMktR", "IdxRentFcstR", "IdxRentGrowMktR", "IdxRentGrowR", "TStepIdxRentFcstR", "TStepIdxRentGrowR",
+    "CurrentReletNumber", "LastReview", "LastReviewR", "LeaseDates", "LeaseEnd", "LeaseInfo", "NextReview",
+    "NextReviewR", "Occupancy",
     "ReletOccurs", "RentDateInfo", "RentEvent", "RentEventOccurs", "FServChargeGrowR", "FServChargeR",
     "FVacServChargeR", "LeasingFeeFcstR", "LeasingFeeGrowR", "LetCostR", "LetCostRQ", "ServChargeFcstR",
     "ServChargeGrowR", "VacServChargeFcstR", "VacServChargeGrowR", "UKEmptyRatesFcstR", "UKEmptyRatesGrowR",

@@ -55,13 +55,15 @@ date LeaseCalendar::rounded(const date& day) const {
     return DateRound(day, measure.Periods, nearest);
 }
 
-Relet next_relet(int number, const date& expiry, const Relets& relets, const LeaseCalendar& calendar,
+Relet next_relet(int number, const date& expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar,
                  const date& limit) {
     const double void_months = relets.void_months(number);
     const date start = calendar.after(expiry, void_months);
     const date rent_start = calendar.after(start, relets.rent_free_months(number));
+    const date first_review = RevMos == 0 ? date() : calendar.after(start, RevMos);
     const date end = calendar.after(expiry, relets.term_months(number) + void_months);
-    return {number, calendar.rounded(start), calendar.rounded(rent_start), std::min(calendar.rounded(end), limit)};
+    return {number, calendar.rounded(start), calendar.rounded(rent_start), calendar.rounded(first_review),
+            std::min(calendar.rounded(end), limit)};
 }
 
 } // namespace qx

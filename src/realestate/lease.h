@@ -60,11 +60,12 @@ struct LeaseCalendar {
 /// One relet.
 struct Relet {
     int number = 0;
-    date lease_start, rent_start, expiry;
+    date lease_start, rent_start, first_review, expiry;
 };
 
-/// The relet that follows an expiry, which it ends no later than `limit`.
-Relet next_relet(int number, const date& expiry, const Relets& relets, const LeaseCalendar& calendar,
+/// The relet that follows an expiry; it ends no later than `limit`. Its first review is RevMos after its start, the
+/// zero date if that is 0.
+Relet next_relet(int number, const date& expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar,
                  const date& limit);
 
 } // namespace qx

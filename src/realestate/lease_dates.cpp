@@ -83,7 +83,7 @@ date LastReviewR(const date& TheDate, View<date> BrksOrExp, const date& FirstRev
     const Relets relets{RelVoid_s, {}, RelTerm_s};
     date expiry = lease_end(BrksOrExp, Brk), first = FirstRev;
     date review = last_review(TheDate, first, RevMos, RoundDown).when, earlier;
-    for (int i = 1; i <= Relets::most && review >= expiry; ++i) {
+    for (int i = 1; i <= Relets::most && TheDate >= expiry; ++i) {
         // A relet that is not reviewed yet leaves the last review before the end of the lease before it.
         if (const date before = last_review(expiry, first, RevMos, true).when; !before.iszero() && before < expiry)
             earlier = before;

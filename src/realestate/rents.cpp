@@ -3,10 +3,9 @@
 #include "calendar/date_functions.h"
 #include "calendar/reviews.h"
 #include "core/routine.h"
-#include "projections/forecast.h"
-#include "projections/growth.h"
 #include "projections/reviewed_rate.h"
 #include "projections/stepped_rate.h"
+#include "realestate/rent_chain.h"
 
 #include <cmath>
 
@@ -16,22 +15,6 @@ namespace {
 
 constexpr int most_reviews = 100;
 constexpr Limits rent_discount_limits{-1, 1};
-
-/// Where market rents come from: a forecast, or else growth.
-struct MarketSource {
-    const Growth* growth;
-    const Forecast* forecast;
-};
-
-/// The market rent of one lease: a rent that grows, or a forecast.
-struct Market {
-    MarketSource source;
-    double rent;
-
-    double at(const date& day) const {
-        return source.forecast != nullptr ? fcst(day, *source.forecast) : Grow(day, rent, *source.growth, 0);
-    }
-};
 
 /// How the rent of a lease is reviewed.
 struct Rules {
@@ -155,19 +138,20 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
     const Routine here{"Stepped rents", Routine::internal};
     if (!within_lease(here, period, lease.RentStart, expiry)) return here.returning(0.0);
     const int maxn = lease.ends.size();
+    const DayCountCodes codes = DayCountCodes::of(measure.DayCount);
+    const Measure generic_measure{codes.with_end(), measure.Periods};
     if (maxn == 0 && lease.opens_with_review)
         return here.returning(
-            rent_in(period, PlainLease{lease.RentStart, lease.RentStart, 0.0}, expiry, market, rules, measure));
+            rent_in(period, PlainLease{lease.RentStart, lease.RentStart, 0.0}, expiry, market, rules, generic_measure));
     if (maxn == 0) {
         const double rent = market.at(lease.RentStart);
         const date FirstRev = rules.first_after(lease.RentStart);
         here.warning("Warning: No fixed initial rent or review specified, assuming an initial rent based on market of ",
                      rent, " and a first review of ", FirstRev);
         return here.returning(
-            rent_in(period, PlainLease{lease.RentStart, FirstRev, rent}, expiry, market, rules, measure));
+            rent_in(period, PlainLease{lease.RentStart, FirstRev, rent}, expiry, market, rules, generic_measure));
     }
     const date& to_market = lease.ends.last();
-    const DayCountCodes codes = DayCountCodes::of(measure.DayCount);
     const bool listed = period.from()<to_market, generic = period.to()> to_market;
     double amount = 0.0, passing = 0.0;
     if (listed) here.info("For portion of period within specified rent reviews, rent due:");
@@ -199,7 +183,7 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
     const double rent = rules.reviewed(passing, market.at(to_market), to_market, true);
     return here.returning(
         amount + rent_in(period, PlainLease{std::max(to_market, lease.RentStart), rules.first_after(to_market), rent},
-                         expiry, market, rules, {codes.with_end(), measure.Periods}));
+                         expiry, market, rules, generic_measure));
 }
 
 /// The period in which a lease is measured, in place of a worksheet period; false if it lies outside.
@@ -227,70 +211,22 @@ double single_rent(const Routine& here, const timeperiod& Time, const Lease& lea
 // --- Relets
 // -----------------------------------------------------------------------------------------------------------
 
-/// How a chain of leases ends, and what it is made of.
-struct Chain {
-    View<date> BrksOrExp;
-    int Brk;
-    const date& AbFin;
-    const Relets& relets;
-    int ROpts;
-};
-
-WorkList<date> rounded(View<date> dates, const LeaseCalendar& calendar) {
-    WorkList<date> list;
-    for (const date& day : dates) list->append(calendar.rounded(day));
-    return list;
-}
-
-/// The dates between which a chain is measured: zero dates bound nothing.
-struct Bounds {
-    date Start, Finish;
-    void narrow(timeperiod& period) const {
-        if (!Start.iszero()) period.setfrom(std::max(period.from(), Start));
-        if (!Finish.iszero()) period.setto(std::min(period.to(), Finish));
-    }
-};
-
 /// The rent of a lease and its relets, with all dates rounded already but those of the chain.
 template <class Lease>
 double walk_chain(const Routine& here, const timeperiod& Time, const Lease& lease, View<double> MktRent_s,
                   const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis,
                   const Bounds& bounds) {
     const Measure measure{basis.DayCount, basis.Periods};
-    const LeaseCalendar calendar{measure, chain.ROpts};
-    const date& limit = chain.AbFin.iszero() ? DateCrit : chain.AbFin;
-    const date& start = bounds.Start > lease.starts() ? bounds.Start : lease.starts();
-    const date& end = bounds.Finish.iszero() ? limit : std::min(limit, bounds.Finish);
-    timeperiod period = Time;
-    if (!runs_forward(here, period)) return 0.0;
-    if (period.to() < start || period.from() > end) {
-        here.info("Time ", period, " is outside of RentStart ", start, " and AbFin ", end, " returning zero.");
-        return 0.0;
-    }
-    if (basis.cash()) period = CashTime(period, basis.Periods, start, end, true, basis.ProjMode);
-    bounds.narrow(period);
-    if (period.to() < period.from()) return 0.0;
-
-    const auto market_rent = [&](int n) { return MktRent_s.empty() ? 0.0 : MktRent_s.entry(n); };
-    date expiry = calendar.rounded(lease_end(chain.BrksOrExp, chain.Brk, chain.AbFin));
-    double amount = rent_in(period, lease, expiry, Market{source, market_rent(1)}, rules, measure);
-    for (int i = 1; i <= Relets::most && expiry <= period.to() && expiry < limit; ++i) {
-        const Relet relet = next_relet(i, expiry, chain.relets, calendar, limit);
-        if (relet.rent_start > period.to() || relet.rent_start >= limit) break;
-        expiry = relet.expiry;
-        if (expiry < period.from()) continue;
-        const TraceBlock pass = here.pass(i, "Number of Relets needed: ", i);
-        Market market{source, market_rent(i + 1)};
-        if (source.growth != nullptr && option_present(deflate_market, chain.ROpts)) {
-            market.rent = safe_divide(market.rent, Grow(relet.lease_start, 1.0, *source.growth, 0));
-            here.info("In Relet number ", i, " the market rent was deflated to ", market.rent);
-        }
-        const date FirstRev = calendar.rounded(
-            rules.reviews.RevMos == 0 ? date() : calendar.after(relet.lease_start, rules.reviews.RevMos));
-        amount += rent_in(period, PlainLease{relet.rent_start, FirstRev, market.at(relet.lease_start)}, expiry, market,
-                          rules, measure);
-    }
-    return amount;
+    return follow_chain(
+        here, Time, lease.starts(), chain, rules.reviews.RevMos, basis, bounds,
+        [&](const timeperiod& period, const date& expiry) {
+            return rent_in(period, lease, expiry, Market{source, relet_market(MktRent_s, 0)}, rules, measure);
+        },
+        [&](const timeperiod& period, const Relet& relet) {
+            const Market market = market_of(here, relet, MktRent_s, source, chain.ROpts);
+            return rent_in(period, PlainLease{relet.rent_start, relet.first_review, market.at(relet.lease_start)},
+                           relet.expiry, market, rules, measure);
+        });
 }
 
 /// The same with the dates that a sheet gives, which are rounded first if the options say so.

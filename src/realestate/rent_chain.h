@@ -1,0 +1,101 @@
+// What the rents of all kinds of leases share: the market, and the walk over a lease and its relets.
+#pragma once
+
+#include "core/routine.h"
+#include "projections/constant_rate.h"
+#include "projections/forecast.h"
+#include "projections/growth.h"
+#include "realestate/lease.h"
+
+#include <algorithm>
+
+namespace qx {
+
+/// Where market rents come from: a forecast, or else growth.
+struct MarketSource {
+    const Growth* growth;
+    const Forecast* forecast;
+};
+
+/// The market rent of one lease: a rent that grows, or a forecast.
+struct Market {
+    MarketSource source;
+    double rent;
+
+    double at(const date& day) const {
+        return source.forecast != nullptr ? fcst(day, *source.forecast) : Grow(day, rent, *source.growth, 0);
+    }
+};
+
+/// How a chain of leases ends, and what it is made of.
+struct Chain {
+    View<date> BrksOrExp;
+    int Brk;
+    const date& AbFin;
+    const Relets& relets;
+    int ROpts;
+};
+
+/// Dates rounded as a calendar does.
+inline WorkList<date> rounded(View<date> dates, const LeaseCalendar& calendar) {
+    WorkList<date> list;
+    for (const date& day : dates) list->append(calendar.rounded(day));
+    return list;
+}
+
+/// The dates between which a chain is measured: zero dates bound nothing.
+struct Bounds {
+    date Start, Finish;
+    void narrow(timeperiod& period) const {
+        if (!Start.iszero()) period.setfrom(std::max(period.from(), Start));
+        if (!Finish.iszero()) period.setto(std::min(period.to(), Finish));
+    }
+};
+
+/// The market rent of lease n of a chain at the first growth date: 0 is the original lease, then the relets.
+inline double relet_market(View<double> MktRent_s, int n) { return MktRent_s.empty() ? 0.0 : MktRent_s.entry(n + 1); }
+
+/// The market of a relet. With the option for it, growth counts from the start of the relet only.
+inline Market market_of(const Routine& here, const Relet& relet, View<double> MktRent_s, const MarketSource& source,
+                        int ROpts) {
+    Market market{source, relet_market(MktRent_s, relet.number)};
+    if (source.growth != nullptr && option_present(deflate_market, ROpts)) {
+        market.rent = safe_divide(market.rent, Grow(relet.lease_start, 1.0, *source.growth, 0));
+        here.info("In Relet number ", relet.number, " the market rent was deflated to ", market.rent);
+    }
+    return market;
+}
+
+/// The sum over a lease that starts on a date and its relets. `first` takes the period in which it is measured, under
+/// accruals, and the end of the lease; `later` the period and a relet.
+template <class First, class Later>
+double follow_chain(const Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain, int RevMos,
+                    const Basis& basis, const Bounds& bounds, First first, Later later) {
+    const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
+    const date& limit = chain.AbFin.iszero() ? DateCrit : chain.AbFin;
+    const date& start = std::max(bounds.Start, RentStart);
+    const date& end = bounds.Finish.iszero() ? limit : std::min(limit, bounds.Finish);
+    timeperiod period = Time;
+    if (!runs_forward(here, period)) return 0.0;
+    if (period.to() < start || period.from() > end) {
+        here.info("Time ", period, " is outside of RentStart ", start, " and AbFin ", end, " returning zero.");
+        return 0.0;
+    }
+    if (basis.cash()) period = CashTime(period, basis.Periods, start, end, true, basis.ProjMode);
+    bounds.narrow(period);
+    if (period.to() < period.from()) return 0.0;
+
+    date expiry = calendar.rounded(lease_end(chain.BrksOrExp, chain.Brk, chain.AbFin));
+    double amount = first(period, expiry);
+    for (int i = 1; i <= Relets::most && expiry <= period.to() && expiry < limit; ++i) {
+        const Relet relet = next_relet(i, expiry, chain.relets, RevMos, calendar, limit);
+        if (relet.rent_start > period.to() || relet.rent_start >= limit) break;
+        expiry = relet.expiry;
+        if (expiry < period.from()) continue;
+        const TraceBlock pass = here.pass(i, "Number of Relets needed: ", i);
+        amount += later(period, relet);
+    }
+    return amount;
+}
+
+} // namespace qx
