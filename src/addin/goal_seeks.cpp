@@ -69,7 +69,7 @@ std::string register_goal_seek(const Reference& TargetCell, const Cell& TargetVa
 }
 
 double goal_seek_target(const Reference& TargetCell, const Reference& ChangingCell) {
-    Routine here{"GoalSeek"};
+    Routine here{"GoalSeekTarget", Routine::internal};
     here.arguments(QX_NAMED(TargetCell, ChangingCell));
     require_references(here, TargetCell, ChangingCell);
     HostCell value;

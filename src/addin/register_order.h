@@ -86,9 +86,9 @@ inline constexpr std::string_view register_order[] = {
     "TLevelsFcst", "TLevelsGrow", "TLevelsThenGrow", "FLevelsFcstMkt", "FLevelsGrowMkt", "TLevelsFcstMkt",
     "TLevelsGrowMkt", "FcstT", "TFcstT",
     // Real Estate
-    "FStepRent", "FStepRentFcst", "FStepRentFcstCollar", "FStepRentGrow", "FStepRentGrowCollar",
+    "FStepRent", "FStepRentFcst", "FStepRentFcstCollar", "FStepRentGrow", 
     "IdxRentFcstMktR", "IdxRentFcstR", "IdxRentGrowMktR", "IdxRentGrowR", "TStepIdxRentFcstR", "TStepIdxRentGrowR",
-    "CurrentReletNumber", "LastReview", "LastReviewR", "LeaseDates", "LeaseEnd", "LeaseInfo", "NextReview",
+    "LastReview", "LastReviewR", "LeaseDates", "LeaseEnd", "LeaseInfo", "NextReview",
     "NextReviewR", "Occupancy",
     "ReletOccurs", "RentDateInfo", "RentEvent", "RentEventOccurs", "FServChargeGrowR", "FServChargeR",
     "FVacServChargeR", "LeasingFeeFcstR", "LeasingFeeGrowR", "LetCostR", "LetCostRQ", "ServChargeFcstR",

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "calendar/anyvalue.h"
+#include "core/maybe.h"
 #include "core/pairs.h"
 #include "core/range.h"
 

@@ -8,23 +8,6 @@ namespace qx {
 
 namespace {
 
-/// The lease that a date belongs to.
-ChainLease find_relet(const date& TheDate, const date& expiry, const Relets& relets) {
-    Routine here{"FindRelet", Routine::internal};
-    ChainLease lease{0, date(), expiry};
-    while (TheDate > lease.expiry) {
-        if (lease.number == Relets::most)
-            here.fail<faultycalcs>("TheDate", "Date ", TheDate, " Current Relet Number=", lease.number,
-                                   " Current Commencement=", lease.start, " Last Expiry =", lease.expiry);
-        const int i = lease.number + 1;
-        if (iszero(relets.term_months(i)))
-            here.fail<errinpmin>("RelTerm_s", "Cannot establish a relet after the expiry date with a valid value for "
-                                              "the Relet Term");
-        lease = lease.next(relets.void_months(i), relets.term_months(i));
-    }
-    return here.returning("Relet", lease.number), lease;
-}
-
 } // namespace
 
 ChainLease ChainLease::next(double void_months, double term_months) const {
@@ -37,13 +20,6 @@ date LeaseEnd(View<date> BrksOrExp, int Brk) {
     here.inputs(BrksOrExp, Brk);
     const date end = lease_end(BrksOrExp, Brk);
     return here.returning("DateResult", end < DateCrit ? end : date(3000, 1, 1));
-}
-
-int CurrentReletNumber(const date& TheDate, View<date> BrksOrExp, View<double> RelVoid_s, View<double> RelTerm_s,
-                       int Brk) {
-    Routine here{"CurrentReletNumber"};
-    here.inputs(TheDate, BrksOrExp, RelVoid_s, RelTerm_s, Brk);
-    return here.returning(find_relet(TheDate, lease_end(BrksOrExp, Brk), {RelVoid_s, {}, RelTerm_s}).number);
 }
 
 bool ReletOccurs(const timeperiod& Time, View<date> BrksOrExp, const Relets& relets, int Brk) {

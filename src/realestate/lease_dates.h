@@ -19,10 +19,6 @@ struct ChainLease {
 /// lease_end for the worksheet; 1 January 3000 for a lease without end.
 date LeaseEnd(View<date> BrksOrExp, int Brk);
 
-/// The number of the lease that a date belongs to: 0 up to the end of the original one, then that of the relet, to
-/// which the void before it belongs. Throws errinpmin for a relet without term, faultycalcs after a hundred relets.
-int CurrentReletNumber(const date& TheDate, View<date> BrksOrExp, View<double> RelVoid_s, View<double> RelTerm_s,
-                       int Brk);
 /// True if a relet starts in a period.
 bool ReletOccurs(const timeperiod& Time, View<date> BrksOrExp, const Relets& relets, int Brk);
 

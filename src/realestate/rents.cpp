@@ -444,17 +444,6 @@ double FStepRentFcst(const timeperiod& Time, View<date> BrksOrExp, View<date> Fr
                                     {{nullptr, &forecast}, 0.0}, {reviews, UOTog}, basis));
 }
 
-double FStepRentGrowCollar(const timeperiod& Time, View<date> BrksOrExp, double MktRent, View<date> FromDates,
-                           View<double> AnnRents, const Growth& growth, const Collars& collars, const date& RevToMkt,
-                           const Reviews& reviews, const Basis& basis, View<date> UOTog, int Brk) {
-    Routine here{"FStepRentGrowCollar"};
-    here.inputs(Time, BrksOrExp, MktRent, FromDates, AnnRents, growth, collars, RevToMkt, reviews, basis, UOTog, Brk);
-    note_review_to_market(here);
-    check_all(here, reviews, basis, growth);
-    return here.returning(from_rent(here, Time, BrksOrExp, Brk, FromRents(here, FromDates, AnnRents, RevToMkt, collars),
-                                    {{&growth, nullptr}, MktRent}, {reviews, UOTog}, basis));
-}
-
 double FStepRentFcstCollar(const timeperiod& Time, View<date> BrksOrExp, View<date> FromDates, View<double> AnnRents,
                            const Forecast& forecast, const Collars& collars, const date& RevToMkt,
                            const Reviews& reviews, const Basis& basis, View<date> UOTog, int Brk) {

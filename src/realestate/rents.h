@@ -76,9 +76,6 @@ double FStepRentGrow(const timeperiod& Time, View<date> BrksOrExp, double MktRen
 double FStepRentFcst(const timeperiod& Time, View<date> BrksOrExp, View<date> FromDates, View<double> AnnRents,
                      const Forecast& forecast, const date& RevToMkt, const Reviews& reviews, const Basis& basis,
                      View<date> UOTog, int Brk);
-double FStepRentGrowCollar(const timeperiod& Time, View<date> BrksOrExp, double MktRent, View<date> FromDates,
-                           View<double> AnnRents, const Growth& growth, const Collars& collars, const date& RevToMkt,
-                           const Reviews& reviews, const Basis& basis, View<date> UOTog, int Brk);
 double FStepRentFcstCollar(const timeperiod& Time, View<date> BrksOrExp, View<date> FromDates, View<double> AnnRents,
                            const Forecast& forecast, const Collars& collars, const date& RevToMkt,
                            const Reviews& reviews, const Basis& basis, View<date> UOTog, int Brk);

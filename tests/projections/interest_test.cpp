@@ -89,7 +89,7 @@ TEST(Levels, BecomeOneNumberBySwitch) {
     EXPECT_EQ(level(2005, 2006, 6), 0.0);
     EXPECT_EQ(level(2005, 2006, -1), 0.0);
     EXPECT_EQ(level(2004, 2004.5, level_average), 0.0) << "before the first";
-    EXPECT_NEAR(level(2004.5, 2005.5, level_average), 5.0, 1e-12) << "0 before the first counts";
+    EXPECT_NEAR(level(2004.5, 2005.5, level_average), 10.0, 1e-12) << "the time before the first does not count";
     EXPECT_NEAR(level(2006, 2007, level_average), 15.0, 1e-12) << "so does 0 after the finish";
     EXPECT_EQ(level(2007, 2008, level_average), 0.0);
     EXPECT_EQ(Levels(date(2005.5), FromSteps{finish, from}, levels), 30.0);

@@ -91,20 +91,9 @@ constexpr Function ReletOccurs{
     .help = "True if a relet starts in a period",
     .args = {time_period(), BrksOrExp(), relets(), Brk()},
     .examples = {"ReletOccurs(2010, 12, 2010, 6, 3, 5) = TRUE", "ReletOccurs(2011, 12, 2010, 6, 3, 5) = FALSE"},
-    .see_also = "CurrentReletNumber,RentEvent",
+    .see_also = "RentEvent",
 };
 QX_EXPORT(ReletOccurs, 7);
-
-constexpr Function CurrentReletNumber{
-    .name = "CurrentReletNumber",
-    .category = category,
-    .calls = core<qx::CurrentReletNumber>,
-    .help = "The number of the relet to which a date belongs, with the void before it; 0 up to the end of the lease",
-    .args = {TheDate(), BrksOrExp(), RelVoid_s(), RelTerm_s(), Brk()},
-    .examples = {"CurrentReletNumber(2012, 2010, 6, 5) = 1", "CurrentReletNumber(2010, 2010, 6, 5) = 0"},
-    .see_also = "ReletOccurs,LeaseEnd",
-};
-QX_EXPORT(CurrentReletNumber, 5);
 
 constexpr Function Occupancy{
     .name = "Occupancy",

@@ -116,7 +116,7 @@ constexpr Function TStepRentGrowCollar{
              reviews(), basis(), UOTog(), Brk()},
     .examples = {"TStepRentGrowCollar(2010, 12, 2005, 2020, 1000, {2010;2015}, {900;0}, 2005, 0.1, 1500, 0, 60) ~ 1500 "
                  "1e-9"},
-    .see_also = "TStepRentGrow,TStepRentFcstCollar,FStepRentGrowCollar,Collar",
+    .see_also = "TStepRentGrow,TStepRentFcstCollar,Collar",
 };
 QX_EXPORT(TStepRentGrowCollar, 18);
 
@@ -143,7 +143,7 @@ constexpr Function FStepRentGrow{
              UOTog(), Brk()},
     .examples = {"FStepRentGrow(2009, 24, 2020, 1000, 2005, 900, 2005, 0.1, 2010, 60) ~ 2510.51 1e-9",
                  "FStepRentGrow(2009, 24, 2020, 1000, 2005, 900, 2005, 0.1) ~ 1800 1e-9"},
-    .see_also = "FStepRentFcst,FStepRentGrowCollar,FStepRentGrowR,TStepRentGrow,RentGrow",
+    .see_also = "FStepRentFcst,FStepRentGrowR,TStepRentGrow,RentGrow",
 };
 QX_EXPORT(FStepRentGrow, 16);
 
@@ -160,19 +160,6 @@ constexpr Function FStepRentFcst{
 };
 QX_EXPORT(FStepRentFcst, 16);
 
-constexpr Function FStepRentGrowCollar{
-    .name = "FStepRentGrowCollar",
-    .category = category,
-    .calls = twin<qx::FStepRentGrowCollar>,
-    .help = "FStepRentGrow with a cap and a floor for the rent at each review in the list",
-    .args = {time_period(), BrksOrExp(), MktRent(), FromDates(), AnnRents(), growth(), collars(), RevToMkt(), reviews(),
-             basis(), UOTog(), Brk()},
-    .examples = {"FStepRentGrowCollar(2010, 12, 2020, 1000, {2005;2010}, {900;0}, 2005, 0.1, 1500, 0, 2015, 60) ~ 1500 "
-                 "1e-9"},
-    .see_also = "FStepRentGrow,FStepRentFcstCollar,TStepRentGrowCollar,Collar",
-};
-QX_EXPORT(FStepRentGrowCollar, 18);
-
 constexpr Function FStepRentFcstCollar{
     .name = "FStepRentFcstCollar",
     .category = category,
@@ -182,7 +169,7 @@ constexpr Function FStepRentFcstCollar{
              basis(), UOTog(), Brk()},
     .examples = {"FStepRentFcstCollar(2010, 12, 2020, {2005;2010}, {900;0}, {1000;1200;1500}, 2005, 60, 0, 1300, 2015, "
                  "60) ~ 1300 1e-9"},
-    .see_also = "FStepRentFcst,FStepRentGrowCollar,TStepRentFcstCollar,Collar",
+    .see_also = "FStepRentFcst,TStepRentFcstCollar,Collar",
 };
 QX_EXPORT(FStepRentFcstCollar, 18);
 
