@@ -707,7 +707,12 @@ Value as_dates(Value value) {
 /// are called once more, traced into nothing.
 std::string Calculator::failed_variable(const Function& function, OPER* const* cells) {
     constexpr int most = 1000;
+    constexpr long long longest = 200; // cells of a list: the trace of a long one takes longer than its name is worth
     if (!tracing) {
+        for (int i = 0; i < function.arity(); ++i)
+            if (cells[i]->type() == xltypeMulti &&
+                static_cast<long long>(cells[i]->val.array.rows) * cells[i]->val.array.columns > longest)
+                return {};
         if (function.is_volatile || CalcMonOn || explanations_ == most) return {};
         ++explanations_;
         clsTrace2& the_trace = trace();

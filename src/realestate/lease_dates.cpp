@@ -6,9 +6,7 @@
 
 namespace qx {
 
-namespace {
-
-} // namespace
+namespace {} // namespace
 
 ChainLease ChainLease::next(double void_months, double term_months) const {
     const date commencement = expiry.plusmonths(void_months);
