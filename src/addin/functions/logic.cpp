@@ -1,8 +1,12 @@
 // Worksheet functions of choices, named variables and cells of any kind.
 #include "lists/logic.h"
-#include "addin/any_cells.h"
 #include "addin/declare.h"
+#include "addin/routines/any_cells.h"
 #include "lists/variables.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
 
 namespace qx::worksheet {
 
@@ -14,18 +18,54 @@ constexpr Argument SwitchVar() { return {"SwitchVar", "The cell that decides: a 
 constexpr Argument VarNo() { return optional("VarNo", "Number of the variable, 0 to 10; 1 if left out"); }
 constexpr Argument fallback(const char* name, const char* help) { return optional(name, help); }
 
-} // namespace
+// The choices that may be left out: condition, a_case, result ... give the argument of a number, pairs those from one
+// number to another.
 
-// Arguments of the pairs that may be left out.
-#define COND(n_) optional("Cond" #n_, false, "Condition " #n_ ", TRUE or FALSE")
-#define CASE(n_) optional("Case" #n_, "Case " #n_ ": a value that SwitchVar may have")
-#define RES(n_) optional("Res" #n_, 0.0, "Result if choice " #n_ " is the first that holds")
-#define RES_TEXT(n_) optional("ResText" #n_, "", "Text if choice " #n_ " is the first that holds")
-#define RES_ANY(n_) optional("Res" #n_, "Result if choice " #n_ " is the first that holds: a cell or a range")
-#define PAIRS_2_TO_12(first_, second_)                                                                                 \
-    first_(2), second_(2), first_(3), second_(3), first_(4), second_(4), first_(5), second_(5), first_(6), second_(6), \
-        first_(7), second_(7), first_(8), second_(8), first_(9), second_(9), first_(10), second_(10), first_(11),      \
-        second_(11), first_(12), second_(12)
+template <std::size_t size>
+struct Pattern {
+    char text[size];
+    constexpr Pattern(const char (&pattern)[size]) { std::copy(pattern, pattern + size, text); }
+};
+
+/// A text with the number in the place of its '#'.
+template <Pattern pattern, int number>
+constexpr auto numbered = [] {
+    std::array<char, sizeof pattern.text + 1> text{};
+    int length = 0;
+    for (const char c : pattern.text) {
+        if (c == '#' && number >= 10) text[length++] = '0' + number / 10;
+        text[length++] = c == '#' ? '0' + number % 10 : c;
+    }
+    return text;
+}();
+
+template <int n>
+using Number = std::integral_constant<int, n>;
+
+/// An optional argument of a number, its name and help with a '#' for it.
+template <Pattern name, Pattern help, class... Default>
+constexpr auto choice(Default... value) {
+    return [=]<int n>(Number<n>) { return optional(numbered<name, n>.data(), value..., numbered<help, n>.data()); };
+}
+constexpr auto condition = choice<"Cond#", "Condition #, TRUE or FALSE">(false);
+constexpr auto a_case = choice<"Case#", "Case #: a value that SwitchVar may have">();
+constexpr auto result = choice<"Res#", "Result if choice # is the first that holds">(0.0);
+constexpr auto result_text = choice<"ResText#", "Text if choice # is the first that holds">("");
+constexpr auto result_cells = choice<"Res#", "Result if choice # is the first that holds: a cell or a range">();
+
+template <int from, int to, class First, class Second>
+constexpr ArgumentGroup pairs(First first, Second second) {
+    return [=]<int... i>(std::integer_sequence<int, i...>) {
+        ArgumentGroup group{};
+        ((group.items[group.count++] = first(Number<from + i>()),
+          group.items[group.count++] = second(Number<from + i>())),
+         ...);
+        return group;
+    }
+    (std::make_integer_sequence<int, to - from + 1>());
+}
+
+} // namespace
 
 constexpr Function IfElse{
     .name = "IfElse",
@@ -35,7 +75,9 @@ constexpr Function IfElse{
     .args = {{"Default", "Result if no condition is true"},
              {"Cond1", "Condition 1, TRUE or FALSE"},
              {"Res1", "Result if condition 1 is true"},
-             PAIRS_2_TO_12(COND, RES)},
+             pairs<2, 5>(condition, result),
+             pairs<6, 9>(condition, result),
+             pairs<10, 12>(condition, result)},
     .examples = {"IfElse(0, FALSE, 10, TRUE, 20, TRUE, 30) = 20", "IfElse(5, FALSE, 10) = 5"},
     .see_also = "IfElseR,IfElseT,Switch",
 };
@@ -49,7 +91,9 @@ constexpr Function IfElseT{
     .args = {{"DefaultText", "Text if no condition is true"},
              {"Cond1", "Condition 1, TRUE or FALSE"},
              {"ResText1", "Text if condition 1 is true"},
-             PAIRS_2_TO_12(COND, RES_TEXT)},
+             pairs<2, 5>(condition, result_text),
+             pairs<6, 9>(condition, result_text),
+             pairs<10, 12>(condition, result_text)},
     .examples = {"IfElseT(\"low\", FALSE, \"high\", TRUE, \"middle\") = \"middle\""},
     .see_also = "IfElse,IfElseRT,SwitchT",
 };
@@ -90,7 +134,9 @@ constexpr Function Switch{
              {"Default", "Result if no case equals SwitchVar"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
              {"Res1", "Result if SwitchVar equals case 1"},
-             PAIRS_2_TO_12(CASE, RES)},
+             pairs<2, 5>(a_case, result),
+             pairs<6, 9>(a_case, result),
+             pairs<10, 12>(a_case, result)},
     .examples = {"Switch(\"b\", 0, \"a\", 1, \"b\", 2) = 2", "Switch(5, 0, \"5.00\", 1) = 1",
                  "Switch(7, -1, 5, 1) = -1"},
     .see_also = "SwitchR,SwitchT,SwitchX,IfElse",
@@ -106,7 +152,9 @@ constexpr Function SwitchT{
              {"DefaultText", "Text if no case equals SwitchVar"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
              {"ResText1", "Text if SwitchVar equals case 1"},
-             PAIRS_2_TO_12(CASE, RES_TEXT)},
+             pairs<2, 5>(a_case, result_text),
+             pairs<6, 9>(a_case, result_text),
+             pairs<10, 12>(a_case, result_text)},
     .examples = {"SwitchT(2, \"other\", 1, \"one\", 2, \"two\") = \"two\""},
     .see_also = "Switch,SwitchRT,SwitchX",
 };
@@ -151,7 +199,9 @@ constexpr Function SwitchX{
              {"Default", "Result if no case equals SwitchVar: a cell or a range"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
              {"Res1", "Result if SwitchVar equals case 1: a cell or a range"},
-             PAIRS_2_TO_12(CASE, RES_ANY)},
+             pairs<2, 5>(a_case, result_cells),
+             pairs<6, 9>(a_case, result_cells),
+             pairs<10, 12>(a_case, result_cells)},
     .examples = {"SwitchX(2, 0, 1, #N/A, 2, \"two\") = \"two\"", "SwitchX(#N/A, 0, #N/A, \"missing\") = \"missing\""},
     .see_also = "Switch,Safe",
     .errors_as_data = true,
