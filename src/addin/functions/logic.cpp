@@ -4,9 +4,7 @@
 #include "addin/routines/any_cells.h"
 #include "lists/variables.h"
 
-#include <algorithm>
-#include <array>
-#include <utility>
+#include <string_view>
 
 namespace qx::worksheet {
 
@@ -18,51 +16,44 @@ constexpr Argument SwitchVar() { return {"SwitchVar", "The cell that decides: a 
 constexpr Argument VarNo() { return optional("VarNo", "Number of the variable, 0 to 10; 1 if left out"); }
 constexpr Argument fallback(const char* name, const char* help) { return optional(name, help); }
 
-// The choices that may be left out: condition, a_case, result ... give the argument of a number, pairs those from one
-// number to another.
+/// An argument that is there once for each choice: its name and help with a '#' in the place of the number.
+class Choice {
+  public:
+    constexpr Choice(std::string_view name, std::string_view help, const Preset& preset) : preset_(preset) {
+        for (int n = 1; n <= most_choices; ++n) {
+            fill(names_[n], name, n);
+            fill(help_[n], help, n);
+        }
+    }
+    constexpr Argument number(int n) const { return {names_[n], help_[n], preset_}; }
 
-template <std::size_t size>
-struct Pattern {
-    char text[size];
-    constexpr Pattern(const char (&pattern)[size]) { std::copy(pattern, pattern + size, text); }
+  private:
+    static constexpr int longest = 80;
+    static constexpr void fill(char* text, std::string_view pattern, int n) {
+        for (const char c : pattern) {
+            if (c == '#' && n >= 10) *text++ = '1';
+            *text++ = static_cast<char>(c == '#' ? '0' + n % 10 : c);
+        }
+    }
+
+    char names_[most_choices + 1][longest] = {};
+    char help_[most_choices + 1][longest] = {};
+    Preset preset_;
 };
+constexpr Choice condition{"Cond#", "Condition #, TRUE or FALSE", {Preset::boolean}};
+constexpr Choice a_case{"Case#", "Case #: a value that SwitchVar may have", {Preset::empty}};
+constexpr Choice result{"Res#", "Result if choice # is the first that holds", {Preset::number}};
+constexpr Choice result_text{"ResText#", "Text if choice # is the first that holds", {Preset::text, 0.0, ""}};
+constexpr Choice result_cells{"Res#", "Result if choice # is the first that holds: a cell or a range", {Preset::empty}};
 
-/// A text with the number in the place of its '#'.
-template <Pattern pattern, int number>
-constexpr auto numbered = [] {
-    std::array<char, sizeof pattern.text + 1> text{};
-    int length = 0;
-    for (const char c : pattern.text) {
-        if (c == '#' && number >= 10) text[length++] = '0' + number / 10;
-        text[length++] = c == '#' ? '0' + number % 10 : c;
+/// The pairs of choices from one to another, at most four.
+constexpr ArgumentGroup pairs(const Choice& first, const Choice& second, int from, int to) {
+    ArgumentGroup group{};
+    for (int n = from; n <= to; ++n) {
+        group.items[group.count++] = first.number(n);
+        group.items[group.count++] = second.number(n);
     }
-    return text;
-}();
-
-template <int n>
-using Number = std::integral_constant<int, n>;
-
-/// An optional argument of a number, its name and help with a '#' for it.
-template <Pattern name, Pattern help, class... Default>
-constexpr auto choice(Default... value) {
-    return [=]<int n>(Number<n>) { return optional(numbered<name, n>.data(), value..., numbered<help, n>.data()); };
-}
-constexpr auto condition = choice<"Cond#", "Condition #, TRUE or FALSE">(false);
-constexpr auto a_case = choice<"Case#", "Case #: a value that SwitchVar may have">();
-constexpr auto result = choice<"Res#", "Result if choice # is the first that holds">(0.0);
-constexpr auto result_text = choice<"ResText#", "Text if choice # is the first that holds">("");
-constexpr auto result_cells = choice<"Res#", "Result if choice # is the first that holds: a cell or a range">();
-
-template <int from, int to, class First, class Second>
-constexpr ArgumentGroup pairs(First first, Second second) {
-    return [=]<int... i>(std::integer_sequence<int, i...>) {
-        ArgumentGroup group{};
-        ((group.items[group.count++] = first(Number<from + i>()),
-          group.items[group.count++] = second(Number<from + i>())),
-         ...);
-        return group;
-    }
-    (std::make_integer_sequence<int, to - from + 1>());
+    return group;
 }
 
 } // namespace
@@ -75,9 +66,9 @@ constexpr Function IfElse{
     .args = {{"Default", "Result if no condition is true"},
              {"Cond1", "Condition 1, TRUE or FALSE"},
              {"Res1", "Result if condition 1 is true"},
-             pairs<2, 5>(condition, result),
-             pairs<6, 9>(condition, result),
-             pairs<10, 12>(condition, result)},
+             pairs(condition, result, 2, 5),
+             pairs(condition, result, 6, 9),
+             pairs(condition, result, 10, 12)},
     .examples = {"IfElse(0, FALSE, 10, TRUE, 20, TRUE, 30) = 20", "IfElse(5, FALSE, 10) = 5"},
     .see_also = "IfElseR,IfElseT,Switch",
 };
@@ -91,9 +82,9 @@ constexpr Function IfElseT{
     .args = {{"DefaultText", "Text if no condition is true"},
              {"Cond1", "Condition 1, TRUE or FALSE"},
              {"ResText1", "Text if condition 1 is true"},
-             pairs<2, 5>(condition, result_text),
-             pairs<6, 9>(condition, result_text),
-             pairs<10, 12>(condition, result_text)},
+             pairs(condition, result_text, 2, 5),
+             pairs(condition, result_text, 6, 9),
+             pairs(condition, result_text, 10, 12)},
     .examples = {"IfElseT(\"low\", FALSE, \"high\", TRUE, \"middle\") = \"middle\""},
     .see_also = "IfElse,IfElseRT,SwitchT",
 };
@@ -134,9 +125,9 @@ constexpr Function Switch{
              {"Default", "Result if no case equals SwitchVar"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
              {"Res1", "Result if SwitchVar equals case 1"},
-             pairs<2, 5>(a_case, result),
-             pairs<6, 9>(a_case, result),
-             pairs<10, 12>(a_case, result)},
+             pairs(a_case, result, 2, 5),
+             pairs(a_case, result, 6, 9),
+             pairs(a_case, result, 10, 12)},
     .examples = {"Switch(\"b\", 0, \"a\", 1, \"b\", 2) = 2", "Switch(5, 0, \"5.00\", 1) = 1",
                  "Switch(7, -1, 5, 1) = -1"},
     .see_also = "SwitchR,SwitchT,SwitchX,IfElse",
@@ -152,9 +143,9 @@ constexpr Function SwitchT{
              {"DefaultText", "Text if no case equals SwitchVar"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
              {"ResText1", "Text if SwitchVar equals case 1"},
-             pairs<2, 5>(a_case, result_text),
-             pairs<6, 9>(a_case, result_text),
-             pairs<10, 12>(a_case, result_text)},
+             pairs(a_case, result_text, 2, 5),
+             pairs(a_case, result_text, 6, 9),
+             pairs(a_case, result_text, 10, 12)},
     .examples = {"SwitchT(2, \"other\", 1, \"one\", 2, \"two\") = \"two\""},
     .see_also = "Switch,SwitchRT,SwitchX",
 };
@@ -199,9 +190,9 @@ constexpr Function SwitchX{
              {"Default", "Result if no case equals SwitchVar: a cell or a range"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
              {"Res1", "Result if SwitchVar equals case 1: a cell or a range"},
-             pairs<2, 5>(a_case, result_cells),
-             pairs<6, 9>(a_case, result_cells),
-             pairs<10, 12>(a_case, result_cells)},
+             pairs(a_case, result_cells, 2, 5),
+             pairs(a_case, result_cells, 6, 9),
+             pairs(a_case, result_cells, 10, 12)},
     .examples = {"SwitchX(2, 0, 1, #N/A, 2, \"two\") = \"two\"", "SwitchX(#N/A, 0, #N/A, \"missing\") = \"missing\""},
     .see_also = "Switch,Safe",
     .errors_as_data = true,
