@@ -66,7 +66,7 @@ std::string values_text(const SwitchTable& values) {
     for (const SwitchValue& value : values)
         if (value.name != nullptr)
             text += (text.empty() ? "" : ", ") + std::to_string(value.code) + ' ' + std::string(value.name);
-    return text;
+    return text.substr(0, text.find_last_not_of("\t ") + 1);
 }
 
 std::string preset_text(const Preset& preset) {
