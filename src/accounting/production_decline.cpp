@@ -40,7 +40,7 @@ class Curve {
     }
     /// Years in which the reserves are produced down to a rate.
     double years_to_produce(double reserves, double rate) const {
-        if (iszero(q0_)) return std::numeric_limits<double>::infinity();
+        if (iszero(q0_) || iszero(rate)) return std::numeric_limits<double>::infinity();
         if (isequal(q0_, rate)) return reserves / q0_; // the limit of all three
         switch (kind_) {
         case exponential:
@@ -75,7 +75,7 @@ class Curve {
         }
     }
     double cumulative(double t, double a) const {
-        if (t <= 0.0 || iszero(a)) return 0.0;
+        if (t <= 0.0 || iszero(a) || std::isinf(a)) return 0.0;
         switch (kind_) {
         case exponential:
             return safe_divide(q0_, a) * (1.0 - std::exp(-a * t));

@@ -59,7 +59,7 @@ constexpr Function AbandonDate{
     .calls = core<qx::AbandonDate>,
     .help = "Date on which the production of a field has declined to the rate of abandonment",
     .args = {field(), field_measure()},
-    .examples = {"AbandonDate(1000, 2005, 100, 0.5, 50) = DATE(2016,12,5)"},
+    .examples = {"AbandonDate(1000, 2005, 100, 0.5, 50) = DATE(2016,12,6)"},
     .see_also = "StartDecline,ProdProf,DepletionDate",
 };
 QX_EXPORT(AbandonDate, 8);
