@@ -42,8 +42,10 @@ class Pool {
 
     /// Each lot is what was spent since the in-service date before it.
     void make_lots_of_spending() {
-        for (int i = 1; i <= in_service_.size(); ++i) {
-            lots_->append(spent(since(i), up_to_and_on(in_service_(i)), in_service_(i)));
+        for (int i = 1, first = 0; i <= in_service_.size(); ++i) {
+            const int past = up_to_and_on(in_service_(i));
+            lots_->append(spent(first, past, in_service_(i)));
+            first = past;
             here_.info("Into service on ", in_service_(i), ": ", lots_(i));
         }
     }
@@ -66,9 +68,10 @@ class Pool {
     double growth(const date& from, const date& to) const { return GrowthTo(to, rates_)(from); }
     /// What the additions from one place up to another are worth on a day that none of them is after.
     double spent(int first, int past, const date& day) const {
+        if (first >= past) return 0.0;
         GrowthTo growth(day, rates_);
         double sum = 0.0;
-        for (int i = first + 1; i <= past; ++i) sum += additions_(i) * growth(dates_(i));
+        for (int i = past; i > first; --i) sum += additions_(i) * growth(dates_(i)); // backward: growth is shared
         return sum;
     }
     /// The first in-service date on or after a day; one more than there are if none is.
@@ -84,10 +87,24 @@ class Pool {
     }
     double work_in_progress(const date& day) const {
         const int next = next_lot(day);
-        double sum = spent(since(next), before(day), day);
-        if (next > 1 && balances_.size() >= next - 1 && !iszero(balances_(next - 1)))
-            sum += balances_(next - 1) * growth(in_service_(next - 1), day);
-        return sum;
+        const double sum = spent(since(next), before(day), day);
+        return next > 1 && next <= in_service_.size() ? sum + balance_on(next, day) : sum;
+    }
+    /// By portions: the balance of additions and lots that is carried to a day between in-service date `next` and the
+    /// one before it. Lots that are what was spent leave none.
+    double balance_on(int next, const date& day) const {
+        if (!by_portions_) return 0.0;
+        double balance = 0.0;
+        for (int i = 1, first = 0; i < next; ++i) {
+            const date& when = in_service_(i);
+            const int past = up_to_and_on(when);
+            const double added = spent(first, past, when),
+                         factor = growth(when, i + 1 < next ? in_service_(i + 1) : day);
+            here_.info("Balance ", i, " = (", balance, " + ", added, " - ", lots_(i), ") * ", factor);
+            balance = (balance + added - lots_(i)) * factor;
+            first = past;
+        }
+        return balance;
     }
     double in_service_to(const date& day) const {
         return day >= written_off() ? 0.0 : sum_of(View<double>(lots_).upto(next_lot(day) - 1));
@@ -121,8 +138,8 @@ class Pool {
     const View<date> in_service_;
     const PoolTerms& terms_;
     const Measure& measure_;
-    WorkList<double> lots_;     ///< what goes into service on each in-service date
-    WorkList<double> balances_; ///< what is in progress after each, where that is not nothing
+    WorkList<double> lots_; ///< what goes into service on each in-service date
+    bool by_portions_ = false;
 };
 
 bool Pool::make_lots_of_portions(View<double> given) {
@@ -142,17 +159,8 @@ bool Pool::make_lots_of_portions(View<double> given) {
     }
     const double CapAmt = fv_additions / fv_portions;
     here_.info("FV Additions=", fv_additions, ". FVPortions=", fv_portions, ". CapAmt=", CapAmt);
-    double balance = 0.0;
-    for (int i = 1; i <= n; ++i) {
-        const double lot = portion(i) * CapAmt;
-        lots_->append(lot);
-        const double added = spent(since(i), up_to_and_on(in_service_(i)), in_service_(i));
-        const double carried = balance + added - lot;
-        balances_->append(i < n ? carried : 0.0);
-        const double factor = i < n ? growth(in_service_(i), in_service_(i + 1)) : 1.0;
-        here_.info("Balance ", i, " = (", balance, " + ", added, " - ", lot, ") * ", factor);
-        balance = carried * factor;
-    }
+    for (int i = 1; i <= n; ++i) lots_->append(portion(i) * CapAmt);
+    by_portions_ = true;
     return true;
 }
 

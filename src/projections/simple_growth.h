@@ -51,12 +51,13 @@ struct DatedRates {
 /// The growth of 1 up to one date from others before it, which share what lies between the dates of the sequence.
 class GrowthTo {
   public:
-    GrowthTo(const date& when, const DatedRates& rates) : when_(when), rates_(rates), since_(when) {}
+    GrowthTo(const date& when, const DatedRates& rates)
+        : when_(when), rates_(rates), last_(rates.Periods.prevdate(when, true)), since_(when) {}
 
     double operator()(const date& day) {
         if (day >= when_) return 1.0;
+        if (day >= last_) return rates_.growth(day, when_);
         const date next = after(day);
-        if (next >= when_) return rates_.growth(day, when_);
         if (next < since_) {
             double growth = 1.0;
             for_each_piece(next, since_, rates_.Periods,
@@ -73,6 +74,7 @@ class GrowthTo {
 
     const date when_;
     const DatedRates& rates_;
+    const date last_;           ///< the last date of the sequence before it
     date since_;                ///< the date itself, or one of the sequence before it
     double since_growth_ = 1.0; ///< from there on
 };
