@@ -58,6 +58,10 @@ class GrowthTo {
         if (day >= when_) return 1.0;
         if (day >= last_) return rates_.growth(day, when_);
         const date next = after(day);
+        if (since_ == when_) {
+            since_growth_ = rates_.growth(last_, when_);
+            since_ = last_;
+        }
         if (next < since_) {
             double growth = 1.0;
             for_each_piece(next, since_, rates_.Periods,
