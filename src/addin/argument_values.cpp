@@ -7,6 +7,7 @@
 #include "numerics/distributions.h"
 #include "numerics/lookup.h"
 #include "projections/descriptions.h"
+#include "rates/returns.h"
 
 #include <algorithm>
 #include <iterator>
@@ -57,6 +58,7 @@ constexpr const char* split_modes[] = {"0:Pieces between the matches", "1:Matche
 constexpr const char* currencies[] = {"0:Dollar", "1:Euro", "2:Pound", "3:Peso"};
 constexpr const char* languages[] = {"0:English", "1:Spanish", "2:French"};
 constexpr const char* date_roundings[] = {"0:Nearest", "1:Back", "2:Forward"};
+constexpr const char* yield_types[] = {"0:True (annual equivalent)", "1:Nominal"};
 constexpr const char* weekend_moves[] = {"0:Not moved", "1:Forward to Monday", "2:Saturday back, Sunday forward"};
 
 /// The values of one argument: a list of texts, or the words that a function has for some numbers, listed or in a row.
@@ -112,6 +114,8 @@ constexpr Values known[] = {
     described("CombineSwitch", DescribeCombineSwitch, last_combine_switch),
     described("LevelSwitchOpt", DescribeLevelSwitch, 5),
     described("Round", DescribeRounding, 3),
+    described("ReturnSwitch", DescribeReturn, return_switches),
+    listed("YieldTypeOpt", yield_types),
     listed("RoundMethod", date_roundings),
     listed("MoveWeekend", weekend_moves),
     described("BusDaySwitch", business_days_name, business_day_switches),
