@@ -357,8 +357,6 @@ inline constexpr Calls twin_alias_of = twin<declaring::AliasThunk<routine>::call
 
 namespace declaring {
 
-inline constexpr std::size_t longest_help = 255;
-
 constexpr bool preset_suits(Preset::Type preset, Kind kind) {
     switch (kind) {
     case Kind::number:
@@ -414,7 +412,7 @@ consteval bool sound(const Function& function) {
             if (name == words(function.args[j].name)) fault("two arguments have the same name");
         if (argument.is_optional() && !preset_suits(argument.preset.type, function.calls.kinds[i]))
             fault("an argument's preset is of another kind than the routine's parameter");
-        length += name.size() + (argument.is_optional() ? 2 : 0) + (i > 0 ? 1 : 0);
+        length += name.size() + (i > 0 ? 1 : 0);
     }
     if (length > longest_help) fault("the list of arguments is longer than 255 characters");
     return true;

@@ -25,6 +25,8 @@ namespace qx {
 class Frame;
 
 inline constexpr int max_arguments = 29;
+/// The most characters of a text of the registration.
+inline constexpr std::size_t longest_help = 255;
 
 enum class Category : std::uint8_t {
     AccountingAndTax,
@@ -211,7 +213,8 @@ Registered* all_functions();
 /// The function of a worksheet name in any case, or null.
 const Function* find_function(std::string_view name);
 
-/// The argument list as the host shows it: "TheDate,Days,[DayCount],[Periods]".
+/// The argument list as the host shows it: "TheDate,Days,[DayCount],[Periods]"; without the brackets where it would not
+/// fit into the 255 characters that a host takes.
 std::string argument_text(const Function& function);
 /// The type text of the registration: R, then P or R per argument, and a ! if volatile.
 std::string type_text(const Function& function);

@@ -63,13 +63,14 @@ std::string_view name_of(std::string_view function, int cell) {
 } // namespace
 
 std::string argument_text(const Function& function) {
-    std::string text;
+    std::string text, names;
     for (int i = 0; i < function.arity(); ++i) {
         const Argument& argument = function.args[i];
-        if (i > 0) text += ',';
-        text += argument.is_optional() ? "[" + std::string(argument.name) + "]" : argument.name;
+        const char* const comma = i > 0 ? "," : "";
+        text += comma + (argument.is_optional() ? "[" + std::string(argument.name) + "]" : argument.name);
+        names.append(comma).append(argument.name);
     }
-    return text;
+    return text.size() <= longest_help ? text : names;
 }
 
 std::string type_text(const Function& function) {
