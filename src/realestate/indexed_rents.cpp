@@ -1,5 +1,6 @@
 #include "realestate/indexed_rents.h"
 
+#include "calendar/recurrence.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"
 #include "projections/index_base.h"
@@ -59,10 +60,11 @@ class GrowthIndex {
     double rent_on(const date& day, const Base& base) const { return safe_divide(base.rent * level(day), base.level); }
     /// The stretch without indexation that holds a day.
     timeperiod step(const date& day, const date& first) const {
-        const Review last = last_review(day, first, every_, false);
-        if (last.intervals < 0)
+        const Recurrence indexations{first, every_};
+        const int n = indexations.number(day);
+        if (day < first)
             here_.fail<errlibunexpectedcase>("FirstIdxDate_s", "StartingIdxRev was negative, this cannot be.");
-        return {last.when, next_review(day, first, every_, false).when};
+        return {indexations.at(n), indexations.at(n + 1)};
     }
     /// The amount of a rent that is indexed at every moment.
     double continuous_amount(const timeperiod& period, const Life& life, const date& first, const Base& base,

@@ -1,6 +1,6 @@
 #include "realestate/lease_events.h"
 
-#include "calendar/reviews.h"
+#include "calendar/recurrence.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"
 #include "realestate/lease_dates.h"
@@ -13,22 +13,6 @@ namespace qx {
 namespace {
 
 constexpr const char* no_term = "Cannot establish a relet after the expiry date with a valid value for the Relet Term";
-
-/// The first of dates that recur every so many months that is not before a day.
-date recurring_on_or_after(const date& day, const date& first, int months) {
-    if (day <= first) return first;
-    int n = std::max(last_review(day, first, months, false).intervals - 1, 0);
-    date found = first.plusmonths(n * months, true);
-    while (found < day) found = first.plusmonths(++n * months, true);
-    return found;
-}
-/// The last that is not after it; the zero date before the first.
-date recurring_on_or_before(const date& day, const date& first, int months) {
-    if (day < first) return {};
-    const date next = recurring_on_or_after(day, first, months);
-    if (next == day) return next;
-    return first.plusmonths((last_review(next, first, months, false).intervals - 1) * months, true);
-}
 
 /// The events of a lease and its relets.
 class LeaseEvents {
@@ -127,7 +111,7 @@ class LeaseEvents {
             if (lease.original())
                 for (const date& review : terms_.Reviews) consider(review);
             if (found.iszero() && terms_.RevMos > 0 && !lease.reviewed_from.iszero())
-                consider(recurring_on_or_after(day, lease.reviewed_from, terms_.RevMos));
+                consider(Recurrence(lease.reviewed_from, terms_.RevMos).on_or_after(day));
             return found < lease.span.expiry ? found : date();
         }
         if (event == LeaseEvent::lease_break) {
@@ -149,7 +133,7 @@ class LeaseEvents {
                 for (const date& review : terms_.Reviews)
                     if (review <= until) consider(review);
             if (terms_.RevMos > 0 && !lease.reviewed_from.iszero())
-                consider(recurring_on_or_before(until, lease.reviewed_from, terms_.RevMos));
+                consider(Recurrence(lease.reviewed_from, terms_.RevMos).on_or_before(until));
         } else if (event == LeaseEvent::lease_break) {
             for (int i = 1; i <= terms_.BrksOrExp.size(); ++i)
                 if (is_break(i, lease)) consider(terms_.BrksOrExp(i));
