@@ -326,22 +326,13 @@ py::dict description(const LibraryFunction& self) {
 }
 
 py::list lines(const Trace& trace) {
-    struct Place {
-        const std::vector<TraceNode>* nodes;
-        std::size_t next;
-    };
+    const TraceTree& tree = *trace.tree;
     py::list list;
-    std::vector<Place> path{{&trace.tree->roots, 0}};
-    while (!path.empty()) {
-        Place& place = path.back();
-        if (place.next == place.nodes->size()) {
-            path.pop_back();
-            continue;
-        }
-        const TraceNode& node = (*place.nodes)[place.next++];
-        list.append(py::make_tuple(path.size() - 1, sheet::valid_utf8(node.name), sheet::valid_utf8(node.value),
-                                   sheet::valid_utf8(node.description), static_cast<int>(node.kind)));
-        path.push_back({&node.children, 0});
+    for (std::size_t at = 0; at < tree.size(); ++at) {
+        const TraceNode& node = tree.nodes[at];
+        const TraceColumns columns = tree.columns(at);
+        list.append(py::make_tuple(node.depth, sheet::valid_utf8(columns.name), sheet::valid_utf8(columns.value),
+                                   sheet::valid_utf8(columns.description), static_cast<int>(node.kind)));
     }
     return list;
 }
@@ -389,7 +380,9 @@ PYBIND11_MODULE(_core, module) {
         .def("lines", &lines)
         .def_readonly("subject", &Trace::subject)
         .def_property_readonly("summary", [](const Trace& trace) { return trace.tree->summary; })
-        .def("html", [](const Trace& trace) { return trace_html(*trace.tree, trace.subject); });
+        .def("html", [](const Trace& trace, const std::string& result) {
+            return trace_html(folded(*trace.tree), {trace.subject, result});
+        });
 
     module.def("functions", [] {
         py::list list;

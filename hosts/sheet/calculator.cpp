@@ -781,12 +781,16 @@ Value Calculator::call(const Function& function, const Value* arguments, int cou
     Area last;
     for (bool again = false;; again = true) {
         has_uncalculated_ = false;
-        in_function_ = true;
-        const OPER* const result = perform(function, pointers);
-        in_function_ = false;
-        if (result != nullptr) {
-            if (result->type() == xltypeErr) return explained(function, result->val.err, pointers, arguments, count);
-            return function.calls.gives_dates ? as_dates(from_oper(*result, book_)) : from_oper(*result, book_);
+        {
+            const CalculationLock lock; // until the result has been read
+            in_function_ = true;
+            const OPER* const result = perform(function, pointers);
+            in_function_ = false;
+            if (result != nullptr) {
+                if (result->type() == xltypeErr)
+                    return explained(function, result->val.err, pointers, arguments, count);
+                return function.calls.gives_dates ? as_dates(from_oper(*result, book_)) : from_oper(*result, book_);
+            }
         }
         if (!has_uncalculated_ || (again && uncalculated_ == last)) book_.not_ready();
         last = uncalculated_;

@@ -251,7 +251,10 @@ struct AliasThunk<routine> {
         Routine here{function.name};
         here.inputs(inputs...);
         here.change_note(function.change.number, function.change.text);
-        return here.returning(routine(inputs...));
+        if constexpr (std::is_same_v<R, date>)
+            return here.returning("DateResult", routine(inputs...));
+        else
+            return here.returning(routine(inputs...));
     }
 };
 

@@ -11,7 +11,7 @@ namespace qx {
 
 namespace {
 
-std::mutex CalcMutex;
+std::recursive_mutex CalcMutex;
 
 const ErrorClass* the_last_error = nullptr;
 FunctionContext the_last_context;
@@ -67,11 +67,14 @@ std::string describe(const Reference& reference) { return describe(*reference.op
 const ErrorClass* last_error() { return the_last_error; }
 const FunctionContext& last_error_context() { return the_last_context; }
 
+CalculationLock::CalculationLock() { CalcMutex.lock(); }
+CalculationLock::~CalculationLock() { CalcMutex.unlock(); }
+
 OPER* perform(const Function& function, OPER* const* cells) {
     if (evaluating_text()) return refuse_nested(function);
+    const CalculationLock lock;
     the_last_error = nullptr;
     try {
-        const std::scoped_lock lock(CalcMutex);
         const int level = traced() ? trace().currentlevel() : -1;
         Frame frame(function, cells);
         frame.start();

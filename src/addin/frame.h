@@ -149,6 +149,17 @@ class Frame {
     int argument_ = 0; ///< the next argument
 };
 
+/// One calculation at a time: slots, pools, the trace and the result are the process's own. perform() holds the lock
+/// for its call, and its result lasts until the next call, so whoever calls from several threads holds one of these
+/// from before the call until the result, and last_error(), have been read. A thread may hold several.
+class [[nodiscard]] CalculationLock {
+  public:
+    CalculationLock();
+    ~CalculationLock();
+    CalculationLock(const CalculationLock&) = delete;
+    CalculationLock& operator=(const CalculationLock&) = delete;
+};
+
 /// The static result cell: what perform() returns a pointer to.
 OPER& ResultOper();
 

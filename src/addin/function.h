@@ -205,7 +205,8 @@ struct Registered {
 };
 
 /// Carries out a worksheet call on `arity()` cells. Returns the result, valid until the next call, or a null
-/// pointer if a precedent is not calculated yet: then calculate it and call again.
+/// pointer if a precedent is not calculated yet: then calculate it and call again. Hosts of several threads hold a
+/// CalculationLock (frame.h) until they have read it.
 OPER* perform(const Function& function, OPER* const* cells);
 
 /// The functions that exist, as a linked list in no particular order.

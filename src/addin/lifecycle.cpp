@@ -1,12 +1,12 @@
 #include "addin/lifecycle.h"
 
-#include "addin/any_cells.h"
+#include "addin/routines/any_cells.h"
 
 #include "addin/cells.h"
-#include "addin/goal_seeks.h"
 #include "addin/host.h"
 #include "addin/menu.h"
 #include "addin/registration.h"
+#include "addin/routines/goal_seeks.h"
 #include "core/logs.h"
 #include "core/trace.h"
 #include "core/utilities.h"

@@ -71,27 +71,6 @@ double DiffMSeq(const date& FromDate, const date& ToDate, const AnnualSequence& 
     return here.returning(AnnDateSeq.monthsbetween(FromDate, ToDate));
 }
 
-double DiffDX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
-    Routine here{"DiffDX"};
-    here.inputs(Date1, Date2, DayCount, Periods);
-    here.superseded_by("DiffD");
-    return here.returning(DiffD(Date1, Date2, DayCount, Periods));
-}
-
-double DiffMX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
-    Routine here{"DiffMX"};
-    here.inputs(Date1, Date2, DayCount, Periods);
-    here.superseded_by("DiffM");
-    return here.returning(DiffM(Date1, Date2, DayCount, Periods));
-}
-
-double DiffYX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods) {
-    Routine here{"DiffYX"};
-    here.inputs(Date1, Date2, DayCount, Periods);
-    here.superseded_by("DiffY");
-    return here.returning(DiffY(Date1, Date2, DayCount, Periods));
-}
-
 // --- Date plus ------------------------------------------------------------------------------------------------
 
 date DpD(const date& TheDate, double Days, double DayCount, const AnnualSequence& Periods) {
@@ -114,27 +93,6 @@ date DpY(const date& TheDate, double Yrs, double DayCount, const AnnualSequence&
     limit_daycount(here, DayCount);
     return here.returning("DateResult",
                           nextbd(plusmonths(TheDate, Yrs * 12.0, DayCount, Periods), Periods.BusDaySwitch()));
-}
-
-date DpDX(const date& TheDate, double Days, double DayCount, const AnnualSequence& Periods) {
-    Routine here{"DpDX"};
-    here.inputs(TheDate, Days, DayCount, Periods);
-    here.superseded_by("DpD");
-    return here.returning("DateResult", DpD(TheDate, Days, DayCount, Periods));
-}
-
-date DpMX(const date& TheDate, double Months, double DayCount, const AnnualSequence& Periods) {
-    Routine here{"DpMX"};
-    here.inputs(TheDate, Months, DayCount, Periods);
-    here.superseded_by("DpM");
-    return here.returning("DateResult", DpM(TheDate, Months, DayCount, Periods));
-}
-
-date DpYX(const date& TheDate, double Yrs, double DayCount, const AnnualSequence& Periods) {
-    Routine here{"DpYX"};
-    here.inputs(TheDate, Yrs, DayCount, Periods);
-    here.superseded_by("DpY");
-    return here.returning("DateResult", DpY(TheDate, Yrs, DayCount, Periods));
 }
 
 date EDateQX(const date& TheDate, double Months) {
@@ -171,13 +129,6 @@ double TpY(const timeperiod& Time, double DayCount, const AnnualSequence& Period
     here.inputs(Time, DayCount, Periods);
     limit_daycount(here, DayCount);
     return here.returning(Time.lenyrs(Time.from(), Time.to(), DayCount, Periods));
-}
-
-double TpMX(const timeperiod& Time, double DayCount, const AnnualSequence& Periods) {
-    Routine here{"TpMX"};
-    here.inputs(Time, DayCount, Periods);
-    here.superseded_by("TpM");
-    return here.returning(TpM(Time, DayCount, Periods));
 }
 
 bool Occurs(const timeperiod& Time, View<date> EventDates) {

@@ -28,9 +28,6 @@ double DiffP(const date& FromDate, const date& ToDate, const AnnualSequence& Ann
 double DiffPSeq(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq);
 double DiffMSeq(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq);
 // Old forms of the above.
-double DiffDX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods);
-double DiffMX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods);
-double DiffYX(const date& Date1, const date& Date2, double DayCount, const AnnualSequence& Periods);
 
 // --- Date plus ------------------------------------------------------------------------------------------------
 
@@ -40,9 +37,6 @@ date DpD(const date& TheDate, double Days, double DayCount, const AnnualSequence
 date DpM(const date& TheDate, double Months, double DayCount, const AnnualSequence& Periods);
 date DpY(const date& TheDate, double Yrs, double DayCount, const AnnualSequence& Periods);
 // Old forms of the above.
-date DpDX(const date& TheDate, double Days, double DayCount, const AnnualSequence& Periods);
-date DpMX(const date& TheDate, double Months, double DayCount, const AnnualSequence& Periods);
-date DpYX(const date& TheDate, double Yrs, double DayCount, const AnnualSequence& Periods);
 /// A date plus whole months of the calendar; a month's end that is not in both months falls back.
 date EDateQX(const date& TheDate, double Months);
 /// The first payment's date plus a number of periods of Periodicity (0 or more) months.
@@ -54,7 +48,6 @@ date DatePer(double WhichOne, const date& FirstPmtDate, double Periodicity);
 double TpD(const timeperiod& Time, double DayCount, const AnnualSequence& Periods);
 double TpM(const timeperiod& Time, double DayCount, const AnnualSequence& Periods);
 double TpY(const timeperiod& Time, double DayCount, const AnnualSequence& Periods);
-double TpMX(const timeperiod& Time, double DayCount, const AnnualSequence& Periods); ///< old form of TpM
 /// True if one of the dates falls in a period.
 bool Occurs(const timeperiod& Time, View<date> EventDates);
 /// Start, end and length in years of the span that is paid for in a period (see CashTime). ProjMode is 0 to 7.

@@ -1,8 +1,8 @@
 #include "commands/goal_seek.h"
 
 #include "addin/cells.h"
-#include "addin/goal_seeks.h"
 #include "addin/registration.h"
+#include "addin/routines/goal_seeks.h"
 #include "core/logs.h"
 #include "core/routine.h"
 

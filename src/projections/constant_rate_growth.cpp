@@ -107,11 +107,12 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
         if (to <= from) continue;
         const date next_rev =
             FirstReview >= grows_from ? FirstReview : next_review(grows_from, FirstReview, RevMonthsOpt, false).when;
-        date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt, false).when;
-        if (last_rev.iszero()) last_rev = next_rev;
-        const double passing =
-            compounds ? GrowFromTo(GrowthBaseDate, last_rev, MktAnnRate, growth, growth_exponential, 0, measure)
-                      : InitialAnnRate;
+        double passing = InitialAnnRate;
+        if (compounds) {
+            const date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt, false).when;
+            passing = GrowFromTo(GrowthBaseDate, last_rev.iszero() ? next_rev : last_rev, MktAnnRate, growth,
+                                 growth_exponential, 0, measure);
+        }
         const bool goes_on = periods(to, life.Finish) >= 1;
         const double day_count = !goes_on                       ? codes.with_end()
                                  : periods(life.Start, to) >= 1 ? codes.core

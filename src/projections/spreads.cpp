@@ -202,42 +202,48 @@ double years_to_pay(double amount, double rate) {
 
 const date beginning_of_time{};
 
+double paid_up_to(const FSteppedSpread& spread, const date& day, const Basis& basis) {
+    return at_most(Step(timeperiod(spread.FromDates.first(), day), FromSteps{DateCrit, spread.FromDates},
+                        spread.AnnualRates, basis.accruals()),
+                   spread.Total);
+}
+double left_from(const TSteppedSpread& spread, const date& day, const Basis& basis) {
+    return at_most(Step(timeperiod(day, spread.ToDates.last()), ToSteps{beginning_of_time, spread.ToDates},
+                        spread.AnnualRates, basis.accruals()),
+                   spread.Total);
+}
+
 } // namespace
+
+Span FSteppedSpread::extent(const Basis& basis) const {
+    Span span{FromDates.first(), DepletionDate(Total, FromDates, AnnualRates, {basis.DayCount, basis.Periods})};
+    // The last day may pay but a part of what is left.
+    if (span.Finish < DateCrit && !isequal(paid_up_to(*this, span.Finish, basis), Total)) span.Finish.adddays(1);
+    return span;
+}
 
 double FSteppedSpread::in(const Routine& here, const timeperiod& Time, const Basis& basis) const {
     if (FromDates.empty()) return 0.0;
-    const date& first = FromDates.first();
-    const auto paid_up_to = [&](const date& day) {
-        return at_most(Step(timeperiod(first, day), FromSteps{DateCrit, FromDates}, AnnualRates, basis.accruals()),
-                       Total);
-    };
-    date end = DateCrit;
-    if (basis.cash()) {
-        end = DepletionDate(Total, FromDates, AnnualRates, {basis.DayCount, basis.Periods});
-        if (end < DateCrit && !isequal(paid_up_to(end), Total)) end.adddays(1); // the last day pays but a part of it
-    }
     timeperiod period = Time;
-    if (!screen_period(here, period, {first, end}, basis)) return 0.0;
-    const double upper = paid_up_to(period.to()), lower = paid_up_to(period.from());
+    if (!screen_period(here, period, basis.cash() ? extent(basis) : Span{FromDates.first(), DateCrit}, basis))
+        return 0.0;
+    const double upper = paid_up_to(*this, period.to(), basis), lower = paid_up_to(*this, period.from(), basis);
     here.info("Paid up to the start ", lower, ", up to the end ", upper);
     return upper - lower;
 }
 
+Span TSteppedSpread::extent(const Basis& basis) const {
+    Span span{DepletionDateStart(Total, ToDates, AnnualRates, {basis.DayCount, basis.Periods}), ToDates.last()};
+    if (!span.Start.iszero() && !isequal(left_from(*this, span.Start, basis), Total)) span.Start.adddays(-1);
+    return span;
+}
+
 double TSteppedSpread::in(const Routine& here, const timeperiod& Time, const Basis& basis) const {
     if (ToDates.empty()) return 0.0;
-    const date& last = ToDates.last();
-    const auto left_from = [&](const date& day) {
-        return at_most(Step(timeperiod(day, last), ToSteps{beginning_of_time, ToDates}, AnnualRates, basis.accruals()),
-                       Total);
-    };
-    date start = beginning_of_time;
-    if (basis.cash()) {
-        start = DepletionDateStart(Total, ToDates, AnnualRates, {basis.DayCount, basis.Periods});
-        if (!start.iszero() && !isequal(left_from(start), Total)) start.adddays(-1);
-    }
     timeperiod period = Time;
-    if (!screen_period(here, period, {start, last}, basis)) return 0.0;
-    const double lower = left_from(period.to()), upper = left_from(period.from());
+    if (!screen_period(here, period, basis.cash() ? extent(basis) : Span{beginning_of_time, ToDates.last()}, basis))
+        return 0.0;
+    const double lower = left_from(*this, period.to(), basis), upper = left_from(*this, period.from(), basis);
     here.info("Left at the start ", upper, ", at the end ", lower);
     return upper - lower;
 }

@@ -126,6 +126,8 @@ struct FSteppedSpread {
     View<double> AnnualRates;
 
     static constexpr SpreadNames names{"FStepSpread"};
+    /// From the first date to the day on which the total has been paid.
+    Span extent(const Basis& basis) const;
     void check(Routine&) const {}
     double in(const Routine& here, const timeperiod& Time, const Basis& basis) const;
 };
@@ -137,6 +139,8 @@ struct TSteppedSpread {
     View<double> AnnualRates;
 
     static constexpr SpreadNames names{"TStepSpread"};
+    /// From the day on which as much is left as there is to pay to the last date.
+    Span extent(const Basis& basis) const;
     void check(Routine&) const {}
     double in(const Routine& here, const timeperiod& Time, const Basis& basis) const;
 };

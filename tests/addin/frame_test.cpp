@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <fstream>
+#include <functional>
+#include <thread>
 
 namespace qx::test {
 namespace {
@@ -220,6 +222,27 @@ TEST_F(FrameTest, ACallFromATextThatTheHostEvaluatesIsRefused) {
     EXPECT_EQ(calling_back.inner, "#VALUE!");
     EXPECT_EQ(last_class(), "errinput");
     EXPECT_EQ(shown(call(*find_function("MonthEnd"), {number_cell(38000)})), "38017");
+}
+
+TEST_F(FrameTest, ThreadsThatHoldTheLockUntilTheResultIsReadSeeTheirOwn) {
+    const Function& month_end = *find_function("MonthEnd");
+    const auto calls = [&](double day, double expected, int& wrong) {
+        OPER cell = number_cell(day);
+        OPER* cells[] = {&cell};
+        for (int i = 0; i < 100000; ++i) {
+            const CalculationLock lock;
+            const OPER* const result = perform(month_end, cells);
+            if (i % 64 == 0) std::this_thread::yield();
+            if (result->type() != xltypeNum || result->val.num != expected) ++wrong;
+        }
+    };
+    int wrong = 0;
+    int wrong_there = 0;
+    std::thread other(calls, 38000.0, 38017.0, std::ref(wrong_there));
+    calls(38018.0, 38046.0, wrong);
+    other.join();
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(wrong_there, 0);
 }
 
 TEST_F(FrameTest, HostCall) {

@@ -1,9 +1,9 @@
 // Opening and closing the add-in against a host that keeps what it is told.
 #include "addin/cells.h"
 #include "addin/excel_operations.h"
-#include "addin/goal_seeks.h"
 #include "addin/lifecycle.h"
 #include "addin/registration.h"
+#include "addin/routines/goal_seeks.h"
 #include "core/trace.h"
 #include "numerics/random.h"
 #include "stub_host.h"

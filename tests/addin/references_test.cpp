@@ -1,7 +1,7 @@
 // References to other sheets and from other hosts than the workbook of the cases.
 #include "addin/cells.h"
 #include "addin/declare.h"
-#include "addin/references.h"
+#include "addin/routines/references.h"
 #include "hosts/sheet/workbook.h"
 #include "stub_host.h"
 

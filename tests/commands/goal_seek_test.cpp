@@ -1,6 +1,6 @@
 // Embedded goal seeks against a host of four cells in which the target is a function of the changing cell.
 #include "addin/cells.h"
-#include "addin/goal_seeks.h"
+#include "addin/routines/goal_seeks.h"
 #include "addin/stub_host.h"
 #include "commands/goal_seek.h"
 

@@ -1,6 +1,6 @@
 // Laws of curves: they go through their points, do not break, and their amounts add up.
-#include "numerics/curve_projections.h"
 #include "numerics/interpolation.h"
+#include "projections/curve_projections.h"
 
 #include <gtest/gtest.h>
 

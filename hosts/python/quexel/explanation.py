@@ -68,7 +68,7 @@ class Explanation:
 
     def html(self) -> str:
         """The tree as one page that needs nothing but a browser."""
-        return self._trace.html()
+        return self._trace.html("" if self.error else str(self.result))
 
     def _repr_html_(self) -> str:
         height = min(600, 120 + 22 * len(self._trace.lines()))

@@ -39,11 +39,13 @@ QX_EXPORT(DiffD, 4);
 constexpr Function DiffDX{
     .name = "DiffDX",
     .category = category,
-    .calls = core<qx::DiffDX>,
+    .calls = alias_of<qx::DiffD>,
     .help = "Days between two dates. Older form of DiffD, with the same result",
     .args = {Date1(), Date2(), DayCount(), Periods()},
     .examples = {"DiffDX(DATE(2005,1,31), DATE(2005,2,28), 0) = 28"},
     .see_also = "DiffD",
+    .change = {63, "See Change in Behaviour 63, Oct-03 :Function Obsolete, superceded by DiffD (100% compatible)",
+               "DiffD"},
 };
 QX_EXPORT(DiffDX, 4);
 
@@ -63,11 +65,13 @@ QX_EXPORT(DiffM, 4);
 constexpr Function DiffMX{
     .name = "DiffMX",
     .category = category,
-    .calls = core<qx::DiffMX>,
+    .calls = alias_of<qx::DiffM>,
     .help = "Months between two dates. Older form of DiffM, with the same result",
     .args = {Date1(), Date2(), DayCount(), Periods()},
     .examples = {"DiffMX(DATE(2005,1,1), DATE(2005,4,1)) = 3"},
     .see_also = "DiffM",
+    .change = {63, "See Change in Behaviour 63, Oct-03 :Function Obsolete, superceded by DiffM (100% compatible)",
+               "DiffM"},
 };
 QX_EXPORT(DiffMX, 4);
 
@@ -85,11 +89,13 @@ QX_EXPORT(DiffY, 4);
 constexpr Function DiffYX{
     .name = "DiffYX",
     .category = category,
-    .calls = core<qx::DiffYX>,
+    .calls = alias_of<qx::DiffY>,
     .help = "Years between two dates. Older form of DiffY, with the same result",
     .args = {Date1(), Date2(), DayCount(), Periods()},
     .examples = {"DiffYX(DATE(2005,1,1), DATE(2007,7,1)) = 2.5"},
     .see_also = "DiffY",
+    .change = {63, "See Change in Behaviour 63, Oct-03 :Function Obsolete, superceded by DiffY (100% compatible)",
+               "DiffY"},
 };
 QX_EXPORT(DiffYX, 4);
 
@@ -149,11 +155,12 @@ QX_EXPORT(DpD, 4);
 constexpr Function DpDX{
     .name = "DpDX",
     .category = category,
-    .calls = core<qx::DpDX>,
+    .calls = alias_of<qx::DpD>,
     .help = "Date plus days. Older form of DpD, with the same result",
     .args = {TheDate("Date to start from"), Days(), DayCount(), Periods()},
     .examples = {"DpDX(38000, 30) = 38030"},
     .see_also = "DpD",
+    .change = {63, "See Change in Behaviour 63, Oct-03 :Function Obsolete, superceded by DpD (100% compatible)", "DpD"},
 };
 QX_EXPORT(DpDX, 4);
 
@@ -173,11 +180,12 @@ QX_EXPORT(DpM, 4);
 constexpr Function DpMX{
     .name = "DpMX",
     .category = category,
-    .calls = core<qx::DpMX>,
+    .calls = alias_of<qx::DpM>,
     .help = "Date plus months. Older form of DpM, with the same result",
     .args = {TheDate("Date to start from"), Months(), DayCount(), Periods()},
     .examples = {"DpMX(DATE(2005,1,31), 1) = DATE(2005,2,28)"},
     .see_also = "DpM",
+    .change = {63, "See Change in Behaviour 63, Oct-03 :Function Obsolete, superceded by DpM (100% compatible)", "DpM"},
 };
 QX_EXPORT(DpMX, 4);
 
@@ -196,11 +204,12 @@ QX_EXPORT(DpY, 4);
 constexpr Function DpYX{
     .name = "DpYX",
     .category = category,
-    .calls = core<qx::DpYX>,
+    .calls = alias_of<qx::DpY>,
     .help = "Date plus years. Older form of DpY, with the same result",
     .args = {TheDate("Date to start from"), Yrs(), DayCount(), Periods()},
     .examples = {"DpYX(2005, 2.5) = DATE(2007,7,1)"},
     .see_also = "DpY",
+    .change = {63, "See Change in Behaviour 63, Oct-03 :Function Obsolete, superceded by DpY (100% compatible)", "DpY"},
 };
 QX_EXPORT(DpYX, 4);
 
@@ -269,11 +278,12 @@ QX_EXPORT(TpM, 4);
 constexpr Function TpMX{
     .name = "TpMX",
     .category = category,
-    .calls = twin<qx::TpMX>,
+    .calls = twin_alias_of<qx::TpM>,
     .help = "Months in a time period. Older form of TpM, with the same result",
     .args = {Time(), Base(), DayCount(), Periods()},
     .examples = {"TpMX(2005, 3) = 3"},
     .see_also = "TpM",
+    .change = {63, "See Change in Behaviour 63, Oct-03 :Function Obsolete, superceded by TpM (100% compatible)", "TpM"},
 };
 QX_EXPORT(TpMX, 4);
 

@@ -1,6 +1,6 @@
 // The worksheet function by which a cell asks for a goal seek.
 #include "addin/declare.h"
-#include "addin/goal_seeks.h"
+#include "addin/routines/goal_seeks.h"
 
 namespace qx::worksheet {
 

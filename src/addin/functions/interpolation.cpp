@@ -1,8 +1,8 @@
 // Worksheet functions of curves: through tables of points, and of levels and rates over time.
 #include "numerics/interpolation.h"
 #include "addin/declare.h"
-#include "numerics/curve_projections.h"
 #include "numerics/lookup.h"
+#include "projections/curve_projections.h"
 
 namespace qx::worksheet {
 

@@ -1,8 +1,10 @@
 // Worksheet functions of choices, named variables and cells of any kind.
 #include "lists/logic.h"
-#include "addin/any_cells.h"
 #include "addin/declare.h"
+#include "addin/routines/any_cells.h"
 #include "lists/variables.h"
+
+#include <string_view>
 
 namespace qx::worksheet {
 
@@ -14,18 +16,47 @@ constexpr Argument SwitchVar() { return {"SwitchVar", "The cell that decides: a 
 constexpr Argument VarNo() { return optional("VarNo", "Number of the variable, 0 to 10; 1 if left out"); }
 constexpr Argument fallback(const char* name, const char* help) { return optional(name, help); }
 
-} // namespace
+/// An argument that is there once for each choice: its name and help with a '#' in the place of the number.
+class Choice {
+  public:
+    constexpr Choice(std::string_view name, std::string_view help, const Preset& preset) : preset_(preset) {
+        for (int n = 1; n <= most_choices; ++n) {
+            fill(names_[n], name, n);
+            fill(help_[n], help, n);
+        }
+    }
+    constexpr Argument number(int n) const { return {names_[n], help_[n], preset_}; }
 
-// Arguments of the pairs that may be left out.
-#define COND(n_) optional("Cond" #n_, false, "Condition " #n_ ", TRUE or FALSE")
-#define CASE(n_) optional("Case" #n_, "Case " #n_ ": a value that SwitchVar may have")
-#define RES(n_) optional("Res" #n_, 0.0, "Result if choice " #n_ " is the first that holds")
-#define RES_TEXT(n_) optional("ResText" #n_, "", "Text if choice " #n_ " is the first that holds")
-#define RES_ANY(n_) optional("Res" #n_, "Result if choice " #n_ " is the first that holds: a cell or a range")
-#define PAIRS_2_TO_12(first_, second_)                                                                                 \
-    first_(2), second_(2), first_(3), second_(3), first_(4), second_(4), first_(5), second_(5), first_(6), second_(6), \
-        first_(7), second_(7), first_(8), second_(8), first_(9), second_(9), first_(10), second_(10), first_(11),      \
-        second_(11), first_(12), second_(12)
+  private:
+    static constexpr int longest = 80;
+    static constexpr void fill(char* text, std::string_view pattern, int n) {
+        for (const char c : pattern) {
+            if (c == '#' && n >= 10) *text++ = '1';
+            *text++ = static_cast<char>(c == '#' ? '0' + n % 10 : c);
+        }
+    }
+
+    char names_[most_choices + 1][longest] = {};
+    char help_[most_choices + 1][longest] = {};
+    Preset preset_;
+};
+constexpr Choice condition{"Cond#", "Condition #, TRUE or FALSE", {Preset::boolean}};
+constexpr Choice a_case{"Case#", "Case #: a value that SwitchVar may have", {Preset::empty}};
+constexpr Choice result{"Res#", "Result if choice # is the first that holds", {Preset::number}};
+constexpr Choice result_text{"ResText#", "Text if choice # is the first that holds", {Preset::text, 0.0, ""}};
+constexpr Choice result_cells{"Res#", "Result if choice # is the first that holds: a cell or a range", {Preset::empty}};
+
+/// The pairs of choices from one to another, at most four.
+constexpr ArgumentGroup pairs(const Choice& first, const Choice& second, int from, int to) {
+    ArgumentGroup group{};
+    for (int n = from; n <= to; ++n) {
+        group.items[group.count++] = first.number(n);
+        group.items[group.count++] = second.number(n);
+    }
+    return group;
+}
+
+} // namespace
 
 constexpr Function IfElse{
     .name = "IfElse",
@@ -35,7 +66,9 @@ constexpr Function IfElse{
     .args = {{"Default", "Result if no condition is true"},
              {"Cond1", "Condition 1, TRUE or FALSE"},
              {"Res1", "Result if condition 1 is true"},
-             PAIRS_2_TO_12(COND, RES)},
+             pairs(condition, result, 2, 5),
+             pairs(condition, result, 6, 9),
+             pairs(condition, result, 10, 12)},
     .examples = {"IfElse(0, FALSE, 10, TRUE, 20, TRUE, 30) = 20", "IfElse(5, FALSE, 10) = 5"},
     .see_also = "IfElseR,IfElseT,Switch",
 };
@@ -49,7 +82,9 @@ constexpr Function IfElseT{
     .args = {{"DefaultText", "Text if no condition is true"},
              {"Cond1", "Condition 1, TRUE or FALSE"},
              {"ResText1", "Text if condition 1 is true"},
-             PAIRS_2_TO_12(COND, RES_TEXT)},
+             pairs(condition, result_text, 2, 5),
+             pairs(condition, result_text, 6, 9),
+             pairs(condition, result_text, 10, 12)},
     .examples = {"IfElseT(\"low\", FALSE, \"high\", TRUE, \"middle\") = \"middle\""},
     .see_also = "IfElse,IfElseRT,SwitchT",
 };
@@ -90,7 +125,9 @@ constexpr Function Switch{
              {"Default", "Result if no case equals SwitchVar"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
              {"Res1", "Result if SwitchVar equals case 1"},
-             PAIRS_2_TO_12(CASE, RES)},
+             pairs(a_case, result, 2, 5),
+             pairs(a_case, result, 6, 9),
+             pairs(a_case, result, 10, 12)},
     .examples = {"Switch(\"b\", 0, \"a\", 1, \"b\", 2) = 2", "Switch(5, 0, \"5.00\", 1) = 1",
                  "Switch(7, -1, 5, 1) = -1"},
     .see_also = "SwitchR,SwitchT,SwitchX,IfElse",
@@ -106,7 +143,9 @@ constexpr Function SwitchT{
              {"DefaultText", "Text if no case equals SwitchVar"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
              {"ResText1", "Text if SwitchVar equals case 1"},
-             PAIRS_2_TO_12(CASE, RES_TEXT)},
+             pairs(a_case, result_text, 2, 5),
+             pairs(a_case, result_text, 6, 9),
+             pairs(a_case, result_text, 10, 12)},
     .examples = {"SwitchT(2, \"other\", 1, \"one\", 2, \"two\") = \"two\""},
     .see_also = "Switch,SwitchRT,SwitchX",
 };
@@ -151,7 +190,9 @@ constexpr Function SwitchX{
              {"Default", "Result if no case equals SwitchVar: a cell or a range"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
              {"Res1", "Result if SwitchVar equals case 1: a cell or a range"},
-             PAIRS_2_TO_12(CASE, RES_ANY)},
+             pairs(a_case, result_cells, 2, 5),
+             pairs(a_case, result_cells, 6, 9),
+             pairs(a_case, result_cells, 10, 12)},
     .examples = {"SwitchX(2, 0, 1, #N/A, 2, \"two\") = \"two\"", "SwitchX(#N/A, 0, #N/A, \"missing\") = \"missing\""},
     .see_also = "Switch,Safe",
     .errors_as_data = true,

@@ -1,7 +1,7 @@
 // Lists of cells of any kind, and counts and sums of those that meet criteria.
 #include "addin/arguments.h"
-#include "addin/cell_lists.h"
 #include "addin/declare.h"
+#include "addin/routines/cell_lists.h"
 
 namespace qx::worksheet {
 

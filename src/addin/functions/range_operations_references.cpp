@@ -1,6 +1,6 @@
 // References: where they point, and how to make them.
 #include "addin/declare.h"
-#include "addin/references.h"
+#include "addin/routines/references.h"
 
 namespace qx::worksheet {
 

@@ -1,4 +1,4 @@
-#include "addin/references.h"
+#include "addin/routines/references.h"
 
 #include "addin/cells.h"
 #include "core/routine.h"

@@ -1,4 +1,4 @@
-#include "numerics/curve_projections.h"
+#include "projections/curve_projections.h"
 #include "core/routine.h"
 #include "numerics/interpolation.h"
 #include "numerics/polynomials.h"

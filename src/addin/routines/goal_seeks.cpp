@@ -1,4 +1,4 @@
-#include "addin/goal_seeks.h"
+#include "addin/routines/goal_seeks.h"
 
 #include "addin/host.h"
 #include "core/routine.h"

@@ -1,4 +1,4 @@
-#include "addin/any_cells.h"
+#include "addin/routines/any_cells.h"
 
 #include "addin/argument_cells.h"
 #include "addin/text_reference.h"

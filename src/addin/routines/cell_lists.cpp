@@ -1,4 +1,4 @@
-#include "addin/cell_lists.h"
+#include "addin/routines/cell_lists.h"
 
 #include "addin/argument_cells.h"
 #include "core/options.h"
