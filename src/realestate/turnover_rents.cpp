@@ -41,7 +41,7 @@ class TurnoverRent {
         for (int n = 1; day < end; ++n) {
             const date to = std::min(end, next_change(day));
             const TraceBlock pass = here_.pass(n, "Miniperiod from ", day, " to ", to);
-            sum += ConX(period, {day, to}, annual_amount(day), measure, to < life.Finish);
+            sum += con({day, to}, life, annual_amount(day), measure);
             day = to;
         }
         return sum;

@@ -1,7 +1,9 @@
 // Worksheet functions of rents that follow an index.
 #include "realestate/indexed_rents.h"
 #include "addin/declare.h"
+#include "addin/present_value_arguments.h"
 #include "addin/rent_arguments.h"
+#include "realestate/indexed_rent_values.h"
 
 namespace qx::worksheet {
 
@@ -145,5 +147,37 @@ constexpr Function TStepIdxRentFcstR{
     .see_also = "TStepIdxRentGrowR,IdxRentFcstR,IdxRentFcstMktR,TStepRentFcstR",
 };
 QX_EXPORT(TStepIdxRentFcstR, 26);
+
+// --- Present values
+// -----------------------------------------------------------------------------------------------------------
+
+constexpr Function PVTStepIdxRentGrowR{
+    .name = "PVTStepIdxRentGrowR",
+    .category = category,
+    .calls = core<qx::PVTStepIdxRentGrowR>,
+    .help = "Present value of TStepIdxRentGrowR, as paid on the dates of CashBasis up to Finish",
+    .args = {discount(), lease(), MktRent_s(), rent_steps(), growth(), index_growth(), growth_indexation(), relets(),
+             cash_terms(), absolute(), indexed_options(),
+             optional("Finish", "Date up to which payments are valued; AbFin if omitted, and without it the end of a "
+                                "hundred relets")},
+    .examples = {"PVTStepIdxRentGrowR(2005, 0.1, 2005, 2008, 0, 2006, 900, 2005, 0, 2005, 0.1, 12, 2005, 0, 0, 0, 0, , "
+                 "1, , , , , , 2008) ~ 2700 1e-9"},
+    .see_also = "TStepIdxRentGrowR,PVTStepIdxRentFcstR",
+};
+QX_EXPORT(PVTStepIdxRentGrowR, 29);
+
+constexpr Function PVTStepIdxRentFcstR{
+    .name = "PVTStepIdxRentFcstR",
+    .category = category,
+    .calls = core<qx::PVTStepIdxRentFcstR>,
+    .help = "Present value of TStepIdxRentFcstR, as paid on the dates of CashBasis up to AbFin, or without it to the "
+            "end of a hundred relets",
+    .args = {discount(), lease(), rent_steps(), rent_forecast(), index_forecast(), forecast_indexation(), relets(),
+             cash_terms(), absolute(), indexed_options()},
+    .examples = {"PVTStepIdxRentFcstR(2005, 0, 2005, 2008, 2006, 900, 0, 2005, 12, {100;110;121}, 2005, 12, 12, 2005, "
+                 "0, 0, 0, 0, , 1, , , , , , 2008) ~ 2979 1e-9"},
+    .see_also = "TStepIdxRentFcstR,PVTStepIdxRentGrowR",
+};
+QX_EXPORT(PVTStepIdxRentFcstR, 29);
 
 } // namespace qx::worksheet
