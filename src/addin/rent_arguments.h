@@ -64,4 +64,37 @@ constexpr ArgumentGroup relets() {
             optional("RelTerm_s", "Term of each relet in years, the last one serving for the rest; 15 if omitted")};
 }
 
+/// Groups side by side as one.
+constexpr ArgumentGroup joined(std::initializer_list<ArgumentGroup> groups) {
+    ArgumentGroup all(std::initializer_list<Argument>{});
+    for (const ArgumentGroup& group : groups)
+        for (int i = 0; i < group.count; ++i) all.items[all.count++] = group.items[i];
+    return all;
+}
+
+/// A lease: when its rent starts and when it ends.
+constexpr ArgumentGroup lease() { return {RentStart(), BrksOrExp()}; }
+
+/// Given rents, up to dates and from dates on.
+constexpr ArgumentGroup rents_to_dates() { return {ReviewDates(), AnnRents()}; }
+constexpr ArgumentGroup rents_from_dates() {
+    return {Argument{"FromDates", "Dates from which the rents apply, ascending"}.in_ascending_order(), AnnRents()};
+}
+constexpr ArgumentGroup collars() {
+    return {{"AnnRentCaps", "Rents a year that reviews do not exceed, one for each rent or one for all; zero for none"},
+            {"AnnRentFloors", "Rents a year that reviews do not fall below, one for each rent or one for all; zero for "
+                              "none"}};
+}
+constexpr Argument RevToMkt() {
+    return optional("RevToMkt", "Date of the first review to the market; if omitted the lease does not review to the "
+                                "market (its relets do)");
+}
+constexpr Argument AbsStart() { return {"AbsStart", "Date before which no rent counts; zero for none"}; }
+constexpr Argument AbsFinish() { return {"AbsFinish", "Date from which on no rent counts; zero for none"}; }
+
+/// What ends the arguments of a single lease with reviews, and of one with relets.
+constexpr ArgumentGroup reviewed_lease() { return joined({reviews(), basis(), UOTog(), Brk()}); }
+constexpr ArgumentGroup reviewed_chain() { return joined({reviews(), relets(), basis()}); }
+constexpr ArgumentGroup chain_options() { return {AbFin(), UOTog(), ROpts(), Brk()}; }
+
 } // namespace qx

@@ -1,6 +1,7 @@
 #include "calendar/reviews.h"
 #include "projections/constant_rate.h"
 #include "projections/forecast.h"
+#include "projections/index_base.h"
 
 namespace qx {
 
@@ -20,15 +21,11 @@ ReviewsAround reviews_around(const date& day, const date& first, int months) {
     return {last.when, first.plusmonths((last.intervals + 1) * months, true)};
 }
 
-/// Where an index stands at 1: the date of the base, the rate there and the value of the index.
-struct IndexBase {
-    date when;
-    double rate, value;
-};
+} // namespace
 
-IndexBase index_base(Routine& here, const Life& life, double InitialAnnRate, const Forecast& index,
+IndexBase index_base(const Routine& here, const date& Start, double InitialAnnRate, const Forecast& index,
                      const dateorfloat& BaseDateOrIdx) {
-    IndexBase base{life.Start, InitialAnnRate, 0.0};
+    IndexBase base{Start, InitialAnnRate, 0.0};
     if (is_base_date(BaseDateOrIdx)) {
         base.when = date(BaseDateOrIdx.number());
     } else if (BaseDateOrIdx.number() != 0.0) {
@@ -40,8 +37,6 @@ IndexBase index_base(Routine& here, const Life& life, double InitialAnnRate, con
     here.info("Base date ", base.when, ", starting rate ", base.rate, ", index ", base.value);
     return base;
 }
-
-} // namespace
 
 void check_forecast(Routine& here, const Basis& basis, const Forecast& forecast, int RevMonthsOpt, const char* base,
                     const char* months) {
@@ -154,7 +149,7 @@ double ConIdx(const timeperiod& Time, const Life& life, double InitialAnnRate, c
         return here.returning(con(period, life, InitialAnnRate, basis.accruals()));
 
     const DayCountCodes codes = DayCountCodes::of(basis.DayCount);
-    const IndexBase base = index_base(here, life, InitialAnnRate, index, BaseDateOrIdx);
+    const IndexBase base = index_base(here, life.Start, InitialAnnRate, index, BaseDateOrIdx);
     const Life indexed{std::max(FirstIdx, life.Start), life.Finish};
     if (IdxReg == 0) {
         here.info("IdxReg is zero: the indexed part is approximated by the sum of the index over that of the rate");

@@ -1,9 +1,11 @@
 #include "realestate/indexed_rents.h"
 
-#include "calendar/reviews.h"
+#include "calendar/recurrence.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"
+#include "projections/index_base.h"
 #include "realestate/rent_chain.h"
+#include "realestate/rent_reviews.h"
 
 #include <optional>
 
@@ -17,40 +19,405 @@ T setting(View<T> series, int n, const T& preset = T()) {
     return series.empty() ? preset : series.entry(n + 1);
 }
 
-void note_first_index_date(const Routine& here, const date& FirstIdx, const date& RentStart) {
-    if (!FirstIdx.iszero() && FirstIdx < RentStart)
-        here.info("FirstIdxDate predates the RentStart date.  The indexation date should start after the rent start "
-                  "date.");
+/// An index that grows, as lease n of a chain follows it.
+class GrowthIndex {
+  public:
+    using Source = Growth;
+    using Settings = GrowthIndexation;
+    /// The rent at a date and the index there.
+    struct Base {
+        date when;
+        double rent, level;
+    };
+
+    GrowthIndex(Routine& here, const Growth& index, const GrowthIndexation& settings, View<int> IdxLag_s, int n)
+        : here_(here), rates_(index.rates), dates_(index.dates), every_(setting(settings.IdxReg_s, n)),
+          first_(setting(settings.FirstIdxDate_s, n)), base_(setting(settings.IdxBaseDate_s, n)) {
+        check_reviews(here, every_, "IdxReg_s");
+        if (const int lag = setting(IdxLag_s, n); lag != 0) {
+            later_.emplace();
+            for (const date& day : index.dates) (*later_)->append(day.plusmonths(lag, true));
+            dates_ = *later_;
+        }
+    }
+
+    bool none() const { return dates_.empty(); }
+    bool continuous() const { return every_ == 0; }
+    bool has_base() const { return !base_.iszero(); }
+    /// The first indexation that was given, the zero date if none was, and that of a rent from a date on.
+    const date& given_first() const { return first_; }
+    date first_from(const date& start) const {
+        if (!first_.iszero()) return first_;
+        return none() ? start : std::max(start, dates_.first());
+    }
+    /// The base that was given, or else a date, and one on a date at which a rent is agreed.
+    Base base_or(const date& start, double rent) const {
+        if (!has_base()) here_.info("There was no idxBaseDate_s range, so BaseDate was made equal to the RentStart.");
+        return agreed(has_base() ? base_ : start, rent);
+    }
+    Base agreed(const date& day, double rent) const { return {day, rent, level(day)}; }
+    /// The rent that the index makes of a base on a date.
+    double rent_on(const date& day, const Base& base) const { return safe_divide(base.rent * level(day), base.level); }
+    /// The stretch without indexation that holds a day.
+    timeperiod step(const date& day, const date& first) const {
+        const Recurrence indexations{first, every_};
+        const int n = indexations.number(day);
+        if (day < first)
+            here_.fail<errlibunexpectedcase>("FirstIdxDate_s", "StartingIdxRev was negative, this cannot be.");
+        return {indexations.at(n), indexations.at(n + 1)};
+    }
+    /// The amount of a rent that is indexed at every moment.
+    double continuous_amount(const timeperiod& period, const Life& life, const date& first, const Base& base,
+                             const Measure& measure) const {
+        return ConGrowMktX(period, life, first, safe_divide(base.rent, base.level), base.rent, growth(), dates_.first(),
+                           0, measure, false, 0);
+    }
+
+  private:
+    Growth growth() const { return {dates_, rates_}; }
+    double level(const date& day) const { return Grow(day, 1.0, growth(), 0); }
+
+    const Routine& here_;
+    std::optional<WorkList<date>> later_;
+    View<double> rates_;
+    View<date> dates_;
+    int every_;
+    date first_, base_;
+};
+
+/// The forecast of an index, as lease n of a chain follows it.
+class ForecastIndex {
+  public:
+    using Source = Forecast;
+    using Settings = ForecastIndexation;
+    using Base = IndexBase;
+
+    ForecastIndex(Routine& here, const Forecast& index, const ForecastIndexation& settings, View<int> IdxLag_s, int n)
+        : here_(here), values_(index.values), start_(index.start.plusmonths(setting(IdxLag_s, n), true)),
+          months_(index.base), every_(setting(settings.IdxReg_s, n)), base_(setting(settings.BaseDateOrIdx_s, n)),
+          first_(setting(settings.FirstIdxDate_s, n)) {
+        check_reviews(here, every_, "IdxReg_s");
+        if (none() && !base_.iszero() && !is_base_date(base_))
+            here.fail<illegalvalue>("BaseDateOrIdx_s",
+                                    "You must have some index values if you are setting a base index");
+    }
+
+    bool none() const { return values_.empty(); }
+    static constexpr bool continuous() { return false; }
+    bool has_base() const { return !base_.iszero(); }
+    const date& given_first() const { return first_; }
+    date first_from(const date& start) const { return first_.iszero() ? std::max(start, start_) : first_; }
+    Base base_or(const date& start, double rent) const {
+        return none() ? Base{start, rent, 1.0} : index_base(here_, start, rent, forecast(), base_);
+    }
+    Base agreed(const date& day, double rent) const {
+        return none() ? Base{day, rent, 1.0} : index_base(here_, day, rent, forecast(), {});
+    }
+    double rent_on(const date& day, const Base& base) const {
+        return day < start_ ? base.rate : base.rate * safe_divide(fcst(day, forecast()), base.value);
+    }
+    timeperiod step(const date& day, const date& first) const {
+        return every_ == 0 ? ReviewPeriodFcst(day, start_, months_, start_, months_, true)
+                           : ReviewPeriodFcst(day, first, every_, start_, months_, true);
+    }
+    double continuous_amount(const timeperiod&, const Life&, const date&, const Base&, const Measure&) const {
+        return 0.0; // unreachable: never continuous
+    }
+    Forecast forecast() const { return {values_, start_, months_}; }
+    int every() const { return every_; }
+    const dateorfloat& base() const { return base_; }
+
+  private:
+    const Routine& here_;
+    View<double> values_;
+    date start_;
+    int months_, every_;
+    dateorfloat base_;
+    date first_;
+};
+
+/// The rent of one lease in a period under accruals, in stretches that follow an index.
+template <class Index>
+class IndexedLease {
+  public:
+    /// A rent between two dates. Up to the first indexation it holds; then it is what the index makes of its base.
+    struct Stretch {
+        const date& from;
+        const date& to;
+        double rent;
+        typename Index::Base base;
+        date first;
+        bool agreed = false; ///< on the date of the base: not indexed on that day
+    };
+
+    IndexedLease(const Routine& here, const Index& index, const timeperiod& period, const Life& life,
+                 const Measure& measure)
+        : here_(here), index_(index), period_(period), life_(life), measure_(measure),
+          codes_(DayCountCodes::of(measure.DayCount)) {
+        if (const date& first = index.given_first(); !first.iszero() && first < life.Start)
+            here.info("FirstIdxDate predates the RentStart date.  The indexation date should start after the rent "
+                      "start date.");
+    }
+
+    /// The amount of a rent that holds between two dates.
+    double fixed(const date& from, const date& to, double rent) const {
+        const bool opens = from <= life_.Start, closes = to >= life_.Finish;
+        const double count = opens && closes ? measure_.DayCount
+                             : opens         ? codes_.with_start()
+                             : closes        ? codes_.with_end()
+                                             : codes_.core;
+        return con(period_, life_.within(from, to), rent, {count, measure_.Periods, 0.0});
+    }
+    /// The amount of a rent that follows the index.
+    double amount(const Stretch& stretch) const {
+        timeperiod rest = period_;
+        rest.intersect(stretch.from, stretch.to);
+        if (rest.to() <= rest.from()) return 0.0;
+        if (index_.none() || rest.to() <= stretch.first) return fixed(stretch.from, stretch.to, stretch.rent);
+        double sum =
+            stretch.from < stretch.first ? fixed(stretch.from, std::min(stretch.first, stretch.to), stretch.rent) : 0.0;
+        const date& start = std::max(stretch.from, stretch.first);
+        if (index_.continuous())
+            return sum + index_.continuous_amount(period_, life_.within(start, stretch.to), stretch.first, stretch.base,
+                                                  measure_);
+        const date end = rest.to();
+        date day = std::max(rest.from(), start);
+        for (int n = 1; day < end; ++n) {
+            timeperiod step = index_.step(day, stretch.first);
+            const TraceBlock pass = here_.pass(n, "Indexed from ", step.from(), " to ", step.to());
+            const double rent = rent_in(step, stretch);
+            step.setfrom(day);
+            step.setto(std::min(step.to(), end));
+            if (step.to() <= day)
+                here_.fail<errlibunexpectedcase>("IdxReg_s", "An indexation does not advance from ", day);
+            day = step.to();
+            sum += con(
+                step, life_, rent,
+                {ChooseRightDC(codes_.core, codes_.with_start(), codes_.with_end(), life_.Start, life_.Finish, step),
+                 measure_.Periods, 0.0});
+        }
+        return sum;
+    }
+    /// The rent on the day before a date.
+    double rent_before(const date& day, const Stretch& stretch) const {
+        if (index_.none() || day <= stretch.first || day <= stretch.from) return stretch.rent;
+        if (index_.continuous()) return index_.rent_on(day, stretch.base);
+        const timeperiod step = index_.step(day.plusdays(-1), stretch.first);
+        // Reviews are counted by 30/360 months, for which the 31st may be the first of the next month.
+        return rent_in(step.from() < day ? step : index_.step(day.plusdays(-2), stretch.first), stretch);
+    }
+
+  private:
+    double rent_in(const timeperiod& step, const Stretch& stretch) const {
+        const date& day = step.from();
+        if (stretch.agreed && day <= stretch.base.when) return stretch.rent;
+        return index_.rent_on(day, stretch.base);
+    }
+
+    const Routine& here_;
+    const Index& index_;
+    const timeperiod& period_;
+    const Life& life_;
+    const Measure& measure_;
+    DayCountCodes codes_;
+};
+
+/// The rent of a lease that follows an index from its first indexation to its end.
+template <class Index>
+double indexed_rent(const Routine& here, const timeperiod& period, const Life& life, double rent, const Index& index,
+                    const Measure& measure) {
+    if (!screen_accruals(here, period, life)) return 0.0;
+    const IndexedLease<Index> lease{here, index, period, life, measure};
+    return lease.amount({life.Start, life.Finish, rent, index.base_or(life.Start, rent), index.first_from(life.Start)});
 }
 
-/// The rent of one lease in a period under accruals: as given until FirstIdx, then taken up every IdxReg months to what
-/// an index made of it since a base date.
-double indexed_rent(const Routine& here, const timeperiod& period, const Life& life, double rent, const Growth& index,
-                    int IdxReg, const date& base, const date& FirstIdx, const Measure& measure) {
+/// The same of one that is reviewed to the market.
+template <class Index>
+double reviewed_rent(const Routine& here, const timeperiod& period, const Life& life, const date& first_review,
+                     double rent, const Index& index, const Market& market, const Rules& rules,
+                     const Measure& measure) {
     if (!screen_accruals(here, period, life)) return 0.0;
-    if (period.to() < FirstIdx || index.none()) return con(period, life, rent, measure);
-    const DayCountCodes codes = DayCountCodes::of(measure.DayCount);
-    const double at_base = Grow(base, 1.0, index, 0);
-    const Life indexed = life.within(FirstIdx, life.Finish);
-    double sum =
-        con(period, {life.Start, std::min(life.Finish, FirstIdx)}, rent, {codes.with_start(), measure.Periods, 0.0});
-    if (IdxReg == 0)
-        return sum + ConGrowMktX(period, indexed, FirstIdx, safe_divide(rent, at_base), rent, index,
-                                 index.dates.first(), 0, measure, false, 0);
-    const date& end = std::min(period.to(), life.Finish);
-    const date& first = std::max(period.from(), indexed.Start);
-    date from = last_review(first, FirstIdx, IdxReg, false).when;
-    for (int n = 1; from < end; ++n) {
-        timeperiod step{from, next_review(from, FirstIdx, IdxReg, false).when};
-        const double rate = safe_divide(rent * Grow(from, 1.0, index, 0), at_base);
-        const TraceBlock pass = here.pass(n, "Indexed from ", from, " to ", step.to());
-        from = step.to();
-        step.intersect(period);
-        if (step.to() > step.from())
-            sum += con(step, indexed, rate,
-                       {ChooseRightDC(measure.DayCount, life.Start, life.Finish, step), measure.Periods, 0.0});
+    const IndexedLease<Index> lease{here, index, period, life, measure};
+    const date first = index.first_from(life.Start);
+    const date FirstRev = check_first_review(here, first_review, life.Finish, rules.reviews.RevMos);
+    const date first_end = std::min(FirstRev, life.Finish);
+    typename IndexedLease<Index>::Stretch stretch{life.Start, first_end, rent, index.base_or(life.Start, rent), first};
+    double amount = lease.amount(stretch);
+    date from = FirstRev;
+    for (int n = 1; from < period.to() && from < life.Finish; ++n) {
+        const date to = rules.next_after(from, FirstRev);
+        const TraceBlock pass = here.pass(n, "Review at ", from);
+        rent = rules.reviewed(lease.rent_before(from, stretch), market.at(from), from, true);
+        const date start = std::max(from, life.Start), end = std::min(to, life.Finish);
+        const typename IndexedLease<Index>::Stretch next{start, end, rent, index.agreed(from, rent), first, true};
+        amount += lease.amount(next);
+        stretch.rent = rent;
+        stretch.base = next.base;
+        stretch.agreed = true;
+        check_number_of_reviews(here, n, FirstRev, period.to());
+        from = to;
     }
-    return sum;
+    return amount;
+}
+
+/// The same of one that starts with a list of rents.
+template <class Index>
+double stepped_rent(const Routine& here, const timeperiod& period, const Life& life, const RentSteps& steps,
+                    const Index& index, const Market& market, bool index_steps, const Measure& measure) {
+    if (!screen_accruals(here, period, life)) return 0.0;
+    const IndexedLease<Index> lease{here, index, period, life, measure};
+    const int maxn = steps.ReviewDates.size();
+    const date first_indexation = index.first_from(life.Start);
+    if (!index_steps) here.info("Stepped rents, unindexed (default) behaviour. See the value of ROpts");
+    double amount = 0.0, passing = 0.0;
+    bool to_market = true;
+    date from = life.Start;
+    for (int n = 1; n <= maxn; ++n) {
+        const date start = n == 1 ? life.Start : steps.ReviewDates(n - 1);
+        if (start > period.to()) return amount;
+        const date& to = steps.ReviewDates(n);
+        const TraceBlock pass = here.pass(n, "Rent from ", start, " to ", to);
+        double rent = steps.AnnRents.single_or(n);
+        to_market = iszero(rent);
+        from = start;
+        if (to_market) {
+            rent = market.at(start);
+            here.info("Zero rent encountered at ", start, ", reviewing to market of ", rent);
+        }
+        passing = rent;
+        if (index_steps && !to_market && !index.none()) {
+            if (start < first_indexation) {
+                here.info("Step Rent number ", n, " (", rent, ") NOT indexed because its date effective of ", start,
+                          " is before the first index date of ", first_indexation);
+            } else {
+                rent = index.rent_on(start, index.base_or(life.Start, rent));
+                here.info("Escalated Step Rent ", rent);
+            }
+        }
+        amount += lease.fixed(start, std::min(to, life.Finish), rent);
+    }
+    const date last = maxn == 0 ? life.Start : std::max(steps.ReviewDates.last(), life.Start);
+    if (last >= life.Finish || last >= period.to()) return amount;
+    if (maxn == 0) {
+        passing = market.at(life.Start);
+        here.warning("Warning: No fixed initial rent or review specified, assuming an initial rent based on market of ",
+                     passing);
+    }
+    const bool agreed = to_market || !(index.has_base() || index_steps);
+    const auto base = !agreed ? index.base_or(life.Start, passing) : index.agreed(to_market ? from : last, passing);
+    return amount + lease.amount({last, life.Finish, passing, base, index.first_from(last), agreed});
+}
+
+/// The market rents of a chain and what its dates are rounded with.
+class ChainMarket {
+  public:
+    ChainMarket(const LeaseCalendar& calendar, const Growth& growth) : growth_(growth) {
+        if (!calendar.rounds()) return;
+        dates_.emplace(rounded(growth.dates, calendar));
+        growth_.emplace(Growth{*dates_, growth.rates});
+    }
+    ChainMarket(const LeaseCalendar&, const Forecast& forecast) : forecast_(&forecast) {}
+    MarketSource source() const { return {growth_ ? &*growth_ : nullptr, forecast_}; }
+
+  private:
+    std::optional<WorkList<date>> dates_;
+    std::optional<Growth> growth_;
+    const Forecast* forecast_ = nullptr;
+};
+
+/// The sum over the leases of a chain. `first` takes the period, the life of the lease, its market and its index;
+/// `later` also the relet.
+template <class Index, class Source, class First, class Later>
+double indexed_chain(Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain, int RevMos,
+                     View<double> MktRent_s, const Source& market_source, const typename Index::Source& index,
+                     const typename Index::Settings& settings, View<int> IdxLag_s, const Basis& basis,
+                     const Bounds& bounds, First first, Later later) {
+    const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
+    const ChainMarket market{calendar, market_source};
+    const date start = calendar.rounded(RentStart);
+    return follow_chain(
+        here, Time, start, chain, RevMos, basis, bounds,
+        [&](const timeperiod& period, const date& expiry) {
+            return first(period, Life{start, expiry}, Market{market.source(), relet_market(MktRent_s, 0)},
+                         Index{here, index, settings, IdxLag_s, 0});
+        },
+        [&](const timeperiod& period, const Relet& relet) {
+            return later(period, relet, market_of(here, relet, MktRent_s, market.source(), chain.ROpts),
+                         Index{here, index, settings, IdxLag_s, relet.number});
+        });
+}
+
+/// A chain in which the relets follow the index from the market rent at their start.
+template <class Index, class Source, class First>
+double indexed_only_chain(Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain,
+                          View<double> MktRent_s, const Source& market_source, const typename Index::Source& index,
+                          const typename Index::Settings& settings, View<int> IdxLag_s, const Basis& basis,
+                          const Bounds& bounds, First first) {
+    const Measure measure{basis.DayCount, basis.Periods};
+    return indexed_chain<Index>(
+        here, Time, RentStart, chain, 0, MktRent_s, market_source, index, settings, IdxLag_s, basis, bounds, first,
+        [&](const timeperiod& period, const Relet& relet, const Market& market, const Index& relet_index) {
+            return indexed_rent(here, period, {relet.rent_start, relet.expiry}, market.at(relet.lease_start),
+                                relet_index, measure);
+        });
+}
+
+/// A chain that is reviewed to the market.
+template <class Index, class Source>
+double reviewed_chain(Routine& here, const timeperiod& Time, const date& RentStart, const date& FirstRev,
+                      const Chain& chain, View<double> MktRent_s, double AnnRent, const Source& market_source,
+                      const typename Index::Source& index, const typename Index::Settings& settings, View<int> IdxLag_s,
+                      const ReviewsOfIndexed& reviews, const Basis& basis, View<date> UOTog) {
+    const Measure measure{basis.DayCount, basis.Periods};
+    const Reviews market_reviews{reviews.RevMonths, reviews.RevDis};
+    const Rules rules{market_reviews, UOTog};
+    const date first_review = LeaseCalendar{measure, chain.ROpts}.rounded(FirstRev);
+    return indexed_chain<Index>(
+        here, Time, RentStart, chain, reviews.RevMonths, MktRent_s, market_source, index, settings, IdxLag_s, basis, {},
+        [&](const timeperiod& period, const Life& life, const Market& market, const Index& lease_index) {
+            return reviewed_rent(here, period, life, first_review, AnnRent, lease_index, market, rules, measure);
+        },
+        [&](const timeperiod& period, const Relet& relet, const Market& market, const Index& relet_index) {
+            return reviewed_rent(here, period, {relet.rent_start, relet.expiry}, relet.first_review,
+                                 market.at(relet.lease_start), relet_index, market, rules, measure);
+        });
+}
+
+/// A chain whose first lease starts with a list of rents.
+template <class Index, class Source>
+double stepped_chain(Routine& here, const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, int Brk,
+                     const Relets& relets, int ROpts, View<double> MktRent_s, const RentSteps& steps,
+                     const Source& market_source, const typename Index::Source& index,
+                     const typename Index::Settings& settings, View<int> IdxLag_s, const Basis& basis,
+                     const AbsoluteDates& absolute) {
+    const Measure measure{basis.DayCount, basis.Periods};
+    const LeaseCalendar calendar{measure, ROpts};
+    std::optional<WorkList<date>> dates;
+    if (calendar.rounds()) dates.emplace(rounded(steps.ReviewDates, calendar));
+    const RentSteps rounded_steps{dates ? View<date>(*dates) : steps.ReviewDates, steps.AnnRents};
+    const bool overridden = option_present(start_is_absolute, ROpts) && !absolute.AbStart.iszero();
+    const Bounds bounds{overridden ? date() : absolute.AbStart, date()};
+    return indexed_only_chain<Index>(
+        here, Time, overridden ? absolute.AbStart : RentStart, {BrksOrExp, Brk, absolute.AbFin, relets, ROpts},
+        MktRent_s, market_source, index, settings, IdxLag_s, basis, bounds,
+        [&](const timeperiod& period, const Life& life, const Market& market, const Index& lease_index) {
+            return stepped_rent(here, period, life, rounded_steps, lease_index, market,
+                                option_present(index_steps, ROpts), measure);
+        });
+}
+
+void check_limits(Routine& here, const Basis& basis, const ReviewsOfIndexed& reviews) {
+    basis.check(here);
+    check_reviews(here, reviews.RevMonths, "RevMonths");
+    here.limit(reviews.RevDis, rent_discount_limits, "RevDis");
+}
+void check_sources(Routine& here, const Growth& growth, const Growth& index) {
+    growth.check(here);
+    index.check(here);
+}
+void check_sources(Routine& here, const Forecast& forecast, const Forecast& index) {
+    forecast.check(here);
+    index.check(here, "IdxFcstBase");
 }
 
 } // namespace
@@ -63,39 +430,12 @@ double IdxRentGrowR(const timeperiod& Time, const date& RentStart, View<date> Br
     here.inputs(Time, RentStart, BrksOrExp, MktRent_s, AnnRent, growth, index, indexation, relets, basis, AbFin, ROpts,
                 Brk, IdxLag_s);
     basis.check(here);
-    growth.check(here);
-    index.check(here);
+    check_sources(here, growth, index);
     const Measure measure{basis.DayCount, basis.Periods};
-    const LeaseCalendar calendar{measure, ROpts};
-    std::optional<WorkList<date>> dates;
-    if (calendar.rounds()) dates.emplace(rounded(growth.dates, calendar));
-    const Growth market_growth{dates ? View<date>(*dates) : growth.dates, growth.rates};
-    const MarketSource source{&market_growth, nullptr};
-
-    const auto indexed = [&](const timeperiod& period, const Life& life, int n, double rent) {
-        const int reg = setting(indexation.IdxReg_s, n), lag = setting(IdxLag_s, n);
-        check_reviews(here, reg, "IdxReg_s");
-        WorkList<date> later;
-        for (const date& day : index.dates) later->append(day.plusmonths(lag, true));
-        date FirstIdx = setting(indexation.FirstIdxDate_s, n);
-        note_first_index_date(here, FirstIdx, life.Start);
-        if (FirstIdx.iszero()) FirstIdx = index.none() ? life.Start : std::max(life.Start, later(1));
-        date base = setting(indexation.IdxBaseDate_s, n);
-        if (base.iszero()) {
-            here.info("There was no idxBaseDate_s range, so BaseDate was made equal to the RentStart.");
-            base = life.Start;
-        }
-        return indexed_rent(here, period, life, rent, {later, index.rates}, reg, base, FirstIdx, measure);
-    };
-    const date start = calendar.rounded(RentStart);
-    return here.returning(follow_chain(
-        here, Time, start, {BrksOrExp, Brk, AbFin, relets, ROpts}, 0, basis, {},
-        [&](const timeperiod& period, const date& expiry) {
-            return indexed(period, {start, expiry}, 0, AnnRent);
-        },
-        [&](const timeperiod& period, const Relet& relet) {
-            const Market market = market_of(here, relet, MktRent_s, source, ROpts);
-            return indexed(period, {relet.rent_start, relet.expiry}, relet.number, market.at(relet.lease_start));
+    return here.returning(indexed_only_chain<GrowthIndex>(
+        here, Time, RentStart, {BrksOrExp, Brk, AbFin, relets, ROpts}, MktRent_s, growth, index, indexation, IdxLag_s,
+        basis, {}, [&](const timeperiod& period, const Life& life, const Market&, const GrowthIndex& lease_index) {
+            return indexed_rent(here, period, life, AnnRent, lease_index, measure);
         }));
 }
 
@@ -107,28 +447,77 @@ double IdxRentFcstR(const timeperiod& Time, const date& RentStart, View<date> Br
     here.inputs(Time, RentStart, BrksOrExp, AnnRent, forecast, index, indexation, relets, basis, AbFin, ROpts, Brk,
                 IdxLag_s);
     basis.check(here);
-    forecast.check(here);
-    index.check(here, "IdxFcstBase");
+    check_sources(here, forecast, index);
     const Measure measure{basis.DayCount, basis.Periods};
-    const MarketSource source{nullptr, &forecast};
-
-    const auto indexed = [&](const timeperiod& period, const Life& life, int n, double rent) {
-        const date index_start = index.start.plusmonths(setting(IdxLag_s, n), true);
-        const date FirstIdx = setting(indexation.FirstIdxDate_s, n);
-        note_first_index_date(here, FirstIdx, life.Start);
-        return ConIdx(period, life, rent, {index.values, index_start, index.base}, setting(indexation.IdxReg_s, n),
-                      setting(indexation.BaseDateOrIdx_s, n), FirstIdx, measure);
+    const auto indexed = [&](const timeperiod& period, const Life& life, double rent, const ForecastIndex& of_lease) {
+        return ConIdx(period, life, rent, of_lease.forecast(), of_lease.every(), of_lease.base(),
+                      of_lease.given_first(), measure);
     };
-    const date start = LeaseCalendar{measure, ROpts}.rounded(RentStart);
-    return here.returning(follow_chain(
-        here, Time, start, {BrksOrExp, Brk, AbFin, relets, ROpts}, 0, basis, {},
-        [&](const timeperiod& period, const date& expiry) {
-            return indexed(period, {start, expiry}, 0, AnnRent);
+    return here.returning(indexed_chain<ForecastIndex>(
+        here, Time, RentStart, {BrksOrExp, Brk, AbFin, relets, ROpts}, 0, {}, forecast, index, indexation, IdxLag_s,
+        basis, {},
+        [&](const timeperiod& period, const Life& life, const Market&, const ForecastIndex& lease_index) {
+            return indexed(period, life, AnnRent, lease_index);
         },
-        [&](const timeperiod& period, const Relet& relet) {
-            const Market market{source, 0.0};
-            return indexed(period, {relet.rent_start, relet.expiry}, relet.number, market.at(relet.lease_start));
+        [&](const timeperiod& period, const Relet& relet, const Market& market, const ForecastIndex& relet_index) {
+            return indexed(period, {relet.rent_start, relet.expiry}, market.at(relet.lease_start), relet_index);
         }));
+}
+
+double IdxRentGrowMktR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
+                       View<double> MktRent_s, double AnnRent, const Growth& growth, const Growth& index,
+                       const GrowthIndexation& indexation, const ReviewsOfIndexed& reviews, const Relets& relets,
+                       const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts, int Brk,
+                       View<int> IdxLag_s) {
+    Routine here{"IdxRentGrowMktR"};
+    here.inputs(Time, RentStart, BrksOrExp, FirstRev, MktRent_s, AnnRent, growth, index, indexation, reviews, relets,
+                basis, AbFin, UOTog, ROpts, Brk, IdxLag_s);
+    check_limits(here, basis, reviews);
+    check_sources(here, growth, index);
+    return here.returning(reviewed_chain<GrowthIndex>(here, Time, RentStart, FirstRev,
+                                                      {BrksOrExp, Brk, AbFin, relets, ROpts}, MktRent_s, AnnRent,
+                                                      growth, index, indexation, IdxLag_s, reviews, basis, UOTog));
+}
+
+double IdxRentFcstMktR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
+                       double AnnRent, const Forecast& forecast, const Forecast& index,
+                       const ForecastIndexation& indexation, const ReviewsOfIndexed& reviews, const Relets& relets,
+                       const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts, int Brk,
+                       View<int> IdxLag_s) {
+    Routine here{"IdxRentFcstMktR"};
+    here.inputs(Time, RentStart, BrksOrExp, FirstRev, AnnRent, forecast, index, indexation, reviews, relets, basis,
+                AbFin, UOTog, ROpts, Brk, IdxLag_s);
+    check_limits(here, basis, reviews);
+    check_sources(here, forecast, index);
+    return here.returning(reviewed_chain<ForecastIndex>(here, Time, RentStart, FirstRev,
+                                                        {BrksOrExp, Brk, AbFin, relets, ROpts}, {}, AnnRent, forecast,
+                                                        index, indexation, IdxLag_s, reviews, basis, UOTog));
+}
+
+double TStepIdxRentGrowR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<double> MktRent_s,
+                         const RentSteps& steps, const Growth& growth, const Growth& index,
+                         const GrowthIndexation& indexation, const Relets& relets, const Basis& basis,
+                         const AbsoluteDates& absolute, int ROpts, int Brk, View<int> IdxLag_s) {
+    Routine here{"TStepIdxRentGrowR"};
+    here.inputs(Time, RentStart, BrksOrExp, MktRent_s, steps, growth, index, indexation, relets, basis, absolute, ROpts,
+                Brk, IdxLag_s);
+    basis.check(here);
+    check_sources(here, growth, index);
+    return here.returning(stepped_chain<GrowthIndex>(here, Time, RentStart, BrksOrExp, Brk, relets, ROpts, MktRent_s,
+                                                     steps, growth, index, indexation, IdxLag_s, basis, absolute));
+}
+
+double TStepIdxRentFcstR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const RentSteps& steps,
+                         const Forecast& forecast, const Forecast& index, const ForecastIndexation& indexation,
+                         const Relets& relets, const Basis& basis, const AbsoluteDates& absolute, int ROpts, int Brk,
+                         View<int> IdxLag_s) {
+    Routine here{"TStepIdxRentFcstR"};
+    here.inputs(Time, RentStart, BrksOrExp, steps, forecast, index, indexation, relets, basis, absolute, ROpts, Brk,
+                IdxLag_s);
+    basis.check(here);
+    check_sources(here, forecast, index);
+    return here.returning(stepped_chain<ForecastIndex>(here, Time, RentStart, BrksOrExp, Brk, relets, ROpts, {}, steps,
+                                                       forecast, index, indexation, IdxLag_s, basis, absolute));
 }
 
 } // namespace qx

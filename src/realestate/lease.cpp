@@ -66,4 +66,15 @@ Relet next_relet(int number, const date& expiry, const Relets& relets, int RevMo
             std::min(calendar.rounded(end), limit)};
 }
 
+date end_of_chain(const date& first_expiry, const Relets& relets, const LeaseCalendar& calendar) {
+    constexpr int no_reviews = 0;
+    date expiry = first_expiry;
+    for (int i = 1; i <= Relets::most && expiry < DateCrit; ++i) {
+        const double years = (relets.term_months(i) + relets.void_months(i)) / 12.0;
+        if (expiry.decimal_year() + years >= DateCrit.decimal_year()) return DateCrit;
+        expiry = next_relet(i, expiry, relets, no_reviews, calendar, DateCrit).expiry;
+    }
+    return expiry;
+}
+
 } // namespace qx

@@ -68,4 +68,7 @@ struct Relet {
 Relet next_relet(int number, const date& expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar,
                  const date& limit);
 
+/// When the last relet of a chain that nothing else ends expires; the end of time if that comes before.
+date end_of_chain(const date& first_expiry, const Relets& relets, const LeaseCalendar& calendar);
+
 } // namespace qx

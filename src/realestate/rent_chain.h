@@ -27,6 +27,11 @@ struct Market {
     }
 };
 
+/// False, with a note, if a period lies outside a lease, from its rent start to its end.
+bool within_lease(const Routine& here, const timeperiod& period, const date& start, const date& end);
+/// The period in which a lease is measured, in place of a worksheet period; false if it lies outside.
+bool screen_rent(const Routine& here, timeperiod& period, const date& start, const date& end, const Basis& basis);
+
 /// How a chain of leases ends, and what it is made of.
 struct Chain {
     View<date> BrksOrExp;

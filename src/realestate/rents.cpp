@@ -1,39 +1,16 @@
 #include "realestate/rents.h"
 
 #include "calendar/date_functions.h"
-#include "calendar/reviews.h"
 #include "core/routine.h"
-#include "projections/reviewed_rate.h"
 #include "projections/stepped_rate.h"
 #include "realestate/rent_chain.h"
+#include "realestate/rent_reviews.h"
 
 #include <cmath>
 
 namespace qx {
 
 namespace {
-
-constexpr int most_reviews = 100;
-constexpr Limits rent_discount_limits{-1, 1};
-
-/// How the rent of a lease is reviewed.
-struct Rules {
-    const Reviews& reviews;
-    View<date> UOTog;
-
-    double reviewed(double passing, double market, const date& day, bool discounted) const {
-        return ReviewedRate(passing, market, reviews.RevDisc, day, UOTog, discounted);
-    }
-    double discounted(double market) const { return (1.0 - std::fabs(reviews.RevDisc)) * market; }
-    /// The review that follows a date, the zero date if reviews do not recur.
-    date first_after(const date& day) const {
-        return reviews.RevMos == 0 ? date() : day.plusmonths(reviews.RevMos, true);
-    }
-    /// The end of a review period: the next review, never if they do not recur.
-    date next_after(const date& day, const date& FirstRev) const {
-        return reviews.RevMos == 0 ? date(DateCrit) : next_review(day, FirstRev, reviews.RevMos, false).when;
-    }
-};
 
 /// A lease that starts at a rent and is reviewed.
 struct PlainLease {
@@ -67,29 +44,6 @@ struct SteppedLease {
     }
 };
 
-/// The first review as the walk uses it: none is at the end of the lease.
-date check_first_review(const Routine& here, const date& FirstRev, const date& expiry, int RevMos) {
-    if (FirstRev.iszero()) {
-        here.info("First Review (FirstRev) was zero, resetting it to the expiry (", expiry, ")");
-        return first_review(here, expiry);
-    }
-    if (FirstRev > expiry) {
-        if (FirstRev >= expiry.plusmonths(RevMos, true)) {
-            here.info("First Review (FirstRev) greater than Expiry by at least the value of RevMos(", RevMos,
-                      "), resetting it to the expiry (", expiry, ")");
-            return first_review(here, expiry);
-        }
-        here.info("First Review (FirstRev) greater than Expiry (", expiry, "), we are not changing it but be aware.");
-    }
-    return FirstRev;
-}
-
-bool within_lease(const Routine& here, const timeperiod& period, const date& start, const date& end) {
-    if (period.to() >= start && period.from() <= end) return true;
-    here.info("Either the timeperiod is before RentStart, or the timeperiod is later than ExpOrBrk, returning zero");
-    return false;
-}
-
 /// The rent of a lease that is reviewed, walked review by review, in a period under accruals.
 double rent_in(const timeperiod& period, const PlainLease& lease, const date& expiry, const Market& market,
                const Rules& rules, const Measure& measure) {
@@ -122,11 +76,7 @@ double rent_in(const timeperiod& period, const PlainLease& lease, const date& ex
             amount += ConX(period, {std::max(from, lease.RentStart), std::min(to, expiry)}, passing, measure, !last);
         }
         from = to;
-        if (n >= most_reviews) {
-            here.warning("Approaching maximum number of market reviews you can have (", most_reviews, ")");
-            here.fail<errlibmaxrevs>("RevMos", "There are ", n, " reviews or more from ", FirstRev, " to ",
-                                     period.to());
-        }
+        check_number_of_reviews(here, n, FirstRev, period.to());
     }
     return here.returning(amount);
 }
@@ -191,19 +141,6 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
                                                                        PlainLease{std::max(to_market, lease.RentStart),
                                                                                   rules.first_after(to_market), rent},
                                                                        expiry, market, rules, generic_measure));
-}
-
-/// The period in which a lease is measured, in place of a worksheet period; false if it lies outside.
-bool screen_rent(const Routine& here, timeperiod& period, const date& start, const date& end, const Basis& basis) {
-    if (!runs_forward(here, period)) return false;
-    if (!basis.cash()) return within_lease(here, period, start, end);
-    if (period.to() < start || period.from() > end) {
-        here.info("  Timeperiod(", period, ") falls before Rent Start/Start(", start, ") and/or Expiry/Finish(", end,
-                  ") date, returning zero.");
-        return false;
-    }
-    period = CashTime(period, basis.Periods, start, end, true, basis.ProjMode);
-    return true;
 }
 
 /// The rent of one lease in a worksheet period.
@@ -327,6 +264,46 @@ Reviews older_reviews(const Routine& here, double RevYears, int DownRev) {
 }
 
 } // namespace
+
+bool within_lease(const Routine& here, const timeperiod& period, const date& start, const date& end) {
+    if (period.to() >= start && period.from() <= end) return true;
+    here.info("Either the timeperiod is before RentStart, or the timeperiod is later than ExpOrBrk, returning zero");
+    return false;
+}
+
+bool screen_rent(const Routine& here, timeperiod& period, const date& start, const date& end, const Basis& basis) {
+    if (!runs_forward(here, period)) return false;
+    if (!basis.cash()) return within_lease(here, period, start, end);
+    if (period.to() < start || period.from() > end) {
+        here.info("  Timeperiod(", period, ") falls before Rent Start/Start(", start, ") and/or Expiry/Finish(", end,
+                  ") date, returning zero.");
+        return false;
+    }
+    period = CashTime(period, basis.Periods, start, end, true, basis.ProjMode);
+    return true;
+}
+
+date check_first_review(const Routine& here, const date& FirstRev, const date& expiry, int RevMos) {
+    if (FirstRev.iszero()) {
+        here.info("First Review (FirstRev) was zero, resetting it to the expiry (", expiry, ")");
+        return first_review(here, expiry);
+    }
+    if (FirstRev > expiry) {
+        if (FirstRev >= expiry.plusmonths(RevMos, true)) {
+            here.info("First Review (FirstRev) greater than Expiry by at least the value of RevMos(", RevMos,
+                      "), resetting it to the expiry (", expiry, ")");
+            return first_review(here, expiry);
+        }
+        here.info("First Review (FirstRev) greater than Expiry (", expiry, "), we are not changing it but be aware.");
+    }
+    return FirstRev;
+}
+
+void check_number_of_reviews(const Routine& here, int n, const date& FirstRev, const date& to) {
+    if (n < most_reviews_of_rent) return;
+    here.warning("Approaching maximum number of market reviews you can have (", most_reviews_of_rent, ")");
+    here.fail<errlibmaxrevs>("RevMos", "There are ", n, " reviews or more from ", FirstRev, " to ", to);
+}
 
 void Reviews::check(Routine& here) const {
     check_reviews(here, RevMos, "RevMos");

@@ -3,6 +3,7 @@
 #include "addin/declare.h"
 #include "addin/rent_arguments.h"
 #include "calendar/reviews.h"
+#include "realestate/lease_events.h"
 
 namespace qx::worksheet {
 
@@ -18,6 +19,16 @@ constexpr Argument RelTerm_s() {
     return optional("RelTerm_s", "Term of each relet in years, the last one serving for the rest; 15 if omitted");
 }
 constexpr Argument RevMos() { return optional("RevMos", 0, "Months from one review to the next, 0 to 1000; 0 none"); }
+constexpr Argument LeaseStartDate() {
+    return {"LeaseStartDate", "Date on which the lease starts; the day itself counts"};
+}
+constexpr ArgumentGroup lease_terms() {
+    return {LeaseStartDate(),
+            RentStart(),
+            BrksOrExp(),
+            {"Reviews", "Date of the first review, or dates of reviews; from the last one on they recur every RevMos"},
+            RevMos()};
+}
 
 } // namespace
 
@@ -100,17 +111,114 @@ constexpr Function Occupancy{
     .category = category,
     .calls = twin<qx::Occupancy>,
     .help = "The fraction of a period in which a lease or one of the relets after it runs",
-    .args = {time_period(),
-             {"LeaseStartDate", "Date on which the lease starts; the day itself counts"},
-             BrksOrExp(),
-             RelVoid_s(),
-             RelTerm_s(),
-             measure(),
-             AbFin(),
-             Brk()},
+    .args = {time_period(), LeaseStartDate(), BrksOrExp(), RelVoid_s(), RelTerm_s(), measure(), AbFin(), Brk()},
     .examples = {"Occupancy(2010, 12, 2005, 2010.25, 6, 5) ~ 0.5 1e-9"},
     .see_also = "ReletOccurs,RentGrowR",
 };
 QX_EXPORT(Occupancy, 10);
+
+// --- Events
+// -----------------------------------------------------------------------------------------------------------
+
+constexpr Function RentDateInfo{
+    .name = "RentDateInfo",
+    .category = category,
+    .calls = core<qx::RentDateInfo>,
+    .help = "The date of the next or last review, start, expiry or break of a lease or of the relets after it; empty "
+            "if there is none",
+    .args = {TheDate(),
+             lease_terms(),
+             {"RentDateSwitch",
+              "0 next review, 1 last review, 2 and 3 lease start, 4 and 5 rent start, 6 and 7 expiry, "
+              "8 and 9 break; the first decimal digit goes on to further ones: 0.2 is the third next "
+              "review"},
+             relets(),
+             optional("RoundDown", false,
+                      "True: on the date of an event, the next one is that date and the last one "
+                      "is the one before"),
+             Brk()},
+    .examples = {"RentDateInfo(2008, 2005, 2005.5, 2020, 2010, 60, 0) = DATE(2010,1,1)",
+                 "RentDateInfo(2008, 2005, 2005.5, 2030, 2010, 60, 0.2) = DATE(2020,1,1)",
+                 "RentDateInfo(2008, 2005, 2005.5, 2020, 2010, 60, 2, 6) = DATE(2020,7,1)"},
+    .see_also = "RentEvent,RentEventOccurs,NextReviewR,LastReviewR,LeaseDates",
+};
+QX_EXPORT(RentDateInfo, 12);
+
+constexpr Function RentEventOccurs{
+    .name = "RentEventOccurs",
+    .category = category,
+    .calls = core<qx::RentEventOccurs>,
+    .help = "True if a lease, or one of the relets after it, has an event of a type in a period",
+    .args = {time_period(),
+             lease_terms(),
+             {"RentEventType", "0 rent review, 1 lease start, 2 rent start, 3 expiry, 4 break"},
+             relets(),
+             Brk()},
+    .examples = {"RentEventOccurs(2010, 12, 2005, 2005.5, 2020, 2010, 60, 0) = TRUE",
+                 "RentEventOccurs(2010, 12, 2005, 2005.5, 2020, 2010, 60, 3) = FALSE"},
+    .see_also = "RentEvent,RentDateInfo,ReletOccurs",
+};
+QX_EXPORT(RentEventOccurs, 12);
+
+constexpr Function RentEvent{
+    .name = "RentEvent",
+    .category = category,
+    .calls = twin<qx::RentEvent>,
+    .help = "What happens in a period in the course of a lease and the relets after it, first come first: 1 review, 2 "
+            "lease start, 3 rent start, 4 expiry, 5 break, 0 nothing",
+    .args = {time_period(), lease_terms(), relets(), Brk()},
+    .examples = {"RentEvent(2010, 12, 2005, 2005.5, 2020, 2010, 60) = 1",
+                 "RentEvent(2005, 12, 2005, 2005.5, 2020, 2010, 60) = 2",
+                 "RentEvent(2019.5, 12, 2005, 2005.5, 2020, 2010, 60, 12) = 4"},
+    .see_also = "RentEventOccurs,RentDateInfo,ConEvent",
+};
+QX_EXPORT(RentEvent, 11);
+
+constexpr Function LeaseDates{
+    .name = "LeaseDates",
+    .category = category,
+    .calls = core<qx::LeaseDates>,
+    .help = "The dates of a lease and of the relets after it, in ascending order; one that is two things is listed "
+            "twice",
+    .args = {RentStart(), BrksOrExp(), RevMos(), relets(),
+             optional("ReviewsOpt", "Dates of reviews of the lease; from the last one on they recur every RevMos"),
+             optional("AbStart", "Date before which nothing is listed"),
+             optional("AbFin", "Date after which nothing is listed, and on which the last lease ends; if omitted a "
+                               "hundred relets are listed"),
+             optional("LDateOptions", all_lease_dates,
+                      "Sum of what to list: 1 rent start, 2 expiry, 4 given reviews, 8 breaks; of relets 16 lease "
+                      "start, 32 rent start, 64 expiry; 128 reviews every RevMos",
+                      "all"),
+             Brk()},
+    .examples = {"LeaseDates(2005, 2010, 60, 6, 3, 5, 0, 0, 2012) = {38353,40179,40360,40452,40909}",
+                 "LeaseDates(2005, 2020, 60, 6, 3, 5, 2008, 0, 2020, 132) = {39448,41275,43101}"},
+    .see_also = "LeaseInfo,LeaseEnd,RentDateInfo",
+};
+QX_EXPORT(LeaseDates, 11);
+
+constexpr Function LeaseInfo{
+    .name = "LeaseInfo",
+    .category = category,
+    .calls = core<qx::LeaseInfo>,
+    .help = "A date, the rent-free months or the term of a lease, as given or else as the others make it; dates as "
+            "date numbers",
+    .args = {optional("LeaseStartOpt", "Date on which the lease starts, if known"),
+             optional("RentFreeMonths", 0.0, "Months without rent at the start of the lease, if known", "unknown"),
+             optional("RentStartDate", "Date on which the rent starts, if known"),
+             optional("ReviewsOpt", "Dates of reviews"), optional("BreaksOpt", "Dates of breaks"),
+             optional("LeaseExpiryDate", "Date on which the lease expires, or the day before, if known"),
+             optional("TermYrsOpt", 0.0, "Term of the lease in years, if known", "unknown"),
+             optional("LeaseInfoSwitch", 0.0,
+                      "0 expiry, 1 rent start, 2 lease start, 3 a break, 4 rent-free months, 5 term in years, 6 a "
+                      "review; of breaks and reviews the first decimal digit tells which: 6.2 is the second review",
+                      "expiry"),
+             optional("LIOptions", 0, "1 for strict ambiguity testing: whatever is known must agree", "none"),
+             measure()},
+    .examples = {"LeaseInfo(2005, 6, , , , , 10) = DATE(2015,1,1)",
+                 "LeaseInfo(2005, 6, , , , , 10, 1) = DATE(2005,7,1)",
+                 "LeaseInfo(2005, 6, , , , DATE(2014,12,31), 10, 0, 1) = DATE(2015,1,1)"},
+    .see_also = "LeaseDates,LeaseEnd,RentDateInfo",
+};
+QX_EXPORT(LeaseInfo, 11);
 
 } // namespace qx::worksheet

@@ -9,23 +9,6 @@ namespace {
 
 constexpr Category category = Category::RealEstate;
 
-constexpr ArgumentGroup collars() {
-    return {{"AnnRentCaps", "Rents a year that reviews do not exceed, one for each rent or one for all; zero for none"},
-            {"AnnRentFloors", "Rents a year that reviews do not fall below, one for each rent or one for all; zero for "
-                              "none"}};
-}
-constexpr Argument RevToMkt() {
-    return optional("RevToMkt", "Date of the first review to the market; if omitted the lease does not review to the "
-                                "market (its relets do)");
-}
-constexpr Argument FromDates() {
-    return Argument{"FromDates", "Dates from which the rents apply, ascending"}.in_ascending_order();
-}
-constexpr ArgumentGroup absolute() {
-    return {{"AbsStart", "Date before which no rent counts; zero for none"},
-            {"AbsFinish", "Date from which on no rent counts; zero for none"}};
-}
-
 } // namespace
 
 // --- Reviews to the market
@@ -36,8 +19,7 @@ constexpr Function RentGrow{
     .category = category,
     .calls = twin<qx::RentGrow>,
     .help = "Rent in a period of a lease with regular reviews to a market rent that grows",
-    .args = {time_period(), RentStart(), BrksOrExp(), FirstRev(), MktRent(), InitRent(), growth(), reviews(), basis(),
-             UOTog(), Brk()},
+    .args = {time_period(), lease(), FirstRev(), MktRent(), InitRent(), growth(), reviewed_lease()},
     .examples = {"RentGrow(2010, 12, 2005, 2020, 2010, 1000, 900, 2005, 0.1, 60) ~ 1610.51 1e-9",
                  "RentGrow(2009, 12, 2005, 2020, 2010, 1000, 900, 2005, 0.1, 60) ~ 900 1e-9"},
     .see_also = "RentFcst,RentGrowR,TStepRentGrow,FStepRentGrow",
@@ -49,8 +31,7 @@ constexpr Function RentFcst{
     .category = category,
     .calls = twin<qx::RentFcst>,
     .help = "Rent in a period of a lease with regular reviews to a forecast of the market rent",
-    .args = {time_period(), RentStart(), BrksOrExp(), FirstRev(), InitRent(), rent_forecast(), reviews(), basis(),
-             UOTog(), Brk()},
+    .args = {time_period(), lease(), FirstRev(), InitRent(), rent_forecast(), reviewed_lease()},
     .examples = {"RentFcst(2010, 12, 2005, 2020, 2010, 900, {1000;1200;1500}, 2005, 60, 60) ~ 1200 1e-9"},
     .see_also = "RentGrow,RentFcstR,TStepRentFcst,FStepRentFcst",
 };
@@ -64,7 +45,7 @@ constexpr Function TStepRent{
     .category = category,
     .calls = twin<qx::TStepRent>,
     .help = "Rent in a period of a lease whose rents are given, each up to a date",
-    .args = {time_period(), RentStart(), ReviewDates(), AnnRents(), basis()},
+    .args = {time_period(), RentStart(), rents_to_dates(), basis()},
     .examples = {"TStepRent(2009, 24, 2005, {2010;2015}, {1000;1200}) ~ 2200 1e-9"},
     .see_also = "TStepRentGrow,FStepRent,TStep",
 };
@@ -75,7 +56,7 @@ constexpr Function FStepRent{
     .category = category,
     .calls = twin<qx::FStepRent>,
     .help = "Rent in a period of a lease whose rents are given, each from a date on",
-    .args = {time_period(), BrksOrExp(), FromDates(), AnnRents(), basis(), Brk()},
+    .args = {time_period(), BrksOrExp(), rents_from_dates(), basis(), Brk()},
     .examples = {"FStepRent(2009, 24, 2015, {2005;2010}, {1000;1200}) ~ 2200 1e-9"},
     .see_also = "FStepRentGrow,TStepRent,FStep",
 };
@@ -87,8 +68,7 @@ constexpr Function TStepRentGrow{
     .calls = twin<qx::TStepRentGrow>,
     .help = "Rent in a period of a lease with rents up to given dates, then regular reviews to a market rent that "
             "grows",
-    .args = {time_period(), RentStart(), BrksOrExp(), MktRent(), ReviewDates(), AnnRents(), growth(), reviews(),
-             basis(), UOTog(), Brk()},
+    .args = {time_period(), lease(), MktRent(), rents_to_dates(), growth(), reviewed_lease()},
     .examples = {"TStepRentGrow(2009, 24, 2005, 2020, 1000, 2010, 900, 2005, 0.1, 60) ~ 2510.51 1e-9"},
     .see_also = "TStepRentFcst,TStepRentGrowCollar,TStepRentGrowR,FStepRentGrow,RentGrow",
 };
@@ -100,8 +80,7 @@ constexpr Function TStepRentFcst{
     .calls = twin<qx::TStepRentFcst>,
     .help = "Rent in a period of a lease with rents up to given dates, then regular reviews to a forecast of the "
             "market rent",
-    .args = {time_period(), RentStart(), BrksOrExp(), ReviewDates(), AnnRents(), rent_forecast(), reviews(), basis(),
-             UOTog(), Brk()},
+    .args = {time_period(), lease(), rents_to_dates(), rent_forecast(), reviewed_lease()},
     .examples = {"TStepRentFcst(2009, 24, 2005, 2020, 2010, 900, {1000;1200;1500}, 2005, 60, 60) ~ 2100 1e-9"},
     .see_also = "TStepRentGrow,TStepRentFcstCollar,TStepRentFcstR,FStepRentFcst,RentFcst",
 };
@@ -112,8 +91,7 @@ constexpr Function TStepRentGrowCollar{
     .category = category,
     .calls = twin<qx::TStepRentGrowCollar>,
     .help = "TStepRentGrow with a cap and a floor for the rent at each review in the list",
-    .args = {time_period(), RentStart(), BrksOrExp(), MktRent(), ReviewDates(), AnnRents(), growth(), collars(),
-             reviews(), basis(), UOTog(), Brk()},
+    .args = {time_period(), lease(), MktRent(), rents_to_dates(), growth(), collars(), reviewed_lease()},
     .examples = {"TStepRentGrowCollar(2010, 12, 2005, 2020, 1000, {2010;2015}, {900;0}, 2005, 0.1, 1500, 0, 60) ~ 1500 "
                  "1e-9"},
     .see_also = "TStepRentGrow,TStepRentFcstCollar,Collar",
@@ -125,8 +103,7 @@ constexpr Function TStepRentFcstCollar{
     .category = category,
     .calls = twin<qx::TStepRentFcstCollar>,
     .help = "TStepRentFcst with a cap and a floor for the rent at each review in the list",
-    .args = {time_period(), RentStart(), BrksOrExp(), ReviewDates(), AnnRents(), rent_forecast(), collars(), reviews(),
-             basis(), UOTog(), Brk()},
+    .args = {time_period(), lease(), rents_to_dates(), rent_forecast(), collars(), reviewed_lease()},
     .examples = {"TStepRentFcstCollar(2010, 12, 2005, 2020, {2010;2015}, {900;0}, {1000;1200;1500}, 2005, 60, 0, 1300, "
                  "60) ~ 1300 1e-9"},
     .see_also = "TStepRentFcst,TStepRentGrowCollar,FStepRentFcstCollar,Collar",
@@ -139,8 +116,7 @@ constexpr Function FStepRentGrow{
     .calls = twin<qx::FStepRentGrow>,
     .help = "Rent in a period of a lease with rents from given dates on, then regular reviews to a market rent that "
             "grows",
-    .args = {time_period(), BrksOrExp(), MktRent(), FromDates(), AnnRents(), growth(), RevToMkt(), reviews(), basis(),
-             UOTog(), Brk()},
+    .args = {time_period(), BrksOrExp(), MktRent(), rents_from_dates(), growth(), RevToMkt(), reviewed_lease()},
     .examples = {"FStepRentGrow(2009, 24, 2020, 1000, 2005, 900, 2005, 0.1, 2010, 60) ~ 2510.51 1e-9",
                  "FStepRentGrow(2009, 24, 2020, 1000, 2005, 900, 2005, 0.1) ~ 1800 1e-9"},
     .see_also = "FStepRentFcst,FStepRentGrowR,TStepRentGrow,RentGrow",
@@ -153,8 +129,7 @@ constexpr Function FStepRentFcst{
     .calls = twin<qx::FStepRentFcst>,
     .help = "Rent in a period of a lease with rents from given dates on, then regular reviews to a forecast of the "
             "market rent",
-    .args = {time_period(), BrksOrExp(), FromDates(), AnnRents(), rent_forecast(), RevToMkt(), reviews(), basis(),
-             UOTog(), Brk()},
+    .args = {time_period(), BrksOrExp(), rents_from_dates(), rent_forecast(), RevToMkt(), reviewed_lease()},
     .examples = {"FStepRentFcst(2009, 24, 2020, 2005, 900, {1000;1200;1500}, 2005, 60, 2010, 60) ~ 2100 1e-9"},
     .see_also = "FStepRentGrow,FStepRentFcstCollar,FStepRentFcstR,TStepRentFcst,RentFcst",
 };
@@ -165,8 +140,7 @@ constexpr Function FStepRentFcstCollar{
     .category = category,
     .calls = twin<qx::FStepRentFcstCollar>,
     .help = "FStepRentFcst with a cap and a floor for the rent at each review in the list",
-    .args = {time_period(), BrksOrExp(), FromDates(), AnnRents(), rent_forecast(), collars(), RevToMkt(), reviews(),
-             basis(), UOTog(), Brk()},
+    .args = {time_period(), BrksOrExp(), rents_from_dates(), rent_forecast(), collars(), RevToMkt(), reviewed_lease()},
     .examples = {"FStepRentFcstCollar(2010, 12, 2020, {2005;2010}, {900;0}, {1000;1200;1500}, 2005, 60, 0, 1300, 2015, "
                  "60) ~ 1300 1e-9"},
     .see_also = "FStepRentFcst,TStepRentFcstCollar,Collar",
@@ -181,8 +155,7 @@ constexpr Function RentGrowR{
     .category = category,
     .calls = twin<qx::RentGrowR>,
     .help = "Rent in a period of a lease with regular reviews to a market rent that grows, and of the relets after it",
-    .args = {time_period(), RentStart(), BrksOrExp(), FirstRev(), MktRent_s(), InitRent(), growth(), reviews(),
-             relets(), basis(), AbFin(), UOTog(), ROpts(), Brk()},
+    .args = {time_period(), lease(), FirstRev(), MktRent_s(), InitRent(), growth(), reviewed_chain(), chain_options()},
     .examples = {"RentGrowR(2010, 12, 2005, 2010, 0, {1000;2000}, 900, 2005, 0, 60, 0, 6, 3, 5) ~ 500 1e-9"},
     .see_also = "RentGrow,RentFcstR,TStepRentGrowR,FStepRentGrowR",
 };
@@ -195,8 +168,7 @@ constexpr Function RentFcstR{
     .help =
         "Rent in a period of a lease with regular reviews to a forecast of the market rent, and of the relets after "
         "it",
-    .args = {time_period(), RentStart(), BrksOrExp(), FirstRev(), InitRent(), rent_forecast(), reviews(), relets(),
-             basis(), AbFin(), UOTog(), ROpts(), Brk()},
+    .args = {time_period(), lease(), FirstRev(), InitRent(), rent_forecast(), reviewed_chain(), chain_options()},
     .examples = {"RentFcstR(2010, 12, 2005, 2010, 0, 900, {1000;1200;1500}, 2005, 60, 60, 0, 6, 0, 5) ~ 600 1e-9"},
     .see_also = "RentFcst,RentGrowR,TStepRentFcstR,FStepRentFcstR",
 };
@@ -207,8 +179,7 @@ constexpr Function TStepRentGrowR{
     .category = category,
     .calls = twin<qx::TStepRentGrowR>,
     .help = "TStepRentGrow, and the rent of the relets after it",
-    .args = {time_period(), RentStart(), BrksOrExp(), MktRent_s(), ReviewDates(), AnnRents(), growth(), reviews(),
-             relets(), basis(), AbFin(), UOTog(), ROpts(), Brk()},
+    .args = {time_period(), lease(), MktRent_s(), rents_to_dates(), growth(), reviewed_chain(), chain_options()},
     .examples = {"TStepRentGrowR(2009, 24, 2005, 2010, {1000;2000}, 2010, 900, 2005, 0, 60, 0, 6, 3, 5) ~ 1400 1e-9"},
     .see_also = "TStepRentGrow,TStepRentFcstR,TStepRentGrowSFR,FStepRentGrowR,RentGrowR",
 };
@@ -219,8 +190,7 @@ constexpr Function TStepRentFcstR{
     .category = category,
     .calls = twin<qx::TStepRentFcstR>,
     .help = "TStepRentFcst, and the rent of the relets after it",
-    .args = {time_period(), RentStart(), BrksOrExp(), ReviewDates(), AnnRents(), rent_forecast(), reviews(), relets(),
-             basis(), AbFin(), UOTog(), ROpts(), Brk()},
+    .args = {time_period(), lease(), rents_to_dates(), rent_forecast(), reviewed_chain(), chain_options()},
     .examples = {"TStepRentFcstR(2009, 24, 2005, 2010, 2010, 900, {1000;1200;1500}, 2005, 60, 60, 0, 6, 0, 5) ~ 1500 "
                  "1e-9"},
     .see_also = "TStepRentFcst,TStepRentGrowR,TStepRentFcstSFR,FStepRentFcstR,RentFcstR",
@@ -232,8 +202,8 @@ constexpr Function FStepRentGrowR{
     .category = category,
     .calls = twin<qx::FStepRentGrowR>,
     .help = "FStepRentGrow, and the rent of the relets after it",
-    .args = {time_period(), BrksOrExp(), MktRent_s(), FromDates(), AnnRents(), growth(), RevToMkt(), reviews(),
-             relets(), basis(), AbFin(), UOTog(), ROpts(), Brk()},
+    .args = {time_period(), BrksOrExp(), MktRent_s(), rents_from_dates(), growth(), RevToMkt(), reviewed_chain(),
+             chain_options()},
     .examples = {"FStepRentGrowR(2009, 24, 2010, {1000;2000}, 2005, 900, 2005, 0, 0, 60, 0, 6, 3, 5) ~ 1400 1e-9"},
     .see_also = "FStepRentGrow,FStepRentFcstR,FStepRentGrowSFR,TStepRentGrowR,RentGrowR",
 };
@@ -244,8 +214,8 @@ constexpr Function FStepRentFcstR{
     .category = category,
     .calls = twin<qx::FStepRentFcstR>,
     .help = "FStepRentFcst, and the rent of the relets after it",
-    .args = {time_period(), BrksOrExp(), FromDates(), AnnRents(), rent_forecast(), RevToMkt(), reviews(), relets(),
-             basis(), AbFin(), UOTog(), ROpts(), Brk()},
+    .args = {time_period(), BrksOrExp(), rents_from_dates(), rent_forecast(), RevToMkt(), reviewed_chain(),
+             chain_options()},
     .examples =
         {"FStepRentFcstR(2009, 24, 2010, 2005, 900, {1000;1200;1500}, 2005, 60, 0, 60, 0, 6, 0, 5) ~ 1500 1e-9"},
     .see_also = "FStepRentFcst,FStepRentGrowR,FStepRentFcstSFR,TStepRentFcstR,RentFcstR",
@@ -257,22 +227,8 @@ constexpr Function TStepRentGrowSFR{
     .category = category,
     .calls = twin<qx::TStepRentGrowSFR>,
     .help = "TStepRentGrowR as far as it lies between two absolute dates",
-    .args = {time_period(),
-             {"AbsStart", "Date before which no rent counts; zero for none"},
-             RentStart(),
-             {"AbsFinish", "Date from which on no rent counts; zero for none"},
-             BrksOrExp(),
-             MktRent_s(),
-             ReviewDates(),
-             AnnRents(),
-             growth(),
-             reviews(),
-             relets(),
-             basis(),
-             AbFin(),
-             UOTog(),
-             ROpts(),
-             Brk()},
+    .args = {time_period(), AbsStart(), RentStart(), AbsFinish(), BrksOrExp(), MktRent_s(), rents_to_dates(), growth(),
+             reviewed_chain(), chain_options()},
     .examples =
         {"TStepRentGrowSFR(2009, 24, 2009.5, 2005, 2010.75, 2010, {1000;2000}, 2010, 900, 2005, 0, 60, 0, 6, 0, "
          "5) ~ 950 1e-9"},
@@ -285,21 +241,8 @@ constexpr Function TStepRentFcstSFR{
     .category = category,
     .calls = twin<qx::TStepRentFcstSFR>,
     .help = "TStepRentFcstR as far as it lies between two absolute dates",
-    .args = {time_period(),
-             {"AbsStart", "Date before which no rent counts; zero for none"},
-             RentStart(),
-             {"AbsFinish", "Date from which on no rent counts; zero for none"},
-             BrksOrExp(),
-             ReviewDates(),
-             AnnRents(),
-             rent_forecast(),
-             reviews(),
-             relets(),
-             basis(),
-             AbFin(),
-             UOTog(),
-             ROpts(),
-             Brk()},
+    .args = {time_period(), AbsStart(), RentStart(), AbsFinish(), BrksOrExp(), rents_to_dates(), rent_forecast(),
+             reviewed_chain(), chain_options()},
     .examples =
         {"TStepRentFcstSFR(2009, 24, 2009.5, 2005, 2010.75, 2010, 2010, 900, {1000;1200;1500}, 2005, 60, 60, 0, "
          "6, 0, 5) ~ 750 1e-9"},
@@ -312,8 +255,8 @@ constexpr Function FStepRentGrowSFR{
     .category = category,
     .calls = twin<qx::FStepRentGrowSFR>,
     .help = "FStepRentGrowR as far as it lies between two absolute dates",
-    .args = {time_period(), absolute(), BrksOrExp(), MktRent_s(), FromDates(), AnnRents(), growth(), RevToMkt(),
-             reviews(), relets(), basis(), AbFin(), UOTog(), ROpts(), Brk()},
+    .args = {time_period(), AbsStart(), AbsFinish(), BrksOrExp(), MktRent_s(), rents_from_dates(), growth(), RevToMkt(),
+             reviewed_chain(), chain_options()},
     .examples =
         {"FStepRentGrowSFR(2009, 24, 2009.5, 2010.75, 2010, {1000;2000}, 2005, 900, 2005, 0, 0, 60, 0, 6, 0, 5) "
          "~ 950 1e-9"},
@@ -326,8 +269,8 @@ constexpr Function FStepRentFcstSFR{
     .category = category,
     .calls = twin<qx::FStepRentFcstSFR>,
     .help = "FStepRentFcstR as far as it lies between two absolute dates",
-    .args = {time_period(), absolute(), BrksOrExp(), FromDates(), AnnRents(), rent_forecast(), RevToMkt(), reviews(),
-             relets(), basis(), AbFin(), UOTog(), ROpts(), Brk()},
+    .args = {time_period(), AbsStart(), AbsFinish(), BrksOrExp(), rents_from_dates(), rent_forecast(), RevToMkt(),
+             reviewed_chain(), chain_options()},
     .examples =
         {"FStepRentFcstSFR(2009, 24, 2009.5, 2010.75, 2010, 2005, 900, {1000;1200;1500}, 2005, 60, 0, 60, 0, 6, "
          "0, 5) ~ 750 1e-9"},

@@ -1,0 +1,58 @@
+#include "realestate/indexed_rent_values.h"
+
+#include "core/routine.h"
+
+namespace qx {
+
+namespace {
+
+/// The dates between which a chain is paid.
+struct PaidSpan {
+    date start, end;
+
+    PaidSpan(const date& RentStart, View<date> BrksOrExp, int Brk, const Relets& relets, const CashTerms& terms,
+             const AbsoluteDates& absolute, int ROpts, const date& Finish) {
+        const LeaseCalendar calendar{{terms.DayCount, terms.CashBasis}, ROpts};
+        const bool overridden = option_present(start_is_absolute, ROpts) && !absolute.AbStart.iszero();
+        start = calendar.rounded(overridden ? absolute.AbStart : RentStart);
+        end = !Finish.iszero()           ? Finish
+              : !absolute.AbFin.iszero() ? absolute.AbFin
+                                         : end_of_chain(calendar.rounded(lease_end(BrksOrExp, Brk)), relets, calendar);
+    }
+    operator Life() const { return {start, end}; }
+};
+
+} // namespace
+
+double PVTStepIdxRentGrowR(const Discount& at, const date& RentStart, View<date> BrksOrExp, View<double> MktRent_s,
+                           const RentSteps& steps, const Growth& growth, const Growth& index,
+                           const GrowthIndexation& indexation, const Relets& relets, const CashTerms& terms,
+                           const AbsoluteDates& absolute, int ROpts, int Brk, View<int> IdxLag_s, const date& Finish) {
+    Routine here{"PVTStepIdxRentGrowR"};
+    here.inputs(at, RentStart, BrksOrExp, MktRent_s, steps, growth, index, indexation, relets, terms, absolute, ROpts,
+                Brk, IdxLag_s, Finish);
+    terms.check(here, at.DisAER);
+    const PaidSpan span{RentStart, BrksOrExp, Brk, relets, terms, absolute, ROpts, Finish};
+    return here.returning(present_value(here, span, at, terms, [&](const timeperiod& period) {
+        return TStepIdxRentGrowR(period, RentStart, BrksOrExp, MktRent_s, steps, growth, index, indexation, relets,
+                                 terms.cash(), absolute, ROpts, Brk, IdxLag_s);
+    }));
+}
+
+double PVTStepIdxRentFcstR(const Discount& at, const date& RentStart, View<date> BrksOrExp, const RentSteps& steps,
+                           const Forecast& forecast, const Forecast& index, const ForecastIndexation& indexation,
+                           const Relets& relets, const CashTerms& terms, const AbsoluteDates& absolute, int ROpts,
+                           int Brk, View<int> IdxLag_s) {
+    Routine here{"PVTStepIdxRentFcstR"};
+    here.inputs(at, RentStart, BrksOrExp, steps, forecast, index, indexation, relets, terms, absolute, ROpts, Brk,
+                IdxLag_s);
+    terms.check(here, at.DisAER);
+    const date no_finish;
+    const PaidSpan span{RentStart, BrksOrExp, Brk, relets, terms, absolute, ROpts, no_finish};
+    return here.returning(present_value(here, span, at, terms, [&](const timeperiod& period) {
+        return TStepIdxRentFcstR(period, RentStart, BrksOrExp, steps, forecast, index, indexation, relets, terms.cash(),
+                                 absolute, ROpts, Brk, IdxLag_s);
+    }));
+}
+
+} // namespace qx
