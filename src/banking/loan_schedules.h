@@ -98,6 +98,50 @@ class LevelService {
     SavedInputs<double, date, date, double, double, AnnualSequence> inputs_;
 };
 
+/// When the capital of an index-linked bond is uplifted.
+struct UpliftDates {
+    const date& SettlementDate;
+    const date& MaturityDate;
+    int interval; ///< months
+    const date& FirstIdxDate;
+    int IdxLag; ///< months
+};
+/// The uplifts of one unit of a bond's nominal, the last one dated at maturity; Index are the inputs of its index.
+template <class... Index>
+class UpliftedCapital {
+  public:
+    /// `index` is what one unit at the base has become on a date.
+    template <class Growth>
+    Payments build(const Routine& here, const UpliftDates& terms, Growth index, const Index&... inputs) {
+        const auto& [SettlementDate, MaturityDate, interval, FirstIdxDate, IdxLag] = terms;
+        if (inputs_.are(SettlementDate, MaturityDate, interval, FirstIdxDate, IdxLag, inputs...)) {
+            here.info("The uplifts stand as they were calculated before");
+            return schedule_;
+        }
+        inputs_.save(SettlementDate, MaturityDate, interval, FirstIdxDate, IdxLag, inputs...);
+        schedule_.clear();
+        schedule_.append(SettlementDate, 1.0);
+        const date& first = FirstIdxDate.iszero() ? SettlementDate : FirstIdxDate;
+        double uplifted = 1.0;
+        for (int review = FirstIdxDate.iszero() ? 1 : 0; schedule_.size() < range_capacity; ++review) {
+            if (schedule_.dates.last() >= MaturityDate) break;
+            const date day = std::min(first.plusmonths(review * interval, true), MaturityDate);
+            if (day <= SettlementDate) continue;
+            const TraceBlock pass = here.pass(review, "Review on ", day);
+            const double uplift = index(day.plusmonths(-IdxLag, true)) - uplifted;
+            uplifted += uplift;
+            schedule_.append(day, uplift);
+            here.info("Uplift=", uplift);
+        }
+        inputs_.finish();
+        return schedule_;
+    }
+
+  private:
+    Schedule schedule_;
+    SavedInputs<date, date, int, date, int, Index...> inputs_;
+};
+
 /// The next date of a loan that pays on the dates of a sequence: that of an advance if it comes no later.
 struct RowOfLoan {
     date day;
@@ -110,6 +154,8 @@ struct LoanSchedules {
     StraightLine straight_line;
     DebtServiceSchedule debt_service;
     LevelService level_service;
+    UpliftedCapital<date, View<date>, View<double>> grown_bond;
+    UpliftedCapital<double, View<double>, date, int> forecast_bond;
 };
 LoanSchedules& loan_schedules();
 
