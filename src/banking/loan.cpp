@@ -16,6 +16,7 @@ namespace {
 
 constexpr double next_to_nothing = 1e-7; ///< of a result that is returned as zero
 constexpr int default_term_months = 60;  ///< of a mortgage after its debt service
+constexpr int quarter_days = 13;         ///< the number that stands for the English quarter days
 constexpr int months_beyond_period = 12; ///< for which a schedule of debt service is made
 
 double rounded(double amount) { return std::fabs(amount) <= next_to_nothing ? 0.0 : amount; }
@@ -279,7 +280,10 @@ double LoanPool(const timeperiod& Time, const SimpleRates& rates, const Payments
         const double a_year = of_loan(terms.PmtsPerYr_s, i);
         if (first != figure || a_year != payments) {
             sequence.clear("PmtsPerYr_s");
-            sequence.generate(first, whole(a_year), false);
+            if (whole(a_year) == quarter_days)
+                sequence.setpreset(-quarter_days);
+            else
+                sequence.generate(first, whole(a_year), false);
             figure = first;
             payments = a_year;
         }

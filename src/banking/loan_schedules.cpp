@@ -39,7 +39,7 @@ void RolledUpInterest::build(const Routine& here, const SimpleRates& rates, cons
     rolled_.clear();
     double rolled_balance = 0.0; // negative, as the interest is
     date from = PrdsInt.prevdate(dates.first(), false);
-    for (int i = 1; i <= most_rolled && from <= RollTo && from <= RepaymentDate; ++i) {
+    for (int i = 1; i <= most_rolled && from <= RollTo; ++i) {
         const date next = PrdsInt.nextdate(from, false);
         if (next <= from) break; // the calendar's end
         const timeperiod span(from, next);

@@ -106,7 +106,7 @@ struct UpliftDates {
     const date& FirstIdxDate;
     int IdxLag; ///< months
 };
-/// The uplifts of one unit of a bond's nominal, the last one dated at maturity; Index are the inputs of its index.
+/// The uplifts of one unit of a bond's nominal, the last one at maturity; Index are the inputs of its index.
 template <class... Index>
 class UpliftedCapital {
   public:
