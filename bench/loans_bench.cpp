@@ -142,8 +142,12 @@ void pool(benchmark::State& state, int output) {
                                           {terms, payments, none, none}, 0, output, decimal_years, in_cash));
     }
 }
-BENCHMARK_CAPTURE(pool, interest, loan_interest)->Name("LoanPool of 1,000 loans, interest paid: ours")->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(pool, balance, loan_closing_balance)->Name("LoanPool of 1,000 loans, balance: ours")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(pool, interest, loan_interest)
+    ->Name("LoanPool of 1,000 loans, interest paid: ours")
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(pool, balance, loan_closing_balance)
+    ->Name("LoanPool of 1,000 loans, balance: ours")
+    ->Unit(benchmark::kMicrosecond);
 
 /// 20 advances, 10 years of quarterly repayments.
 void solve(benchmark::State& state, double kind, double repayment) {
@@ -161,8 +165,12 @@ void solve(benchmark::State& state, double kind, double repayment) {
                                            kind, 0, decimal_years, quarterly(), quarterly()));
 }
 BENCHMARK_CAPTURE(solve, advance, 1.02, 4000.0)->Name("LoanSolve, an advance: ours")->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(solve, repayment, 2.20, 2000.0)->Name("LoanSolve, a repayment rate: ours")->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(solve, interest, 3.20, 2300.0)->Name("LoanSolve, an interest rate: ours")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(solve, repayment, 2.20, 2000.0)
+    ->Name("LoanSolve, a repayment rate: ours")
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(solve, interest, 3.20, 2300.0)
+    ->Name("LoanSolve, an interest rate: ours")
+    ->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(solve, day, 4.0, 4000.0)->Name("LoanSolve, the repayment date: ours")->Unit(benchmark::kMicrosecond);
 
 constexpr OptionTerms terms{42.0, 40.0, 0.5, 0.1, 0.2, 0.03};

@@ -8,7 +8,8 @@ namespace qx {
 
 /// The loan whose interest and part repayment (Amortisation, the fraction repaid over its term) take all receipts: of
 /// AnnualRates a year from StartAnnDate up to the ToDates, none after Finish, received PmtsPerYearRec times a year
-/// (negative in arrears). Interest is simple at each of PmtsPerYrInt payments a year. LoanFee is a fraction of the loan.
+/// (negative in arrears). Interest is simple at each of PmtsPerYrInt payments a year. LoanFee is a fraction of the
+/// loan.
 ///
 ///     (1 - LoanFee) NPV / (1 - (1 - Amortisation) / (1 + AER)^Years)
 ///

@@ -16,8 +16,8 @@ struct BondIndexing {
 };
 
 /// The principal (BondOutput 0 or 2), or what Loan gives for a BondOutput, of a bond that holds from SettlementDate to
-/// MaturityDate with coupons at CouponRatespa on its uplifted capital. Reviews are IdxReg months apart (0 is 12) and the
-/// last uplift is that of maturity. The index grows from IdxBaseDate, or from the settlement without one.
+/// MaturityDate with coupons at CouponRatespa on its uplifted capital. Reviews are IdxReg months apart (0 is 12) and
+/// the last uplift is that of maturity. The index grows from IdxBaseDate, or from the settlement without one.
 double IdxBondGrow(const timeperiod& Time, const SimpleRates& coupons, const date& SettlementDate,
                    double SettlementPrice, const date& MaturityDate, int IdxReg, const Growth& growth,
                    const date& IdxBaseDate, const BondIndexing& indexing, int BondOutput, const Basis& basis);

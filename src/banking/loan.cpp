@@ -37,6 +37,9 @@ bool out_of_reach(const timeperiod& Time, const date& first_advance, const date&
     return Time.from() > RepaymentDate || Time.to() < first_advance;
 }
 
+/// True if a list of dates is empty or one blank cell.
+bool none(View<date> dates) { return dates.empty() || (dates.size() == 1 && dates.first().iszero()); }
+
 /// The balance from each advance on.
 WorkList<double> running_balances(const Payments& advances) {
     const int n = advances.PmtDates.size();
@@ -155,13 +158,13 @@ double loan(const timeperiod& Time, const SimpleRates& rates, const Payments& ad
                    basis.ProjMode);
     if (!opens(here, Time, LoanOutput, basis)) return here.returning(0.0);
     const View<date> dates = advances.PmtDates;
-    if (dates.empty() || out_of_reach(Time, dates.first(), RepaymentDate)) return here.returning(0.0);
+    if (none(dates) || out_of_reach(Time, dates.first(), RepaymentDate)) return here.returning(0.0);
     if (const int late = advance_after(dates, RepaymentDate); late > 0)
         here.fail<errlibnovalidanswer>("AdvanceDates", "An AdvanceDate (", dates(late),
                                        ") cannot be after the Repayment date (", RepaymentDate, ")");
     const WorkList<double> balances = running_balances(advances);
-    const ListedLoan listed{
-        rates, advances, balances, overrides, RepaymentDate, AddMargin, Options, {basis.DayCount, basis.Periods}};
+    const ListedLoan listed{rates,         advances,  balances, overrides,
+                            RepaymentDate, AddMargin, Options,  {basis.DayCount, basis.Periods}};
     return here.returning(read_off(here, Time, listed, LoanOutput, basis, rolled));
 }
 
@@ -186,7 +189,7 @@ double LoanX(const timeperiod& Time, const SimpleRates& rates, const Payments& a
     if (!opens(here, Time, LoanOutput, basis)) return here.returning(0.0);
     if (RollTo.iszero()) return here.returning(Loan(Time, rates, advances, RepaymentDate, LoanOutput, basis));
     const View<date> dates = advances.PmtDates;
-    if (dates.empty() || out_of_reach(Time, dates.first(), RepaymentDate)) return here.returning(0.0);
+    if (none(dates) || out_of_reach(Time, dates.first(), RepaymentDate)) return here.returning(0.0);
     if (advance_after(dates, RepaymentDate) > 0)
         here.fail<errlibnovalidanswer>("AdvanceDates", "An AdvanceDate cannot be after the StartRepayments date");
 
@@ -195,8 +198,7 @@ double LoanX(const timeperiod& Time, const SimpleRates& rates, const Payments& a
                    {basis.DayCount, basis.Periods});
     const Payments rolled = interest.rolled();
     if (LoanOutput == loan_rolled_up_interest) return here.returning(MkPmts(Time, rolled));
-    return here.returning(
-        loan(Time, rates, interest.all(), {}, rolled, RepaymentDate, 0.0, 0, LoanOutput, basis));
+    return here.returning(loan(Time, rates, interest.all(), {}, rolled, RepaymentDate, 0.0, 0, LoanOutput, basis));
 }
 
 namespace {
@@ -207,7 +209,7 @@ Payments straight_line(Routine& here, const timeperiod& Time, const Payments& ad
                        double ProjMode) {
     here.limit(interest.DayCount, daycount_limits, "DayCountInt");
     here.limit(principal.DayCount, daycount_limits, "DayCountPrin");
-    if (!opens(here, Time, LoanOutput, interest.DayCount, ProjMode) || advances.PmtDates.empty()) return {};
+    if (!opens(here, Time, LoanOutput, interest.DayCount, ProjMode) || none(advances.PmtDates)) return {};
     return loan_schedules().straight_line.build(here, advances, StartRepayments, RepaymentDate, principal);
 }
 
@@ -218,21 +220,21 @@ double LoanLin(const timeperiod& Time, const SimpleRates& rates, const Payments&
                double ProjMode) {
     Routine here{"LoanLin"};
     here.inputs(Time, rates, advances, StartRepayments, RepaymentDate, LoanOutput, interest, principal, ProjMode);
-    const Payments schedule = straight_line(here, Time, advances, StartRepayments, RepaymentDate, LoanOutput, interest,
-                                            principal, ProjMode);
+    const Payments schedule =
+        straight_line(here, Time, advances, StartRepayments, RepaymentDate, LoanOutput, interest, principal, ProjMode);
     if (schedule.PmtDates.empty()) return here.returning(0.0);
     return here.returning(
         Loan(Time, rates, schedule, RepaymentDate, LoanOutput, {interest.DayCount, interest.Periods, ProjMode}));
 }
 
-double LoanLinX(const timeperiod& Time, const SimpleRates& rates, const Payments& advances,
-                const date& StartRepayments, const date& RepaymentDate, const date& RollTo, int LoanOutput,
-                const Measure& interest, const Measure& principal, double ProjMode) {
+double LoanLinX(const timeperiod& Time, const SimpleRates& rates, const Payments& advances, const date& StartRepayments,
+                const date& RepaymentDate, const date& RollTo, int LoanOutput, const Measure& interest,
+                const Measure& principal, double ProjMode) {
     Routine here{"LoanLinX"};
     here.inputs(Time, rates, advances, StartRepayments, RepaymentDate, RollTo, LoanOutput, interest, principal,
                 ProjMode);
-    const Payments schedule = straight_line(here, Time, advances, StartRepayments, RepaymentDate, LoanOutput, interest,
-                                            principal, ProjMode);
+    const Payments schedule =
+        straight_line(here, Time, advances, StartRepayments, RepaymentDate, LoanOutput, interest, principal, ProjMode);
     if (schedule.PmtDates.empty()) return here.returning(0.0);
     return here.returning(LoanX(Time, rates, schedule, RepaymentDate, RollTo, LoanOutput,
                                 {interest.DayCount, interest.Periods, ProjMode}));
@@ -302,8 +304,8 @@ double Mortgage(const timeperiod& Time, const SimpleRates& rates, const FromStep
                 Periods, PrdsInt, ProjMode);
     here.limit(DayCountInt, daycount_limits, "DayCountInt");
     if (!opens(here, Time, LoanOutput, DayCount, ProjMode)) return here.returning(0.0);
-    if (service.FromDates.empty()) here.fail<errlibinsuffrange>("FromDates");
-    if (advances.PmtDates.empty()) return here.returning(0.0);
+    if (none(service.FromDates)) here.fail<errlibinsuffrange>("FromDates");
+    if (none(advances.PmtDates)) return here.returning(0.0);
 
     const bool accruals = whole(ProjMode) % 2 == 0;
     const Basis in_cash{DayCount, Periods, accruals ? ProjMode + 1.0 : ProjMode};
@@ -321,8 +323,8 @@ double MortgageQ(const timeperiod& Time, double InterestSimple, const Payment& a
     here.inputs(Time, InterestSimple, advance, RepaymentDate, EarlyRepDate, LoanOutput, basis);
     check_rate(here, InterestSimple, "InterestSimple");
     if (!opens(here, Time, LoanOutput, basis)) return here.returning(0.0);
-    const double service = loan_schedules().level_service.of(advance, RepaymentDate, InterestSimple,
-                                                             {basis.DayCount, basis.Periods});
+    const double service =
+        loan_schedules().level_service.of(advance, RepaymentDate, InterestSimple, {basis.DayCount, basis.Periods});
     here.info("Annual debt service=", service);
     const View<date> day = View<date>::of(advance.PmtDate);
     const bool early = !EarlyRepDate.iszero() && EarlyRepDate < RepaymentDate;

@@ -36,9 +36,9 @@ double LoanX(const timeperiod& Time, const SimpleRates& rates, const Payments& a
 double LoanLin(const timeperiod& Time, const SimpleRates& rates, const Payments& advances, const date& StartRepayments,
                const date& RepaymentDate, int LoanOutput, const Measure& interest, const Measure& principal,
                double ProjMode);
-double LoanLinX(const timeperiod& Time, const SimpleRates& rates, const Payments& advances,
-                const date& StartRepayments, const date& RepaymentDate, const date& RollTo, int LoanOutput,
-                const Measure& interest, const Measure& principal, double ProjMode);
+double LoanLinX(const timeperiod& Time, const SimpleRates& rates, const Payments& advances, const date& StartRepayments,
+                const date& RepaymentDate, const date& RollTo, int LoanOutput, const Measure& interest,
+                const Measure& principal, double ProjMode);
 /// 0 whatever its arguments, which it checks: a name kept for workbooks that use it.
 double LoanRep(const timeperiod& Time, const SimpleRates& rates, const Payments& advances, const date& StartRepayments,
                const date& RepaymentDate, int RepType, const date& RollTo, int LoanOutput, double DayCount,

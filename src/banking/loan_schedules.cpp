@@ -44,8 +44,8 @@ void RolledUpInterest::build(const Routine& here, const SimpleRates& rates, cons
         if (next <= from) break; // the calendar's end
         const timeperiod span(from, next);
         const TraceBlock pass = here.pass(i, span);
-        const double on_advances = FInterest(span, FromDatesInt, IntSimple, RepaymentDate, dates, balances, DayCount,
-                                             PrdsInt, cash);
+        const double on_advances =
+            FInterest(span, FromDatesInt, IntSimple, RepaymentDate, dates, balances, DayCount, PrdsInt, cash);
         const double on_rolled = -InterestX(span, FromDatesInt, IntSimple, dates.first(), RepaymentDate, rolled_balance,
                                             DayCount, PrdsInt, cash);
         rolled_balance += on_advances + on_rolled;

@@ -52,7 +52,8 @@ class VariedList {
   public:
     VariedList(View<double> list, int item) : list_(list.size()), item_(item) { *list_ = list; }
     operator View<double>() const { return list_; }
-    double item() const { return item_ < 1 ? 0.0 : list_(item_); }
+    int size() const { return list_.size(); }
+    double operator()(int i) const { return list_(i); }
     /// That item alone, as 1: what the whole changes by for each unit of it.
     VariedList unit() const {
         VariedList unit(list_, item_);
@@ -161,7 +162,8 @@ void clsLoanCalc::setup() {
     kind_ = whole(in_.LoanSolveSwitch);
     item_ = whole(std::round((in_.LoanSolveSwitch - kind_) * 100.0));
     if (kind_ < solve_residual || kind_ > solve_repayment_date)
-        here_.fail<errlibillegalswitch>("LoanSolveSwitch", "LoanSolveSwitch ", in_.LoanSolveSwitch, " is no kind of solve");
+        here_.fail<errlibillegalswitch>("LoanSolveSwitch", "LoanSolveSwitch ", in_.LoanSolveSwitch,
+                                        " is no kind of solve");
     here_.info(searches[kind_].words);
     check_items();
     const View<date> FromDates = in_.repayments.FromDates;
@@ -183,12 +185,13 @@ void clsLoanCalc::setup() {
 void clsLoanCalc::lay_out_without_interest() {
     const VariedList advances(in_.advances.Pmts.upto(in_.advances.PmtDates.size()), kind_ == solve_advance ? item_ : 0);
     const VariedList rates(in_.AnnRepRates, kind_ == solve_repayment_rate ? item_ : 0);
-    const View<double> rest = advances.rest(), unit = advances.unit();
+    const VariedList rest = advances.rest(), unit = advances.unit();
     for (int i = 1; i <= rest.size(); ++i) advanced_.append(rest(i), unit(i));
     if (in_.repayments.count() == 0) return;
     const Basis accruals{in_.DayCount, in_.PrdsRep, 0.0};
     const timeperiod life(in_.repayments.extent().Start, in_.repayments.Finish);
-    repaid_.append(Step(life, in_.repayments, rates.rest(), accruals), Step(life, in_.repayments, rates.unit(), accruals));
+    repaid_.append(Step(life, in_.repayments, rates.rest(), accruals),
+                   Step(life, in_.repayments, rates.unit(), accruals));
 }
 
 void clsLoanCalc::lay_out() {
@@ -196,19 +199,19 @@ void clsLoanCalc::lay_out() {
     const VariedList advances(listed.Pmts.upto(listed.PmtDates.size()), kind_ == solve_advance ? item_ : 0);
     const VariedList repayments(in_.AnnRepRates, kind_ == solve_repayment_rate ? item_ : 0);
     const VariedList rates(in_.rates.IntSimple, kind_ == solve_interest_rate ? item_ : 0);
-    const VariedList other_advances = advances.rest(), the_advance = advances.unit(), other_repayments = repayments.rest(),
-                     the_repayment = repayments.unit(), other_rates = rates.rest(), the_rate = rates.unit();
+    const VariedList other_advances = advances.rest(), the_advance = advances.unit(),
+                     other_repayments = repayments.rest(), the_repayment = repayments.unit(),
+                     other_rates = rates.rest(), the_rate = rates.unit();
     const Accrual at_other_rates(in_.rates.FromDatesInt, other_rates, in_.DayCount, in_.PrdsInt);
     const Accrual at_the_rate(in_.rates.FromDatesInt, the_rate, in_.DayCount, in_.PrdsInt);
-    const auto amount = [](View<double> list, int i) { return list(i); };
 
     int taken = 0;
     date day = StartDCF_;
     timeperiod since(day, day.plusdays(1)); // of which a row takes the repayments
     for (bool is_advance = !listed.PmtDates.empty();;) {
         if (is_advance) ++taken;
-        advanced_.append(is_advance ? amount(other_advances, taken) : 0.0,
-                         is_advance && kind_ == solve_advance ? amount(the_advance, taken) : 0.0);
+        advanced_.append(is_advance ? other_advances(taken) : 0.0,
+                         is_advance && kind_ == solve_advance ? the_advance(taken) : 0.0);
         repaid_.append(service(since, other_repayments),
                        kind_ == solve_repayment_rate ? service(since, the_repayment) : 0.0);
         const bool last = day >= NPVDate_ || advanced_.fixed.size() == range_capacity;
@@ -248,8 +251,8 @@ double clsLoanCalc::eval(double x) {
     const double pv_residual = kind_ == solve_residual ? x : in_.LoanResid;
     constexpr double pv_int = 0.0; // the interest is in what is carried
     const double NPV = pv_advances - pv_repayments - pv_residual - pv_int;
-    here.info("NPV", "=pv_advances+pv_repayments+pv_residual+pv_int=", NPV, ": ", pv_advances, ", ", pv_repayments, ", ",
-              pv_residual, ", ", pv_int);
+    here.info("NPV", "=pv_advances+pv_repayments+pv_residual+pv_int=", NPV, ": ", pv_advances, ", ", pv_repayments,
+              ", ", pv_residual, ", ", pv_int);
     return here.returning(NPV);
 }
 
@@ -328,8 +331,8 @@ double LoanSolve(const SimpleRates& rates, const FromSteps& repayments, View<dou
                  double LoanSolveSwitch, int Options, double DayCount, const AnnualSequence& PrdsRep,
                  const AnnualSequence& PrdsInt) {
     Routine here{"LoanSolve"};
-    here.inputs(rates, repayments, AnnRepRates, advances, RepDate, RollTo, LoanResid, LoanSolveSwitch, Options, DayCount,
-                PrdsRep, PrdsInt);
+    here.inputs(rates, repayments, AnnRepRates, advances, RepDate, RollTo, LoanResid, LoanSolveSwitch, Options,
+                DayCount, PrdsRep, PrdsInt);
     here.limit(DayCount, daycount_limits, "DayCount");
     for (const double rate : rates.IntSimple) check_rate(here, rate, "IntSimple");
     const LoanInputs inputs{rates,     repayments,      AnnRepRates, advances, RepDate, RollTo,

@@ -1,5 +1,5 @@
-// The one input with which a loan ends exactly as asked: its residual, an advance, a rate of repayment, an interest rate
-// or the date of repayment.
+// The one input with which a loan ends exactly as asked: its residual, an advance, a rate of repayment, an interest
+// rate or the date of repayment.
 //
 // The loan is that of Mortgage, with AnnRepRates as its debt service: run through it, the solved loan ends at the
 // residual.

@@ -16,18 +16,18 @@ struct SimpleRates {
 
 /// What a loan function reports: LoanOutput. Balances are positive when money is owed, flows as the borrower sees them.
 enum LoanOutputs : int {
-    loan_principal = 0,             ///< advances less repayments, without advances that cover rolled-up interest
-    loan_interest = 1,              ///< interest, less what was rolled up
+    loan_principal = 0, ///< advances less repayments, without advances that cover rolled-up interest
+    loan_interest = 1,  ///< interest, less what was rolled up
     loan_principal_and_interest = 2,
-    loan_opening_balance = 3,       ///< on the day before the period's start
-    loan_average_balance = 4,       ///< over the time since the first advance
-    loan_closing_balance = 5,       ///< on the day before the period's end
-    loan_all_principal = 6,         ///< with advances that cover rolled-up interest
-    loan_all_interest = 7,          ///< with rolled-up interest
+    loan_opening_balance = 3, ///< on the day before the period's start
+    loan_average_balance = 4, ///< over the time since the first advance
+    loan_closing_balance = 5, ///< on the day before the period's end
+    loan_all_principal = 6,   ///< with advances that cover rolled-up interest
+    loan_all_interest = 7,    ///< with rolled-up interest
     loan_all_flows = 8,
-    loan_accrued_at_start = 9,      ///< interest since the last payment date
+    loan_accrued_at_start = 9, ///< interest since the last payment date
     loan_accrued_at_end = 10,
-    loan_rolled_up_interest = 11,   ///< of functions with RollTo
+    loan_rolled_up_interest = 11, ///< of functions with RollTo
     loan_final_repayment = 12,
     loan_advances = 13,
 };

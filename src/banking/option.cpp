@@ -32,9 +32,7 @@ void check(Routine& here, const OptionTerms& terms) {
 /// 1 for a call, -1 for a put.
 double side(bool PutOption) { return PutOption ? -1.0 : 1.0; }
 
-double normal_density(double x) {
-    return std::exp(-0.5 * x * x) * std::numbers::inv_sqrtpi / std::numbers::sqrt2;
-}
+double normal_density(double x) { return std::exp(-0.5 * x * x) * std::numbers::inv_sqrtpi / std::numbers::sqrt2; }
 double normal(double x) { return std::isinf(x) ? (x > 0.0 ? 1.0 : 0.0) : normal_probability(x); }
 
 } // namespace
@@ -50,9 +48,9 @@ double OptionBS(const OptionTerms& terms, bool PutOption, int OptionOutput) {
     const double deviation = sigma * std::sqrt(T);
     const double distance = std::log(spot / strike);
     // Without any chance the end is known, and at the strike price nothing is gained.
-    const double d1 = deviation > 0.0 ? distance / deviation + 0.5 * deviation
-                                      : sign * (sign * distance > 0.0 ? 1.0 : -1.0) *
-                                            std::numeric_limits<double>::infinity();
+    const double d1 = deviation > 0.0
+                          ? distance / deviation + 0.5 * deviation
+                          : sign * (sign * distance > 0.0 ? 1.0 : -1.0) * std::numeric_limits<double>::infinity();
     const double d2 = deviation > 0.0 ? d1 - deviation : d1;
     const double of_spot = sign * normal(sign * d1);
     const double of_strike = sign * normal(sign * d2);

@@ -48,8 +48,8 @@ double OptionBS(const OptionTerms& terms, bool PutOption, int OptionOutput);
 double OptionBinom(const OptionTerms& terms, bool PutOption, bool American, int Steps, int OptionOutput);
 
 /// A European option as the average of simulated ends, each path with its antithetic one: its price or the standard
-/// error of that. Paths is 4 to 1e8, an odd number is rounded up. The numbers are those of the library's sequence of the
-/// seed, from its first one on, so that the same arguments give the same result.
+/// error of that. Paths is 4 to 1e8, an odd number is rounded up. The numbers are those of the library's sequence of
+/// the seed, from its first one on, so that the same arguments give the same result.
 double OptionMonte(const OptionTerms& terms, bool PutOption, double Paths, int Seed, int OptionOutput);
 
 } // namespace qx

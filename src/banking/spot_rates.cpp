@@ -19,7 +19,8 @@ void check_curve(Routine& here, const date& start, View<date> dates, View<T> wit
     if (with_them.size() != 1) dates.checksamesize(with_them);
     for (int i = 1; i <= dates.size(); ++i)
         if (dates(i) <= (i == 1 ? start : dates(i - 1)))
-            here.fail<errlibbadlistprogression>("Dates", dates(i), " does not come after ", i == 1 ? start : dates(i - 1));
+            here.fail<errlibbadlistprogression>("Dates", dates(i), " does not come after ",
+                                                i == 1 ? start : dates(i - 1));
 }
 
 /// A curve while it is made: the times in years at which its discount factors are known, and their logarithms.
@@ -32,7 +33,8 @@ class Curve {
     double last_time() const { return size() == 0 ? 0.0 : times_.get(size()); }
     double last_log() const { return size() == 0 ? 0.0 : logs_.get(size()); }
     void append(const Routine& here, double time, double log_factor) {
-        if (!(time > last_time())) here.fail<errlibbadlistprogression>("Dates", "A date has no time after the one before");
+        if (!(time > last_time()))
+            here.fail<errlibbadlistprogression>("Dates", "A date has no time after the one before");
         times_->append(time);
         logs_->append(log_factor);
     }
@@ -72,7 +74,8 @@ class Curve {
 /// from there on.
 class clsBootstrap final : public clsSolveBase {
   public:
-    clsBootstrap(const Curve& curve, const date& settlement, const date& maturity, double coupon, int a_year, double price)
+    clsBootstrap(const Curve& curve, const date& settlement, const date& maturity, double coupon, int a_year,
+                 double price)
         : last_time_(curve.last_time()), last_log_(curve.last_log()), unexplained_(price) {
         for (int n = 0;; ++n) {
             const date day = a_year == 0 ? maturity : maturity.plusmonths(-n * months_of_year / a_year, true);

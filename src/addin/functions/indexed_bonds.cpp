@@ -44,8 +44,8 @@ constexpr Function IdxBondGrow{
              ArgumentGroup{Argument{"IdxGrowDates", "Dates from which the growth rates of the index apply, ascending"}
                                .in_ascending_order(),
                            {"IdxGrowRates", "Growth of the index a year, one for each date: 0.03 is 3%"}},
-             Argument{"IdxBaseDate", "Date at which the index is the base; 0 or blank for the settlement"},
-             indexing(), BondOutput(), bond_basis()},
+             Argument{"IdxBaseDate", "Date at which the index is the base; 0 or blank for the settlement"}, indexing(),
+             BondOutput(), bond_basis()},
     .examples = {"IdxBondGrow(2027, 12, 2025, 0.02, 2025, 1, 2027, 12, 2025, 0.1, 0) ~ -1.21 1e-12",
                  "IdxBondGrow(2026, 12, 2025, 0.02, 2025, 1, 2027, 12, 2025, 0.1, 0, , , 1) ~ -0.022 1e-12"},
     .see_also = "IdxBondFcst,Loan,GrowFromTo",
@@ -57,10 +57,10 @@ constexpr Function IdxBondFcst{
     .category = category,
     .calls = twin<qx::IdxBondFcst>,
     .help = "Price, redemption, coupon or balance in a period of a bond whose capital is linked to an index forecast",
-    .args = {time_period(), coupons(), settlement(),
-             forecast("IdxFcstVals", "IdxStartFcst", "IdxFcstBase"), IdxReg(),
-             optional("BaseDateOrIdx", 0.0, "Date at which the index is the base, or its value there; the settlement if "
-                                            "0 or omitted"),
+    .args = {time_period(), coupons(), settlement(), forecast("IdxFcstVals", "IdxStartFcst", "IdxFcstBase"), IdxReg(),
+             optional("BaseDateOrIdx", 0.0,
+                      "Date at which the index is the base, or its value there; the settlement if "
+                      "0 or omitted"),
              indexing(), BondOutput(), bond_basis()},
     .examples = {"IdxBondFcst(2027, 12, 2025, 0.02, 2025, 1, 2027, {100;110;121}, 2025, 12) ~ -1.21 1e-12"},
     .see_also = "IdxBondGrow,Loan,IdxFromTo",

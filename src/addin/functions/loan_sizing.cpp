@@ -12,17 +12,17 @@ constexpr Function LoanSolve{
     .calls = core<qx::LoanSolve>,
     .help = "The residual, advance, repayment rate, interest rate or repayment date with which a loan ends as asked. "
             "The result ends at the residual in Mortgage with the repayments as debt service",
-    .args = {simple_rates(),
-             Argument{"FinishRates", "Date on which the repayments end; the day itself does not count"},
+    .args = {simple_rates(), Argument{"FinishRates", "Date on which the repayments end; the day itself does not count"},
              Argument{"FromDates", "Dates from which the rates of repayment apply, ascending"}.in_ascending_order(),
              Argument{"AnnRepRates", "Repayments a year, interest and capital together: positive"}, advances(),
              optional("RepDate", "Date on which the loan ends with the residual; FinishRates if omitted"),
              optional("RollTo", "A date no later than the first of FromDates; only checked"),
              optional("LoanResid", 0.0, "Amount still owed at the end of the loan"),
-             optional("LoanSolveSwitch", 0.0,
-                      "What to solve for: 0 residual, 1 advance, 2 annual repayment rate, 3 interest rate, with the item "
-                      "number as two decimals (1.03 is the third advance), 4 repayment date",
-                      "the residual"),
+             optional(
+                 "LoanSolveSwitch", 0.0,
+                 "What to solve for: 0 residual, 1 advance, 2 annual repayment rate, 3 interest rate, with the item "
+                 "number as two decimals (1.03 is the third advance), 4 repayment date",
+                 "the residual"),
              optional("Options", 0, "0 with interest, 1 without: flows count as they are"), DayCount(), PrdsRep(),
              PrdsInt()},
     .examples = {"LoanSolve(2025, 0.1, 2027, 2025, 100, 2025, 1000, 2027, , , 0, , , -1, -1) ~ 1000 1e-6",
@@ -44,7 +44,8 @@ constexpr Function MFLoan{
              Argument{"ToDates", "Dates up to which the receipts run, ascending"}.in_ascending_order(),
              InterestSimple(),
              {"Amortisation", "Part of the loan that is repaid over its term: 0 none, 1 all of it"},
-             optional("PmtsPerYrInt", -4.0, "Interest payments a year: -4 is quarterly in arrear", "quarterly in arrear"),
+             optional("PmtsPerYrInt", -4.0, "Interest payments a year: -4 is quarterly in arrear",
+                      "quarterly in arrear"),
              optional("PmtsPerYearRec", 4.0, "Receipts a year: 4 is quarterly in advance, -4 in arrear",
                       "quarterly in advance"),
              optional("LoanFee", 0.0, "Fee as a fraction of the loan: 0.01 is 1%")},

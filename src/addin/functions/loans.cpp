@@ -54,8 +54,9 @@ constexpr Function LoanLinX{
     .name = "LoanLinX",
     .category = category,
     .calls = twin<qx::LoanLinX>,
-    .help = "Principal, interest or balance in a period of a loan that is repaid in a straight line, with interest that "
-            "rolls up to a date",
+    .help =
+        "Principal, interest or balance in a period of a loan that is repaid in a straight line, with interest that "
+        "rolls up to a date",
     .args = {time_period(), simple_rates(), advances(), StartRepayments(), RepaymentDate(), RollTo(), LoanOutputX(),
              DayCountInt(), PrdsInt(), DayCountPrin(), PrdsPrin(), ProjMode()},
     .examples = {"LoanLinX(2026, 12, 2025, 0.1, 2025, 1000, 2027, 2029, 2026, 11, , -1, , 1) ~ 100 1e-9"},
@@ -123,12 +124,7 @@ constexpr Function Mortgage{
              advances(),
              optional("LongStopRepDate", "Date on which what is still owed is repaid; 60 months after FinishRates if "
                                          "omitted"),
-             LoanOutput(),
-             DayCount(),
-             DayCountInt(),
-             Periods(4),
-             PrdsInt(),
-             ProjMode()},
+             LoanOutput(), DayCount(), DayCountInt(), Periods(4), PrdsInt(), ProjMode()},
     .examples = {"Mortgage(2026, 12, 2025, 0.1, 2030, 2025, 300, 2025, 1000, 2030, 5, , , -1, -1) ~ 800 1e-9",
                  "Mortgage(2025, 12, 2025, 0.1, 2030, 2025, 300, 2025, 1000, 2030, 1, , , -1, -1) ~ -100 1e-9"},
     .see_also = "MortgageQ,LoanSolve,Loan,FStep",

@@ -1,6 +1,6 @@
 // Worksheet functions of options and of spot rates.
-#include "addin/declare.h"
 #include "addin/arguments.h"
+#include "addin/declare.h"
 #include "banking/option.h"
 #include "banking/spot_rates.h"
 
@@ -36,12 +36,14 @@ constexpr Function OptionBS{
     .calls = core<qx::OptionBS>,
     .help = "Price or sensitivity of a European option on an asset with a dividend yield, by Black, Scholes and Merton",
     .args = {option_terms(),
-             optional("OptionOutput", 0,
-                      "0 price; change of the price with 1 delta, the spot price, 3 vega, 1.00 of volatility, 4 theta, "
-                      "a year passing, 5 rho, 1.00 of interest, 6 1.00 of dividend yield; 2 gamma, change of delta with "
-                      "the spot price",
-                      "price")},
-    .examples = {"OptionBS(42, 40, 0.5, 0.1, 0.2) ~ 4.7594 0.0001", "OptionBS(42, 40, 0.5, 0.1, 0.2, 0, TRUE) ~ 0.8086 0.0001"},
+             optional(
+                 "OptionOutput", 0,
+                 "0 price; change of the price with 1 delta, the spot price, 3 vega, 1.00 of volatility, 4 theta, "
+                 "a year passing, 5 rho, 1.00 of interest, 6 1.00 of dividend yield; 2 gamma, change of delta with "
+                 "the spot price",
+                 "price")},
+    .examples = {"OptionBS(42, 40, 0.5, 0.1, 0.2) ~ 4.7594 0.0001",
+                 "OptionBS(42, 40, 0.5, 0.1, 0.2, 0, TRUE) ~ 0.8086 0.0001"},
     .see_also = "OptionBinom,OptionMonte",
 };
 QX_EXPORT(OptionBS, 8);
@@ -72,8 +74,8 @@ constexpr Function OptionMonte{
     .help = "Price of a European option as the average of simulated paths, each with its mirror image, or the standard "
             "error of that price. The same seed gives the same result",
     .args = {option_terms(),
-             Argument{optional("Paths", 100000.0, "Number of paths, 4 to 1e8: four times as many halve the error")}.within(
-                 {4, 1e8}),
+             Argument{optional("Paths", 100000.0, "Number of paths, 4 to 1e8: four times as many halve the error")}
+                 .within({4, 1e8}),
              optional("Seed", 1, "Seed of the random numbers"),
              optional("OptionOutput", 0, "0 price, 1 its standard error", "price")},
     .examples = {"OptionMonte(42, 40, 0.5, 0.1, 0.2) ~ 4.76 0.05"},
@@ -90,11 +92,13 @@ constexpr Function ZeroCoupon{
              {"MaturityDates", "Dates on which the bonds are redeemed at 1, ascending"},
              {"CouponRates", "Coupon a year of each bond as a fraction of the nominal; par yields where no prices are "
                              "given"},
-             optional("Prices", "Price of each bond with accrued interest, for a nominal of 1: 0.96 is 96 for 100; 1 for "
-                                "all if omitted"),
+             optional("Prices",
+                      "Price of each bond with accrued interest, for a nominal of 1: 0.96 is 96 for 100; 1 for "
+                      "all if omitted"),
              optional("PmtsPerYear", 2, "Coupons a year: 1, 2, 3, 4, 6 or 12, counted back from the maturity; 0 none",
                       "half-yearly"),
-             SpotOutput(), discount_measure()},
+             SpotOutput(),
+             discount_measure()},
     .examples = {"ZeroCoupon(2025, {2026;2027}, {0.05;0.06}, , 1) ~ {0.05,0.060303} 1e-6"},
     .see_also = "SpotToSpot,FutureToSpot",
 };
@@ -123,9 +127,10 @@ constexpr Function FutureToSpot{
              Argument{"Quotes", "Forward rate or futures price for the time up to each date"},
              optional("QuoteType", 0, "0 simple annual rates, 0.05 is 5%; 1 prices of futures, 95 is 5%",
                       "simple annual rates"),
-             optional("Volatility", 0.0,
-                      "Standard deviation of a year's change of the short rate, 0.012 is 1.2%, by which rates of futures "
-                      "are brought down to forward rates; 0 for forward rates"),
+             optional(
+                 "Volatility", 0.0,
+                 "Standard deviation of a year's change of the short rate, 0.012 is 1.2%, by which rates of futures "
+                 "are brought down to forward rates; 0 for forward rates"),
              SpotOutput(), discount_measure()},
     .examples = {"FutureToSpot(2025, {2025.25;2025.5}, {0.04;0.06}, 0, 0, 2) ~ {0.99009901,0.975467} 1e-8",
                  "FutureToSpot(2025, {2025.25;2025.5}, {96;94}, 1, 0, 2) ~ {0.99009901,0.975467} 1e-8"},
