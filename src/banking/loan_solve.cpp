@@ -269,25 +269,27 @@ double clsLoanCalc::guess() const {
     }
 }
 
+/// The search starts on the day of the last advance, which no repayment comes before.
 date clsLoanCalc::repayment_date() const {
+    constexpr double rounding = 1e-7; // of a balance that is as asked
     const Payments& listed = in_.advances;
+    const int advances = listed.PmtDates.size();
     const Accrual accrual(in_.rates.FromDatesInt, in_.rates.IntSimple, in_.DayCount, in_.PrdsInt);
     Debt debt;
     date day = StartDCF_; // of the last row
     int taken = 0;
-    if (!listed.PmtDates.empty()) debt.balance = listed.Pmts(++taken);
+    if (advances > 0) debt.balance = listed.Pmts(++taken);
     debt.balance -= service(timeperiod(day, day.plusdays(1)), in_.AnnRepRates);
 
-    constexpr double rounding = 1e-7; // of a balance that is as asked
-    const auto more = [&](const date& at, double advanced) {
-        const double interest = debt.accrued + debt.balance * growth(timeperiod(day, at), accrual, false);
-        const double repaid = service(timeperiod(day.plusdays(1), at.plusdays(1)), in_.AnnRepRates);
+    // What would be owed above the residual if the loan ended on a day.
+    const auto excess = [&](const date& end, double advanced) {
+        const double interest = debt.accrued + debt.balance * growth(timeperiod(day, end), accrual, false);
+        const double repaid = service(timeperiod(day.plusdays(1), end.plusdays(1)), in_.AnnRepRates);
         return debt.balance + interest + advanced - repaid - in_.LoanResid;
     };
-    const double at_first = debt.balance - in_.LoanResid;
-    if (std::fabs(at_first) <= rounding) return day;
-    const auto reached = [&](const date& at, double advanced) {
-        return at_first > 0.0 ? more(at, advanced) <= rounding : more(at, advanced) >= -rounding;
+    double at_first = debt.balance - in_.LoanResid;
+    const auto reached = [&](const date& end, double advanced) {
+        return at_first > 0.0 ? excess(end, advanced) <= rounding : excess(end, advanced) >= -rounding;
     };
     // The first day between one on which it is not reached and one on which it is.
     const auto first_between = [&](date before, date at) {
@@ -297,18 +299,24 @@ date clsLoanCalc::repayment_date() const {
         }
         return at;
     };
+    if (taken >= advances && std::fabs(at_first) <= rounding) return day;
     for (int i = 1; i < range_capacity; ++i) {
         const RowOfLoan next = next_row(day, listed, taken, in_.PrdsInt);
         if (next.day < day || (next.day == day && !next.is_advance)) break; // the calendar's end
-        date before = day;
-        for (date paid = in_.PrdsRep.nextdate(day, false); paid < next.day && paid > before;
-             paid = in_.PrdsRep.nextdate(paid, false)) {
-            if (reached(paid, 0.0)) return first_between(before, paid);
-            before = paid;
-        }
         const double advanced = next.is_advance ? listed.Pmts(taken + 1) : 0.0;
-        if (reached(next.day, advanced)) return first_between(before, next.day);
-
+        if (taken >= advances) {
+            date before = day;
+            for (date paid = in_.PrdsRep.nextdate(day, false); paid < next.day && paid > before;
+                 paid = in_.PrdsRep.nextdate(paid, false)) {
+                if (reached(paid, 0.0)) return first_between(before, paid);
+                before = paid;
+            }
+            if (reached(next.day, 0.0)) return first_between(before, next.day);
+        }
+        if (next.is_advance && taken + 1 == advances) {
+            at_first = excess(next.day, advanced);
+            if (std::fabs(at_first) <= rounding) return next.day;
+        }
         debt.accrued += debt.balance * growth(timeperiod(day, next.day), accrual, true);
         debt.balance += advanced - service(timeperiod(day.plusdays(1), next.day.plusdays(1)), in_.AnnRepRates);
         if (in_.PrdsInt.isdate(next.day)) debt.pay_interest();
