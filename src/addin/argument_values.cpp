@@ -1,5 +1,6 @@
 #include "addin/argument_values.h"
 
+#include "banking/loan.h"
 #include "calendar/date_functions.h"
 #include "calendar/holidays.h"
 #include "core/combine.h"
@@ -59,6 +60,9 @@ constexpr const char* languages[] = {"0:English", "1:Spanish", "2:French"};
 constexpr const char* date_roundings[] = {"0:Nearest", "1:Back", "2:Forward"};
 constexpr const char* weekend_moves[] = {"0:Not moved", "1:Forward to Monday", "2:Saturday back, Sunday forward"};
 
+/// The outputs of a loan that have words.
+constexpr int loan_outputs[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 13};
+
 /// The values of one argument: a list of texts, or the words that a function has for some numbers, listed or in a row.
 struct Values {
     const char* argument;
@@ -111,6 +115,7 @@ constexpr Values known[] = {
     described("DistType", DescribeDistType, lognormal_distribution, uniform_distribution),
     described("CombineSwitch", DescribeCombineSwitch, last_combine_switch),
     described("LevelSwitchOpt", DescribeLevelSwitch, 5),
+    described("LoanOutput", DescribeLoanOutput, loan_outputs),
     described("Round", DescribeRounding, 3),
     listed("RoundMethod", date_roundings),
     listed("MoveWeekend", weekend_moves),

@@ -29,20 +29,22 @@ constexpr Argument StartRepayments() {
                                "date on"};
 }
 constexpr Argument LoanOutput() {
-    return optional("LoanOutput", 0,
-                    "0 principal, 1 interest, 2 both, balance at the 3 start 4 average 5 end, with rolled-up interest: "
-                    "6 principal 7 interest 8 both, interest accrued unpaid at the 9 start 10 end, 12 final repayment, "
-                    "13 advances",
-                    "principal")
+    return optional(
+               "LoanOutput", 0,
+               "0 principal, 1 interest, 2 both; balance: 3 at the start, 4 average, 5 at the end; 6, 7, 8 as 0, "
+               "1, 2 with rolled-up interest; interest accrued and unpaid: 9 at the start, 10 at the end; 12 final "
+               "repayment; 13 advances",
+               "principal")
         .within(loan_output_limits);
 }
 /// The same of functions with RollTo.
 constexpr Argument LoanOutputX() {
-    return optional("LoanOutput", 0,
-                    "0 principal, 1 interest, 2 both, balance at the 3 start 4 average 5 end, with rolled-up interest: "
-                    "6 principal 7 interest 8 both, interest accrued unpaid at the 9 start 10 end, 11 rolled up, 12 "
-                    "final repayment, 13 advances",
-                    "principal")
+    return optional(
+               "LoanOutput", 0,
+               "0 principal, 1 interest, 2 both; balance: 3 at the start, 4 average, 5 at the end; 6, 7, 8 as 0, "
+               "1, 2 with rolled-up interest; interest accrued and unpaid: 9 at the start, 10 at the end; 11 rolled "
+               "up; 12 final repayment; 13 advances",
+               "principal")
         .within(loan_output_limits);
 }
 constexpr Argument AddMargin() { return optional("AddMargin", 0.0, "Margin added to the interest rates: 0.02 is 2%"); }

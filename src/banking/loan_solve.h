@@ -15,7 +15,8 @@ enum LoanSolveKind : int {
     solve_advance = 1,
     solve_repayment_rate = 2,
     solve_interest_rate = 3,
-    solve_repayment_date = 4, ///< the first day, from the last advance on, on which what is owed has come to the residual
+    solve_repayment_date =
+        4, ///< the first day, from the last advance on, on which what is owed has come to the residual
 };
 /// Options of LoanSolve.
 enum LoanSolveOption : int {

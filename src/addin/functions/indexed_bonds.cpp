@@ -26,10 +26,11 @@ constexpr ArgumentGroup indexing() {
             optional("IdxLag", 0, "Months by which the index is read before a review")};
 }
 constexpr Argument BondOutput() {
-    return optional("BondOutput", 0,
-                    "0 and 2 the price paid and the redemption; otherwise as LoanOutput: 1 coupons, balance at the 3 "
-                    "start 4 average 5 end, 9 and 10 coupon accrued at the start and end, 13 nominal and uplifts",
-                    "price and redemption");
+    return optional(
+        "BondOutput", 0,
+        "0 and 2 price paid and redemption; otherwise as LoanOutput: 1 coupons; balance: 3 at the start, 4 average, 5 "
+        "at the end; coupon accrued: 9 at the start, 10 at the end; 13 nominal and uplifts",
+        "price and redemption");
 }
 constexpr ArgumentGroup bond_basis() { return {DayCountInt(), PrdsInt(), ProjMode()}; }
 
