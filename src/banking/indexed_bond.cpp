@@ -35,7 +35,8 @@ double IdxBondGrow(const timeperiod& Time, const SimpleRates& coupons, const dat
     here.inputs(Time, coupons, SettlementDate, SettlementPrice, MaturityDate, IdxReg, growth, IdxBaseDate, indexing,
                 BondOutput, basis);
     basis.check(here);
-    here.at_least(IdxReg, 0, "IdxReg");
+    here.limit(IdxReg, review_months_limits, "IdxReg");
+    here.limit(indexing.IdxLag, index_lag_limits, "IdxLag");
     const date& base = IdxBaseDate.iszero() ? SettlementDate : IdxBaseDate;
     const Payments capital = loan_schedules().grown_bond.build(
         here, {SettlementDate, MaturityDate, review_interval(IdxReg), indexing.FirstIdxDate, indexing.IdxLag},
@@ -53,7 +54,8 @@ double IdxBondFcst(const timeperiod& Time, const SimpleRates& coupons, const dat
                 BondOutput, basis);
     basis.check(here);
     index.check(here, "IdxFcstBase");
-    here.at_least(IdxReg, 0, "IdxReg");
+    here.limit(IdxReg, review_months_limits, "IdxReg");
+    here.limit(indexing.IdxLag, index_lag_limits, "IdxLag");
     dateorfloat base = BaseDateOrIdx;
     if (!base.isnumber() || iszero(base.number())) base.setnumber(SettlementDate.dtn());
     const Payments capital = loan_schedules().forecast_bond.build(

@@ -8,6 +8,8 @@
 
 namespace qx {
 
+inline constexpr Limits index_lag_limits{-1000, 1000};
+
 /// When the capital is uplifted.
 struct BondIndexing {
     using takes = Takes<date, int>;
@@ -22,6 +24,7 @@ double IdxBondGrow(const timeperiod& Time, const SimpleRates& coupons, const dat
                    double SettlementPrice, const date& MaturityDate, int IdxReg, const Growth& growth,
                    const date& IdxBaseDate, const BondIndexing& indexing, int BondOutput, const Basis& basis);
 /// The same with the index from a forecast; its base is a date, its value there, or the settlement.
+/// Both throw errlibmin and errlibmax for an IdxReg outside 0 to 1000 and an IdxLag outside -1000 to 1000.
 double IdxBondFcst(const timeperiod& Time, const SimpleRates& coupons, const date& SettlementDate,
                    double SettlementPrice, const date& MaturityDate, const Forecast& index, int IdxReg,
                    const dateorfloat& BaseDateOrIdx, const BondIndexing& indexing, int BondOutput, const Basis& basis);

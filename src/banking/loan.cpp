@@ -7,6 +7,7 @@
 #include "projections/levels.h"
 #include "rates/compounding.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 
@@ -262,6 +263,21 @@ double LoanQ(const timeperiod& Time, const SimpleRates& rates, const Payment& ad
     return here.returning(read_off(here, Time, single, LoanOutput, basis));
 }
 
+namespace {
+
+/// The rates that hold in the life of a loan.
+SimpleRates rates_within(const SimpleRates& rates, const Life& life) {
+    const View<date> dates = rates.FromDatesInt;
+    if (dates.size() < 2 || (rates.IntSimple.size() != 1 && rates.IntSimple.size() != dates.size())) return rates;
+    const auto* const begins = std::upper_bound(dates.begin() + 1, dates.end(), life.Start) - 1;
+    const auto* const ends = std::upper_bound(begins + 1, dates.end(), life.Finish);
+    const int first = static_cast<int>(begins - dates.begin()) + 1, count = static_cast<int>(ends - begins);
+    if (rates.IntSimple.size() == 1) return {dates.from(first).upto(count), rates.IntSimple};
+    return {dates.from(first).upto(count), rates.IntSimple.from(first).upto(count)};
+}
+
+} // namespace
+
 double LoanPool(const timeperiod& Time, const SimpleRates& rates, const Payments& advances, const PoolTerms& terms,
                 int Options, int LoanOutput, double DayCount, double ProjMode) {
     Routine here{"LoanPool"};
@@ -289,8 +305,8 @@ double LoanPool(const timeperiod& Time, const SimpleRates& rates, const Payments
             figure = first;
             payments = a_year;
         }
-        sum += LoanQ(Time, rates, advance, repayment, of_loan(terms.AddMargin_s, i), Options, LoanOutput,
-                     {DayCount, sequence, ProjMode});
+        sum += LoanQ(Time, rates_within(rates, {advance.PmtDate, repayment}), advance, repayment,
+                     of_loan(terms.AddMargin_s, i), Options, LoanOutput, {DayCount, sequence, ProjMode});
     }
     return here.returning(sum);
 }

@@ -78,6 +78,60 @@ void RolledUpInterest::merge(const Routine& here, const Payments& advances) {
 
 // --- A straight line ------------------------------------------------------------------------------------------------
 
+namespace {
+
+/// The straight lines of advances from their own dates on, or from StartRepayments. Under one day count what a line has
+/// in a span in which it runs throughout depends on its rate alone: such lines are one stream.
+class StraightLines {
+  public:
+    StraightLines(const Routine& here, const Payments& advances, const date& StartRepayments, const date& RepaymentDate,
+                  const Basis& basis)
+        : here_(here), RepaymentDate_(RepaymentDate), basis_(basis) {
+        for (int k = 1; k <= advances.PmtDates.size(); ++k) {
+            const date& start = std::max(advances.PmtDates(k), StartRepayments);
+            if (starts_.size() > 0 && starts_(starts_.size()) == start) {
+                amounts_(starts_.size()) += advances.Pmts(k);
+            } else {
+                starts_->append(start);
+                amounts_->append(advances.Pmts(k));
+            }
+        }
+    }
+    /// What they repay in the next span, in cash.
+    double in(const timeperiod& span) {
+        if (span.to() <= starts_(1)) return 0.0;
+        const timeperiod paid = CashTime(span, basis_.Periods, starts_(1), RepaymentDate_, true, basis_.ProjMode);
+        const bool one_day_count = DayCountCodes::single(basis_.DayCount);
+        for (; one_day_count && running_ < starts_.size(); ++running_) {
+            const date& start = starts_(running_ + 1);
+            if (start >= span.from() || start > paid.from() || start >= RepaymentDate_) break;
+            const Life life{start, RepaymentDate_};
+            rate_ += safe_divide(amounts_(running_ + 1), con({start, RepaymentDate_}, life, 1.0, basis_.accruals()));
+        }
+        double repaid = running_ > 0 ? con(paid, {starts_(1), RepaymentDate_}, rate_, basis_.accruals()) : 0.0;
+        for (int k = running_ + 1; k <= starts_.size() && starts_(k) <= span.to(); ++k)
+            repaid += UniformSpread{starts_.get(k), RepaymentDate_, amounts_(k)}.in(here_, span, basis_);
+        return repaid;
+    }
+
+  private:
+    const Routine& here_;
+    const date& RepaymentDate_;
+    const Basis& basis_;
+    WorkList<date> starts_;
+    WorkList<double> amounts_;
+    int running_ = 0;   ///< of them run throughout
+    double rate_ = 0.0; ///< a year, of those
+};
+
+/// The part of a schedule's rows that a span can hold something of: from the last one on or before a date.
+int last_row_by(View<date> dates, const date& day) {
+    const auto* const after = std::upper_bound(dates.begin(), dates.end(), day);
+    return std::max(static_cast<int>(after - dates.begin()), 1);
+}
+
+} // namespace
+
 Payments StraightLine::build(const Routine& here, const Payments& advances, const date& StartRepayments,
                              const date& RepaymentDate, const Measure& principal) {
     const auto& [dates, amounts] = advances;
@@ -89,11 +143,9 @@ Payments StraightLine::build(const Routine& here, const Payments& advances, cons
     const int before_repayments = lay_out(here, advances, StartRepayments, RepaymentDate, principal.Periods);
 
     const Basis basis{principal.DayCount, principal.Periods, cash};
-    const auto repaid = [&](const timeperiod& span, const date& start, double total) {
-        return UniformSpread{start, RepaymentDate, total}.in(here, span, basis);
-    };
     const bool no_overlays = !dates.last().iszero() && dates.last() < StartRepayments;
     if (no_overlays) here.info("Simple case of no loan overlays");
+    StraightLines lines(here, advances, StartRepayments, RepaymentDate, basis);
     double total = 0.0;
     for (const double advance : schedule_.amounts) total += advance;
     // The first advance is no repayment; any other row from the last one before StartRepayments on is.
@@ -101,10 +153,9 @@ Payments StraightLine::build(const Routine& here, const Payments& advances, cons
         const date& day = schedule_.dates(t);
         const timeperiod span(t > before_repayments ? schedule_.dates(t - 1) : dates.first(), day);
         if (no_overlays) {
-            schedule_.amounts(t) = -repaid(span, StartRepayments, total);
+            schedule_.amounts(t) = -UniformSpread{StartRepayments, RepaymentDate, total}.in(here, span, basis);
         } else {
-            for (int k = 1; k <= dates.size() && dates(k) <= day; ++k)
-                schedule_.amounts(t) -= repaid(span, std::max(dates(k), StartRepayments), amounts(k));
+            schedule_.amounts(t) -= lines.in(span);
         }
         here.info("MyAdvances(", t, ")=", schedule_.amounts(t), " MyAdvanceDates(", t, ")=", day);
     }
@@ -136,6 +187,19 @@ int StraightLine::lay_out(const Routine& here, const Payments& advances, const d
 
 // --- Debt service ---------------------------------------------------------------------------------------------------
 
+double service_in(const timeperiod& span, const FromSteps& steps, View<double> rates, const Basis& basis) {
+    // Steps before the last one that the span's payments reach back to have no part in it. The stubs of a composite day
+    // count need the first step of all.
+    constexpr int few = 8;
+    const int n = steps.count();
+    if (n <= few || !DayCountCodes::single(basis.DayCount) || (rates.size() != 1 && rates.size() < n))
+        return Step(span, steps, rates, basis);
+    const date reach = basis.Periods.prevdate(span.from().plusdays(-payment_delay(basis.ProjMode) - 1), true);
+    const int first = last_row_by(steps.FromDates, reach);
+    return Step(span, FromSteps{steps.Finish, steps.FromDates.from(first)},
+                rates.size() == 1 ? rates : rates.from(first), basis);
+}
+
 RowOfLoan next_row(const date& day, const Payments& advances, int advances_taken, const AnnualSequence& PrdsInt) {
     const date next = PrdsInt.nextdate(day, false);
     if (advances_taken < advances.PmtDates.size() && advances.PmtDates(advances_taken + 1) <= next)
@@ -157,6 +221,7 @@ Payments DebtServiceSchedule::build(const Routine& here, const DebtService& term
         complete_ = false;
     }
     inputs_.begin();
+    const Accrual accrual(FromDatesInt, IntSimple, terms.DayCountInt, terms.PrdsInt);
     while (!complete_) {
         if (schedule_.size() > 0 && schedule_.dates.last() > horizon) {
             here.info("In interests of efficiency, the function is not analysing cashflows after the timeperiod end "
@@ -164,7 +229,7 @@ Payments DebtServiceSchedule::build(const Routine& here, const DebtService& term
             break;
         }
         add_row(terms);
-        repay(here, terms);
+        repay(here, terms, accrual);
     }
     inputs_.finish();
     return schedule_;
@@ -180,7 +245,18 @@ void DebtServiceSchedule::add_row(const DebtService& terms) {
     complete_ = row.day >= terms.LongStop || rows + 1 == range_capacity;
 }
 
-void DebtServiceSchedule::repay(const Routine& here, const DebtService& terms) {
+/// The interest paid in a period, on the balances since the payment date before.
+double DebtServiceSchedule::interest_in(const timeperiod& Time, const DebtService& terms,
+                                        const Accrual& accrual) const {
+    const View<date> dates = schedule_.dates;
+    const timeperiod period = CashTime(Time, terms.PrdsInt, dates.first(), terms.LongStop, true, cash);
+    if (period.from() > terms.LongStop || period.to() < dates.first()) return 0.0;
+    const int first = last_row_by(dates, period.from());
+    return SteppedBalances(terms.LongStop, dates.from(first), balances_.view().from(first))
+        .interest(period, accrual, 0.0);
+}
+
+void DebtServiceSchedule::repay(const Routine& here, const DebtService& terms, const Accrual& accrual) {
     const int i = schedule_.size();
     const TraceBlock pass = here.pass(i, "Row of ", schedule_.dates(i));
     const date& day = schedule_.dates(i);
@@ -189,9 +265,8 @@ void DebtServiceSchedule::repay(const Routine& here, const DebtService& terms) {
     balances_.append((i > 1 ? balances_(i - 1) : 0.0) + schedule_.amounts(i));
 
     const timeperiod since(i > 1 ? schedule_.dates(i - 1).plusdays(1) : day, next_day);
-    const double service = Step(since, terms.steps, terms.AnnDebtServiceRates, terms.service);
-    const double of_day = FInterest(timeperiod(day, next_day), terms.rates.FromDatesInt, terms.rates.IntSimple,
-                                    terms.LongStop, schedule_.dates, balances_, terms.DayCountInt, terms.PrdsInt, cash);
+    const double service = service_in(since, terms.steps, terms.AnnDebtServiceRates, terms.service);
+    const double of_day = interest_in(timeperiod(day, next_day), terms, accrual);
     // A second advance of the day finds the interest of the first one paid.
     const double interest = of_day - (same_day ? interest_of_day_ : 0.0);
     interest_of_day_ = of_day;

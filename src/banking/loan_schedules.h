@@ -7,6 +7,7 @@
 
 #include "banking/loan_terms.h"
 #include "banking/saved_inputs.h"
+#include "projections/interest.h"
 
 namespace qx {
 
@@ -75,7 +76,8 @@ class DebtServiceSchedule {
 
   private:
     void add_row(const DebtService& terms);
-    void repay(const Routine& here, const DebtService& terms);
+    void repay(const Routine& here, const DebtService& terms, const Accrual& accrual);
+    double interest_in(const timeperiod& Time, const DebtService& terms, const Accrual& accrual) const;
 
     Schedule schedule_;
     Range<double> balances_;
@@ -141,6 +143,9 @@ class UpliftedCapital {
     Schedule schedule_;
     SavedInputs<date, date, int, date, int, Index...> inputs_;
 };
+
+/// The debt service paid in a span.
+double service_in(const timeperiod& span, const FromSteps& steps, View<double> rates, const Basis& basis);
 
 /// The next date of a loan that pays on the dates of a sequence: that of an advance if it comes no later.
 struct RowOfLoan {

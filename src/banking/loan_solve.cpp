@@ -116,7 +116,7 @@ class clsLoanCalc final : public clsSolveBase {
     date repayment_date() const;
 
     double service(const timeperiod& span, View<double> rates) const {
-        return Step(span, in_.repayments, rates, {in_.DayCount, in_.PrdsRep, cash});
+        return service_in(span, in_.repayments, rates, {in_.DayCount, in_.PrdsRep, cash});
     }
     double growth(const timeperiod& span, const Accrual& accrual, bool goes_on) const {
         return no_interest_ ? 0.0 : -accrual.interest(span, span.from(), span.to(), 1.0, 0.0, goes_on);

@@ -19,11 +19,12 @@ constexpr ArgumentGroup settlement() {
             {"MaturityDate", "Date on which the bond is redeemed with its uplifts"}};
 }
 constexpr Argument IdxReg() {
-    return optional("IdxReg", 12, "Months between index reviews; 0 is read as 12", "annually");
+    return optional("IdxReg", 12, "Months between index reviews; 0 is read as 12", "annually")
+        .within(review_months_limits);
 }
 constexpr ArgumentGroup indexing() {
     return {optional("FirstIdxDate", "Date of the first index review; IdxReg months after the settlement if omitted"),
-            optional("IdxLag", 0, "Months by which the index is read before a review")};
+            optional("IdxLag", 0, "Months by which the index is read before a review").within(index_lag_limits)};
 }
 constexpr Argument BondOutput() {
     return optional(

@@ -17,7 +17,7 @@ constexpr Function Loan{
     .calls = twin<qx::Loan>,
     .help = "Principal, interest or balance of a loan in a period, from its list of dated advances and repayments",
     .args = {time_period(), simple_rates(), advances(), RepaymentDate(), LoanOutput(), loan_basis()},
-    .examples = {"Loan(2025, 12, 2025, 0.06, 2025, 1000, 2030) = 1000",
+    .examples = {"Loan(2025, 12, 2025, 0.06, 2025, 1000, 2035) = 1000",
                  "Loan(2025, 12, 2025, 0.06, 2025, 1000, 2030, 1) ~ -60 1e-9",
                  "Loan(2026, 12, 2025, 0.06, {2025;2026}, {1000;-400}, 2030, 5) = 600",
                  "Loan(2025, 12, 2025, 0.06, 2025, 1000, 2030, 11) ! #NUM!"},
@@ -44,7 +44,7 @@ constexpr Function LoanLin{
     .help = "Principal, interest or balance in a period of a loan that is repaid in a straight line",
     .args = {time_period(), simple_rates(), advances(), StartRepayments(), RepaymentDate(), LoanOutput(), DayCountInt(),
              PrdsInt(), DayCountPrin(), PrdsPrin(), ProjMode()},
-    .examples = {"LoanLin(2025, 12, 2025, 0.06, 2025, 1000, 2025, 2030, 0, , , , 1) ~ 1000 1e-9",
+    .examples = {"LoanLin(2025, 12, 2025, 0.06, 2025, 1000, 2025, 2035, 0, , , , 1) ~ 1000 1e-9",
                  "LoanLin(2026, 12, 2025, 0.06, 2025, 1000, 2025, 2030, 0, , , , 1) ~ -200 1e-9"},
     .see_also = "LoanLinX,Loan,Mortgage,UniSpread",
 };
@@ -105,8 +105,8 @@ constexpr Function LoanPool{
                                           "or omitted for the day of its advance"),
              optional("AddMargin_s", "Margin of each loan, added to the interest rates: 0.02 is 2%; none if omitted"),
              LoanOptions(), LoanOutput(), DayCount(), ProjMode()},
-    .examples = {"LoanPool(2026, 12, 2025, 0.06, {2025;2026}, {1000;500}, 5, 4, , , , 1) ~ -90 1e-9",
-                 "LoanPool(2026, 12, 2025, 0.06, {2025;2026}, {1000;500}, {1;2}, 4, , , , 5) = 500"},
+    .examples = {"LoanPool(2026, 12, 2025, 0.06, {2025;2026}, {1000;500}, {1;2}, 4, , , , 5) = 500",
+                 "LoanPool(2026, 12, 2025, 0.06, {2025;2026}, {1000;500}, 5, 4, , , , 1) ~ -90 1e-9"},
     .see_also = "LoanQ,Loan,AnnSeq",
 };
 QX_EXPORT(LoanPool, 14);
@@ -139,7 +139,7 @@ constexpr Function MortgageQ{
     .args = {time_period(), InterestSimple(), one_advance(), RepaymentDate(),
              optional("EarlyRepDate", "Date on which the loan is repaid before it has run its term; not if omitted"),
              LoanOutput(), loan_basis()},
-    .examples = {"MortgageQ(2025, 12, 0.06, 2025, 100000, 2050, , 1, , -12, 1) ~ -5967.94 0.01",
+    .examples = {"MortgageQ(DATE(2025,2,1), 12, 0.06, 2025, 100000, 2050, , 1, , -12, 1) ~ -5951.58 1e-5",
                  "MortgageQ(2030, 12, 0.06, 2025, 100000, 2030, , 5) = 0"},
     .see_also = "Mortgage,PMTQX",
 };
