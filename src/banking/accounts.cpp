@@ -88,6 +88,7 @@ double account_of_one_side(Routine& here, Side side, const timeperiod& Time, dou
     const double term =
         reduces(side, BFBalance, CashFlow) ? flow.years_until_zero(here, side, BFBalance, rate, crosses) : flow.years;
     Figures figures = account_of_one_rate(here, flow, BFBalance, rate, term);
+    if (crosses) figures.closing = 0.0; // but for what the search for the term leaves
     figures.interest = 0.0 - on_side(side, -figures.interest);
     figures.closing = on_side(side, figures.closing);
     figures.principal = figures.closing - BFBalance;
@@ -152,7 +153,8 @@ double CurrentAcct(const timeperiod& Time, double BFBalance, double CashFlow, do
         bool crosses = false;
         const double until_zero = flow.years_until_zero(here, side, BFBalance, own_rate, crosses);
         if (crosses) other = part(flow, side == debt ? cash : debt, 0.0, other_rate, flow.years - until_zero);
-        own = part(flow, side, BFBalance, own_rate, until_zero);
+        own = crosses ? Part{-BFBalance, flow.interest(BFBalance, 0.0, until_zero)}
+                      : part(flow, side, BFBalance, own_rate, until_zero);
     };
     if (reduces(debt, BFBalance, CashFlow)) {
         here.info("Situation: Reducing Overdraft");

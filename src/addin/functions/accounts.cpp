@@ -174,7 +174,7 @@ constexpr Function LoanAcct{
              opening_balances(), LoanOptions(), LAOutput(outputs), day_count("DCLoan"), day_count("DCCash"),
              day_count("DCSTD"), PrdsLoan(), PrdsCash(), PrdsSTD(), ProjMode()},
     .examples = {"LoanAcct({2005;2006;2007}, 0, 500, 2005, 0.08, 0.03, 0.1, {2005;2006}, {-800;-100}, 5, , , , 15) = "
-                 "{1000;1000;1000}"},
+                 "{1000,1500,1500}"},
     .see_also = "LoanAcctEM,STDAcct,DescribeLoanAcctOutput,Loan",
 };
 QX_EXPORT(LoanAcct, 21);
@@ -208,7 +208,7 @@ constexpr Function LoanAcctEM{
                                "under option 4), or a range of mm.dd figures; quarterly in arrear if omitted"),
              ProjMode()},
     .examples = {"LoanAcctEM({2005;2006;2007}, 0, 500, 2005, 0.08, 0.03, 0.1, {2005;2006}, {-800;-100}, 5, 2005, 0.01, "
-                 ", , , 45) = {1000;1000;1000}"},
+                 ", , , 45) = {1000,1500,1500}"},
     .see_also = "LoanAcct,STDAcct,LoanAcctEMH,DescribeLoanAcctOutput",
 };
 QX_EXPORT(LoanAcctEM, 25);
@@ -220,7 +220,7 @@ constexpr Function STDAcct{
     .help = "Cash flows on dates financed by short-term debt and cash: an output of the account for each period",
     .args = {Timebase(), rates_from(), IntCash(), IntSTD(), account_flows(), opening_balances(), STDOptions(),
              LAOutput(outputs), day_count("DCCash"), day_count("DCSTD"), PrdsCash(), PrdsSTD(), ProjMode()},
-    .examples = {"STDAcct({2005;2006;2007}, 2005, 0, 0, {2005;2006}, {-800;1000}, , , , 5) = {800;-200;-200}"},
+    .examples = {"STDAcct({2005;2006;2007}, 2005, 0, 0, {2005;2006}, {-800;1000}, , , , 5) = {800,-200,-200}"},
     .see_also = "LoanAcct,LoanAcctEM,CurrentAcct,DescribeLoanAcctOutput",
 };
 QX_EXPORT(STDAcct, 15);
@@ -269,7 +269,7 @@ constexpr Function LoanAcctEMH{
              {"Prds", "Presets of the dates of loans, cash, short-term debt, margin, deposits into the fund, interest "
                       "on it, its fee, fiscal years: 1, 2, 4, 12, negative in arrears; 0 or none for -4, fiscal -1"}},
     .examples = {"LoanAcctEMH({2005;2006}, 2005, 0, 0, 0, 0.1, 0, 0, 0, 2005, -1000, {0;0;0}, 2005, 0, {0;0;0}, 2005, "
-                 "0, 0, 0, 0, 0, 0, 75, 5, {-1;-1;-1;-1;-1;-1;-1}) = {-100;-210}"},
+                 "0, 0, 0, 0, 0, 0, 75, 5, {-1;-1;-1;-1;-1;-1;-1}) = {0,-100}"},
     .see_also = "LoanAcctEM,LoanAcct,DescribeLoanAcctOutput",
 };
 QX_EXPORT(LoanAcctEMH, 25);
