@@ -52,7 +52,10 @@ BENCHMARK(run_an_account)->Name("account over 120 quarters, run: ours");
 
 void read_an_account(benchmark::State& state) {
     int which = 0;
-    for (auto _ : state) benchmark::DoNotOptimize(waterfall().output(10 * (which % 4) + which++ % 6));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(waterfall().output(10 * (which % 4) + which % 6));
+        ++which;
+    }
 }
 BENCHMARK(read_an_account)->Name("account over 120 quarters, a further output: ours");
 

@@ -1,5 +1,6 @@
 #include "addin/argument_values.h"
 
+#include "banking/accounts.h"
 #include "calendar/date_functions.h"
 #include "calendar/holidays.h"
 #include "core/combine.h"
@@ -32,6 +33,16 @@ constexpr const char* day_counts[] = {
     "12:30/360 ISDA+FebAdj+EOMAdj\t",
 };
 constexpr const char* projection_modes[] = {"0:Accruals", "1:Cash", "2:Accruals(inc last day)", "3:Cash(inc last day)"};
+constexpr const char* account_figures[] = {"0:Principal",
+                                           "1:Interest",
+                                           "2:Principal+Interest",
+                                           "3:Balance brought forward",
+                                           "4:Balance (average in period)",
+                                           "5:Balance (end period)"};
+/// The outputs of the account simulators that have words, with those of a sinking fund at the end.
+constexpr int account_outputs[] = {0,  1,  2,  3,  4,  5,  10, 11, 12, 13, 14, 15, 16, 17, 20, 21, 22, 23, 24,
+                                   25, 30, 31, 32, 33, 34, 35, 70, 71, 72, 73, 74, 75, 80, 81, 82, 83, 84, 85};
+constexpr int outputs_of_a_fund = 12;
 constexpr const char* sequences[] = {
     "-1:Annually in arrear",
     "-2:BiAnnually in arrear",
@@ -89,6 +100,10 @@ constexpr Values known[] = {
     listed("DayCountSource", day_counts),
     listed("DayCountTarget", day_counts),
     listed("ProjMode", projection_modes),
+    listed("AcctOutput", account_figures),
+    {"LAOutput", nullptr, static_cast<int>(std::size(account_outputs)) - outputs_of_a_fund, DescribeLoanAcctOutput, 0,
+     account_outputs},
+    described("LAMHOutput", DescribeLoanAcctOutput, account_outputs),
     listed("Periods", sequences),
     listed("CashBasis", sequences),
     listed("PrdsDisc", sequences),

@@ -116,8 +116,7 @@ class AccountRun {
     int first_alive_ = 1;    ///< the first loan that has not been repaid
     double long_term_ = 0.0; ///< loans outstanding
     Coming cash_dates_{&t_.periods.PrdsCash}, short_term_dates_{&t_.periods.PrdsSTD}, loan_dates_{&t_.periods.PrdsLoan},
-        margin_dates_{t_.has_margin() ? &t_.PrdsEM : nullptr},
-        deposit_dates_{t_.fund != nullptr ? &t_.fund->PrdsSF : nullptr},
+        margin_dates_{&t_.PrdsEM}, deposit_dates_{t_.fund != nullptr ? &t_.fund->PrdsSF : nullptr},
         fund_interest_dates_{t_.fund != nullptr ? &t_.fund->PrdsSFInt : nullptr},
         fee_dates_{t_.fund != nullptr ? &t_.fund->PrdsSFFee : nullptr};
 };

@@ -139,6 +139,7 @@ class SavedInputs {
 
 struct KeptAccount {
     bool valid;
+    bool traced; ///< the trace was on
     unsigned last_used;
     SavedInputs inputs;
     Statement statement;
@@ -155,14 +156,17 @@ KeptAccount& oldest() {
                              [](const KeptAccount& a, const KeptAccount& b) { return a.last_used < b.last_used; });
 }
 
-/// The statement of an account: one that is kept, or that of a run.
+/// The statement of an account: one that is kept, or that of a run. While a trace runs, an account that was calculated
+/// without it is calculated again, so that the trace shows how.
 const Statement& statement_of(const Routine& here, const AccountTerms& terms, const char* label) {
-    for (KeptAccount& account : kept)
-        if (account.valid && account.inputs.same(terms)) {
-            here.info("Data already calculated, skipping main calculation loop");
-            account.last_used = ++uses;
-            return account.statement;
-        }
+    KeptAccount* const known = std::find_if(std::begin(kept), std::end(kept), [&](const KeptAccount& account) {
+        return account.valid && account.inputs.same(terms);
+    });
+    if (known != std::end(kept) && (known->traced || !here.traced())) {
+        here.info("Data already calculated, skipping main calculation loop");
+        known->last_used = ++uses;
+        return known->statement;
+    }
     Journal journal(here, terms.option(write_account_log), label);
     if (journal.on()) {
         if (terms.option(write_account_log)) journal.line(label, " log file opened");
@@ -181,12 +185,13 @@ const Statement& statement_of(const Routine& here, const AccountTerms& terms, co
                 : (terms.Options & ignore_overrides) != 0  ? "SF Int OverRide set to IgnoreInAnyEvent due to option 512"
                                                            : "SF Int OverRide set to UseOverRideEvenIfZero");
     }
-    KeptAccount& account = oldest();
+    KeptAccount& account = known != std::end(kept) ? *known : oldest();
     account.valid = false;
     account.last_used = 0;
     run_account(terms, journal, account.statement);
     account.inputs.save(terms);
     account.valid = true;
+    account.traced = here.traced();
     account.last_used = ++uses;
     if (terms.option(write_account_log)) journal.line("Log file closed");
     journal.close();

@@ -6,9 +6,12 @@
 // for each period of the time base is then read off; the last period is as long as the one before it.
 //
 // Balances owed are positive, cash in the bank is negative; a positive cash flow reduces what is owed. Interest on debt
-// is negative, on cash positive. Rates are simple annual rates from dates on (projections/interest.h). While interest
-// is paid in arrears, principal and interest of a period under a cash ProjMode sum to the cash flow, with the other
-// sign.
+// is negative, on cash positive. Rates are simple annual rates from dates on (projections/interest.h).
+//
+// Principal and interest of a period under a cash ProjMode sum to the cash flow, with the other sign, if interest is
+// paid in arrears and each period starts on one of the account's dates. A loan that ends between two dates is
+// refinanced on the first of them, and shown until it ends; interest in advance is paid on the balance before the
+// movements of its date, and shown on that after them.
 //
 // A run is kept until an input changes, so that further outputs cost a look at it; the runs of the last four accounts
 // are. Throws errlibmin, errlibmax for a DayCount outside 0 to 999 or a ProjMode outside 0 to 7; errlibillegalswitch
