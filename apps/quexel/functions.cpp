@@ -60,6 +60,15 @@ nlohmann::ordered_json preset_json(const Preset& preset) {
     }
 }
 
+/// "0 Sum, 1 Average".
+std::string values_text(const SwitchTable& values) {
+    std::string text;
+    for (const SwitchValue& value : values)
+        if (value.name != nullptr)
+            text += (text.empty() ? "" : ", ") + std::to_string(value.code) + ' ' + std::string(value.name);
+    return text.substr(0, text.find_last_not_of("\t ") + 1);
+}
+
 std::string preset_text(const Preset& preset) {
     switch (preset.type) {
     case Preset::number:
@@ -195,6 +204,8 @@ int functions(const FunctionsOptions& options) {
                                      {"optional", argument.is_optional()},
                                      {"default", preset_json(argument.preset)},
                                      {"help", argument.help}});
+                for (const SwitchValue& value : argument.values)
+                    if (value.name != nullptr) arguments.back()["values"][std::to_string(value.code)] = value.name;
             }
             all.push_back({{"name", function->name},
                            {"category", category_name(function->category)},
@@ -247,6 +258,8 @@ int help(const std::string& name) {
         for (int i = 0; i < function->arity(); ++i) {
             const Argument& argument = function->args[i];
             print_wrapped(argument.help, "  " + std::string(argument.name), width + 4);
+            if (const std::string values = values_text(argument.values); !values.empty())
+                print_wrapped("Values: " + values, "", width + 4);
             if (argument.is_optional()) print_wrapped("Default: " + preset_text(argument.preset), "", width + 4);
         }
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "addin/arguments.h"
+#include "numerics/distributions.h"
 #include "numerics/interpolation.h"
 #include "projections/curves.h"
 
@@ -57,8 +58,10 @@ constexpr ArgumentGroup distributed_spread() {
             {"MidPoint", "Date of the distribution's middle: its mode, or its mean"},
             Finish(),
             Total(),
-            {"DistType", "1 uniform, 2 triangular, 3 double triangular, 4 normal, 5 lognormal; the last two pay the 1% "
-                         "outside their points on Start and Finish"}};
+            Argument{"DistType",
+                     "1 uniform, 2 triangular, 3 double triangular, 4 normal, 5 lognormal; the last two pay the 1% "
+                     "outside their points on Start and Finish"}
+                .of(distribution_values)};
 }
 constexpr ArgumentGroup cumulative_spread() {
     return {
@@ -67,7 +70,8 @@ constexpr ArgumentGroup cumulative_spread() {
         Total(),
         {"CumTime", "Parts of the time from Start to Finish that have passed, ascending from 0 up to 1"},
         {"CumAmt", "The part of the total, 0 to 1, spent up to each of these times"},
-        optional("InterpType", by_line, "0 step, 1 straight line, 2 cosine, 3 cubic, 4 exponential"),
+        optional("InterpType", by_line, "0 step, 1 straight line, 2 cosine, 3 cubic, 4 exponential")
+            .of(interpolation_values),
         optional("Tension", 0.0, "For the cubic: above 0 draws the curve tighter, up to 1; below 0 looser, down to -1"),
         optional("Bias", 0.0,
                  "For the cubic: above 0 leans to the slope before each point, up to 1; below 0 after it")};

@@ -1,7 +1,7 @@
 // What an argument may be, for lists to choose from.
 #pragma once
 
-#include "core/range.h"
+#include "core/pools.h"
 
 #include <string>
 
@@ -9,6 +9,6 @@ namespace qx {
 
 /// The values of an argument that is a switch, each with its words: "0:Accruals". The name is that of the argument in
 /// any case. Throws errliblookupfailed for an argument without set values.
-const Range<std::string>& ArgValues(const std::string& ArgName);
+WorkList<std::string> ArgValues(const std::string& ArgName);
 
 } // namespace qx

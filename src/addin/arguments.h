@@ -2,6 +2,13 @@
 #pragma once
 
 #include "addin/function.h"
+#include "calendar/annual_sequence.h"
+#include "calendar/date_functions.h"
+#include "calendar/day_count.h"
+#include "calendar/holidays.h"
+#include "calendar/time_period.h"
+#include "core/combine.h"
+#include "numerics/range_operation.h"
 
 namespace qx {
 
@@ -22,6 +29,7 @@ constexpr Argument DayCount(double preset = 5.0) {
                     "Day count convention: 0 30/360 PSA, 1 actual/actual, 2 actual/360, 3 actual/365, 4 30E/360, 5 "
                     "decimal year, 6 actual/actual in period; or a composite core.startend",
                     preset == 5.0 ? "Actual Days/Actual Days In Month ('Decimal Year')" : nullptr)
+        .of(day_count_values)
         .within(daycount_limits);
 }
 /// An optional annual sequence that takes a preset sequence when it is omitted.
@@ -38,7 +46,8 @@ constexpr Argument Periods(int preset = 4) {
     return sequence("Periods", preset,
                     "Either an option number, or a range of floats, describing the accruals periods or the timing of "
                     "cash payments, in the format mm.dd for payments in advance or -mm.dd for payments in arrears. "
-                    "Options: 1, 2, 4, 12 a year; 13 English quarter days");
+                    "Options: 1, 2, 4, 12 a year; 13 English quarter days")
+        .of(sequence_values);
 }
 
 /// The basis of a projection, and the delay of its payments.
@@ -47,13 +56,15 @@ constexpr Argument ProjMode(double preset = 0.0) {
                     "Accruals=0, Cash=1.  Has other settings. The first two decimals are a delay of payments in days: "
                     "1.05 is "
                     "cash, received 5 days late")
+        .of(projection_mode_values)
         .within(projmode_limits);
 }
 /// When cash is paid, in functions that name it so.
 constexpr Argument CashBasis(int preset = 4) {
     return sequence("CashBasis", preset,
                     "Either an option number, or a range of floats, describing the accruals periods or the timing of "
-                    "cash payments, in the format mm.dd for payments in advance or -mm.dd for payments in arrears.");
+                    "cash payments, in the format mm.dd for payments in advance or -mm.dd for payments in arrears.")
+        .of(sequence_values);
 }
 
 // Dates, lists of dates and business days.
@@ -82,33 +93,40 @@ constexpr Argument BusDaySwitch(int preset = 20) {
                     "Business days: 0 every day, 20 to 22 weekends only excluded, 100 UK, 101 England and Wales, 102 "
                     "Scotland, 103 Northern Ireland, 200 USA (NYSE), 201 USA (federal), 300 Canada, 400 Australia, 500 "
                     "Brazil",
-                    preset == 20 ? "weekends only excluded" : nullptr);
+                    preset == 20 ? "weekends only excluded" : nullptr)
+        .of(business_day_values);
 }
 /// The switch of older forms, whose whole part counts.
 constexpr Argument BusDaySwitchX() {
     return optional("BusDaySwitch", 20.0,
                     "Business days, as in the function that took this one's place: the whole part is the switch, two "
-                    "decimals may hold a rolling convention");
+                    "decimals may hold a rolling convention")
+        .of(business_day_values);
 }
 constexpr Argument AnnHols() {
     return sequence_or_none("AnnHols", "Holidays that recur every year, as mm.dd figures: 12.25 for 25 December");
 }
 constexpr Argument HolDates() { return optional("HolDates", "List of one-off holidays"); }
-constexpr Argument RoundMethod() { return optional("RoundMethod", 0, "0 to the nearest, 1 back, 2 forward"); }
+constexpr Argument RoundMethod() {
+    return optional("RoundMethod", 0, "0 to the nearest, 1 back, 2 forward").of(round_method_values);
+}
 
 // Lists.
 
 constexpr Argument CombineBy() {
-    return {"CombineSwitch",
-            "0 multiply, 1 divide, 2 add, 3 subtract, 4 greatest, 5 smallest, 6 greatest but non-zero, 7 "
-            "smallest but non-zero"};
+    return Argument{"CombineSwitch",
+                    "0 multiply, 1 divide, 2 add, 3 subtract, 4 greatest, 5 smallest, 6 greatest but non-zero, 7 "
+                    "smallest but non-zero"}
+        .of(combine_switch_values);
 }
 constexpr Argument InclusiveOpt() {
     return optional("InclusiveOpt", 0, "What counts of the two ends: 0 the first, 1 both, 2 neither, 3 the second",
-                    "the first end only");
+                    "the first end only")
+        .of(inclusive_values);
 }
 constexpr Argument RangeOperation() {
-    return optional("RangeOperation", 0, "0 sum, 1 average, 2 count, 3 greatest, 4 smallest, 5 product", "sum");
+    return optional("RangeOperation", 0, "0 sum, 1 average, 2 count, 3 greatest, 4 smallest, 5 product", "sum")
+        .of(range_operation_values);
 }
 
 // Rates, annuities and cash flows.
@@ -136,17 +154,20 @@ constexpr Argument DayCountDisc(const char* name = "DayCountDisc") {
     return optional(name, 5.0,
                     "Day count convention of the times to discount over, 0 to 999: 0 30/360 PSA, 1 actual/actual, 2 "
                     "actual/360, 3 actual/365, 4 30E/360, 5 decimal year, 6 actual/actual in period",
-                    "Actual Days/Actual Days In Month ('Decimal Year')");
+                    "Actual Days/Actual Days In Month ('Decimal Year')")
+        .of(day_count_values);
 }
 constexpr Argument PrdsDisc(const char* name = "PrdsDisc") {
     return sequence(name, -4,
                     "Dates in the year that bound the periods of the day count: 1, 2, 4, 12, negative in arrears, or a "
-                    "range of mm.dd figures; quarterly in arrear if left out");
+                    "range of mm.dd figures; quarterly in arrear if left out")
+        .of(sequence_values);
 }
 constexpr Argument PrdsInt() {
     return sequence("PrdsInt", -4,
                     "Dates in the year on which interest is paid: -1, -2, -4, -12 in arrears, or a range of mm.dd "
-                    "figures; quarterly in arrear if left out");
+                    "figures; quarterly in arrear if left out")
+        .of(sequence_values);
 }
 constexpr Argument FromDatesInt() { return {"FromDatesInt", "Dates from which the interest rates hold, ascending"}; }
 constexpr Argument IntSimple() {

@@ -14,6 +14,7 @@
 #include "addin/oper.h"
 #include "calendar/default_sequence.h"
 #include "core/limits.h"
+#include "core/switches.h"
 
 #include <cstdint>
 #include <initializer_list>
@@ -97,9 +98,10 @@ struct Argument {
     Limits limits = {}; ///< what the routine allows, in units of the argument
     Order order = Order::any;
     DefaultSequence sequence = DefaultSequence::in_advance; ///< of an annual sequence
+    SwitchTable values = {};                                ///< of a switch: what it may be
 
     constexpr bool is_optional() const { return preset.type != Preset::required; }
-    /// The same argument with limits, with another name, in ascending order.
+    /// The same argument with limits, with another name, in ascending order, as a switch.
     constexpr Argument within(Limits allowed) const {
         Argument changed = *this;
         changed.limits = allowed;
@@ -108,6 +110,11 @@ struct Argument {
     constexpr Argument renamed(const char* other) const {
         Argument changed = *this;
         changed.name = other;
+        return changed;
+    }
+    constexpr Argument of(const SwitchTable& table) const {
+        Argument changed = *this;
+        changed.values = table;
         return changed;
     }
     constexpr Argument in_ascending_order() const {

@@ -57,32 +57,14 @@ long long cells_in(const OPER& cell, FunctionContext& context) {
 
 /// A preset sequence by its name: "Quarterly in advance", "4:Quarterly in advance" or just "4", in any case. Returns
 /// 0 for a name that there is not.
-int preset_named(std::string text) {
-    struct Name {
-        int preset;
-        std::string_view name;
-    };
-    static constexpr Name names[] = {
-        {-1, "annually in arrear"},
-        {-2, "biannually in arrear"},
-        {-4, "quarterly in arrear"},
-        {-12, "monthly in arrear"},
-        {-13, "real estate english quarter days in arrear"},
-        {1, "annually in advance"},
-        {2, "biannually in advance"},
-        {4, "quarterly in advance"},
-        {12, "monthly in advance"},
-        {13, "real estate english quarter days in advance"},
-        {14, "continuous"},
-    };
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(c < 128 ? std::tolower(c) : c); });
-    std::string_view name = text;
+int preset_named(std::string_view name) {
     while (!name.empty() && name.front() == ' ') name.remove_prefix(1);
     while (!name.empty() && name.back() == ' ') name.remove_suffix(1);
-    for (const Name& known : names) {
-        const std::string number = std::to_string(known.preset);
-        if (name == known.name || name == number || name == number + ":" + std::string(known.name)) return known.preset;
+    for (const SwitchValue& known : sequence_values) {
+        if (known.name == nullptr) continue;
+        const std::string number = std::to_string(known.code);
+        if (name == number || same_letters(name, known.name) || same_letters(name, number + ":" + known.name))
+            return known.code;
     }
     return 0;
 }

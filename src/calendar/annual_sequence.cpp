@@ -15,30 +15,25 @@ constexpr int longest_walk = 99;   ///< steps of a walk along a sequence
 constexpr int rolling_rounds = 10; ///< dates looked at for one that does not roll past a date
 constexpr int longest_preset = 12;
 
-/// A preset: its number, its words and its entries (ended by 0) as positive figures.
+/// The entries of a preset (ended by 0) as positive figures.
 struct PresetSequence {
     int number;
-    const char* text;
     double entries[longest_preset + 1];
 };
 
-#define QX_MONTHS_4_TO_12 4.01, 5.01, 6.01, 7.01, 8.01, 9.01, 10.01, 11.01, 12.01
 constexpr PresetSequence presets[] = {
-    {-13, "English Quarter Days (25Mar,24Jun,29Sep,25Dec) in arrear", {3.25, 6.24, 9.29, 12.25}},
-    {-12, "monthly (1 Jan payment of Dec accrual, etc) ", {1.01, 2.01, 3.01, QX_MONTHS_4_TO_12}},
-    {-4, "quarterly (1 April payment of Jan-Mar accrual) ", {1.01, 4.01, 7.01, 10.01}},
-    {-2, "biannually (1 Jul payment of Jan-Jun accrual etc) ", {1.01, 7.01}},
-    {-1, "annually (1 Jan payment of Jul-Dec accrual) ", {1.01}},
-    {1, "annually (1Jan) ", {1.01}},
-    {2, "biannually (1Jan,1Jul) ", {1.01, 7.01}},
-    {4, "quarterly (1Jan,1Apr,1Jul,1Oct) ", {1.01, 4.01, 7.01, 10.01}},
-    {12, "monthly (first day of month) ", {1.01, 2.01, 3.01, QX_MONTHS_4_TO_12}},
-    {13, "English Quarter Days (25Mar,24Jun,29Sep,25Dec) ", {3.25, 6.24, 9.29, 12.25}},
-    {14, "Continuous ", {}},
-    {15, "10 monthly periods from April 1st ", {1.01, QX_MONTHS_4_TO_12}},
-    {AnnualSequence::unset, "Default: quarterly (1Jan,1Apr,1Jul,1Oct) ", {}},
+    {-13, {3.25, 6.24, 9.29, 12.25}},
+    {-12, {1.01, 2.01, 3.01, 4.01, 5.01, 6.01, 7.01, 8.01, 9.01, 10.01, 11.01, 12.01}},
+    {-4, {1.01, 4.01, 7.01, 10.01}},
+    {-2, {1.01, 7.01}},
+    {-1, {1.01}},
+    {1, {1.01}},
+    {2, {1.01, 7.01}},
+    {4, {1.01, 4.01, 7.01, 10.01}},
+    {12, {1.01, 2.01, 3.01, 4.01, 5.01, 6.01, 7.01, 8.01, 9.01, 10.01, 11.01, 12.01}},
+    {13, {3.25, 6.24, 9.29, 12.25}},
+    {15, {1.01, 4.01, 5.01, 6.01, 7.01, 8.01, 9.01, 10.01, 11.01, 12.01}},
 };
-#undef QX_MONTHS_4_TO_12
 constexpr double calendar_quarters[] = {1.01, 4.01, 7.01, 10.01};
 
 const PresetSequence* find_preset(int number) {
@@ -98,7 +93,7 @@ void AnnualSequence::expand() {
     const PresetSequence* const known = find_preset(preset_);
     const double* entries = known != nullptr ? known->entries : nullptr;
     int n = 0;
-    if (entries != nullptr && entries[0] != 0.0) {
+    if (entries != nullptr) {
         while (n < longest_preset && entries[n] != 0.0) ++n;
         arrears_ = preset_ < 0;
     } else if (default_ == DefaultSequence::none || (default_ == DefaultSequence::none_if_omitted && missing_)) {
@@ -372,8 +367,7 @@ bool AnnualSequence::same_as(const AnnualSequence& other) const {
 // --- In words -------------------------------------------------------------------------------------------------
 
 std::string preset_text(int preset) {
-    const PresetSequence* const known = find_preset(preset);
-    return known != nullptr ? known->text : "Don't recognise this type of annual sequence ";
+    return SwitchTable(sequence_values).words(preset, "Don't recognise this type of annual sequence ");
 }
 
 namespace {

@@ -19,6 +19,7 @@
 #include "calendar/date.h"
 #include "calendar/default_sequence.h"
 #include "core/range.h"
+#include "core/switches.h"
 
 #include <string>
 
@@ -154,6 +155,23 @@ class AnnualSequence : public Range<double, 100> {
     bool missing_ = false;
     int bus_day_switch_ = 0;
     int rolling_convention_ = 0;
+};
+
+/// The preset sequences.
+inline constexpr SwitchValue sequence_values[] = {
+    {-1, "Annually in arrear", "annually (1 Jan payment of Jul-Dec accrual) "},
+    {-2, "BiAnnually in arrear", "biannually (1 Jul payment of Jan-Jun accrual etc) "},
+    {-4, "Quarterly in arrear", "quarterly (1 April payment of Jan-Mar accrual) "},
+    {-12, "Monthly in arrear", "monthly (1 Jan payment of Dec accrual, etc) "},
+    {-13, "Real Estate English Quarter Days in arrear", "English Quarter Days (25Mar,24Jun,29Sep,25Dec) in arrear"},
+    {1, "Annually in advance", "annually (1Jan) "},
+    {2, "BiAnnually in advance", "biannually (1Jan,1Jul) "},
+    {4, "Quarterly in advance", "quarterly (1Jan,1Apr,1Jul,1Oct) "},
+    {12, "Monthly in advance", "monthly (first day of month) "},
+    {13, "Real Estate English Quarter Days in advance", "English Quarter Days (25Mar,24Jun,29Sep,25Dec) "},
+    {14, "Continuous", "Continuous "},
+    {15, nullptr, "10 monthly periods from April 1st "},
+    {AnnualSequence::unset, nullptr, "Default: quarterly (1Jan,1Apr,1Jul,1Oct) "},
 };
 
 /// The words of a preset: "quarterly (1Jan,1Apr,1Jul,1Oct) ".

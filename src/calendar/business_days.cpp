@@ -106,8 +106,8 @@ class BusinessDays {
 
     const Weekend& weekend_;
     const Holidays& holidays_;
-    const bool every_day_counts_ = std::find(std::begin(business_day_switches) + 1, std::end(business_day_switches),
-                                             holidays_.BusDaySwitch) == std::end(business_day_switches);
+    const bool every_day_counts_ =
+        holidays_.BusDaySwitch == 0 || SwitchTable(business_day_values).find(holidays_.BusDaySwitch) == nullptr;
 };
 
 [[noreturn]] void fail_beyond_calendar() {

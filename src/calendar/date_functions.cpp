@@ -492,13 +492,7 @@ std::string DescribeRounding(int Round) {
     Routine here{"DescribeRounding"};
     here.inputs(Round);
     here.at_least(Round, 0, "Round");
-    static constexpr const char* texts[] = {
-        "Rounded to the NEAREST payment/accrual date",
-        "Rounded DOWN to the LAST payment/accrual date",
-        "Rounded UP to the NEXT payment/accrual date",
-        "Not rounded",
-    };
-    return here.returning(std::string(texts[std::min(Round, 3)]));
+    return here.returning(std::string(SwitchTable(date_rounding_values).words(std::min(Round, 3), "")));
 }
 
 date RoundDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, int RoundMethod) {

@@ -11,6 +11,7 @@
 #include "calendar/date.h"
 #include "calendar/time_period.h"
 #include "core/range.h"
+#include "core/switches.h"
 
 #include <string>
 
@@ -117,6 +118,14 @@ date DateRound(const date& TheDate, const AnnualSequence& Periods, int Round);
 date DateCeiling(const date& TheDate, const AnnualSequence& Periods);
 date DateFloor(const date& TheDate, const AnnualSequence& Periods);
 date RoundDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, int RoundMethod);
+/// How DateRound rounds, and how RoundDateSeq does.
+inline constexpr SwitchValue date_rounding_values[] = {
+    {0, "Rounded to the NEAREST payment/accrual date"},
+    {1, "Rounded DOWN to the LAST payment/accrual date"},
+    {2, "Rounded UP to the NEXT payment/accrual date"},
+    {3, "Not rounded"},
+};
+inline constexpr SwitchValue round_method_values[] = {{0, "Nearest"}, {1, "Back"}, {2, "Forward"}};
 /// The Round of DateRound in words. Throws errlibmin below 0.
 std::string DescribeRounding(int Round);
 /// A date rounded to a day of the year, of the month or of the week: RoundMethod 0 to the nearest, 1 back, 2 forward.

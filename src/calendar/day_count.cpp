@@ -12,30 +12,12 @@ namespace qx {
 
 namespace {
 
-constexpr int code_count = 14;
 constexpr int rounds = 100;                ///< at which an adjustment gives up
 constexpr double exact_match = 0.00138889; ///< months; half a day of a 30-day month is 0.0167
 constexpr double near_match = 0.05;
 
-constexpr const char* texts[code_count] = {
-    "30/360 (PSA)",
-    "Actual/Actual (365 or 366)",
-    "Actual Days/360",
-    "Actual Days/365",
-    "30/360 (European)",
-    "Actual Days/Actual Days In Month ('Decimal Year')",
-    "Actual/Actual (Within Period)",
-    "30/360 (PSA)",
-    "Actual Days (NL)/365",
-    "30/365",
-    "30/360 (ISDA)",
-    "30/360 (Feb Adj)",
-    "30/360 (ISDA EOM)",
-    "Actual Days/252",
-};
-
 const char* code_text(int code) {
-    return code < 0 || code >= code_count ? "Default: Actual Days/Actual Days In Month ('Decimal Year')" : texts[code];
+    return SwitchTable(day_count_values).words(code, "Default: Actual Days/Actual Days In Month ('Decimal Year')");
 }
 
 bool february_end(const date& day) { return day.month() == 2 && day.ismonthend(); }

@@ -23,6 +23,7 @@
 #pragma once
 
 #include "calendar/date.h"
+#include "core/switches.h"
 #include "core/utilities.h"
 
 #include <string>
@@ -33,6 +34,24 @@ class AnnualSequence;
 class timeperiod;
 
 inline constexpr double default_daycount = 5.0;
+
+/// The codes of a DayCount.
+inline constexpr SwitchValue day_count_values[] = {
+    {0, "30/360 PSA", "30/360 (PSA)"},
+    {1, "ACT/ACT", "Actual/Actual (365 or 366)"},
+    {2, "ACT/360", "Actual Days/360"},
+    {3, "ACT/365", "Actual Days/365"},
+    {4, "30E/360", "30/360 (European)"},
+    {5, "Decimal Year (ACTM/12)", "Actual Days/Actual Days In Month ('Decimal Year')"},
+    {6, "ACT/ACT in period", "Actual/Actual (Within Period)"},
+    {7, "30/360 PSA", "30/360 (PSA)"},
+    {8, "ACT NonLeap/365", "Actual Days (NL)/365"},
+    {9, "30/365"},
+    {10, "30/360 ISDA", "30/360 (ISDA)"},
+    {11, "30/360 ISDA+FebAdj", "30/360 (Feb Adj)"},
+    {12, "30/360 ISDA+FebAdj+EOMAdj\t", "30/360 (ISDA EOM)"},
+    {13, nullptr, "Actual Days/252"},
+};
 
 /// The three codes of a DayCount.
 struct DayCountCodes {

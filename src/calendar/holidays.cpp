@@ -100,43 +100,28 @@ const Holiday& row(int HolNum) {
 /// A family of business days: its holidays in the order in which a date is tested against them, ended by 0.
 struct Family {
     int number;
-    const char* name;
     int holidays[13];
 };
 
 constexpr Family families[] = {
-    {0, "No Business Day Convention: ie no days excluded. no holidays", {}},
-    {20, "Plain Business Days: Weekends only excluded", {}},
-    {21,
-     "Plain Business Days 1: Weekends only excluded (if date on Saturday needs moving it goes to Monday UK-style)",
-     {}},
-    {22,
-     "Plain Business Days 2: Weekends only excluded (if date on Saturday needs moving it goes to Friday US-style)",
-     {}},
-    {100,
-     "UK Business Days (National): UK National Bank Holidays and weekends excluded. See List of Holidays",
-     {1, 8, 7, 2, 3, 5, 6}},
-    {101, "UK Business Days (English and Wales)", {1, 8, 7, 2, 3, 5, 6, 4}},
-    {102, "UK Business Days (Scotland)", {1, 8, 7, 2, 3, 5, 6, 39, 40}},
-    {103, "UK Business Days (Northern Ireland)", {1, 8, 7, 2, 3, 5, 6, 43, 42, 41}},
-    {200,
-     "USA Business Days: US New York Stock Exchange Holidays and weekends excluded",
-     {17, 18, 38, 26, 19, 21, 22, 24, 25}},
-    {201,
-     "USA Business Days: US Federal Government Holidays and weekends excluded",
-     {17, 18, 38, 26, 19, 21, 22, 24, 25, 44, 23}},
-    {300, "Canada Business Days: Federal Holidays and weekends excluded", {27, 36, 37, 28, 29, 31, 32, 33, 34, 35}},
-    {400,
-     "Australian Business Days: Federal (not state) Holidays and weekends excluded",
-     {9, 10, 15, 16, 11, 12, 13, 14}},
-    {500,
-     "Brazilian Business Days: National Holidays and Weekends Excluded",
-     {45, 46, 49, 47, 50, 51, 52, 53, 56, 54, 55, 57}},
+    {0, {}},
+    {20, {}},
+    {21, {}},
+    {22, {}},
+    {100, {1, 8, 7, 2, 3, 5, 6}},
+    {101, {1, 8, 7, 2, 3, 5, 6, 4}},
+    {102, {1, 8, 7, 2, 3, 5, 6, 39, 40}},
+    {103, {1, 8, 7, 2, 3, 5, 6, 43, 42, 41}},
+    {200, {17, 18, 38, 26, 19, 21, 22, 24, 25}},
+    {201, {17, 18, 38, 26, 19, 21, 22, 24, 25, 44, 23}},
+    {300, {27, 36, 37, 28, 29, 31, 32, 33, 34, 35}},
+    {400, {9, 10, 15, 16, 11, 12, 13, 14}},
+    {500, {45, 46, 49, 47, 50, 51, 52, 53, 56, 54, 55, 57}},
 };
 constexpr int family_count = static_cast<int>(std::size(families));
-static_assert(std::equal(std::begin(families), std::end(families), std::begin(business_day_switches),
-                         std::end(business_day_switches),
-                         [](const Family& family, int number) { return family.number == number; }));
+static_assert(std::equal(std::begin(families), std::end(families), std::begin(business_day_values),
+                         std::end(business_day_values),
+                         [](const Family& family, const SwitchValue& value) { return family.number == value.code; }));
 
 /// The place of a switch in the table; -1 for a switch under which every day is a business day.
 constexpr int family_of(int BusDaySwitch) {
@@ -449,8 +434,8 @@ const char* holiday_name(int HolNum) {
 }
 
 std::string business_days_name(int BusDaySwitch) {
-    const int family = BusDaySwitch == 0 ? 0 : family_of(BusDaySwitch);
-    return family < 0 ? "Unknown Business Day Convention: every day is a business day" : families[family].name;
+    return SwitchTable(business_day_values)
+        .words(BusDaySwitch, "Unknown Business Day Convention: every day is a business day");
 }
 
 std::string holidays_on(const date& day, int BusDaySwitch) {

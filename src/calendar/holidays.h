@@ -8,6 +8,7 @@
 #pragma once
 
 #include "calendar/date.h"
+#include "core/switches.h"
 
 #include <string>
 
@@ -41,6 +42,9 @@ date easter_sunday(int year);
 /// before AfterDate.
 date calcdate(const date& day, int MonthInYear, int DayInMonth, int FirstYear, int RecurringYears, int MoveWeekendsOpt,
               const date& AfterDate);
+/// What happens to an event on a weekend.
+inline constexpr SwitchValue weekend_move_values[] = {
+    {0, "Not moved"}, {1, "Forward to Monday"}, {2, "Saturday back, Sunday forward"}};
 /// The same for an event that may also be relative to a month's start or end, to Easter or to a day of a month, by
 /// occurrences of a day of the week and by days. Throws errliboptreq for settings that belong together.
 date calcdatex(const date& day, int MonthInYear, int DayInMonth, int OccurrenceNo, int DayinWeekOpt, int Relativity,
@@ -51,7 +55,21 @@ date holiday(const date& day, int HolNum);
 /// The name of a numbered holiday; empty for a number without one. Throws errlibbadnum outside 0 to 100.
 const char* holiday_name(int HolNum);
 /// The switches that name a family of business days.
-inline constexpr int business_day_switches[] = {0, 20, 21, 22, 100, 101, 102, 103, 200, 201, 300, 400, 500};
+inline constexpr SwitchValue business_day_values[] = {
+    {0, "No Business Day Convention: ie no days excluded. no holidays"},
+    {20, "Plain Business Days: Weekends only excluded"},
+    {21, "Plain Business Days 1: Weekends only excluded (if date on Saturday needs moving it goes to Monday UK-style)"},
+    {22, "Plain Business Days 2: Weekends only excluded (if date on Saturday needs moving it goes to Friday US-style)"},
+    {100, "UK Business Days (National): UK National Bank Holidays and weekends excluded. See List of Holidays"},
+    {101, "UK Business Days (English and Wales)"},
+    {102, "UK Business Days (Scotland)"},
+    {103, "UK Business Days (Northern Ireland)"},
+    {200, "USA Business Days: US New York Stock Exchange Holidays and weekends excluded"},
+    {201, "USA Business Days: US Federal Government Holidays and weekends excluded"},
+    {300, "Canada Business Days: Federal Holidays and weekends excluded"},
+    {400, "Australian Business Days: Federal (not state) Holidays and weekends excluded"},
+    {500, "Brazilian Business Days: National Holidays and Weekends Excluded"},
+};
 /// The name of a family of business days.
 std::string business_days_name(int BusDaySwitch);
 /// The names of the family's holidays that fall on a date, and "Weekend "; empty on a business day.

@@ -200,14 +200,7 @@ double timeperiod::lenyrs(const date& Start, const date& Finish, double DayCount
 // --- Cash -----------------------------------------------------------------------------------------------------
 
 std::string projmode_text(double ProjMode) {
-    static constexpr const char* openings[] = {
-        "Accruals basis (ProjMode type ",
-        "Cash basis (ProjMode type ",
-        "Accruals basis (including last day) (ProjMode type ",
-        "Cash basis (including last day) (ProjMode type ",
-    };
-    const int mode = whole(ProjMode);
-    return mode >= 0 && mode <= 3 ? openings[mode] : "Warning: Unknown ProjMode, type ";
+    return SwitchTable(projection_mode_values).words(whole(ProjMode), "Warning: Unknown ProjMode, type ");
 }
 
 timeperiod CashTime(const timeperiod& ThisTimePeriod, const AnnualSequence& AnnSeq, const date& Start,

@@ -13,6 +13,7 @@
 #include "calendar/date.h"
 #include "calendar/day_count.h"
 #include "core/routine.h"
+#include "core/switches.h"
 
 #include <cmath>
 #include <string>
@@ -93,6 +94,14 @@ class timeperiod {
     date from_;
     date to_;
     FunctionContext context_;
+};
+
+/// The whole parts of a ProjMode.
+inline constexpr SwitchValue projection_mode_values[] = {
+    {0, "Accruals", "Accruals basis (ProjMode type "},
+    {1, "Cash", "Cash basis (ProjMode type "},
+    {2, "Accruals(inc last day)", "Accruals basis (including last day) (ProjMode type "},
+    {3, "Cash(inc last day)", "Cash basis (including last day) (ProjMode type "},
 };
 
 /// True if a ProjMode is one of cash: its whole part is 1 or 3, with either sign.

@@ -127,11 +127,6 @@ std::string counted(std::size_t number, const char* word) {
     return std::to_string(number) + ' ' + word + (number == 1 ? "" : "s");
 }
 
-bool same_letters(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return small_letter(x) == small_letter(y); });
-}
-
 /// The corner that a text begins with, as $B$7; the text goes on behind it.
 bool read_corner(std::string_view& text, int& row, int& column) {
     const auto take = [&text](char c) {

@@ -7,21 +7,6 @@
 
 namespace qx {
 
-namespace {
-
-constexpr const char* names[] = {
-    "Multiply",
-    "Division",
-    "Add",
-    "Subtraction",
-    "Maximum",
-    "Minimum",
-    "Maximum (but non-zero)",
-    "Minimum (but non-zero)",
-};
-
-} // namespace
-
 double combined(double so_far, double amount, CombineSwitch combine) {
     switch (combine) {
     case CombineSwitch::multiply:
@@ -53,7 +38,7 @@ double combined(const double* amounts, int count, CombineSwitch combine) {
 }
 
 const char* combine_switch_name(int combine_switch) {
-    return combine_switch >= 0 && combine_switch <= last_combine_switch ? names[combine_switch] : "";
+    return SwitchTable(combine_switch_values).words(combine_switch, "");
 }
 
 std::string DescribeCombineSwitch(int CombineSwitch) {

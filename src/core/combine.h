@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/limits.h"
+#include "core/switches.h"
 
 #include <string>
 
@@ -16,6 +17,16 @@ enum class CombineSwitch : int {
     minimum,
     maximum_nonzero,
     minimum_nonzero,
+};
+inline constexpr SwitchValue combine_switch_values[] = {
+    {0, "Multiply"},
+    {1, "Division"},
+    {2, "Add"},
+    {3, "Subtraction"},
+    {4, "Maximum"},
+    {5, "Minimum"},
+    {6, "Maximum (but non-zero)"},
+    {7, "Minimum (but non-zero)"},
 };
 inline constexpr int last_combine_switch = static_cast<int>(CombineSwitch::minimum_nonzero);
 inline constexpr Limits combine_switch_limits{0, last_combine_switch};

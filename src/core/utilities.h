@@ -34,6 +34,13 @@ double SafePow(double base, int n);
 
 /// A letter of the English alphabet in lower case; any other character as it is.
 constexpr char small_letter(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+/// True for texts that differ only in the case of letters.
+constexpr bool same_letters(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (small_letter(a[i]) != small_letter(b[i])) return false;
+    return true;
+}
 
 /// The whole part of x, held to the ends of a 32-bit integer; 0 for NaN.
 inline int whole(double x) {

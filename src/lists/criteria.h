@@ -3,6 +3,7 @@
 
 #include "calendar/anyvalue.h"
 #include "core/range.h"
+#include "core/switches.h"
 
 #include <cstdint>
 #include <string>
@@ -36,6 +37,7 @@ inline FormulaEvaluator evaluate_formula = nullptr;
 bool MeetsCriteria(const anyvalue& value, const anyvalue& criterion, const FunctionContext& context);
 
 enum CritOption : int { all_criteria = 1 };
+inline constexpr SwitchValue criteria_option_values[] = {{0, "Condition is OR"}, {all_criteria, "Condition is AND"}};
 
 /// True if a value meets one of the criteria, or with the option all_criteria all of them.
 bool meets_criteria(const anyvalue& value, View<anyvalue> Criteria, int CritOpts, const FunctionContext& context);

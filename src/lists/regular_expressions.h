@@ -6,6 +6,7 @@
 #pragma once
 
 #include "core/pools.h"
+#include "core/switches.h"
 
 #include <string>
 
@@ -20,6 +21,7 @@ std::string RegSMatch(const std::string& Textstring, const std::string& RegSough
 /// All matches.
 WorkList<std::string> RegSMatches(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive);
 
+inline constexpr SwitchValue split_mode_values[] = {{0, "Pieces between the matches"}, {1, "Matches"}};
 /// The pieces between the matches (SplitMode 0) or the matches themselves (1). Throws errlibmin, errlibmax for another
 /// mode.
 WorkList<std::string> RegSplit(const std::string& Textstring, const std::string& RegSought, int SplitMode,

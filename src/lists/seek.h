@@ -4,6 +4,7 @@
 #include "calendar/anyvalue.h"
 #include "core/maybe.h"
 #include "core/pools.h"
+#include "core/switches.h"
 
 namespace qx {
 
@@ -34,6 +35,12 @@ enum FindSwitches : int {
     find_positions = 1,
     find_all_values = 2,
     find_all_positions = 3,
+};
+inline constexpr SwitchValue find_switch_values[] = {
+    {find_values, "Values"},
+    {find_positions, "Positions"},
+    {find_all_values, "All values"},
+    {find_all_positions, "All positions"},
 };
 
 /// The items of OutList (of InpList if that is empty), or their positions, whose counterparts in InpList meet one of

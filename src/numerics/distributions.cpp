@@ -251,10 +251,8 @@ std::string DescribeDistType(int DistType) {
     Routine here{"DescribeDistType"};
     here.inputs(DistType);
     check_type(here, DistType);
-    constexpr const char* names[] = {"Uniform Distribution", "Triangular Distribution",
-                                     "Double Triangular Distribution", "Normal Distribution", "Lognormal Distribution"};
-    const bool known = DistType >= uniform_distribution && DistType <= lognormal_distribution;
-    return here.returning(std::string(known ? names[DistType - 1] : "Don't recognise the distribution type supplied."));
+    return here.returning(std::string(
+        SwitchTable(distribution_values).words(DistType, "Don't recognise the distribution type supplied.")));
 }
 
 WorkList<double> Shuffle(Range<double>& Values) {

@@ -10,6 +10,7 @@
 #pragma once
 
 #include "core/pools.h"
+#include "core/switches.h"
 
 #include <string>
 
@@ -22,6 +23,16 @@ enum DistributionType : int {
     normal_distribution = 4,            ///< DistMin the 1% point, DistMid the mean, DistMax the 99% point
     lognormal_distribution = 5,         ///< the same three points of a variable whose logarithm is normal
 };
+inline constexpr SwitchValue distribution_values[] = {
+    {uniform_distribution, "Uniform Distribution"},
+    {triangular_distribution, "Triangular Distribution"},
+    {double_triangular_distribution, "Double Triangular Distribution"},
+    {normal_distribution, "Normal Distribution"},
+    {lognormal_distribution, "Lognormal Distribution"},
+};
+/// How a cumulative table is read between its points.
+inline constexpr SwitchValue cumulative_values[] = {
+    {0, "On the line between two points"}, {1, "Point below"}, {2, "Point above"}};
 
 /// The normal deviate of the 99% point.
 inline constexpr double normal_99 = 2.326347;

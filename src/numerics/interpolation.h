@@ -11,6 +11,7 @@
 
 #include "calendar/date.h"
 #include "core/range.h"
+#include "core/switches.h"
 
 namespace qx {
 
@@ -23,6 +24,10 @@ enum InterpolationType : int {
     by_cosine = 2,
     by_cubic = 3,
     by_growth = 4, ///< exponential
+};
+inline constexpr SwitchValue interpolation_values[] = {
+    {by_step, "Step"},   {by_line, "Straight line"}, {by_cosine, "Cosine"},
+    {by_cubic, "Cubic"}, {by_growth, "Exponential"},
 };
 
 /// No limit to what is looked up: the presets of XMin and XMax.

@@ -8,17 +8,7 @@ namespace qx {
 
 namespace {
 
-constexpr const char* mode_texts[] = {
-    "DESCEND the list, find first value LESS THAN OR EQUAL to Input Value",
-    "DESCEND the list, find first value LESS THAN Input Value ",
-    "ASCEND the list, find first value GREATER THAN OR EQUAL to Input Value",
-    "ASCEND the list, find first value GREATER THAN Input Value",
-    "ASCEND the list, find first value EQUAL to Input Value",
-    "ASCEND the list, find first value NOT EQUAL to Input Value",
-    "DESCEND the list, find first value EQUAL to Input Value",
-    "DESCEND the list, find first value NOT EQUAL to Input Value",
-    "Find the value in the OutputRange where the corresponding value in the InputRange is closest to the InputValue",
-};
+const char* mode_text(int mode) { return SwitchTable(lookup_mode_values).words(mode, ""); }
 
 bool descends(int mode) {
     return mode == descend_less_or_equal || mode == descend_less || mode == descend_equal || mode == descend_unequal;
@@ -84,7 +74,7 @@ struct Lookup {
 
     /// The position found, or 0 for the fallback.
     int position() const {
-        here.info(mode_texts[mode]);
+        here.info(mode_text(mode));
         const Direction direction = list.thisdirection();
         if (direction == mixed && needs_order(mode))
             return failed<errlibbadlistprogression>("Cannot resolve whether your list is ascending or descending");
@@ -200,7 +190,7 @@ std::string DescribeLookup(int LookupSwitch) {
     Routine here{"DescribeLookup"};
     here.inputs(LookupSwitch);
     check_mode(here, LookupSwitch);
-    return here.returning(std::string(mode_texts[LookupSwitch]));
+    return here.returning(std::string(mode_text(LookupSwitch)));
 }
 
 } // namespace qx

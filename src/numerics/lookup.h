@@ -8,6 +8,7 @@
 
 #include "calendar/date.h"
 #include "core/range.h"
+#include "core/switches.h"
 
 namespace qx {
 
@@ -28,6 +29,20 @@ enum LookupMode : int {
     descend_unequal = 7,
     closest = 8,
 };
+inline constexpr SwitchValue lookup_mode_values[] = {
+    {descend_less_or_equal, "DESCEND the list, find first value LESS THAN OR EQUAL to Input Value"},
+    {descend_less, "DESCEND the list, find first value LESS THAN Input Value "},
+    {ascend_greater_or_equal, "ASCEND the list, find first value GREATER THAN OR EQUAL to Input Value"},
+    {ascend_greater, "ASCEND the list, find first value GREATER THAN Input Value"},
+    {ascend_equal, "ASCEND the list, find first value EQUAL to Input Value"},
+    {ascend_unequal, "ASCEND the list, find first value NOT EQUAL to Input Value"},
+    {descend_equal, "DESCEND the list, find first value EQUAL to Input Value"},
+    {descend_unequal, "DESCEND the list, find first value NOT EQUAL to Input Value"},
+    {closest,
+     "Find the value in the OutputRange where the corresponding value in the InputRange is closest to the InputValue"},
+};
+/// The order of a list that is looked up.
+inline constexpr SwitchValue direction_values[] = {{0, "Ascending"}, {1, "Descending"}};
 
 /// The item of OutputRange at the position where InputVal is found in InputRange. LookupSwitch is a LookupMode. With
 /// LookupTol above 0 the item found must lie within LookupTol of InputVal. OnErrorN other than no_fallback is the

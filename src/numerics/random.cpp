@@ -24,9 +24,9 @@ double uniform(std::int32_t& position) {
         idums = magnitude(position);
         position = 1;
     }
-    const std::uint32_t hash = psdes({idums, static_cast<std::uint32_t>(position)}).right;
+    const double number = random_of(idums, static_cast<std::uint32_t>(position));
     position = static_cast<std::int32_t>(static_cast<std::uint32_t>(position) + 1);
-    return std::bit_cast<float>((hash & 0x007FFFFFU) | 0x3F800000U) - 1.0F;
+    return number;
 }
 
 } // namespace
@@ -54,6 +54,11 @@ void seed_random(std::int32_t seed) {
 }
 
 double next_random() { return uniform(idum); }
+
+double random_of(std::uint32_t seed, std::uint32_t position) {
+    const std::uint32_t hash = psdes({seed, position}).right;
+    return std::bit_cast<float>((hash & 0x007FFFFFU) | 0x3F800000U) - 1.0F;
+}
 
 double pick_random(std::int32_t position) { return uniform(position); }
 

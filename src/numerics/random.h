@@ -22,6 +22,11 @@ double next_random();
 /// the seed of the sequence and gives that sequence's first number.
 double pick_random(std::int32_t position);
 
+/// The uniform number at a position of a seed's sequence, whatever the present one is.
+double random_of(std::uint32_t seed, std::uint32_t position);
+/// Half the step of the uniform numbers: added, it keeps them off 0.
+inline constexpr double half_random_step = 0x1p-24;
+
 /// The position of the number that next_random() will give, from 1.
 std::int32_t random_position();
 

@@ -1,6 +1,8 @@
 // One figure out of chosen items of a list: their sum, average, count and so on, and what lies between two ends.
 #pragma once
 
+#include "core/switches.h"
+
 namespace qx {
 
 /// What of the two ends counts.
@@ -11,6 +13,13 @@ enum InclusiveOpts : int {
     second_end_only = 3,
 };
 
+/// Which of two ends count.
+inline constexpr SwitchValue inclusive_values[] = {
+    {first_end_only, "First end only"},
+    {both_ends, "Both ends"},
+    {neither_end, "Neither end"},
+    {second_end_only, "Second end only"},
+};
 /// True if a value lies between two ends, by an InclusiveOpt. Values within the tolerance of an end lie on it.
 bool lies_between(double value, double from, double to, int InclusiveOpt);
 
@@ -21,6 +30,10 @@ enum RangeOperations : int {
     operation_greatest = 3,
     operation_smallest = 4,
     operation_product = 5,
+};
+inline constexpr SwitchValue range_operation_values[] = {
+    {operation_sum, "Sum"},           {operation_average, "Average"},   {operation_count, "Count"},
+    {operation_greatest, "Greatest"}, {operation_smallest, "Smallest"}, {operation_product, "Product"},
 };
 
 /// The figures of a list that is added item by item.

@@ -72,7 +72,7 @@ double CurvedSpread::in(const Routine& here, const timeperiod& Time, const Basis
     }
     return along(here, Time, {Start, Finish}, Total, basis, [&](double time) {
         const double x = Skew == 1.0 ? time : SafePow(time, Skew);
-        return (Peakness * x * x - std::cos(std::numbers::pi * x)) / (2.0 + Peakness);
+        return (Peakness * x - std::cos(std::numbers::pi * x)) / (2.0 + Peakness);
     });
 }
 

@@ -9,15 +9,6 @@ namespace qx {
 
 namespace {
 
-constexpr const char* level_texts[] = {
-    "Level time-averaged over the time period",
-    "Level as at the average of the levels at the start and finish of the time period",
-    "Level as at start of time period",
-    "Level as at finish of time period",
-    "Minimum level within the time period",
-    "Maximum level within the time period",
-};
-
 // Where the words of a shape change.
 constexpr int whole_skew = 100;
 constexpr int concentrated_skew = 90;
@@ -49,8 +40,7 @@ std::string peak_text(int peak) {
 } // namespace
 
 const char* level_switch_text(int LevelSwitchOpt) {
-    const bool known = LevelSwitchOpt >= 0 && LevelSwitchOpt < static_cast<int>(std::size(level_texts));
-    return known ? level_texts[LevelSwitchOpt] : "Don't recognise the level switch supplied.";
+    return SwitchTable(level_values).words(LevelSwitchOpt, "Don't recognise the level switch supplied.");
 }
 
 std::string DescribeLevelSwitch(int LevelSwitchOpt) {

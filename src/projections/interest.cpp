@@ -38,7 +38,11 @@ double Accrual::rate(const timeperiod& span, const date& start, const date& end,
         return timeperiod(from, to).lenmonths(start, end, DayCount_, PrdsInt_, false, goes_on);
     };
     double of_rates = 0.0, of_time = 0.0;
-    for (int i = first_step(FromDatesInt_, ascending_, span.from()); i <= n && FromDatesInt_.get(i) <= span.to(); ++i) {
+    const int first = first_step(FromDatesInt_, ascending_, span.from());
+    if (ascending_ && first <= n && FromDatesInt_.get(first) <= span.from() &&
+        (first == n || FromDatesInt_.get(first + 1) >= span.to()))
+        return here.returning(double{IntSimple_.single_or(first)}); // one rate holds throughout
+    for (int i = first; i <= n && FromDatesInt_.get(i) <= span.to(); ++i) {
         const date& from = std::max(FromDatesInt_.get(i), span.from());
         const date& to = i < n ? std::min(FromDatesInt_.get(i + 1), span.to()) : span.to();
         const double rate = IntSimple_.single_or(i);

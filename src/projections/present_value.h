@@ -11,6 +11,7 @@
 
 #include "calendar/time_period.h"
 #include "core/routine.h"
+#include "projections/steps.h"
 #include "projections/terms.h"
 #include "rates/compounding.h"
 #include "rates/powers.h"
@@ -61,6 +62,13 @@ struct CashTerms {
         for (const double rate : DisAER) here.limit(rate, discount_rate_limits, "DisAER");
     }
 };
+
+/// The dates between which steps are paid: without to-dates, or with nothing but a blank one, they never end.
+inline Life whole_extent(const FromSteps& steps) { return steps.extent(); }
+inline Life whole_extent(const ToSteps& steps) {
+    const bool endless = steps.ToDates.empty() || (steps.count() == 1 && steps.ToDates.first().iszero());
+    return {steps.Start, endless ? DateCrit : steps.ToDates.last()};
+}
 
 /// Visits the periods between the payments of a stream, from its start to its end, whose start lies between StartDCF
 /// and FinishDCF. Throws errliboveriterated at 2000 of them.

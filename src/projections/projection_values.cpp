@@ -18,12 +18,6 @@ Life extent(const Routine& here, const Streams& streams) {
             *std::max_element(streams.finishes.begin(), streams.finishes.end())};
 }
 
-Life extent(const FromSteps& steps) { return steps.extent(); }
-Life extent(const ToSteps& steps) {
-    const bool endless = steps.ToDates.empty() || (steps.count() == 1 && steps.ToDates.first().iszero());
-    return {steps.Start, endless ? DateCrit : steps.ToDates.last()};
-}
-
 template <class S>
 Life extent(const S& spread, const Basis&) {
     return {spread.Start, spread.Finish};
@@ -107,7 +101,7 @@ double PVStep(const Discount& at, const Steps& steps, View<double> AnnualRates, 
     here.inputs(at, steps, AnnualRates, terms);
     terms.check(here, at.DisAER);
     if (Steps::by_from_dates && steps.count() == 0) return here.returning(0.0);
-    return here.returning(present_value(here, extent(steps), at, terms, [&](const timeperiod& period) {
+    return here.returning(present_value(here, whole_extent(steps), at, terms, [&](const timeperiod& period) {
         return Step(period, steps, AnnualRates, terms.cash());
     }));
 }
@@ -118,12 +112,11 @@ double PVStepIC(const date& NPVDate, View<double> DisAER, const Steps& steps, Vi
     Routine here{by_side<Steps>("PVFStepIC", "PVTStepIC")};
     here.inputs(NPVDate, DisAER, steps, AnnualRates, terms);
     terms.check(here, DisAER);
-    if (DisAER.empty()) here.fail<errliboptreq>("DisAER");
     const bool one_for_all = AnnualRates.size() == 1;
     const int n = one_for_all ? std::max(steps.count(), 1) : AnnualRates.size();
     if (Steps::by_from_dates && steps.count() == 0) return here.returning(0.0);
     WorkList<double> weighted(AnnualRates.empty() ? 0 : n);
-    return here.returning(present_value_by_step(here, extent(steps), NPVDate, DisAER, terms,
+    return here.returning(present_value_by_step(here, whole_extent(steps), NPVDate, DisAER, terms,
                                                 [&](const timeperiod& period, View<double> factors) {
                                                     for (int i = 1; i <= weighted.size(); ++i)
                                                         weighted(i) = AnnualRates.single_or(i) * factors.entry(i);

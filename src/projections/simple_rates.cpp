@@ -1,7 +1,7 @@
 #include "projections/simple_rates.h"
 
 #include "numerics/solver.h"
-#include "projections/interest.h"
+#include "projections/simple_growth.h"
 #include "rates/compounding.h"
 #include "rates/rate_conversion.h"
 
@@ -15,39 +15,6 @@ namespace {
 constexpr double solve_tolerance = 1e-10;
 constexpr int solve_rounds = 100;
 constexpr int most_periods = 2000; ///< of a present value
-
-void check_arrears(const Routine& here, const AnnualSequence& sequence, const char* variable, const char* message) {
-    if (!sequence.arrears()) here.fail<unnacceptabledata>(variable, message);
-}
-void check_rates(Routine& here, View<double> IntSimple) {
-    for (const double rate : IntSimple) check_rate(here, rate, "IntSimple");
-}
-
-/// The pieces between the dates of a sequence of the time from one date to a later one, in order.
-template <class Piece>
-void for_each_piece(const date& from, const date& to, const AnnualSequence& sequence, Piece&& piece) {
-    for (date start = from; start < to;) {
-        date end = std::min(sequence.nextdate(start, false), to);
-        if (end <= start) end = to; // the calendar's end
-        piece(timeperiod(start, end));
-        start = end;
-    }
-}
-
-/// Dated rates and the rule of accrual.
-struct DatedRates {
-    DatedRates(View<date> FromDatesInt, View<double> IntSimple, double DayCount, const AnnualSequence& Periods)
-        : Periods(Periods), accrual(FromDatesInt, IntSimple, DayCount, Periods) {}
-
-    /// The interest received in a piece on a capital.
-    double interest(const timeperiod& piece, double capital, double margin = 0.0) const {
-        return -accrual.interest(piece, piece.from(), piece.to(), capital, margin, false);
-    }
-    double growth(const date& from, const date& to) const { return 1.0 + interest(timeperiod(from, to), 1.0); }
-
-    const AnnualSequence& Periods;
-    const Accrual accrual;
-};
 
 /// The growth of 1 from one date to a later one.
 double growth(const Routine& here, const DatedRates& rates, const date& from, const date& to, double margin) {
@@ -71,12 +38,13 @@ View<double> one_rate(const double& rate) { return View<double>::of(rate); }
 /// Discount factors from one date to many, which share the growth from one date of the sequence to the next.
 class SharedFactors {
   public:
-    SharedFactors(const date& NPVDate, const DatedRates& rates) : NPVDate_(NPVDate), rates_(rates), since_(NPVDate) {
+    SharedFactors(const date& NPVDate, const DatedRates& rates)
+        : NPVDate_(NPVDate), rates_(rates), past_(NPVDate, rates) {
         keep(NPVDate, 1.0);
     }
 
     double operator()(const date& day) {
-        if (day < NPVDate_) return past(day);
+        if (day < NPVDate_) return past_(day);
         // On from the last known date on or before the day.
         const date* const later = std::upper_bound(known_dates_.begin(), known_dates_.end(), day);
         const int known = static_cast<int>(later - known_dates_.begin());
@@ -105,27 +73,13 @@ class SharedFactors {
             growths_(n) = growth;
         }
     }
-    double past(const date& day) {
-        const date next = after(day);
-        if (next >= NPVDate_) return rates_.growth(day, NPVDate_);
-        if (next < since_) {
-            double growth = 1.0;
-            for_each_piece(next, since_, rates_.Periods,
-                           [&](const timeperiod& piece) { growth *= rates_.growth(piece.from(), piece.to()); });
-            since_growth_ *= growth;
-            since_ = next;
-        }
-        for (; since_ < next; since_ = after(since_)) since_growth_ /= rates_.growth(since_, after(since_));
-        return rates_.growth(day, next) * since_growth_;
-    }
 
     /// NPVDate and dates of the sequence after it, ascending, and the growth from NPVDate to each.
     WorkList<date> known_dates_;
     WorkList<double> growths_;
     const date NPVDate_;
     const DatedRates& rates_;
-    date since_;                ///< NPVDate, or a date of the sequence before it
-    double since_growth_ = 1.0; ///< from there to NPVDate
+    GrowthTo past_;
 };
 
 /// The factor at a flat rate, less the one that is wanted.

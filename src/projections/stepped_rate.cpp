@@ -86,6 +86,31 @@ double step_time(const char* name, const timeperiod& Time, const Steps& steps, V
         }));
 }
 
+/// Steps of price times quantity, where there are both.
+template <class Steps>
+class Revenue {
+  public:
+    Revenue(const SteppedRates& prices, const SteppedRates& quantities) {
+        constexpr int most_mini_periods = 10000;
+        const SteppedRates lists[] = {prices, quantities};
+        merge_rates(lists, 2, CombineSwitch::multiply, dates_, rates_,
+                    {.by_to_dates = !Steps::by_from_dates, .missing_is_zero = true, .most = most_mini_periods});
+        // What lies before both have begun, or after one has ended, is no part of the stream.
+        last_ = dates_.size();
+        if constexpr (Steps::by_from_dates)
+            while (dates_(first_) < std::max(quantities.dates.first(), prices.dates.first())) ++first_;
+        else
+            while (dates_(last_) > std::min(quantities.dates.last(), prices.dates.last())) --last_;
+    }
+    View<date> dates() const { return View<date>(dates_).upto(last_).from(first_); }
+    View<double> rates() const { return View<double>(rates_).upto(last_).from(first_); }
+
+  private:
+    WorkList<date> dates_;
+    WorkList<double> rates_;
+    int first_ = 1, last_;
+};
+
 /// One-step streams side by side: MultiFStep and MultiTStep.
 double multi_step(Routine& here, const timeperiod& Time, const Streams& streams, const Basis& basis) {
     basis.check(here);
@@ -310,27 +335,12 @@ double StepCombine(const timeperiod& Time, int CombineSwitch, const Steps& given
 template <class Steps>
 double StepRev(const timeperiod& Time, const date& end, View<date> MktPriceDates, View<double> MktPrices,
                View<date> dates, View<double> AnnualRates, const Basis& basis) {
-    constexpr int most_mini_periods = 10000;
     Routine here{by_side<Steps>("FStepRev", "TStepRev")};
     here.inputs(Time, end, MktPriceDates, MktPrices, dates, AnnualRates, basis);
     basis.check(here);
-    if (!runs_forward(here, Time)) return here.returning(0.0);
-    const SteppedRates lists[] = {{MktPriceDates, MktPrices}, {dates, AnnualRates}};
-    for (const SteppedRates& list : lists)
-        if (list.dates.empty()) return here.returning(0.0);
-    WorkList<date> merged_dates;
-    WorkList<double> revenues;
-    merge_rates(lists, 2, CombineSwitch::multiply, merged_dates, revenues,
-                {.by_to_dates = !Steps::by_from_dates, .missing_is_zero = true, .most = most_mini_periods});
-    // What lies before both have begun, or after one has ended, is no part of the stream.
-    View<date> steps = merged_dates;
-    int first = 1, n = steps.size();
-    if constexpr (Steps::by_from_dates)
-        while (steps(first) < std::max(dates.first(), MktPriceDates.first())) ++first;
-    else
-        while (steps(n) > std::min(dates.last(), MktPriceDates.last())) --n;
-    return here.returning(sum_given(here, Time, Steps{end, steps.upto(n).from(first)},
-                                    View<double>(revenues).upto(n).from(first), basis));
+    if (!runs_forward(here, Time) || dates.empty() || MktPriceDates.empty()) return here.returning(0.0);
+    const Revenue<Steps> revenue({MktPriceDates, MktPrices}, {dates, AnnualRates});
+    return here.returning(sum_given(here, Time, Steps{end, revenue.dates()}, revenue.rates(), basis));
 }
 
 template <class Steps>
@@ -355,6 +365,19 @@ double StepRevFcst(const timeperiod& Time, const date& end, const date& FirstRev
     Steps steps{end, dates};
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
     return here.returning(sum_revenue(here, Time, steps, AnnualRates, FirstRev, forecast, RevMonthsOpt, basis));
+}
+
+double FStepRevSF(const timeperiod& Time, const Life& overall, View<date> MktPriceFromDates, View<double> MktPrices,
+                  View<date> FromDates, View<double> AnnualRates, const Basis& basis) {
+    Routine here{"FStepRevSF", Routine::internal};
+    here.arguments("Time,Start,Finish,MktPriceFromDates,MktPrices,FromDates,AnnualRates,DayCount,Periods,ProjMode",
+                   Time, overall.Start, overall.Finish, MktPriceFromDates, MktPrices, FromDates, AnnualRates,
+                   basis.DayCount, basis.Periods, basis.ProjMode);
+    basis.check(here);
+    if (!runs_forward(here, Time) || FromDates.empty() || MktPriceFromDates.empty()) return here.returning(0.0);
+    const Revenue<FromSteps> revenue({MktPriceFromDates, MktPrices}, {FromDates, AnnualRates});
+    const FromSteps steps{overall.Finish, revenue.dates()};
+    return here.returning(sum_given(here, Time, StepsWithin<FromSteps>{steps, overall}, revenue.rates(), basis));
 }
 
 double FStepRevGrowSF(const timeperiod& Time, const Life& overall, double MktPrice, const date& FirstRev,

@@ -91,7 +91,9 @@ double StepRevGrow(const timeperiod& Time, const date& end, double MktPrice, con
 template <class Steps>
 double StepRevFcst(const timeperiod& Time, const date& end, const date& FirstRev, View<date> dates,
                    View<double> AnnualRates, const Forecast& forecast, int RevMonthsOpt, const Basis& basis);
-/// The same of what lies between overall dates.
+/// StepRev and both of these by from-dates, of what lies between overall dates.
+double FStepRevSF(const timeperiod& Time, const Life& overall, View<date> MktPriceFromDates, View<double> MktPrices,
+                  View<date> FromDates, View<double> AnnualRates, const Basis& basis);
 double FStepRevGrowSF(const timeperiod& Time, const Life& overall, double MktPrice, const date& FirstRev,
                       View<date> FromDates, View<double> AnnualRates, const Growth& growth, int RevMonthsOpt,
                       const Basis& basis);

@@ -18,6 +18,7 @@ struct PlainLease {
     double InitRent;
 
     const date& starts() const { return RentStart; }
+    static constexpr double weight_of_relet(int) { return 1.0; }
 };
 
 /// A lease with a list of rents, each up to a date. The last date is the first review to the market.
@@ -27,8 +28,12 @@ struct SteppedLease {
     View<double> AnnRents;
     Collars collars{};
     bool opens_with_review = false; ///< without a list: reviewed to the market at once, and not let at it
+    View<double> weights{};         ///< of the rents, of the reviews after them, of each relet; all 1 if there are none
 
     const date& starts() const { return RentStart; }
+    double weight(int n) const { return weights.empty() ? 1.0 : weights.entry(n); }
+    double weight_of_reviews() const { return weight(ends.size() + 1); }
+    double weight_of_relet(int number) const { return weight(ends.size() + 1 + number); }
     double collared(double rent, int n) const {
         const auto bound = [n](View<double> bounds) {
             if (bounds.size() == 1) return bounds(1);
@@ -98,8 +103,8 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
         const date FirstRev = rules.first_after(lease.RentStart);
         here.warning("Warning: No fixed initial rent or review specified, assuming an initial rent based on market of ",
                      rent, " and a first review of ", FirstRev);
-        return here.returning(
-            rent_in(period, PlainLease{lease.RentStart, FirstRev, rent}, expiry, market, rules, generic_measure));
+        return here.returning(lease.weight_of_reviews() * rent_in(period, PlainLease{lease.RentStart, FirstRev, rent},
+                                                                  expiry, market, rules, generic_measure));
     }
     const date& to_market = lease.ends.last();
     const bool listed = period.from()<to_market, generic = period.to()> to_market;
@@ -124,16 +129,18 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
         passing = rent;
         if (!listed || to < period.from()) continue;
         const bool ends_lease = expiry <= to;
-        amount += ConX(period, {std::max(from, lease.RentStart), std::min(to, expiry)}, passing,
-                       {step_day_count(codes, measure.DayCount, n, maxn, ends_lease), measure.Periods, 0.0},
-                       n < maxn && !ends_lease);
+        amount +=
+            lease.weight(n) * ConX(period, {std::max(from, lease.RentStart), std::min(to, expiry)}, passing,
+                                   {step_day_count(codes, measure.DayCount, n, maxn, ends_lease), measure.Periods, 0.0},
+                                   n < maxn && !ends_lease);
     }
     if (!generic) return here.returning(amount);
     here.info("For portion of period after specified rent reviews where reviews are generic, rent due:");
     const double rent = rules.reviewed(passing, market.at(to_market), to_market, true);
-    return here.returning(
-        amount + rent_in(period, PlainLease{std::max(to_market, lease.RentStart), rules.first_after(to_market), rent},
-                         expiry, market, rules, generic_measure));
+    return here.returning(amount + lease.weight_of_reviews() * rent_in(period,
+                                                                       PlainLease{std::max(to_market, lease.RentStart),
+                                                                                  rules.first_after(to_market), rent},
+                                                                       expiry, market, rules, generic_measure));
 }
 
 /// The rent of one lease in a worksheet period.
@@ -161,7 +168,8 @@ double walk_chain(const Routine& here, const timeperiod& Time, const Lease& leas
         },
         [&](const timeperiod& period, const Relet& relet) {
             const Market market = market_of(here, relet, MktRent_s, source, chain.ROpts);
-            return rent_in(period, PlainLease{relet.rent_start, relet.first_review, market.at(relet.lease_start)},
+            return lease.weight_of_relet(relet.number) *
+                   rent_in(period, PlainLease{relet.rent_start, relet.first_review, market.at(relet.lease_start)},
                            relet.expiry, market, rules, measure);
         });
 }
@@ -357,6 +365,16 @@ double TStepRentGrow(const timeperiod& Time, const date& RentStart, View<date> B
                                       basis));
 }
 
+double weighted_step_rent(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, double MktRent,
+                          View<date> ReviewDates, View<double> AnnRents, const Growth& growth, const Reviews& reviews,
+                          const Basis& basis, View<date> UOTog, int Brk, View<double> weights) {
+    Routine here{"TStepRentGrow", Routine::internal};
+    here.arguments(QX_NAMED(Time, weights));
+    return here.returning(single_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents, {}, false, weights},
+                                      lease_end(BrksOrExp, Brk), {{&growth, nullptr}, MktRent}, {reviews, UOTog},
+                                      basis));
+}
+
 double TStepRentFcst(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<date> ReviewDates,
                      View<double> AnnRents, const Forecast& forecast, const Reviews& reviews, const Basis& basis,
                      View<date> UOTog, int Brk) {
@@ -489,6 +507,17 @@ double TStepRentGrowR(const timeperiod& Time, const date& RentStart, View<date> 
     return here.returning(chain_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents}, MktRent_s,
                                      {&growth, nullptr}, {reviews, UOTog}, {BrksOrExp, Brk, AbFin, relets, ROpts},
                                      basis));
+}
+
+double weighted_chain_rent(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<double> MktRent_s,
+                           View<date> ReviewDates, View<double> AnnRents, const Growth& growth, const Reviews& reviews,
+                           const Relets& relets, const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts,
+                           int Brk, View<double> weights) {
+    Routine here{"TStepRentGrowR", Routine::internal};
+    here.arguments(QX_NAMED(Time, weights));
+    return here.returning(chain_rent(here, Time, SteppedLease{RentStart, ReviewDates, AnnRents, {}, false, weights},
+                                     MktRent_s, {&growth, nullptr}, {reviews, UOTog},
+                                     {BrksOrExp, Brk, AbFin, relets, ROpts}, basis));
 }
 
 double TStepRentFcstR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<date> ReviewDates,

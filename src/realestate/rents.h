@@ -114,6 +114,16 @@ double FStepRentFcstR(const timeperiod& Time, View<date> BrksOrExp, View<date> F
                       const Forecast& forecast, const date& RevToMkt, const Reviews& reviews, const Relets& relets,
                       const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts, int Brk);
 
+/// TStepRentGrow and TStepRentGrowR with each rent times a weight: weight n is that of given rent n, then one of the
+/// reviews that follow, then one of each relet; the last one serves for the rest. The terms have been checked.
+double weighted_step_rent(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, double MktRent,
+                          View<date> ReviewDates, View<double> AnnRents, const Growth& growth, const Reviews& reviews,
+                          const Basis& basis, View<date> UOTog, int Brk, View<double> weights);
+double weighted_chain_rent(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<double> MktRent_s,
+                           View<date> ReviewDates, View<double> AnnRents, const Growth& growth, const Reviews& reviews,
+                           const Relets& relets, const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts,
+                           int Brk, View<double> weights);
+
 /// The same of what lies between AbsStart and AbsFinish; zero dates bound nothing. A payment counts for the part of
 /// what it pays for that lies between them.
 double TStepRentGrowSFR(const timeperiod& Time, const date& AbsStart, const date& RentStart, const date& AbsFinish,

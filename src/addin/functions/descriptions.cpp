@@ -29,7 +29,7 @@ constexpr Function DescribeLevelSwitch{
     .category = category,
     .calls = core<qx::DescribeLevelSwitch>,
     .help = "The LevelSwitchOpt of the level projections in words",
-    .args = {{"LevelSwitchOpt", "0 to 5"}},
+    .args = {Argument{"LevelSwitchOpt", "0 to 5"}.of(level_values)},
     .examples = {"DescribeLevelSwitch(2) = \"Level as at start of time period\""},
     .see_also = "ALevel,FALevels,TALevels",
 };
@@ -40,7 +40,7 @@ constexpr Function DescribeRounding{
     .category = category,
     .calls = core<qx::DescribeRounding>,
     .help = "The rounding of a date to a payment or accrual date in words",
-    .args = {{"Round", "0 to the nearest, 1 down, 2 up, 3 or more not at all"}},
+    .args = {Argument{"Round", "0 to the nearest, 1 down, 2 up, 3 or more not at all"}.of(date_rounding_values)},
     .examples = {"DescribeRounding(2) = \"Rounded UP to the NEXT payment/accrual date\""},
     .see_also = "DateRound",
 };

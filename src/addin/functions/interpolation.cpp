@@ -17,7 +17,8 @@ constexpr Argument OutputRange{"OutputRange", "The value at each point"};
 constexpr Argument InputValue{"InputValue", "The place to read the value at"};
 constexpr Argument OnErrorN = optional("OnErrorN", no_fallback, "Result outside the table; an error if left out");
 constexpr Argument InterpType =
-    optional("InterpType", by_line, "0 step, 1 straight line, 2 cosine, 3 cubic, 4 exponential");
+    optional("InterpType", by_line, "0 step, 1 straight line, 2 cosine, 3 cubic, 4 exponential")
+        .of(interpolation_values);
 constexpr Argument Tension =
     optional("Tension", 0.0, "For the cubic: above 0 draws the curve tighter, up to 1; below 0 looser, down to -1");
 constexpr Argument Bias =

@@ -1,6 +1,7 @@
 // Worksheet functions of levels at a date and over periods.
 #include "projections/levels.h"
 #include "addin/declare.h"
+#include "projections/descriptions.h"
 
 namespace qx::worksheet {
 
@@ -31,9 +32,10 @@ constexpr Argument MktLevel() {
 }
 constexpr Argument LevelSwitchOpt() {
     return optional(
-        "LevelSwitchOpt", 0,
-        "0 average over time, 1 mean of start and finish, 2 at the start, 3 at the finish, 4 least, 5 greatest",
-        "average over time");
+               "LevelSwitchOpt", 0,
+               "0 average over time, 1 mean of start and finish, 2 at the start, 3 at the finish, 4 least, 5 greatest",
+               "average over time")
+        .of(level_values);
 }
 constexpr ArgumentGroup more_levels(const char* dates, const char* levels) {
     return {optional(dates, "Dates from which the levels of a further list hold, ascending").in_ascending_order(),

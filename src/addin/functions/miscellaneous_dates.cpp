@@ -17,7 +17,8 @@ constexpr Function DateRound{
     .calls = core<qx::DateRound>,
     .help = "A date rounded to a date of an annual sequence, such as a payment or accrual date",
     .args = {TheDate(), Periods(),
-             optional("Round", 0, "0 to the nearest (the earlier at a tie), 1 down, 2 up, 3 or more not at all")},
+             optional("Round", 0, "0 to the nearest (the earlier at a tie), 1 down, 2 up, 3 or more not at all")
+                 .of(date_rounding_values)},
     .examples = {"DateRound(DATE(2005,2,10), 4) = DATE(2005,1,1)", "DateRound(DATE(2005,2,10), 4, 2) = DATE(2005,4,1)",
                  "DateRound(DATE(2005,4,1), 4, 2) = DATE(2005,4,1)"},
     .see_also = "DateFloor,DateCeiling,RoundMD",
@@ -137,7 +138,8 @@ constexpr Function DescribeBD{
     .category = category,
     .calls = core<qx::DescribeBD>,
     .help = "The business days of a switch in words, with the further holidays",
-    .args = {{"BusDaySwitch", "Switch of the business days, 0 to 1000"}, AnnHols(), HolDates()},
+    .args = {Argument{"BusDaySwitch", "Switch of the business days, 0 to 1000"}.of(business_day_values), AnnHols(),
+             HolDates()},
     .examples = {"DescribeBD(20) = \"Plain Business Days: Weekends only excluded\"",
                  "DescribeBD(101) = \"UK Business Days (English and Wales)\""},
     .see_also = "IsBD,DescribeHol",
@@ -149,7 +151,7 @@ constexpr Function DescribeCashBasis{
     .category = category,
     .calls = core<qx::DescribeCashBasis>,
     .help = "A ProjMode in words. For workbooks that still use it",
-    .args = {{"ProjMode", "Accruals=0, Cash=1.  Has other settings."}},
+    .args = {Argument{"ProjMode", "Accruals=0, Cash=1.  Has other settings."}.of(projection_mode_values)},
     .examples = {"DescribeCashBasis(1) = \"Cash basis (ProjMode type 1)\""},
     .see_also = "DescribePeriods,CashStart",
 };
@@ -160,7 +162,7 @@ constexpr Function DescribeDayCount{
     .category = category,
     .calls = core<qx::DescribeDayCount>,
     .help = "A day count convention in words",
-    .args = {{"DayCount", "Day count convention, 0 to 999, single or composite"}},
+    .args = {Argument{"DayCount", "Day count convention, 0 to 999, single or composite"}.of(day_count_values)},
     .examples = {"DescribeDayCount(4) = \"30/360 (European)\""},
     .see_also = "DiffD,DiffM",
 };

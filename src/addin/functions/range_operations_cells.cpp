@@ -2,6 +2,7 @@
 #include "addin/arguments.h"
 #include "addin/declare.h"
 #include "addin/routines/cell_lists.h"
+#include "lists/criteria.h"
 
 namespace qx::worksheet {
 
@@ -92,7 +93,8 @@ constexpr Function TrimList{
     .args = {TheList(),
              optional("TrimOpts", 0,
                       "A sum: 1 empty cells at the start too, 2 those in the middle too, 4 zeros count as empty",
-                      "empty cells at the end only")},
+                      "empty cells at the end only")
+                 .of(trim_option_values)},
     .examples = {"TrimList({1,\"\",3,\"\",\"\"}) = {1,\"\",3}", "TrimList({0,1,0,3,0}, 7) = {1,3}"},
     .see_also = "SubList,Unique",
     .errors_as_data = true,
@@ -109,7 +111,8 @@ constexpr Function DoIf{
              optional("OutList", "The list to work on, as long as InpList; InpList itself if left out"),
              {"Criteria", "Conditions such as \">5\", \"?>=A1\" or \"Office\""},
              RangeOperation(),
-             optional("CritOpts", 0, "0 one of the criteria has to be met, 1 all of them", "one of them")},
+             optional("CritOpts", 0, "0 one of the criteria has to be met, 1 all of them", "one of them")
+                 .of(criteria_option_values)},
     .examples = {"DoIf({1;5;9}, {10;50;90}, \">4\") = 140", "DoIf({\"a\";\"b\";\"a\"}, , \"a\", 2) = 2",
                  "DoIf({1;5;9}, , {\">1\";\"<9\"}, 0, 1) = 5"},
     .see_also = "FindIf,DoBetweenX,SumCats",

@@ -54,7 +54,7 @@ constexpr Function DescribeCombineSwitch{
     .category = Category::Miscellaneous,
     .calls = core<qx::DescribeCombineSwitch>,
     .help = "The CombineSwitch of the functions that combine lists or steps in words",
-    .args = {{"CombineSwitch", "0 to 7"}},
+    .args = {Argument{"CombineSwitch", "0 to 7"}.of(combine_switch_values)},
     .examples = {"DescribeCombineSwitch(0) = \"Multiply\"", "DescribeCombineSwitch(8) ! #NUM!"},
     .see_also = "CombineLists,SumCombine",
 };

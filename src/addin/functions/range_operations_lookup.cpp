@@ -1,5 +1,6 @@
 // Lookups, picks and searches in lists.
 #include "addin/declare.h"
+#include "lists/criteria.h"
 #include "lists/lists.h"
 #include "lists/seek.h"
 #include "numerics/lookup.h"
@@ -17,13 +18,16 @@ constexpr Argument OutputRange() {
 constexpr Argument OutputMatrix() { return {"OutputMatrix", "The rectangle of numbers from which to pick"}; }
 constexpr Argument InputVal(const char* name) { return {name, "The value to look for"}; }
 constexpr Argument WhichOne() { return {"WhichOne", "Which item, counting from 1; below 1 is the first"}; }
-constexpr Argument SortedDirection() { return optional("Direction", 0, "0 ascending, 1 descending", "ascending"); }
+constexpr Argument SortedDirection() {
+    return optional("Direction", 0, "0 ascending, 1 descending", "ascending").of(direction_values);
+}
 constexpr Argument LookupSwitch(const char* name = "LookupSwitch") {
     return optional(
-        name, 0,
-        "0 last item at or below the value, 1 last below, 2 first at or above, 3 first above, 4 first equal, 5 "
-        "first not equal, 6 last equal, 7 last not equal, 8 closest",
-        "DESCEND the list, find first value LESS THAN OR EQUAL to Input Value");
+               name, 0,
+               "0 last item at or below the value, 1 last below, 2 first at or above, 3 first above, 4 first equal, 5 "
+               "first not equal, 6 last equal, 7 last not equal, 8 closest",
+               "DESCEND the list, find first value LESS THAN OR EQUAL to Input Value")
+        .of(lookup_mode_values);
 }
 constexpr Argument LookupTol() {
     return optional("LookupTol", no_lookup_tolerance,
@@ -102,7 +106,7 @@ constexpr Function DescribeLookup{
     .category = Category::Miscellaneous,
     .calls = core<qx::DescribeLookup>,
     .help = "The LookupSwitch of the lookup functions in words",
-    .args = {{"LookupSwitch", "0 to 8"}},
+    .args = {Argument{"LookupSwitch", "0 to 8"}.of(lookup_mode_values)},
     .examples = {"DescribeLookup(4) = \"ASCEND the list, find first value EQUAL to Input Value\""},
     .see_also = "LookupNum,LookupNIndex",
 };
@@ -180,8 +184,10 @@ constexpr Function FindIf{
              {"Criteria",
               "One criterion or several: ?>5 with ? for the item, or >5, or a number or text to be equal to"},
              optional("FindSwitch", 0, "0 values, 1 positions, 2 all values, 3 all positions",
-                      "First matched value, or if an array is returned, all matched values in order"),
-             optional("CritOpts", 0, "0 one criterion has to be met, 1 all of them", "Criteria are OR Criteria")},
+                      "First matched value, or if an array is returned, all matched values in order")
+                 .of(find_switch_values),
+             optional("CritOpts", 0, "0 one criterion has to be met, 1 all of them", "Criteria are OR Criteria")
+                 .of(criteria_option_values)},
     .examples = {"FindIf({1;5;9},,\">4\") = {5,9}", "FindIf({1;5;9},{\"a\";\"b\";\"c\"},{\">4\";\"<9\"},0,1) = \"b\"",
                  "FindIf({1;5;9},,\"?>4\",3) = {2,3}"},
     .see_also = "DoIf,Seek",

@@ -17,16 +17,19 @@ constexpr Argument accrual_day_count(const char* name = "DayCountDisc") {
     return optional(name, 5.0,
                     "Day count convention by which the interest accrues, 0 to 999: 0 30/360 PSA, 2 actual/360, 3 "
                     "actual/365, 4 30E/360, 5 decimal year, 6 actual/actual in period",
-                    "Actual Days/Actual Days In Month ('Decimal Year')");
+                    "Actual Days/Actual Days In Month ('Decimal Year')")
+        .of(day_count_values);
 }
 constexpr Argument accrual_periods() {
     return sequence("PrdsDisc", -4,
                     "Dates in the year on which interest joins the capital, in arrears: -1, -2, -4, -12 or a range of "
-                    "figures that begins with -mm.dd; quarterly in arrear if left out");
+                    "figures that begins with -mm.dd; quarterly in arrear if left out")
+        .of(sequence_values);
 }
 constexpr Argument accrual_periods(const char* name) {
-    return {name, "Dates in the year on which interest joins the capital, in arrears: -1, -2, -4, -12 or a range of "
-                  "figures that begins with -mm.dd"};
+    return Argument{name, "Dates in the year on which interest joins the capital, in arrears: -1, -2, -4, -12 or a "
+                          "range of figures that begins with -mm.dd"}
+        .of(sequence_values);
 }
 constexpr Argument MarginOpt() {
     return optional("MarginOpt", 0.0,

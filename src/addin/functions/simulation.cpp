@@ -16,7 +16,8 @@ constexpr Argument DistMid{"DistMid", "Most likely value (triangular), the value
 constexpr Argument DistMax{"DistMax",
                            "Highest value; for a normal or lognormal distribution the value that one draw in "
                            "a hundred lies above"};
-constexpr Argument DistType{"DistType", "1 uniform, 2 triangular, 3 double triangular, 4 normal, 5 lognormal"};
+constexpr Argument DistType =
+    Argument{"DistType", "1 uniform, 2 triangular, 3 double triangular, 4 normal, 5 lognormal"}.of(distribution_values);
 constexpr Argument RandOpt =
     optional("RandOpt", -1.0, "Probability to use, 0 to 1; -1 draws a random one", "a random draw");
 
@@ -59,7 +60,8 @@ constexpr Function DistCumulative{
     .args = {{"CumProbs", "Cumulative probabilities, ascending from 0 to 1"},
              {"Values", "The value at each probability"},
              optional("CumSwitch", 0,
-                      "0 on the line between two points of the table, 1 the point below, 2 the point above"),
+                      "0 on the line between two points of the table, 1 the point below, 2 the point above")
+                 .of(cumulative_values),
              RandOpt},
     .examples = {"DistCumulative({0;0.2;1}, {10;20;40}, 0, 0.6) = 30",
                  "DistCumulative({0;0.2;1}, {10;20;40}, 1, 0.6) = 20",

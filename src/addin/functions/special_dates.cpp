@@ -39,7 +39,8 @@ constexpr Argument RecurringYrs() {
     return optional("RecurringYrs", 0, "Years from one event to the next; in other years there is no date");
 }
 constexpr Argument MoveWeekend() {
-    return optional("MoveWeekend", 0, "0 no move; 1 a Saturday or Sunday to Monday; 2 a Saturday to Friday");
+    return optional("MoveWeekend", 0, "0 no move; 1 a Saturday or Sunday to Monday; 2 a Saturday to Friday")
+        .of(weekend_move_values);
 }
 constexpr Argument AfterDate() { return optional("AfterDate", "The event is at least a day after this date"); }
 constexpr Argument DaysRelative() {

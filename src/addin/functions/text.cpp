@@ -93,9 +93,10 @@ constexpr Function RegSplit{
     .category = category,
     .calls = core<qx::RegSplit>,
     .help = "A text in pieces, split where a regular expression matches",
-    .args = {Textstring(), RegSought(),
-             optional("SplitMode", 0, "0: the pieces between the matches; 1: the matches themselves"),
-             CaseInSensitive()},
+    .args =
+        {Textstring(), RegSought(),
+         optional("SplitMode", 0, "0: the pieces between the matches; 1: the matches themselves").of(split_mode_values),
+         CaseInSensitive()},
     .examples = {"RegSplit(\"a; b ;c\", \"\\s*;\\s*\") = {\"a\",\"b\",\"c\"}"},
     .see_also = "RegSMatches,GetToken",
 };
@@ -107,8 +108,8 @@ constexpr Function MoneyText{
     .calls = core<qx::MoneyText>,
     .help = "An amount of money in words, in English, Spanish or French",
     .args = {{"Amount", "The amount, 0 to 9,999,999,999,999"},
-             optional("Currency", 0, "0 dollar, 1 euro, 2 pound, 3 peso"),
-             optional("Language", 0, "0 English, 1 Spanish, 2 French")},
+             optional("Currency", 0, "0 dollar, 1 euro, 2 pound, 3 peso").of(currency_values),
+             optional("Language", 0, "0 English, 1 Spanish, 2 French").of(language_values)},
     .examples = {"MoneyText(123.05) = \"one hundred twenty-three dollars and five cents\"",
                  "MoneyText(1000000, 0, 2) = \"un million dollars\""},
 };

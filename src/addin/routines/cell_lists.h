@@ -8,6 +8,7 @@
 #include "addin/frame.h"
 #include "core/range.h"
 #include "core/repeated.h"
+#include "core/switches.h"
 
 namespace qx {
 
@@ -31,6 +32,8 @@ OPER SubList(const Cell& InputRange, int FirstOne, int LastOne);
 OPER PickEveryNth(const Cell& InputRange, int Nth, int FirstOne);
 
 enum TrimOption : int { trim_start = 1, trim_middle = 2, trim_zeros = 4 };
+inline constexpr SwitchValue trim_option_values[] = {
+    {0, "At the end"}, {trim_start, "At the start too"}, {trim_middle, "In the middle too"}, {trim_zeros, "Zeros too"}};
 
 /// The list without the empty cells and empty texts at its end; by the sum TrimOpts also without those at its start, in
 /// its middle, and with zeros taken for empty.

@@ -1,0 +1,63 @@
+// The terms of the costs that follow a chain of leases (realestate/lease.h), and the walk over its relets.
+#pragma once
+
+#include "core/routine.h"
+#include "realestate/lease.h"
+
+#include <algorithm>
+
+namespace qx {
+
+/// What the relets of a chain have where there is no rent-free: months of void and terms in years.
+struct ReletTerms {
+    using takes = Takes<Range<double>, Range<double>>;
+    View<double> RelVoid_s, RelTerm_s;
+
+    Relets relets() const { return {RelVoid_s, {}, RelTerm_s}; }
+};
+
+/// The calendar of leases that are counted in plain months.
+inline LeaseCalendar plain_calendar() {
+    constexpr int no_options = 0;
+    return {any_measure(), no_options};
+}
+
+/// How a chain ends. AbFin, unless zero, ends the lease or relet that it falls into, and with it the chain.
+struct ChainEnd {
+    using takes = Takes<date, int, int>;
+    const date& AbFin;
+    int ROpts; ///< RentOptions: those of counting and rounding dates
+    int Brk;
+
+    const date& limit() const { return AbFin.iszero() ? DateCrit : AbFin; }
+    /// The end of the first lease.
+    date expiry(View<date> BrksOrExp, const LeaseCalendar& calendar) const {
+        return std::min(calendar.rounded(lease_end(BrksOrExp, Brk)), limit());
+    }
+};
+
+/// The item of a series for lease n of a chain, counted from 1; a preset where the series is empty.
+template <class T>
+T series_item(View<T> series, int n, T preset = T()) {
+    return series.empty() ? preset : series.entry(n);
+}
+
+/// Calls `each` with every relet that follows an expiry up to a date, and with the expiry before it. Throws errinpmin
+/// for a relet that ends no later than the lease before it.
+template <class Each>
+void each_relet(const Routine& here, date expiry, const ReletTerms& terms, const LeaseCalendar& calendar,
+                const date& limit, const date& until, Each each) {
+    constexpr int no_reviews = 0;
+    const Relets relets = terms.relets();
+    for (int i = 1; i <= Relets::most && expiry <= until && expiry < limit; ++i) {
+        const Relet relet = next_relet(i, expiry, relets, no_reviews, calendar, limit);
+        const TraceBlock pass = here.pass(i, "Number of Relets needed: ", i);
+        if (relet.expiry <= expiry)
+            here.fail<errinpmin>("RelTerm_s", "Cannot establish a relet after the expiry date with a valid value for "
+                                              "the Relet Term");
+        each(relet, expiry);
+        expiry = relet.expiry;
+    }
+}
+
+} // namespace qx
