@@ -400,7 +400,6 @@ consteval bool sound(const Function& function) {
     if (words(function.help).empty()) fault("the function has no help");
     if (words(function.help).size() > longest_help) fault("the function's help is longer than 255 characters");
     if (words(function.examples[0]).empty()) fault("the function has no example");
-    std::size_t length = 0;
     for (int i = 0; i < max_arguments; ++i) {
         const Argument& argument = function.args[i];
         const std::string_view name = words(argument.name);
@@ -415,9 +414,7 @@ consteval bool sound(const Function& function) {
             if (name == words(function.args[j].name)) fault("two arguments have the same name");
         if (argument.is_optional() && !preset_suits(argument.preset.type, function.calls.kinds[i]))
             fault("an argument's preset is of another kind than the routine's parameter");
-        length += name.size() + (i > 0 ? 1 : 0);
     }
-    if (length > longest_help) fault("the list of arguments is longer than 255 characters");
     return true;
 }
 

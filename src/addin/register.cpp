@@ -70,7 +70,10 @@ std::string argument_text(const Function& function) {
         text += comma + (argument.is_optional() ? "[" + std::string(argument.name) + "]" : argument.name);
         names.append(comma).append(argument.name);
     }
-    return text.size() <= longest_help ? text : names;
+    if (text.size() <= longest_help) return text;
+    if (names.size() <= longest_help) return names;
+    constexpr std::string_view more = ",...";
+    return names.substr(0, names.rfind(',', longest_help - more.size())).append(more);
 }
 
 std::string type_text(const Function& function) {

@@ -121,8 +121,7 @@ class TurnoverRent {
                 consider(terms_.turnovers.ToDates(n));
                 break;
             }
-        if (rent_)
-            for (const date& from : terms_.rates.RateFromDates) consider(from);
+        for (const date& from : terms_.rates.RateFromDates) consider(from);
         for (const Growth* growth : {&terms_.growth, &terms_.of_thresholds})
             if (terms_.GrowEvery > 0 && !growth->none())
                 consider(next_review(day, growth->dates.first(), terms_.GrowEvery, false).when);
