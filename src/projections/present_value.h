@@ -1,8 +1,7 @@
 // The present value of a projection, without a time line on the sheet: a walk from payment date to payment date that
 // asks the projection for the cash of each and discounts it.
 //
-//     present_value(here, life, at, terms, [&](const timeperiod& period) { return Con(period, streams, terms.cash());
-//     });
+//     present_value(here, life, at, terms, [&](const timeperiod& period) { return Con(period, streams, cash); });
 //
 // A period of the walk runs from a date to the next one of CashBasis, but not past the end of the stream; one more
 // period starts on the end itself, in which a stream in arrears has its last payment. The cash of a period is
