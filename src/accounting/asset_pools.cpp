@@ -168,7 +168,7 @@ double Pool::result(const timeperiod& Time) const {
     const auto going_into_service = [&] { return MkPmts(Time, {in_service_, lots_}); };
     switch (terms_.DepSwitch) {
     case pool_depreciation:
-        return sum_lots([&](const date& start, const Asset& lot) { return depreciation(Time, start, lot, measure_); });
+        return sum_lots([&](const date& start, const Asset& lot) { return Depreciate(Time, start, lot, measure_); });
     case pool_value_at_start:
         return depreciated(Time.from());
     case pool_value_at_finish:

@@ -143,9 +143,9 @@ double sum_vintages(const Routine& here, const timeperiod& Time, const date& Abs
         if (!basis.cash() && start >= Time.to()) break; // nor can any that follows be written off yet
         const TraceBlock pass = here.pass(n, "Bought on ", start);
         const double factor = factor_at(std::as_const(start));
-        sum += depreciation(
-            Time, start, {asset.LifeOrDecRate, asset.DepType, asset.InitialValue * factor, asset.FinalValue * factor},
-            basis);
+        sum += Depreciate(Time, start,
+                          {asset.LifeOrDecRate, asset.DepType, asset.InitialValue * factor, asset.FinalValue * factor},
+                          basis);
         start = StartDep.plusmonths(n * Periodicity, true);
     }
     return sum;
@@ -196,22 +196,6 @@ double DepreciatedValue(const date& TheDate, const date& InitialDate, const date
     return here.returning(value);
 }
 
-double depreciation(const timeperiod& Time, const date& StartDep, const Asset& asset, const Basis& basis) {
-    const Routine here{"Depreciation", Routine::internal};
-    timeperiod period = Time;
-    if (basis.cash()) {
-        const double life = DepLife(asset.DepType, asset.LifeOrDecRate);
-        const date end = years_later(here, StartDep, life, {basis.DayCount, basis.Periods});
-        period = CashTime(Time, basis.Periods, StartDep, end, true, basis.ProjMode);
-    }
-    const date& from = std::max(period.from(), StartDep);
-    const date& to = period.to();
-    if (to <= from) return here.returning(0.0);
-    const double before = DepreciatedValue(from, StartDep, StartDep, asset, basis.accruals());
-    if (iszero(before)) return here.returning(0.0);
-    return here.returning(before - DepreciatedValue(to, StartDep, StartDep, asset, basis.accruals()));
-}
-
 double Depreciate(const timeperiod& Time, const date& StartDep, const Asset& asset, const Basis& basis) {
     constexpr const char* old_form =
         "See Change in Behaviour 143, Jan-04 :InitialDate variable removed because it was superfluous to the start of "
@@ -224,7 +208,18 @@ double Depreciate(const timeperiod& Time, const date& StartDep, const Asset& ass
         here.change_note(143, old_form);
         here.fail<errlibnonsenseinputs>("LifeOrDecRate", old_form);
     }
-    return here.returning(depreciation(Time, StartDep, asset, basis));
+    timeperiod period = Time;
+    if (basis.cash()) {
+        const double life = DepLife(asset.DepType, asset.LifeOrDecRate);
+        const date end = years_later(here, StartDep, life, {basis.DayCount, basis.Periods});
+        period = CashTime(Time, basis.Periods, StartDep, end, true, basis.ProjMode);
+    }
+    const date& from = std::max(period.from(), StartDep);
+    const date& to = period.to();
+    if (to <= from) return here.returning(0.0);
+    const double before = DepreciatedValue(from, StartDep, StartDep, asset, basis.accruals());
+    if (iszero(before)) return here.returning(0.0);
+    return here.returning(before - DepreciatedValue(to, StartDep, StartDep, asset, basis.accruals()));
 }
 
 double DepreciatePer(const timeperiod& Time, const date& AbsFinish, const date& StartDep, const Asset& asset,

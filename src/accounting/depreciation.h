@@ -54,8 +54,6 @@ double DepreciatedValue(const date& TheDate, const date& InitialDate, const date
 /// period settle. Throws errlibnonsenseinputs where a date stands in the place of LifeOrDecRate: a call of the form of
 /// before January 2004, which had one more argument.
 double Depreciate(const timeperiod& Time, const date& StartDep, const Asset& asset, const Basis& basis);
-/// The same, called from here.
-double depreciation(const timeperiod& Time, const date& StartDep, const Asset& asset, const Basis& basis);
 
 // An asset bought from StartDep on every Periodicity months before AbsFinish, a hundred times at most. Throw errlibmin
 // for a negative Periodicity.
