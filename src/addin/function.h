@@ -221,8 +221,8 @@ Registered* all_functions();
 /// The function of a worksheet name in any case, or null.
 const Function* find_function(std::string_view name);
 
-/// The argument list as the host shows it: "TheDate,Days,[DayCount],[Periods]". A host takes 255 characters: a list that
-/// is longer goes without the brackets, and if need be without its last names, for which "..." stands.
+/// The argument list as the host shows it: "TheDate,Days,[DayCount],[Periods]". A host takes 255 characters: a list
+/// that is longer goes without the brackets, and if need be without its last names, for which "..." stands.
 std::string argument_text(const Function& function);
 /// The type text of the registration: R, then P or R per argument, and a ! if volatile.
 std::string type_text(const Function& function);

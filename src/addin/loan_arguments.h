@@ -2,6 +2,7 @@
 #pragma once
 
 #include "addin/arguments.h"
+#include "banking/loan.h"
 #include "banking/loan_terms.h"
 
 namespace qx {
@@ -35,7 +36,8 @@ constexpr Argument LoanOutput() {
                "1, 2 with rolled-up interest; interest accrued and unpaid: 9 at the start, 10 at the end; 12 final "
                "repayment; 13 advances",
                "principal")
-        .within(loan_output_limits);
+        .within(loan_output_limits)
+        .of(loan_output_values);
 }
 /// The same of functions with RollTo.
 constexpr Argument LoanOutputX() {
@@ -45,7 +47,8 @@ constexpr Argument LoanOutputX() {
                "1, 2 with rolled-up interest; interest accrued and unpaid: 9 at the start, 10 at the end; 11 rolled "
                "up; 12 final repayment; 13 advances",
                "principal")
-        .within(loan_output_limits);
+        .within(loan_output_limits)
+        .of(loan_output_values);
 }
 constexpr Argument AddMargin() { return optional("AddMargin", 0.0, "Margin added to the interest rates: 0.02 is 2%"); }
 constexpr Argument LoanOptions() {

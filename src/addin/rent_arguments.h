@@ -89,8 +89,6 @@ constexpr Argument RevToMkt() {
     return optional("RevToMkt", "Date of the first review to the market; if omitted the lease does not review to the "
                                 "market (its relets do)");
 }
-constexpr Argument AbsStart() { return {"AbsStart", "Date before which no rent counts; zero for none"}; }
-constexpr Argument AbsFinish() { return {"AbsFinish", "Date from which on no rent counts; zero for none"}; }
 
 /// What ends the arguments of a single lease with reviews, and of one with relets.
 constexpr ArgumentGroup reviewed_lease() { return joined({reviews(), basis(), UOTog(), Brk()}); }

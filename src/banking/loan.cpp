@@ -353,26 +353,7 @@ double MortgageQ(const timeperiod& Time, double InterestSimple, const Payment& a
 std::string DescribeLoanOutput(int LoanOutput) {
     Routine here{"DescribeLoanOutput"};
     here.inputs(LoanOutput);
-    constexpr const char* texts[] = {
-        "Principal",
-        "Interest",
-        "Principal+Interest",
-        "Balance (start period)",
-        "Balance (average in period)",
-        "Balance (end period)",
-        "Principal including advances to cover rolled up interest",
-        "Interest including rolled-up interest",
-        "Interest and Principal including advances to cover rolled up interest",
-        "Balance of interest accrued but not either paid, re-advanced as capital or rolled up - as at the start of the "
-        "time period",
-        "Balance of interest accrued but not either paid, re-advanced as capital or rolled up - as at the end of the "
-        "time period",
-        nullptr,
-        "Final repayment(s)",
-        "Advances",
-    };
-    const bool known = LoanOutput >= 0 && LoanOutput < static_cast<int>(std::size(texts));
-    const char* const text = known ? texts[LoanOutput] : nullptr;
+    const char* const text = SwitchTable(loan_output_values).words(LoanOutput, nullptr);
     return here.returning(text != nullptr ? std::string(text) : text_of("Illegal switch(", LoanOutput, ")"));
 }
 

@@ -16,6 +16,7 @@
 
 #include "banking/loan_terms.h"
 #include "calendar/time_period.h"
+#include "core/switches.h"
 
 #include <string>
 
@@ -45,6 +46,24 @@ double LoanRep(const timeperiod& Time, const SimpleRates& rates, const Payments&
                const AnnualSequence& PrdsRep, const AnnualSequence& PrdsInt, double ProjMode);
 
 /// Options of LoanQ and LoanPool.
+/// What the loan functions give.
+inline constexpr SwitchValue loan_output_values[] = {
+    {0, "Principal"},
+    {1, "Interest"},
+    {2, "Principal+Interest"},
+    {3, "Balance (start period)"},
+    {4, "Balance (average in period)"},
+    {5, "Balance (end period)"},
+    {6, "Principal including advances to cover rolled up interest"},
+    {7, "Interest including rolled-up interest"},
+    {8, "Interest and Principal including advances to cover rolled up interest"},
+    {9, "Balance of interest accrued but not either paid, re-advanced as capital or rolled up - as at the start of the "
+        "time period"},
+    {10, "Balance of interest accrued but not either paid, re-advanced as capital or rolled up - as at the end of the "
+         "time period"},
+    {12, "Final repayment(s)"},
+    {13, "Advances"},
+};
 enum LoanOption : int {
     fixed_rate = 1, ///< the rate of the day of the advance holds throughout
 };

@@ -20,6 +20,13 @@ struct SwitchTable {
     template <int size>
     constexpr SwitchTable(const SwitchValue (&rows)[size]) : values(rows), count(size) {}
 
+    /// The first rows.
+    constexpr SwitchTable first(int rows) const {
+        SwitchTable table = *this;
+        table.count = rows;
+        return table;
+    }
+
     constexpr const SwitchValue* begin() const { return values; }
     constexpr const SwitchValue* end() const { return values + count; }
     /// The row of a code, or null.

@@ -62,9 +62,21 @@ double Accrual::interest(const timeperiod& span, const date& start, const date& 
     return ConX(span, {start, end}, -Balance * average, {DayCount_, PrdsInt_, 0.0}, goes_on);
 }
 
+bool find_interest_span(const Routine& here, timeperiod& period, const Life& life, const AnnualSequence& PrdsInt,
+                        double ProjMode, bool unlimited) {
+    if (iscash(ProjMode)) {
+        static const date no_start;
+        period = unlimited ? CashTime(period, PrdsInt, no_start, DateCrit, true, ProjMode)
+                           : CashTime(period, PrdsInt, life.Start, life.Finish, true, ProjMode);
+    }
+    if (period.from() <= life.Finish && period.to() >= life.Start) return true;
+    here.info("Timeperiod(", period, ") falls outside Start(", life.Start, ") and Finish(", life.Finish,
+              ") dates, returning zero.");
+    return false;
+}
+
 SteppedBalances::SteppedBalances(const date& Finish, View<date> FromDates, View<double> Balances)
-    : Finish_(Finish), FromDates_(FromDates), Balances_(Balances),
-      ascending_(std::is_sorted(FromDates.begin(), FromDates.end())) {}
+    : SteppedBalances(Finish, FromDates, Balances, std::is_sorted(FromDates.begin(), FromDates.end())) {}
 
 double SteppedBalances::interest(const timeperiod& period, const Accrual& accrual, double AddMargin) const {
     Routine here{"InterestOnBalances", Routine::internal};
@@ -165,18 +177,10 @@ double FInterestM(const timeperiod& Time, View<date> FromDatesInt, View<double> 
         }
     }
 
-    const date& first = FromDates.get(1);
     timeperiod period = Time;
-    if (iscash(ProjMode)) {
-        static const date no_start;
-        period = (Options & unlimited_cash) != 0 ? CashTime(Time, PrdsInt, no_start, DateCrit, true, ProjMode)
-                                                 : CashTime(Time, PrdsInt, first, Finish, true, ProjMode);
-    }
-    if (period.from() > Finish || period.to() < first) {
-        here.info("Timeperiod(", period, ") falls outside Start(", first, ") and Finish(", Finish,
-                  ") dates, returning zero.");
+    if (!find_interest_span(here, period, {FromDates.get(1), Finish}, PrdsInt, ProjMode,
+                            (Options & unlimited_cash) != 0))
         return here.returning(0.0);
-    }
 
     const Accrual accrual(FromDatesInt, IntSimple, DayCount, PrdsInt);
     return here.returning(SteppedBalances(Finish, FromDates, Balances).interest(period, accrual, AddMargin));

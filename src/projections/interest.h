@@ -8,6 +8,7 @@
 
 #include "calendar/time_period.h"
 #include "core/range.h"
+#include "projections/terms.h"
 
 namespace qx {
 
@@ -34,13 +35,26 @@ class Accrual {
     bool ascending_;
 };
 
+/// The span whose interest a period holds, in place of the period: itself under accruals, what is settled in it under
+/// cash. False, with a note in the trace, if nothing of a balance with this life accrues in it. `unlimited`: under cash
+/// the span is not cut to the life.
+bool find_interest_span(const Routine& here, timeperiod& period, const Life& life, const AnnualSequence& PrdsInt,
+                        double ProjMode, bool unlimited);
+
 /// Balances that hold from their from-dates up to Finish, and the interest on them.
 class SteppedBalances {
   public:
     SteppedBalances(const date& Finish, View<date> FromDates, View<double> Balances);
+    /// Of dates that are known to ascend, so that a walk over many spans looks at none but their own.
+    static SteppedBalances ascending(const date& Finish, View<date> FromDates, View<double> Balances) {
+        return {Finish, FromDates, Balances, true};
+    }
     double interest(const timeperiod& period, const Accrual& accrual, double AddMargin) const;
 
   private:
+    SteppedBalances(const date& Finish, View<date> FromDates, View<double> Balances, bool ascending)
+        : Finish_(Finish), FromDates_(FromDates), Balances_(Balances), ascending_(ascending) {}
+
     const date& Finish_;
     View<date> FromDates_;
     View<double> Balances_;

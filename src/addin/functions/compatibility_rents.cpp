@@ -29,8 +29,8 @@ constexpr Function RentG{
     .category = category,
     .calls = twin<qx::RentG>,
     .help = "Rent in a period of a lease with regular reviews to a market rent that grows. New workbooks use RentGrow",
-    .args = {StartOfTime(), lease(), FirstRev(), MktRent(), InitRent(), growth(), RevYears(),
-             DownRev(), BaseYrs(), basis()},
+    .args = {StartOfTime(), lease(), FirstRev(), MktRent(), InitRent(), growth(), RevYears(), DownRev(), BaseYrs(),
+             basis()},
     .examples = {"RentG(2010, 2005, 2020, 2010, 1000, 900, 2005, 0.1, 5, 0, 1) ~ 1610.51 1e-9"},
     .see_also = "RentGrow",
 };
@@ -42,8 +42,7 @@ constexpr Function StepRentG{
     .calls = twin<qx::StepRentG>,
     .help = "Rent in a period of a lease with rents up to given dates, then regular reviews to a market rent that "
             "grows. New workbooks use TStepRentGrow",
-    .args = {StartOfTime(), lease(), MktRent(), rents_to_dates(), growth(), RevYears(),
-             DownRev(), BaseYrs(), basis()},
+    .args = {StartOfTime(), lease(), MktRent(), rents_to_dates(), growth(), RevYears(), DownRev(), BaseYrs(), basis()},
     .examples = {"StepRentG(2009, 2005, 2020, 1000, 2010, 900, 2005, 0.1, 5, 0, 2) ~ 2510.51 1e-9"},
     .see_also = "TStepRentGrow",
 };

@@ -1,0 +1,94 @@
+// The run of a simulated account: its terms, the walk over its dates, and what it comes to in each period.
+#pragma once
+
+#include "banking/accounts_ledgers.h"
+#include "banking/accounts_simulation.h"
+#include "calendar/time_period.h"
+#include "core/logs.h"
+#include "core/routine.h"
+
+namespace qx {
+
+/// False for a list that is omitted or blank cells.
+inline bool given(View<double> list) { return list.lastnonblank() > 0; }
+/// The dates of a list: none if it is a blank cell, which reads as one zero date.
+inline View<date> dates_given(View<date> dates) {
+    return dates.size() == 1 && dates.first().iszero() ? View<date>{} : dates;
+}
+
+/// The part of LoanAcctEMH's terms that LoanAcctEM does not have.
+struct FundTerms {
+    const FundRates& rates;
+    const FundBalances& exogenous;
+    double opening;
+    double DCInterest, DCFee;
+    const AnnualSequence &PrdsSF, &PrdsSFInt, &PrdsSFFee, &PrdsFiscal;
+};
+
+/// All that an account's figures depend on, but for the output asked for.
+struct AccountTerms {
+    View<date> Timebase;
+    const Borrowing& borrowing;
+    const AccountRates& rates;
+    const AccountFlows& flows;
+    double LoanTerm; ///< years
+    const ExternalMargin& margin;
+    const OpeningBalances& opening;
+    int Options;
+    const AccountDayCounts& day_counts;
+    double DCEM;
+    const AccountPeriods& periods;
+    const AnnualSequence& PrdsEM;
+    double ProjMode;
+    const FundTerms* fund; ///< null for none
+
+    bool option(AccountOption which) const { return (Options & which) != 0; }
+    bool has_margin() const { return given(margin.IntEM); }
+    timeperiod period(int i) const {
+        timeperiod period;
+        period.setfromtimebase_by_months(Timebase, i);
+        return period;
+    }
+};
+
+/// The trace, and the log file if there is one.
+class Journal {
+  public:
+    Journal(const Routine& here, bool to_file, const char* label) : here_(here) {
+        if (to_file) file_.open(label);
+    }
+    bool on() const { return here_.traced() || file_.isopen(); }
+    template <class... Pieces>
+    void line(const Pieces&... pieces) {
+        if (!on()) return;
+        here_.info(pieces...);
+        if (file_.isopen()) file_.writeline(text_of(pieces...));
+    }
+    /// A heading; what follows is in its block.
+    template <class... Pieces>
+    [[nodiscard]] TraceBlock pass(int index, const Pieces&... pieces) {
+        if (file_.isopen()) file_.writeline(text_of(pieces...));
+        return here_.pass(index, pieces...);
+    }
+    void close() { file_.close(); }
+
+  private:
+    const Routine& here_;
+    LogFile file_;
+};
+
+enum LedgerKind : int { of_cash, of_short_term, of_long_term, of_margin, of_fund, of_fee, ledger_kinds };
+
+/// What an account comes to in each period.
+struct Statement {
+    int periods;
+    LedgerFigures figures[ledger_kinds][range_capacity];
+    double repaid[range_capacity], advanced[range_capacity]; ///< loans
+    double from_elsewhere[range_capacity];                   ///< exogenous deposits into the fund
+};
+
+/// Calculates an account and fills in its statement. The lists of dates ascend, and there is a period. Throws
+/// outofrange for a list that is too short.
+void run_account(const AccountTerms& terms, Journal& journal, Statement& statement);
+
+} // namespace qx
