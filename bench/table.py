@@ -37,6 +37,8 @@ AIMS = {  # nanoseconds
     "CapValueDCF of 20 years, whole call": 20e3,
     "CapValueDCFG of 20 annual rents, whole call": 20e3,
     "PVConGrow of 30 years by quarters": 60e3,
+    "RentGrow of a period after four reviews": 1.5e3,
+    "RentGrowR of a period in the fifth relet": 8e3,
     "50,000 mixed cells recalculated": 50e6,
     "library opened, all rows registered, and closed": 20e6,
     "trace of 1,000,000 items, the file beside": 400e6,
