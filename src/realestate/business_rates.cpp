@@ -3,7 +3,6 @@
 #include "projections/constant_rate.h"
 #include "projections/forecast.h"
 #include "projections/growth.h"
-#include "realestate/service_charges.h"
 
 #include <iterator>
 

@@ -36,11 +36,8 @@ struct ChainEnd {
     }
 };
 
-/// The item of a series for lease n of a chain, counted from 1; a preset where the series is empty.
-template <class T>
-T series_item(View<T> series, int n, T preset = T()) {
-    return series.empty() ? preset : series.entry(n);
-}
+/// Item n of a series, from 1, of which the last one serves for the rest; 0 of an empty one.
+inline double series_item(View<double> series, int n) { return series.empty() ? 0.0 : series.entry(n); }
 
 /// Calls `each` with every relet that follows an expiry up to a date, and with the expiry before it. Throws errinpmin
 /// for a relet that ends no later than the lease before it.
@@ -58,6 +55,11 @@ void each_relet(const Routine& here, date expiry, const ReletTerms& terms, const
         each(relet, expiry);
         expiry = relet.expiry;
     }
+}
+
+/// The note of a function whose start was split into the start of the cost and that of the lease.
+inline void note_split_start(const Routine& here) {
+    here.change_note(150, "See Change in Behaviour 150, Aug-04 :Start variable replaced by StartLease and StartCosts");
 }
 
 } // namespace qx

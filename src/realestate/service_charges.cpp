@@ -71,11 +71,7 @@ double GrownSteppedServiceCharge::charge(const timeperiod& period, const Life& s
 
 void RecoveryBasis::check(Routine& here) const {
     cost().check(here);
-    if (!DayCountRec.is_missing()) here.limit(DayCountRec.value, daycount_limits, "DayCountRec");
-}
-
-void note_split_start(const Routine& here) {
-    here.change_note(150, "See Change in Behaviour 150, Aug-04 :Start variable replaced by StartLease and StartCosts");
+    if (DayCountRec.is_given()) here.limit(DayCountRec.value, daycount_limits, "DayCountRec");
 }
 
 template <class Total>

@@ -85,13 +85,13 @@ struct RecoveryBasis {
     using takes = Takes<double, AnnualSequence, Maybe<double>, AnnualSequence, double>;
     double DayCount;
     const AnnualSequence& Periods;
-    const Maybe<double>& DayCountRec; ///< DayCount if omitted
+    const Maybe<double>& DayCountRec; ///< DayCount unless given
     const AnnualSequence& PeriodsRec; ///< Periods if it has no entries
     double ProjMode;
 
     Basis cost() const { return {DayCount, Periods, ProjMode}; }
     Basis recovery() const {
-        return {DayCountRec.is_missing() ? DayCount : DayCountRec.value, PeriodsRec.size() == 0 ? Periods : PeriodsRec,
+        return {DayCountRec.is_given() ? DayCountRec.value : DayCount, PeriodsRec.size() == 0 ? Periods : PeriodsRec,
                 ProjMode};
     }
     void check(Routine& here) const;
@@ -106,8 +106,5 @@ template <class Total>
 double VacServCharge(const timeperiod& Time, const date& StartCost, const date& StartLease, View<date> BrksOrExp,
                      const Total& total, const ServiceChargeShare& share, const ReletTerms& relets,
                      const RecoveryBasis& basis, const ChainEnd& chain);
-
-/// The note of a function whose start was split into the start of the cost and that of the lease.
-void note_split_start(const Routine& here);
 
 } // namespace qx
