@@ -1,0 +1,72 @@
+#include "realestate/yield_search.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qx {
+
+namespace {
+
+constexpr double accuracy = 1e-10; ///< of a rate
+constexpr int most_rounds = 100;
+constexpr double first_step = 0.01; ///< of rates; each step doubles
+
+} // namespace
+
+clsYieldSearch::Pair clsYieldSearch::bracket(const Routine& here) {
+    const double top = highest_rate();
+    here.info("Looking for a ", words_.rate, " between ", lowest, " and ", top);
+    const double at_lowest = eval(lowest);
+    Pair pair{lowest, lowest, at_lowest, at_lowest};
+    for (double rate = first_step; pair.high < top && !pair.crosses_or_zero(); rate *= 2.0) {
+        pair = {pair.high, std::min(rate, top), pair.fhigh};
+        pair.fhigh = eval(pair.high);
+    }
+    if (pair.crosses_or_zero()) return pair;
+    const double at_top = pair.fhigh;
+
+    double bottom = lowest, at_bottom = at_lowest;
+    if (goes_below_zero()) {
+        here.info("Looking for a ", words_.rate, " between ", lowest_below_zero, " and ", lowest);
+        pair = {lowest, lowest, at_lowest, at_lowest};
+        for (double rate = -first_step; pair.low > lowest_below_zero && !pair.crosses_or_zero(); rate *= 2.0) {
+            pair = {std::max(rate, lowest_below_zero), pair.low, 0.0, pair.flow};
+            pair.flow = eval(pair.low);
+        }
+        if (pair.crosses_or_zero()) return pair;
+        bottom = pair.low;
+        at_bottom = pair.flow;
+    }
+    const bool nearer_top = std::fabs(at_top) < std::fabs(at_bottom);
+    here.fail<errlibnotbracketed>(
+        "", "No ", words_.rate, " gives the ", words_.target, " of ", target_, ": it is ",
+        at_top > 0.0 ? "below" : "above", " ", target_ + unit_ * (nearer_top ? at_top : at_bottom),
+        ", the value at the ", nearer_top ? "highest " : "lowest ", words_.rate, " tried, ", nearer_top ? top : bottom);
+}
+
+/// A secant step or two: the solver's accuracy is one of the rate, and a low rate makes much of it.
+double clsYieldSearch::polished(double rate) {
+    constexpr int most_steps = 3;
+    constexpr double enough = 1e-14; ///< of the target
+    constexpr double aside = 1e-6;   ///< where the slope is measured, as a part of the rate
+    double off = eval(rate);
+    for (int i = 0; i < most_steps && std::fabs(off) > enough; ++i) {
+        const double step = aside * rate;
+        const double next = rate - off * step / (off - eval(rate - step));
+        if (!(std::fabs(next - rate) <= std::fabs(step))) break;
+        const double off_next = eval(next);
+        if (!(std::fabs(off_next) < std::fabs(off))) break;
+        rate = next;
+        off = off_next;
+    }
+    return rate;
+}
+
+double clsYieldSearch::find(const Routine& here, double target) {
+    target_ = target;
+    unit_ = target == 0.0 ? 1.0 : std::fabs(target);
+    const Pair pair = bracket(here);
+    return polished(solve(pair.low, pair.high, accuracy, most_rounds, plain, here.context()));
+}
+
+} // namespace qx
