@@ -60,8 +60,7 @@ constexpr ArgumentGroup two_rents() {
             optional("RentFreeMonths", 0.0, "Months without rent, from now on", "none")};
 }
 constexpr ArgumentGroup rent_list(const char* rents = "Rents a year, one for each deferral or one for all") {
-    return {{"AnnRents", rents},
-            Argument{"DeferralMonths", "Months until each rent starts, ascending"}.in_ascending_order()};
+    return {{"AnnRents", rents}, {"DeferralMonths", "Months until each rent starts, one for each rent"}};
 }
 constexpr ArgumentGroup
 dated_rents(const char* rents = "Rents a year, one for each of the dates or one for all; zero for none") {

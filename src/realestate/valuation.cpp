@@ -113,11 +113,12 @@ double with_two_rents(const Routine& here, double MktRent, double PassingAnnRent
     return give(RentSteps{{rents, 2}, {years, 2}});
 }
 
-/// Calls `give` with the rents of a list and the months at which they start.
+/// Calls `give` with the rents of a list and the months at which they start; blank rows at the end are no rents.
 template <class Give>
 double with_rents(View<double> AnnRents, View<double> DeferralMonths, Give give) {
     RentStepList list;
-    for (int i = 1; i <= DeferralMonths.size(); ++i) list.add(AnnRents.single_or(i), in_years(DeferralMonths(i)));
+    const int n = std::min(std::max(AnnRents.lastnonblank(), DeferralMonths.lastnonblank()), DeferralMonths.size());
+    for (int i = 1; i <= n; ++i) list.add(AnnRents.single_or(i), in_years(DeferralMonths(i)));
     return give(list.steps());
 }
 

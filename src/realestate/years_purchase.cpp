@@ -259,7 +259,7 @@ namespace {
 class clsYieldSolveDCFd : public clsYieldSearch {
   public:
     clsYieldSolveDCFd(const Routine& here, double growth, double RevMonths, const YieldTerms& terms)
-        : clsYieldSearch({"discount rate", "yield"}), here_(here), growth_(growth), RevMonths_(RevMonths),
+        : clsYieldSearch({"discount rate", "Yield"}), here_(here), growth_(growth), RevMonths_(RevMonths),
           terms_(terms) {}
 
     double value(double DisAER) override {

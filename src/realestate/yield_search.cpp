@@ -49,11 +49,12 @@ double clsYieldSearch::polished(double rate) {
     constexpr int most_steps = 3;
     constexpr double enough = 1e-14; ///< of the target
     constexpr double aside = 1e-6;   ///< where the slope is measured, as a part of the rate
+    constexpr double least = 1e-3;   ///< or of this
     double off = eval(rate);
     for (int i = 0; i < most_steps && std::fabs(off) > enough; ++i) {
-        const double step = aside * rate;
+        const double step = aside * std::max(std::fabs(rate), least);
         const double next = rate - off * step / (off - eval(rate - step));
-        if (!(std::fabs(next - rate) <= std::fabs(step))) break;
+        if (!(std::fabs(next - rate) <= step)) break;
         const double off_next = eval(next);
         if (!(std::fabs(off_next) < std::fabs(off))) break;
         rate = next;

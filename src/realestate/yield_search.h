@@ -13,10 +13,10 @@
 
 namespace qx {
 
-/// The words of a search: what it looks for, and what that gives.
+/// The words of a search: what it looks for, and the argument that this is to give.
 struct SearchWords {
     const char* rate = "yield";
-    const char* target = "valuation";
+    const char* target = "Valuation";
 };
 
 class clsYieldSearch : public clsSolveBase {

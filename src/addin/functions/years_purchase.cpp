@@ -20,7 +20,7 @@ constexpr Function YPP{
     .calls = core<qx::YPP>,
     .help = "Years' purchase of a perpetuity: the value of a rent of 1 a year for ever",
     .args = {Yield(), yield_terms()},
-    .examples = {"YPP(0.05) ~ 21 1e-12", "YPP(0.05, -1) ~ 20 1e-12", "YPP(0.08, 4) ~ 13.1187 1e-5"},
+    .examples = {"YPP(0.05) ~ 21 1e-12", "YPP(0.05, -1) ~ 20 1e-12", "YPP(0.08, 4) ~ 13.118988 1e-7"},
     .see_also = "YPPDef,YPA,CapValue",
 };
 QX_EXPORT(YPP, 3);
