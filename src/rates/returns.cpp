@@ -15,7 +15,8 @@ namespace {
 
 /// Years between two dates.
 double decimal_years(const date& from, const date& to) {
-    return years_between(from, to, default_daycount, AnnualSequence(1));
+    static const AnnualSequence any(1); // decimal years go by no sequence
+    return years_between(from, to, default_daycount, any);
 }
 
 constexpr const char* return_texts[] = {

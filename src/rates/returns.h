@@ -52,6 +52,7 @@ enum ReturnSwitch : int {
     cumulative_return = 10,
     index_return = 20,
 };
+inline constexpr int return_switches[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 20, 21, 22, 23, 24};
 /// A ReturnSwitch in words.
 std::string DescribeReturn(int ReturnSwitch);
 
