@@ -41,8 +41,8 @@ constexpr const char* index_return_texts[] = {
 const char* return_text(int ReturnSwitch) {
     constexpr int returns = std::size(return_texts), index_returns = std::size(index_return_texts);
     if (ReturnSwitch >= 0 && ReturnSwitch < returns) return return_texts[ReturnSwitch];
-    const int of_index = ReturnSwitch - index_return;
-    return of_index >= 0 && of_index < index_returns ? index_return_texts[of_index] : nullptr;
+    if (ReturnSwitch < index_return || ReturnSwitch >= index_return + index_returns) return nullptr;
+    return index_return_texts[ReturnSwitch - index_return];
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 
 #include "calendar/date.h"
 #include "core/pools.h"
+#include "core/takes.h"
 #include "core/view.h"
 
 #include <string>

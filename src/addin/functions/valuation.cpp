@@ -235,7 +235,7 @@ constexpr Function CapValueTStepRentGrowR{
              relets(), measure(), AbFin(), UOTog(), ROpts(), Brk(), CostsPerc(), cap_terms()},
     .examples = {"CapValueTStepRentGrowR(2010, 0.05, 0.25, 2005, 2011, 1000, 2011, 900, , , 0, 0, 12, 0, 5, , , , , , "
                  ", , -1) ~ 13520 1e-9"},
-    .see_also = "TStepRentGrowR,CapValueGrowGD,CapValueDCFGD,PVTStepRentGrowR",
+    .see_also = "TStepRentGrowR,CapValueGrowGD,CapValueDCFGD",
 };
 QX_EXPORT(CapValueTStepRentGrowR, 24);
 
