@@ -45,6 +45,8 @@ struct YieldTerms {
 // --- What the valuations share
 // ------------------------------------------------------------------------------------------
 
+inline double in_years(double months) { return months / 12.0; }
+
 /// A rent of 1 a year for ever, at a yield. Throws illegalvalue for a true yield of -100% or less.
 class Perpetuity {
   public:
