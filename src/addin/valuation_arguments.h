@@ -2,6 +2,7 @@
 #pragma once
 
 #include "addin/arguments.h"
+#include "realestate/years_purchase.h"
 
 namespace qx {
 
@@ -38,7 +39,8 @@ constexpr Argument payments_a_year() {
 }
 constexpr Argument YieldTypeOpt() {
     return optional("YieldTypeOpt", 0, "0 true yield (annual equivalent), 1 nominal yield", "true yield")
-        .within({0, 1});
+        .within({0, 1})
+        .of(yield_type_values);
 }
 /// YieldTerms and CapTerms.
 constexpr ArgumentGroup yield_terms() { return {PmtsPerYearOpt(), YieldTypeOpt()}; }

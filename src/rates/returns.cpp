@@ -19,39 +19,13 @@ double decimal_years(const date& from, const date& to) {
     return years_between(from, to, default_daycount, any);
 }
 
-constexpr const char* return_texts[] = {
-    "Annualised return",
-    "Range of returns",
-    "Minimum return",
-    "Maximum return",
-    "Mean return",
-    "Median return",
-    "Standard Deviation of returns",
-    "Sample Variance of returns",
-    "Kurtosis in returns",
-    "Skewness in returns",
-    "Cumulative Return",
-};
-constexpr const char* index_return_texts[] = {
-    "Annualised return of the Index", "Range of returns of the Index", "Minimum return of the Index",
-    "Maximum return of the Index",    "Mean return of the Index",
-};
-
-/// The words of a ReturnSwitch, or null.
-const char* return_text(int ReturnSwitch) {
-    constexpr int returns = std::size(return_texts), index_returns = std::size(index_return_texts);
-    if (ReturnSwitch >= 0 && ReturnSwitch < returns) return return_texts[ReturnSwitch];
-    if (ReturnSwitch < index_return || ReturnSwitch >= index_return + index_returns) return nullptr;
-    return index_return_texts[ReturnSwitch - index_return];
-}
-
 } // namespace
 
 std::string DescribeReturn(int ReturnSwitch) {
     Routine here{"DescribeReturn"};
     here.inputs(ReturnSwitch);
-    const char* const text = return_text(ReturnSwitch);
-    return here.returning(std::string(text != nullptr ? text : "Don't recognise the return switch supplied."));
+    return here.returning(
+        std::string(SwitchTable(return_values).words(ReturnSwitch, "Don't recognise the return switch supplied.")));
 }
 
 // --- Time-weighted rate of return
@@ -88,10 +62,11 @@ WorkList<double> TWRR(View<date> FromDate_s, View<date> ToDate_s, const Performa
     check_optional(dates, performance.NetIncomes);
     check_optional(dates, performance.CapExps);
     check_optional(dates, performance.CapRecs);
+    const SwitchValue* const row = SwitchTable(twrr_values).find(TWRRSwitch);
+    if (row == nullptr) here.fail<errlibillegalswitch>("TWRRSwitch", "There is no TWRRSwitch ", TWRRSwitch);
+    here.info(row->name);
     const bool elemental = TWRRSwitch >= twrr_elemental;
     const int part = elemental ? TWRRSwitch - twrr_elemental : TWRRSwitch;
-    if (part < twrr_total || part > twrr_income)
-        here.fail<errlibillegalswitch>("TWRRSwitch", "There is no TWRRSwitch ", TWRRSwitch);
 
     WorkList<double> returns;
     for (int i = 1; i <= dates.size(); ++i) {
@@ -282,9 +257,9 @@ class FlowWalk {
 };
 
 void check_switch(const Routine& here, int ReturnSwitch) {
-    const char* const text = return_text(ReturnSwitch);
-    if (text == nullptr) here.fail<errlibillegalswitch>("ReturnSwitch", "There is no ReturnSwitch ", ReturnSwitch);
-    here.info(text);
+    const SwitchValue* const row = SwitchTable(return_values).find(ReturnSwitch);
+    if (row == nullptr) here.fail<errlibillegalswitch>("ReturnSwitch", "There is no ReturnSwitch ", ReturnSwitch);
+    here.info(row->name);
 }
 void check_first_value(const Routine& here, double value) {
     if (!(value > 0.0)) here.fail<illegalvalue>("Values", "First value mst be positive to return any information");

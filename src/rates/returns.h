@@ -7,6 +7,7 @@
 
 #include "calendar/date.h"
 #include "core/pools.h"
+#include "core/switches.h"
 #include "core/takes.h"
 #include "core/view.h"
 
@@ -20,6 +21,14 @@ enum TWRRSwitch : int {
     twrr_capital = 1,    ///< the part of change in value
     twrr_income = 2,     ///< the part of income
     twrr_elemental = 10, ///< plus one of these: the last elemental return of the period
+};
+inline constexpr SwitchValue twrr_values[] = {
+    {twrr_total, "Total return"},
+    {twrr_capital, "Capital return"},
+    {twrr_income, "Income return"},
+    {twrr_elemental + twrr_total, "Elemental total return"},
+    {twrr_elemental + twrr_capital, "Elemental capital return"},
+    {twrr_elemental + twrr_income, "Elemental income return"},
 };
 inline constexpr int twrr_annualise = 1; ///< TWRROptions
 
@@ -53,7 +62,24 @@ enum ReturnSwitch : int {
     cumulative_return = 10,
     index_return = 20,
 };
-inline constexpr int return_switches[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 20, 21, 22, 23, 24};
+inline constexpr SwitchValue return_values[] = {
+    {annualised_return, "Annualised return"},
+    {range_of_returns, "Range of returns"},
+    {minimum_return, "Minimum return"},
+    {maximum_return, "Maximum return"},
+    {mean_return, "Mean return"},
+    {median_return, "Median return"},
+    {deviation_of_returns, "Standard Deviation of returns"},
+    {variance_of_returns, "Sample Variance of returns"},
+    {kurtosis_of_returns, "Kurtosis in returns"},
+    {skewness_of_returns, "Skewness in returns"},
+    {cumulative_return, "Cumulative Return"},
+    {index_return + annualised_return, "Annualised return of the Index"},
+    {index_return + range_of_returns, "Range of returns of the Index"},
+    {index_return + minimum_return, "Minimum return of the Index"},
+    {index_return + maximum_return, "Maximum return of the Index"},
+    {index_return + mean_return, "Mean return of the Index"},
+};
 /// A ReturnSwitch in words.
 std::string DescribeReturn(int ReturnSwitch);
 

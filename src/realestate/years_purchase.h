@@ -18,6 +18,7 @@
 // below -100%.
 #pragma once
 
+#include "core/switches.h"
 #include "core/takes.h"
 #include "core/view.h"
 
@@ -30,6 +31,11 @@ class Routine;
 enum YieldType : int {
     true_yield = 0,   ///< annual equivalent
     nominal_yield = 1 ///< simple, by the payment
+};
+
+inline constexpr SwitchValue yield_type_values[] = {
+    {true_yield, "True (annual equivalent)"},
+    {nominal_yield, "Nominal"},
 };
 
 /// How rent is paid, and how its yield is quoted.

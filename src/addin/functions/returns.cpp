@@ -22,7 +22,8 @@ constexpr Argument ReturnSwitch(bool with_index) {
                                : "What is returned: 0 annualised return, 1 range, 2 minimum, 3 maximum, 4 mean, 5 "
                                  "median, 6 standard deviation, 7 sample variance, 8 kurtosis, 9 skewness, 10 "
                                  "cumulative return",
-                    "annualised return");
+                    "annualised return")
+        .of(return_values);
 }
 constexpr Argument dates_of_flows(const char* name, const char* help) {
     return Argument{name, help, {Preset::empty}}.in_ascending_order();
@@ -46,7 +47,8 @@ constexpr Function TWRR{
          optional("TWRRSwitch", 0,
                   "What is returned: 0 total return, 1 its part from capital, 2 its part from income; 10 to 12 the "
                   "same of the last valuation in the period alone (elemental return)",
-                  "total return"),
+                  "total return")
+             .of(twrr_values),
          optional("TWRROptions", 0, "Sum of options: 1 annualises the return of the period", "none")},
     .examples = {"TWRR(2005, 2007, {2005;2006;2007}, {100;110;121}) ~ 0.21 1e-12",
                  "TWRR(2005, 2007, {2005;2006;2007}, {100;110;121}, {0;5;5.5}, , , 0, 1) ~ 0.15 1e-12",
@@ -104,7 +106,7 @@ constexpr Function DescribeReturn{
     .category = Category::Banking,
     .calls = core<qx::DescribeReturn>,
     .help = "The ReturnSwitch of TotalReturn in words",
-    .args = {{"ReturnSwitch", "0 to 10, or 20 to 24 for the index"}},
+    .args = {Argument{"ReturnSwitch", "0 to 10, or 20 to 24 for the index"}.of(return_values)},
     .examples = {"DescribeReturn(6) = \"Standard Deviation of returns\""},
     .see_also = "TotalReturn,TotalReturnQ",
 };
