@@ -28,7 +28,8 @@ std::string DescribeReturn(int ReturnSwitch) {
         std::string(SwitchTable(return_values).words(ReturnSwitch, "Don't recognise the return switch supplied.")));
 }
 
-// --- Time-weighted rate of return -----------------------------------------------------------------------------
+// --- Time-weighted rate of return
+// -----------------------------------------------------------------------------------------
 
 namespace {
 
@@ -61,10 +62,11 @@ WorkList<double> TWRR(View<date> FromDate_s, View<date> ToDate_s, const Performa
     check_optional(dates, performance.NetIncomes);
     check_optional(dates, performance.CapExps);
     check_optional(dates, performance.CapRecs);
+    const SwitchValue* const row = SwitchTable(twrr_values).find(TWRRSwitch);
+    if (row == nullptr) here.fail<errlibillegalswitch>("TWRRSwitch", "There is no TWRRSwitch ", TWRRSwitch);
+    here.info(row->name);
     const bool elemental = TWRRSwitch >= twrr_elemental;
     const int part = elemental ? TWRRSwitch - twrr_elemental : TWRRSwitch;
-    if (part < twrr_total || part > twrr_income)
-        here.fail<errlibillegalswitch>("TWRRSwitch", "There is no TWRRSwitch ", TWRRSwitch);
 
     WorkList<double> returns;
     for (int i = 1; i <= dates.size(); ++i) {
@@ -255,9 +257,9 @@ class FlowWalk {
 };
 
 void check_switch(const Routine& here, int ReturnSwitch) {
-    const char* const text = SwitchTable(return_values).words(ReturnSwitch, nullptr);
-    if (text == nullptr) here.fail<errlibillegalswitch>("ReturnSwitch", "There is no ReturnSwitch ", ReturnSwitch);
-    here.info(text);
+    const SwitchValue* const row = SwitchTable(return_values).find(ReturnSwitch);
+    if (row == nullptr) here.fail<errlibillegalswitch>("ReturnSwitch", "There is no ReturnSwitch ", ReturnSwitch);
+    here.info(row->name);
 }
 void check_first_value(const Routine& here, double value) {
     if (!(value > 0.0)) here.fail<illegalvalue>("Values", "First value mst be positive to return any information");

@@ -22,6 +22,14 @@ enum TWRRSwitch : int {
     twrr_income = 2,     ///< the part of income
     twrr_elemental = 10, ///< plus one of these: the last elemental return of the period
 };
+inline constexpr SwitchValue twrr_values[] = {
+    {twrr_total, "Total return"},
+    {twrr_capital, "Capital return"},
+    {twrr_income, "Income return"},
+    {twrr_elemental + twrr_total, "Elemental total return"},
+    {twrr_elemental + twrr_capital, "Elemental capital return"},
+    {twrr_elemental + twrr_income, "Elemental income return"},
+};
 inline constexpr int twrr_annualise = 1; ///< TWRROptions
 
 /// What an investment is valued at, and what it brought and cost since the valuation before.

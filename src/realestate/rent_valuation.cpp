@@ -2,6 +2,7 @@
 
 #include "core/routine.h"
 #include "projections/constant_rate.h"
+#include "realestate/rent_chain.h"
 #include "realestate/yield_solve.h"
 
 #include <algorithm>

@@ -4,6 +4,7 @@
 #include "core/routine.h"
 #include "projections/forecast.h"
 #include "projections/growth.h"
+#include "realestate/rent_chain.h"
 #include "realestate/yield_solve.h"
 
 #include <algorithm>
@@ -11,8 +12,6 @@
 namespace qx {
 
 namespace {
-
-double in_years(double months) { return months / 12.0; }
 
 void note_cap_options(const Routine& here) {
     here.change_note(174, "See Change in Behaviour 174, Oct-05 :New variable CapOption added to allow for averaging of "

@@ -12,8 +12,6 @@ namespace {
 
 constexpr Limits yield_type_limits{true_yield, nominal_yield};
 
-double in_years(double months) { return months / 12.0; }
-
 void check_payments(const Routine& here, double PmtsPerYear, const char* variable) {
     if (iszero(PmtsPerYear)) here.fail<illegalvalue>(variable, variable, " can't be zero!");
 }

@@ -32,8 +32,11 @@ enum YieldType : int {
     true_yield = 0,   ///< annual equivalent
     nominal_yield = 1 ///< simple, by the payment
 };
-inline constexpr SwitchValue yield_type_values[] = {{true_yield, "True (annual equivalent)"},
-                                                    {nominal_yield, "Nominal"}};
+
+inline constexpr SwitchValue yield_type_values[] = {
+    {true_yield, "True (annual equivalent)"},
+    {nominal_yield, "Nominal"},
+};
 
 /// How rent is paid, and how its yield is quoted.
 struct YieldTerms {
@@ -47,6 +50,8 @@ struct YieldTerms {
 
 // --- What the valuations share
 // ------------------------------------------------------------------------------------------
+
+inline double in_years(double months) { return months / 12.0; }
 
 /// A rent of 1 a year for ever, at a yield. Throws illegalvalue for a true yield of -100% or less.
 class Perpetuity {

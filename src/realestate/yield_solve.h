@@ -4,7 +4,6 @@
 
 #include "core/pools.h"
 #include "projections/terms.h"
-#include "realestate/rent_chain.h"
 #include "realestate/valuation.h"
 #include "realestate/yield_search.h"
 

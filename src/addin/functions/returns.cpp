@@ -47,7 +47,8 @@ constexpr Function TWRR{
          optional("TWRRSwitch", 0,
                   "What is returned: 0 total return, 1 its part from capital, 2 its part from income; 10 to 12 the "
                   "same of the last valuation in the period alone (elemental return)",
-                  "total return"),
+                  "total return")
+             .of(twrr_values),
          optional("TWRROptions", 0, "Sum of options: 1 annualises the return of the period", "none")},
     .examples = {"TWRR(2005, 2007, {2005;2006;2007}, {100;110;121}) ~ 0.21 1e-12",
                  "TWRR(2005, 2007, {2005;2006;2007}, {100;110;121}, {0;5;5.5}, , , 0, 1) ~ 0.15 1e-12",
