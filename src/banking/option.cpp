@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <initializer_list>
 #include <limits>
 #include <numbers>
 
@@ -25,8 +26,10 @@ void check(Routine& here, const OptionTerms& terms) {
     here.at_least(terms.Volatility, 0.0, "Volatility");
 }
 
-[[noreturn]] void refuse(const Routine& here, int OptionOutput) {
-    here.fail<errlibillegalswitch>("OptionOutput", "OptionOutput ", OptionOutput, " is invalid in ", here.name());
+/// Refuses an output that a function does not have.
+void check_output(const Routine& here, int OptionOutput, std::initializer_list<int> outputs) {
+    if (std::find(outputs.begin(), outputs.end(), OptionOutput) == outputs.end())
+        here.fail<errlibillegalswitch>("OptionOutput", "OptionOutput ", OptionOutput, " is invalid in ", here.name());
 }
 
 /// 1 for a call, -1 for a put.
@@ -41,6 +44,9 @@ double OptionBS(const OptionTerms& terms, bool PutOption, int OptionOutput) {
     Routine here{"OptionBS"};
     here.inputs(terms, PutOption, OptionOutput);
     check(here, terms);
+    check_output(
+        here, OptionOutput,
+        {option_price, option_delta, option_gamma, option_vega, option_theta, option_rho, option_dividend_rho});
     const auto& [S, K, T, r, sigma, q] = terms;
     const double sign = side(PutOption);
     const double spot = S * std::exp(-q * T);   // the asset without the dividends until the end
@@ -70,10 +76,8 @@ double OptionBS(const OptionTerms& terms, bool PutOption, int OptionOutput) {
                               (deviation > 0.0 ? spot * density * sigma / (2.0 * std::sqrt(T)) : 0.0));
     case option_rho:
         return here.returning(T * strike * of_strike);
-    case option_dividend_rho:
-        return here.returning(-T * spot * of_spot);
     default:
-        refuse(here, OptionOutput);
+        return here.returning(-T * spot * of_spot);
     }
 }
 
@@ -85,6 +89,7 @@ double OptionBinom(const OptionTerms& terms, bool PutOption, bool American, int 
     if (!(terms.TermYrs > 0.0)) here.fail<errlibmin>("TermYrs");
     if (!(terms.Volatility > 0.0)) here.fail<errlibmin>("Volatility");
     here.limit(Steps, fewest_steps, range_capacity - 1, "Steps");
+    check_output(here, OptionOutput, {option_price, option_delta, option_gamma, option_theta});
     const auto payoff = [&](double price) { return std::max(side(PutOption) * (price - terms.StrikePrice), 0.0); };
     const double dt = terms.TermYrs / Steps;
     const double log_up = terms.Volatility * std::sqrt(dt);
@@ -125,10 +130,8 @@ double OptionBinom(const OptionTerms& terms, bool PutOption, bool American, int 
         const double lower = (second[1] - second[0]) / (S * (1.0 - down * down));
         return here.returning((upper - lower) / (0.5 * S * (up * up - down * down)));
     }
-    case option_theta:
-        return here.returning((second[1] - value.get(1)) / (2.0 * dt));
     default:
-        refuse(here, OptionOutput);
+        return here.returning((second[1] - value.get(1)) / (2.0 * dt));
     }
 }
 
@@ -138,6 +141,7 @@ double OptionMonte(const OptionTerms& terms, bool PutOption, double Paths, int S
     here.inputs(terms, PutOption, Paths, Seed, OptionOutput);
     check(here, terms);
     here.limit(Paths, fewest_paths, most_paths, "Paths");
+    check_output(here, OptionOutput, {simulated_price, simulated_error});
     const auto& [S, K, T, r, sigma, q] = terms;
     const auto payoff = [sign = side(PutOption), strike = K](double price) {
         return std::max(sign * (price - strike), 0.0);
@@ -156,16 +160,9 @@ double OptionMonte(const OptionTerms& terms, bool PutOption, double Paths, int S
     }
     const double mean = sum / pairs;
     here.info("Pairs of paths=", static_cast<double>(pairs), " Average payoff=", mean);
-    switch (OptionOutput) {
-    case simulated_price:
-        return here.returning(discount * mean);
-    case simulated_error: {
-        const double variance = std::max(squares / pairs - mean * mean, 0.0) * pairs / (pairs - 1.0);
-        return here.returning(discount * std::sqrt(variance / pairs));
-    }
-    default:
-        refuse(here, OptionOutput);
-    }
+    if (OptionOutput == simulated_price) return here.returning(discount * mean);
+    const double variance = std::max(squares / pairs - mean * mean, 0.0) * pairs / (pairs - 1.0);
+    return here.returning(discount * std::sqrt(variance / pairs));
 }
 
 } // namespace qx
