@@ -21,7 +21,7 @@ struct Charge {
 
 /// What a ledger comes to in a period.
 struct LedgerFigures {
-    double principal = 0.0, interest = 0.0, opening = 0.0, average = 0.0, closing = 0.0;
+    double principal, interest, opening, average, closing;
 
     LedgerFigures& operator+=(const LedgerFigures& other);
 };

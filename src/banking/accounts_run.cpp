@@ -24,7 +24,7 @@ struct Books {
         loans.clear();
     }
 };
-Books books;
+constinit Books books;
 
 /// A charge and the rates of its spans.
 struct Charging {
@@ -344,7 +344,7 @@ void AccountRun::read(Statement& statement) const {
             put(of_fee, *fee_, books.fee);
             statement.from_elsewhere[p] = books.elsewhere.moved(period);
         }
-        LedgerFigures of_loans;
+        LedgerFigures of_loans{};
         double repaid = 0.0, advanced = 0.0;
         while (newest < books.loans.size() && books.loans.start(newest + 1) <= period.to()) ++newest;
         while (oldest <= newest && books.loans.end(oldest) < period.from()) ++oldest;

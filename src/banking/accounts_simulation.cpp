@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <type_traits>
 
 namespace qx {
 
@@ -144,6 +145,7 @@ struct KeptAccount {
     SavedInputs inputs;
     Statement statement;
 };
+static_assert(std::is_trivially_default_constructible_v<KeptAccount>, "not a byte of it is touched before its use");
 KeptAccount kept[kept_accounts];
 unsigned uses = 0;
 

@@ -11,7 +11,10 @@
 
 #include <array>
 #include <cmath>
+#include <fstream>
+#include <iterator>
 #include <random>
+#include <string>
 #include <vector>
 
 namespace qx::test {
@@ -243,6 +246,27 @@ TEST(AccountCache, HoldsSeveralAccountsAndForgetsFailedOnes) {
     account.cash_rates(1) += 1e-13;
     account.cash_rates(2) += 1e-13;
     EXPECT_NE(account.column(1), before);
+}
+
+TEST(AccountLog, TellsTheRunOnceAndEachReading) {
+    const auto text_of_file = [](const char* name) {
+        std::ifstream file(name);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    std::mt19937 random(4);
+    account.draw(random, 24, true);
+    const Column silent = account.column(2);
+    account.options |= write_account_log;
+    EXPECT_EQ(account.column(2), silent);
+    const std::string run = text_of_file("qx_LoanAcctEM.qxl");
+    for (const char* label :
+         {"LoanAcctEM log file opened", "Recalculation due to changes in following variables:", "Time Period n=1,",
+          "Date LookAhead", "Net Requirement", "LTD Req (max zero)", "Req ST", "Cash Req", "Log file closed"})
+        EXPECT_NE(run.find(label), std::string::npos) << label;
+    EXPECT_NE(run.find("variables: Options\n"), std::string::npos) << "and nothing else has changed";
+    EXPECT_NE(text_of_file("qx_LoanAcctEM2.qxl").find("Cash "), std::string::npos);
+    account.column(3);
+    EXPECT_EQ(text_of_file("qx_LoanAcctEM.qxl"), run) << "it was not run again";
 }
 
 } // namespace
