@@ -115,17 +115,15 @@ double present_value(const Routine& here, const Life& life, const Discount& at, 
     return sum;
 }
 
-/// The present value of a stream of steps, each with a discount rate of its own: `flow` takes a period and the discount
-/// factor of each rate at its start, and gives the sum of what the steps pay in it, each times its factor.
+/// The present value of a stream of steps, each with a discount rate of its own: `flow` takes a period and the time in
+/// years to discount over, and gives what the steps pay in it, discounted.
 template <class Flow>
-double present_value_by_step(const Routine& here, const Life& life, const date& NPVDate, View<double> DisAER,
-                             const CashTerms& terms, Flow flow) {
-    WorkList<double> factors(DisAER.size());
+double present_value_by_step(const Routine& here, const Life& life, const date& NPVDate, const CashTerms& terms,
+                             Flow flow) {
     double sum = 0.0;
     each_payment_period(here, life, terms, [&](const timeperiod& period) {
         const double years = terms.years(NPVDate, period.from());
-        for (int i = 1; i <= DisAER.size(); ++i) factors(i) = 1.0 / SafePow(1.0 + DisAER(i), years);
-        const double value = flow(period, View<double>(factors));
+        const double value = flow(period, years);
         if (value != 0.0) here.info("PV at time ", years, " years = ", value);
         sum += value;
     });

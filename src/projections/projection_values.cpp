@@ -112,16 +112,11 @@ double PVStepIC(const date& NPVDate, View<double> DisAER, const Steps& steps, Vi
     Routine here{by_side<Steps>("PVFStepIC", "PVTStepIC")};
     here.inputs(NPVDate, DisAER, steps, AnnualRates, terms);
     terms.check(here, DisAER);
-    const bool one_for_all = AnnualRates.size() == 1;
-    const int n = one_for_all ? std::max(steps.count(), 1) : AnnualRates.size();
     if (Steps::by_from_dates && steps.count() == 0) return here.returning(0.0);
-    WorkList<double> weighted(AnnualRates.empty() ? 0 : n);
-    return here.returning(present_value_by_step(here, whole_extent(steps), NPVDate, DisAER, terms,
-                                                [&](const timeperiod& period, View<double> factors) {
-                                                    for (int i = 1; i <= weighted.size(); ++i)
-                                                        weighted(i) = AnnualRates.single_or(i) * factors.entry(i);
-                                                    return Step(period, steps, weighted, terms.cash());
-                                                }));
+    return here.returning(
+        present_value_by_step(here, whole_extent(steps), NPVDate, terms, [&](const timeperiod& period, double years) {
+            return DiscountedStep(period, steps, AnnualRates, DisAER, years, terms.cash());
+        }));
 }
 
 #define QX_VALUES_OVER(Steps)                                                                                          \

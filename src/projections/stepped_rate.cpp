@@ -136,6 +136,18 @@ double Step(const timeperiod& Time, const Steps& given, View<double> AnnualRates
 }
 
 template <class Steps>
+double DiscountedStep(const timeperiod& Time, const Steps& given, View<double> AnnualRates, View<double> DisAER,
+                      double years, const Basis& basis) {
+    Routine here{by_side<Steps>("DiscountedFStep", "DiscountedTStep"), Routine::internal};
+    here.arguments(QX_NAMED(Time, DisAER, years));
+    Steps steps = given;
+    if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
+    return here.returning(sum_rates(here, Time, steps, basis, [&](int n) {
+        return AnnualRates.single_or(n) / SafePow(1.0 + DisAER.entry(n), years);
+    }));
+}
+
+template <class Steps>
 double StepSF(const timeperiod& Time, const Life& overall, View<date> dates, View<double> AnnualRates,
               const Basis& basis) {
     Routine here{by_side<Steps>("FStepSF", "TStepSF")};
@@ -442,6 +454,7 @@ double StepThenGrowRev(const timeperiod& Time, const date& end, double MktPrice,
 
 #define QX_ROUTINES_OVER(Steps)                                                                                        \
     template double Step(const timeperiod&, const Steps&, View<double>, const Basis&);                                 \
+    template double DiscountedStep(const timeperiod&, const Steps&, View<double>, View<double>, double, const Basis&); \
     template double StepSF<Steps>(const timeperiod&, const Life&, View<date>, View<double>, const Basis&);             \
     template double StepS(const timeperiod&, const Steps&, View<double>, const Seasons&, const Basis&);                \
     template double StepGrow<Steps>(const timeperiod&, const date&, double, View<date>, const Growth&, const Basis&);  \

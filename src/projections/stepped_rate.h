@@ -18,7 +18,11 @@ namespace qx {
 /// The amount that falls into a period of a stream that runs at AnnualRates(n) a year through step n.
 template <class Steps>
 double Step(const timeperiod& Time, const Steps& steps, View<double> AnnualRates, const Basis& basis);
-/// The same of what lies between overall dates.
+/// The same with what step n pays discounted over a time in years, at its own rate DisAER(n) or the last one.
+template <class Steps>
+double DiscountedStep(const timeperiod& Time, const Steps& steps, View<double> AnnualRates, View<double> DisAER,
+                      double years, const Basis& basis);
+/// Step of what lies between overall dates.
 template <class Steps>
 double StepSF(const timeperiod& Time, const Life& overall, View<date> dates, View<double> AnnualRates,
               const Basis& basis);

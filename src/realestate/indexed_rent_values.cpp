@@ -1,26 +1,18 @@
 #include "realestate/indexed_rent_values.h"
 
 #include "core/routine.h"
+#include "realestate/rent_values.h"
 
 namespace qx {
 
 namespace {
 
-/// The dates between which a chain is paid.
-struct PaidSpan {
-    date start, end;
-
-    PaidSpan(const date& RentStart, View<date> BrksOrExp, int Brk, const Relets& relets, const CashTerms& terms,
-             const AbsoluteDates& absolute, int ROpts, const date& Finish) {
-        const LeaseCalendar calendar{{terms.DayCount, terms.CashBasis}, ROpts};
-        const bool overridden = option_present(start_is_absolute, ROpts) && !absolute.AbStart.iszero();
-        start = calendar.rounded(overridden ? absolute.AbStart : RentStart);
-        end = !Finish.iszero()           ? Finish
-              : !absolute.AbFin.iszero() ? absolute.AbFin
-                                         : end_of_chain(calendar.rounded(lease_end(BrksOrExp, Brk)), relets, calendar);
-    }
-    operator Life() const { return {start, end}; }
-};
+/// The walk of a chain that AbStart starts if ROpts say so.
+ChainWalk walk_of(const date& RentStart, View<date> BrksOrExp, int Brk, const Relets& relets, const CashTerms& terms,
+                  const AbsoluteDates& absolute, int ROpts, const date& Finish) {
+    const bool overridden = option_present(start_is_absolute, ROpts) && !absolute.AbStart.iszero();
+    return {overridden ? absolute.AbStart : RentStart, BrksOrExp, Brk, absolute.AbFin, relets, terms, ROpts, Finish};
+}
 
 } // namespace
 
@@ -32,8 +24,8 @@ double PVTStepIdxRentGrowR(const Discount& at, const date& RentStart, View<date>
     here.inputs(at, RentStart, BrksOrExp, MktRent_s, steps, growth, index, indexation, relets, terms, absolute, ROpts,
                 Brk, IdxLag_s, Finish);
     terms.check(here, at.DisAER);
-    const PaidSpan span{RentStart, BrksOrExp, Brk, relets, terms, absolute, ROpts, Finish};
-    return here.returning(present_value(here, span, at, terms, [&](const timeperiod& period) {
+    const ChainWalk walk = walk_of(RentStart, BrksOrExp, Brk, relets, terms, absolute, ROpts, Finish);
+    return here.returning(present_value(here, walk, at, terms, [&](const timeperiod& period) {
         return TStepIdxRentGrowR(period, RentStart, BrksOrExp, MktRent_s, steps, growth, index, indexation, relets,
                                  terms.cash(), absolute, ROpts, Brk, IdxLag_s);
     }));
@@ -48,8 +40,8 @@ double PVTStepIdxRentFcstR(const Discount& at, const date& RentStart, View<date>
                 IdxLag_s);
     terms.check(here, at.DisAER);
     const date no_finish;
-    const PaidSpan span{RentStart, BrksOrExp, Brk, relets, terms, absolute, ROpts, no_finish};
-    return here.returning(present_value(here, span, at, terms, [&](const timeperiod& period) {
+    const ChainWalk walk = walk_of(RentStart, BrksOrExp, Brk, relets, terms, absolute, ROpts, no_finish);
+    return here.returning(present_value(here, walk, at, terms, [&](const timeperiod& period) {
         return TStepIdxRentFcstR(period, RentStart, BrksOrExp, steps, forecast, index, indexation, relets, terms.cash(),
                                  absolute, ROpts, Brk, IdxLag_s);
     }));

@@ -331,7 +331,7 @@ template <class Index, class Source, class First, class Later>
 double indexed_chain(Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain, int RevMos,
                      View<double> MktRent_s, const Source& market_source, const typename Index::Source& index,
                      const typename Index::Settings& settings, View<int> IdxLag_s, const Basis& basis,
-                     const Bounds& bounds, First first, Later later) {
+                     const StreamBounds& bounds, First first, Later later) {
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     const ChainMarket market{calendar, market_source};
     const date start = calendar.rounded(RentStart);
@@ -352,7 +352,7 @@ template <class Index, class Source, class First>
 double indexed_only_chain(Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain,
                           View<double> MktRent_s, const Source& market_source, const typename Index::Source& index,
                           const typename Index::Settings& settings, View<int> IdxLag_s, const Basis& basis,
-                          const Bounds& bounds, First first) {
+                          const StreamBounds& bounds, First first) {
     const Measure measure{basis.DayCount, basis.Periods};
     return indexed_chain<Index>(
         here, Time, RentStart, chain, 0, MktRent_s, market_source, index, settings, IdxLag_s, basis, bounds, first,
@@ -396,7 +396,7 @@ double stepped_chain(Routine& here, const timeperiod& Time, const date& RentStar
     if (calendar.rounds()) dates.emplace(rounded(steps.ReviewDates, calendar));
     const RentSteps rounded_steps{dates ? View<date>(*dates) : steps.ReviewDates, steps.AnnRents};
     const bool overridden = option_present(start_is_absolute, ROpts) && !absolute.AbStart.iszero();
-    const Bounds bounds{overridden ? date() : absolute.AbStart, date()};
+    const StreamBounds bounds{overridden ? date() : absolute.AbStart, date()};
     return indexed_only_chain<Index>(
         here, Time, overridden ? absolute.AbStart : RentStart, {BrksOrExp, Brk, absolute.AbFin, relets, ROpts},
         MktRent_s, market_source, index, settings, IdxLag_s, basis, bounds,

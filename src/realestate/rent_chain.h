@@ -49,7 +49,7 @@ inline WorkList<date> rounded(View<date> dates, const LeaseCalendar& calendar) {
 }
 
 /// The dates between which a chain is measured: zero dates bound nothing.
-struct Bounds {
+struct StreamBounds {
     date Start, Finish;
     void narrow(timeperiod& period) const {
         if (!Start.iszero()) period.setfrom(std::max(period.from(), Start));
@@ -75,7 +75,7 @@ inline Market market_of(const Routine& here, const Relet& relet, View<double> Mk
 /// accruals, and the end of the lease; `later` the period and a relet.
 template <class First, class Later>
 double follow_chain(const Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain, int RevMos,
-                    const Basis& basis, const Bounds& bounds, First first, Later later) {
+                    const Basis& basis, const StreamBounds& bounds, First first, Later later) {
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     const date& limit = chain.AbFin.iszero() ? DateCrit : chain.AbFin;
     const date& start = std::max(bounds.Start, RentStart);

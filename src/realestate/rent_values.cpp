@@ -14,26 +14,15 @@ void check_all(Routine& here, const CashTerms& terms, double DisAER, const Revie
     source.check(here);
 }
 
-/// The last date of a chain that nothing ends: when its last relet expires.
-date end_of_chain(const date& first_expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar) {
-    date expiry = first_expiry;
-    for (int i = 1; i <= Relets::most && expiry < DateCrit; ++i) {
-        const double years = (relets.term_months(i) + relets.void_months(i)) / 12.0;
-        if (expiry.decimal_year() + years >= DateCrit.decimal_year()) return DateCrit;
-        expiry = next_relet(i, expiry, relets, RevMos, calendar, DateCrit).expiry;
-    }
-    return expiry;
-}
-
 } // namespace
 
 ChainWalk::ChainWalk(const date& RentStart, View<date> BrksOrExp, int Brk, const date& AbFin, const Relets& relets,
-                     int RevMos, const CashTerms& terms, int ROpts, const date& Finish) {
+                     const CashTerms& terms, int ROpts, const date& Finish) {
     const LeaseCalendar calendar{{terms.DayCount, terms.CashBasis}, ROpts};
     start_ = calendar.rounded(RentStart);
     end_ = !Finish.iszero()  ? Finish
            : !AbFin.iszero() ? AbFin
-                             : end_of_chain(calendar.rounded(lease_end(BrksOrExp, Brk)), relets, RevMos, calendar);
+                             : end_of_chain(calendar.rounded(lease_end(BrksOrExp, Brk)), relets, calendar);
 }
 
 // --- One lease -------------------------------------------------------------------------------------------------------
@@ -110,8 +99,10 @@ double PVTStepRentGrowIC(const date& NPVDate, View<double> DisAER, const date& R
     reviews.check(here);
     growth.check(here);
     const date expiry = lease_end(BrksOrExp, Brk);
-    return here.returning(present_value_by_step(
-        here, {RentStart, expiry}, NPVDate, DisAER, terms, [&](const timeperiod& period, View<double> factors) {
+    WorkList<double> factors(DisAER.size());
+    return here.returning(
+        present_value_by_step(here, {RentStart, expiry}, NPVDate, terms, [&](const timeperiod& period, double years) {
+            for (int n = 1; n <= factors.size(); ++n) factors(n) = 1.0 / SafePow(1.0 + DisAER(n), years);
             return weighted_step_rent(period, RentStart, BrksOrExp, MktRent, ReviewDates, AnnRents, growth, reviews,
                                       terms.cash(), UOTog, Brk, factors);
         }));
@@ -148,7 +139,7 @@ double PVTStepRentGrowR(const Discount& at, const date& RentStart, View<date> Br
     here.inputs(at, RentStart, BrksOrExp, MktRent_s, ReviewDates, AnnRents, growth, reviews, relets, terms, AbFin,
                 UOTog, ROpts, Brk, Finish);
     check_all(here, terms, at.DisAER, reviews, growth);
-    const ChainWalk walk(RentStart, BrksOrExp, Brk, AbFin, relets, reviews.RevMos, terms, ROpts, Finish);
+    const ChainWalk walk(RentStart, BrksOrExp, Brk, AbFin, relets, terms, ROpts, Finish);
     return here.returning(present_value(here, walk, at, terms, [&](const timeperiod& period) {
         return TStepRentGrowR(period, RentStart, BrksOrExp, MktRent_s, ReviewDates, AnnRents, growth, reviews, relets,
                               terms.cash(), AbFin, UOTog, ROpts, Brk);
@@ -163,7 +154,7 @@ double PVTStepRentFcstR(const Discount& at, const date& RentStart, View<date> Br
     here.inputs(at, RentStart, BrksOrExp, ReviewDates, AnnRents, forecast, reviews, relets, terms, AbFin, UOTog, ROpts,
                 Brk, Finish);
     check_all(here, terms, at.DisAER, reviews, forecast);
-    const ChainWalk walk(RentStart, BrksOrExp, Brk, AbFin, relets, reviews.RevMos, terms, ROpts, Finish);
+    const ChainWalk walk(RentStart, BrksOrExp, Brk, AbFin, relets, terms, ROpts, Finish);
     return here.returning(present_value(here, walk, at, terms, [&](const timeperiod& period) {
         return TStepRentFcstR(period, RentStart, BrksOrExp, ReviewDates, AnnRents, forecast, reviews, relets,
                               terms.cash(), AbFin, UOTog, ROpts, Brk);
@@ -180,9 +171,11 @@ double PVTStepRentGrowRIC(const date& NPVDate, View<double> DisAER, const date& 
     terms.check(here, DisAER);
     reviews.check(here);
     growth.check(here);
-    const ChainWalk walk(RentStart, BrksOrExp, Brk, AbFin, relets, reviews.RevMos, terms, ROpts, Finish);
+    const ChainWalk walk(RentStart, BrksOrExp, Brk, AbFin, relets, terms, ROpts, Finish);
+    WorkList<double> factors(DisAER.size());
     return here.returning(
-        present_value_by_step(here, walk, NPVDate, DisAER, terms, [&](const timeperiod& period, View<double> factors) {
+        present_value_by_step(here, walk, NPVDate, terms, [&](const timeperiod& period, double years) {
+            for (int n = 1; n <= factors.size(); ++n) factors(n) = 1.0 / SafePow(1.0 + DisAER(n), years);
             return weighted_chain_rent(period, RentStart, BrksOrExp, MktRent_s, ReviewDates, AnnRents, growth, reviews,
                                        relets, terms.cash(), AbFin, UOTog, ROpts, Brk, factors);
         }));

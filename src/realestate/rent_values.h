@@ -59,7 +59,7 @@ double PVTStepRentGrowRIC(const date& NPVDate, View<double> DisAER, const date& 
 /// The dates between which the rents of a chain are paid: its rent start and the end of its walk.
 class ChainWalk {
   public:
-    ChainWalk(const date& RentStart, View<date> BrksOrExp, int Brk, const date& AbFin, const Relets& relets, int RevMos,
+    ChainWalk(const date& RentStart, View<date> BrksOrExp, int Brk, const date& AbFin, const Relets& relets,
               const CashTerms& terms, int ROpts, const date& Finish);
     operator Life() const { return {start_, end_}; }
 

@@ -159,7 +159,7 @@ double single_rent(const Routine& here, const timeperiod& Time, const Lease& lea
 template <class Lease>
 double walk_chain(const Routine& here, const timeperiod& Time, const Lease& lease, View<double> MktRent_s,
                   const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis,
-                  const Bounds& bounds) {
+                  const StreamBounds& bounds) {
     const Measure measure{basis.DayCount, basis.Periods};
     return follow_chain(
         here, Time, lease.starts(), chain, rules.reviews.RevMos, basis, bounds,
@@ -188,7 +188,7 @@ double chain_rent(const Routine& here, const timeperiod& Time, const PlainLease&
 
 double chain_rent(const Routine& here, const timeperiod& Time, const SteppedLease& lease, View<double> MktRent_s,
                   const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis,
-                  const Bounds& bounds = {}) {
+                  const StreamBounds& bounds = {}) {
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     if (!calendar.rounds()) return walk_chain(here, Time, lease, MktRent_s, source, rules, chain, basis, bounds);
     const WorkList<date> ends = rounded(lease.ends, calendar);
@@ -562,7 +562,7 @@ namespace {
 
 double from_chain(const Routine& here, const timeperiod& Time, const FromRents& rents, View<double> MktRent_s,
                   const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis,
-                  const Bounds& bounds = {}) {
+                  const StreamBounds& bounds = {}) {
     if (rents.nothing()) return 0.0;
     return chain_rent(here, Time, rents.lease(), MktRent_s, source, rules, chain, basis, bounds);
 }

@@ -53,10 +53,6 @@ constexpr Function Half = changed([](Function& half) {
     half.args[0].help = TWO_HUNDRED_AND_FORTY_FIVE_LETTERS "0123456789.";
 #elif defined(PRESET_OF_A_TEXT)        // expect: an argument's preset is of another kind than the routine's parameter
     half.args[1] = optional("Divisor", "two", "What it is divided by");
-#elif defined(LONG_ARGUMENT_LIST)      // expect: the list of arguments is longer than 255 characters
-    half.args[1].name = TWO_HUNDRED_AND_FORTY_FIVE_LETTERS "123";
-#else                                  // 255 characters with the other name, a comma and two brackets
-    half.args[1].name = TWO_HUNDRED_AND_FORTY_FIVE_LETTERS "12";
 #endif
 });
 
