@@ -154,7 +154,7 @@ class LongLists {
 };
 
 /// Projections take several lists at once (streams, growth, steps, reviews), and what they cost is their product: each
-/// stream walks its growth.
+/// stream walks its growth, and a present value walks the stream for each payment.
 bool is_projection(const Function& function) {
     switch (function.category) {
     case Category::ConstantRate:
@@ -163,6 +163,7 @@ bool is_projection(const Function& function) {
     case Category::LevelsOverTime:
     case Category::DistributedAmount:
     case Category::DiscreteAmount:
+    case Category::ProjectionsNPV:
     case Category::RealEstate:
     case Category::Compatibility:
         return true;
