@@ -72,7 +72,7 @@ double clsYieldSolve::highest_rate() const {
     return terms_.nominal() && in_advance ? std::min(terms_.PmtsPerYearOpt, highest) : highest;
 }
 
-clsYieldSolveDCF::clsYieldSolveDCF(const Routine& here, const RentSteps& steps, double CostsPerc,
+clsYieldSolveDCF::clsYieldSolveDCF(const Routine& here, const RentLayers& steps, double CostsPerc,
                                    const ReviewedMarket& market, LastRent last)
     : here_(here), market_(market), costs_(1.0 + CostsPerc), last_(last), rent_(steps.last_rent()),
       years_(steps.last_year()) {
@@ -94,7 +94,8 @@ double clsYieldSolveDCF::value(double yield) {
 }
 
 double clsYieldSolveDCF::highest_rate() const {
-    return iszero(years_) ? highest : std::min(market_.highest_yield(), highest);
+    constexpr double below = 1.0 - 1e-12; // at a growth of -100% itself there is no value
+    return iszero(years_) ? highest : std::min(market_.highest_yield() * below, highest);
 }
 
 // --- Term and reversion
@@ -109,7 +110,7 @@ double with_two_rents(const Routine& here, double MktRent, double PassingAnnRent
     const double rents[] = {PassingAnnRent, MktRent};
     const double years[] = {in_years(RentFreeMonths), in_years(MonthsNextRev)};
     if (years[0] > years[1]) here.warning("The rent-free months end after the next review");
-    return give(RentSteps{{rents, 2}, {years, 2}});
+    return give(RentLayers{{rents, 2}, {years, 2}});
 }
 
 /// Calls `give` with the rents of a list and the months at which they start; blank rows at the end are no rents.
@@ -179,7 +180,7 @@ struct ByLayers {
         terms.check(here);
     }
     auto asking(const Routine& here, const Question& question, const YieldTerms& terms) const {
-        return [=, this, &here](const RentSteps& steps) {
+        return [=, this, &here](const RentLayers& steps) {
             clsYieldSolve valuation(here, steps, CostsPerc, terms);
             return question.answer(here, valuation);
         };
@@ -193,7 +194,7 @@ struct ByCashFlow {
         ReviewedMarket::check(here, DisAER, RevMos, terms);
     }
     auto asking(const Routine& here, const Question& question, const YieldTerms& terms) const {
-        return [=, this, &here](const RentSteps& steps) {
+        return [=, this, &here](const RentLayers& steps) {
             const ReviewedMarket market(here, DisAER, RevMos, terms);
             clsYieldSolveDCF valuation(here, steps, CostsPerc, market);
             return question.answer(here, valuation);

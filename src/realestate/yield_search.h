@@ -45,7 +45,9 @@ class clsYieldSearch : public clsSolveBase {
 
   private:
     Pair bracket(const Routine& here);
+    bool has_target(const Pair& pair) const;
     double polished(double rate);
+    double halved(const Routine& here, Pair pair);
 
     SearchWords words_;
     double target_ = 0.0, unit_ = 1.0;

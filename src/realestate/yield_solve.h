@@ -10,7 +10,7 @@
 namespace qx {
 
 /// Rent n a year from years n on, for ever. A rent equal to the one before it makes no layer.
-struct RentSteps {
+struct RentLayers {
     View<double> rents, years;
 
     int size() const { return years.size(); }
@@ -39,7 +39,7 @@ class RentStepList {
     void add(double rent, const date& from, const date& ValuationDate);
     /// The last rent becomes the greatest of all, and not less than zero.
     void raise_last(const Routine& here);
-    RentSteps steps() const { return {rents_, years_}; }
+    RentLayers steps() const { return {rents_, years_}; }
 
   private:
     WorkList<double> rents_, years_;
@@ -48,7 +48,7 @@ class RentStepList {
 /// By layers at an equivalent yield.
 class clsYieldSolve : public clsYieldSearch {
   public:
-    clsYieldSolve(const Routine& here, const RentSteps& steps, double CostsPerc, const YieldTerms& terms)
+    clsYieldSolve(const Routine& here, const RentLayers& steps, double CostsPerc, const YieldTerms& terms)
         : here_(here), steps_(steps), costs_(1.0 + CostsPerc), terms_(terms) {}
 
     double value(double yield) override;
@@ -59,7 +59,7 @@ class clsYieldSolve : public clsYieldSearch {
 
   private:
     const Routine& here_;
-    RentSteps steps_;
+    RentLayers steps_;
     double costs_;
     YieldTerms terms_;
 };
@@ -73,7 +73,7 @@ enum class LastRent {
 /// By discounted cash flow: the term at the discount rate, the last rent at the yield.
 class clsYieldSolveDCF : public clsYieldSearch {
   public:
-    clsYieldSolveDCF(const Routine& here, const RentSteps& steps, double CostsPerc, const ReviewedMarket& market,
+    clsYieldSolveDCF(const Routine& here, const RentLayers& steps, double CostsPerc, const ReviewedMarket& market,
                      LastRent last = LastRent::as_of_today);
 
     double value(double yield) override;
