@@ -83,7 +83,8 @@ double multiple_declining_value(const Routine& here, double years, const Asset& 
 bool whole_years_measure_one(const date& start, const Basis& basis) {
     if (basis.cash() || !DayCountCodes::single(basis.DayCount) || start.day() > 27) return false;
     const int code = whole(basis.DayCount);
-    return code == 0 || code == 4 || code == 5;
+    const bool splits_february = start.month() == 2 && start.day() > 1; // which is longer in a leap year
+    return code == 0 || code == 4 || (code == 5 && !splits_february);
 }
 
 double years_digits_value(const Routine& here, const date& TheDate, const date& StartDep, double years,

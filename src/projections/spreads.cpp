@@ -261,7 +261,7 @@ date DepletionDate(double Total, View<date> FromDates, View<double> AnnualRates,
         if (years < DateCrit.decimal_year() - from.decimal_year()) {
             const date depleted = plusmonths(from, years * 12.0, measure.DayCount, measure.Periods);
             here.info("Depleted before the step ", done, ", years left ", years, ", to ", depleted);
-            if (last || FromDates(i + 1) > depleted) return here.returning(date(depleted));
+            if (last || FromDates(i + 1) >= depleted) return here.returning(date(depleted));
         }
         if (last) break;
         const timeperiod step(from, FromDates(i + 1));
@@ -284,7 +284,7 @@ date DepletionDateStart(double Total, View<date> ToDates, View<double> AnnualRat
         if (years < to.decimal_year() - date().decimal_year()) {
             const date start = plusmonths(to, -years * 12.0, measure.DayCount, measure.Periods);
             here.info("Depleted after the step ", done, ", years left ", years, ", from ", start);
-            if (last || ToDates(i - 1) < start) return here.returning(date(start));
+            if (last || ToDates(i - 1) <= start) return here.returning(date(start));
         }
         if (last) break;
         const timeperiod step(ToDates(i - 1), to);
