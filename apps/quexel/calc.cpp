@@ -195,14 +195,14 @@ void tell(const Document& document, std::size_t from = 0) {
 }
 
 /// The list of the cells that show errors: cell, error, reason, and where it came from. Those of which the notes tell
-/// are not told again.
+/// are not reported again.
 void tell_errors(Document& document) {
     constexpr std::size_t most = 100;
-    std::unordered_set<std::string> told;
-    for (const files::Note& note : document.notes) told.insert(note.where);
+    std::unordered_set<std::string> reported;
+    for (const files::Note& note : document.notes) reported.insert(note.where);
     std::vector<sheet::CellError> errors = document.book.errors();
     std::erase_if(errors, [&](const sheet::CellError& error) {
-        return error.origin == error.cell && told.contains(document.place(error.cell));
+        return error.origin == error.cell && reported.contains(document.place(error.cell));
     });
     for (std::size_t i = 0; i < std::min(errors.size(), most); ++i) {
         const sheet::CellError& error = errors[i];
@@ -342,9 +342,9 @@ int calculate(const CalcOptions& options) {
     if (!options.report.empty()) files::write_file(options.report, report_page(document, charts, found));
     if (!options.out.empty() || options.in_place) {
         const Stage writing("Writing", options.in_place ? options.file : options.out, document.bytes().size());
-        const std::size_t told = document.notes.size();
+        const std::size_t reported = document.notes.size();
         write_results(document, charts, options);
-        tell(document, told);
+        tell(document, reported);
     }
     if (!options.get.empty())
         print_chosen(document, options);

@@ -36,12 +36,12 @@ std::string line_of(const Value& value, bool dates) {
 
 /// The reasons of the errors in a result, each once.
 void tell_reasons(const Value& value, const std::string& where) {
-    std::vector<std::string> told;
+    std::vector<std::string> reported;
     const auto tell = [&](const Value& cell) {
         if (!cell.is_error() || cell.reason().empty()) return;
         const std::string line = where + sheet::error_text(cell.error()) + ": " + std::string(cell.reason());
-        if (std::find(told.begin(), told.end(), line) != told.end() || told.size() > 20) return;
-        told.push_back(line);
+        if (std::find(reported.begin(), reported.end(), line) != reported.end() || reported.size() > 20) return;
+        reported.push_back(line);
         std::cerr << line << std::endl;
     };
     if (!value.is(sheet::Type::array)) return tell(value);

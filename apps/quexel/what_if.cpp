@@ -132,7 +132,7 @@ std::vector<Found> seeks_of(Document& document) {
                                  0.0,
                                  {},
                                  wanted.number()});
-            } catch (const sheet::FormulaError&) {} // told of as any formula that cannot be read
+            } catch (const sheet::FormulaError&) {} // reported as any formula that cannot be read
             return true;
         });
     }

@@ -1,4 +1,4 @@
-// Charts of rows or columns of a workbook: what to draw, told in a line, and its drawing.
+// Charts of rows or columns of a workbook: what to draw, named in a line, and its drawing.
 #pragma once
 
 #include "hosts/sheet/workbook.h"

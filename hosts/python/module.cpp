@@ -252,7 +252,7 @@ py::tuple LibraryFunction::call_many(const py::list& fixed, const py::list& colu
     return py::make_tuple(results, failures);
 }
 
-// --- What Python's modules are told of a function
+// --- What Python's modules learn of a function
 // ---------------------------------------------------------------------
 
 const char* kind_name(Kind kind) {

@@ -17,7 +17,7 @@ namespace qx::sheet {
 
 using CsvRows = std::vector<std::vector<std::string>>;
 
-/// The fields of a text. What is broken is told in `problems` and read as well as it can be.
+/// The fields of a text. What is broken is listed in `problems` and read as well as it can be.
 CsvRows read_csv(std::string_view text, std::vector<Problem>& problems);
 
 /// Puts the text of a cell into it as a user would enter it. Throws FormulaError.

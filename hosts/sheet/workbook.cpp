@@ -701,13 +701,13 @@ void Workbook::push_dirty(const Formula& formula, std::vector<Node*>& nodes, int
 }
 
 void Workbook::report_cycle(Node& node) {
-    const bool told = node.cyclic;
+    const bool reported = node.cyclic;
     node.cyclic = true;
     const auto start = std::find(path_.begin(), path_.end(), &node);
     const bool whole = start != path_.end(); // else the cells between are not on the path any more
     const auto first = whole ? start + 1 : path_.begin();
     for (auto member = first; member != path_.end(); ++member) (*member)->cyclic = true;
-    if (told) return;
+    if (reported) return;
     constexpr std::ptrdiff_t most_shown = 12;
     std::string text = "circular reference: " + address_text(node.target) + (whole ? "" : " -> ...");
     for (auto member = first; member != path_.end(); ++member) {
@@ -788,9 +788,9 @@ std::vector<Problem> Workbook::problems() const {
     for (const Node* const node : formulas_) {
         if (!node->formula) continue;
         const CellAddress cell = node->target.first();
-        std::set<std::string> told;
+        std::set<std::string> reported;
         for (const std::string& what : node->formula.unknown)
-            if (told.insert(what).second) problems.push_back({cell, what});
+            if (reported.insert(what).second) problems.push_back({cell, what});
         for (const std::string& name : undefined_names(node->formula))
             problems.push_back({cell, "unknown name \"" + name + "\""});
         if (node->state == Node::deferred)

@@ -10,7 +10,7 @@
 namespace qx {
 
 /// Registers all rows with the host and sets up what calculations share. With a log, the steps are written to
-/// qx_AutoOpen.qxl beside the add-in. Never fails: what goes wrong is told to the user by the host.
+/// qx_AutoOpen.qxl beside the add-in. Never fails: what goes wrong is shown to the user by the host.
 void open_addin(bool with_log);
 
 /// The help file that belongs to an add-in's full path.

@@ -1,4 +1,4 @@
-// Worksheet functions of one date: what they return of it is told in date.h.
+// Worksheet functions of one date: what they return of it is described in date.h.
 #pragma once
 
 #include "calendar/date.h"

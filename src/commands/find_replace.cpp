@@ -218,7 +218,7 @@ bool clsfindreplace::confine(Selection& selection) {
 
 void clsfindreplace::look(const Selection& selection) {
     const Replacer replacer(findtext, replacetext);
-    replacer({});                       // a replacement that cannot be carried out is told even if no cell is filled
+    replacer({}); // a replacement that cannot be carried out is reported even if no cell is filled
     std::set<std::pair<int, int>> seen; // areas may overlap
     std::size_t filled = 0, unread = 0;
     for (const XLREF& area : selection.areas)

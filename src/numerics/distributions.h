@@ -1,4 +1,4 @@
-// Simulation: draws from distributions told by three points, and their cumulative probabilities.
+// Simulation: draws from distributions given by three points, and their cumulative probabilities.
 //
 //     Distribution(80, 100, 130, 2, -1)     a draw from a triangle
 //     Distribution(80, 100, 130, 2, 0.9)    what lies above nine draws in ten
