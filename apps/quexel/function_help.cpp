@@ -248,9 +248,6 @@ class Calls {
             switch (function_.calls.kinds[i]) {
             case Kind::number:
             case Kind::integer:
-            case Kind::date:
-            case Kind::period_start:
-            case Kind::period_base:
                 probe(i, "\"text\"", "a text for ", "");
                 break;
             case Kind::list:
