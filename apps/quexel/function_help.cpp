@@ -114,7 +114,8 @@ std::string topic_of_argument(const Argument& argument, Kind kind) {
     if (name.starts_with("Growth")) return "growth";
     if (name == "ProjMode") return "projection-modes";
     if (name.starts_with("Fcst") || name.starts_with("StartFcst")) return "forecasts";
-    if (name.starts_with("FirstRev") || name.starts_with("RevMo") || name == "RevDisc" || name == "UOTog") return "reviews";
+    if (name.starts_with("FirstRev") || name.starts_with("RevMo") || name == "RevDisc" || name == "UOTog")
+        return "reviews";
     return {};
 }
 
@@ -199,7 +200,8 @@ class Calls {
             return text + ".";
         }
         if (function_.calls.gives_dates) return "A date number in one cell; format it as a date.";
-        if (gives != Kind::none && gives != Kind::any && gives != Kind::cell) return capital(one(gives)) + " in one cell.";
+        if (gives != Kind::none && gives != Kind::any && gives != Kind::cell)
+            return capital(one(gives)) + " in one cell.";
         if (value.is_text()) return "A text in one cell, in the first example.";
         if (value.is(sheet::Type::boolean)) return "TRUE or FALSE in one cell, in the first example.";
         if (value.is(sheet::Type::number)) return "A number in one cell, in the first example.";
@@ -244,8 +246,7 @@ class Calls {
             if (limits.has_high())
                 probe(i, sheet::general_text(limits.high + 1), "", " above " + sheet::general_text(limits.high));
         }
-        for (int i = 0; i < function_.arity(); ++i)
-            switch (function_.calls.kinds[i]) {
+        for (int i = 0; i < function_.arity(); ++i) switch (function_.calls.kinds[i]) {
             case Kind::number:
             case Kind::integer:
                 probe(i, "\"text\"", "a text for ", "");
@@ -368,7 +369,8 @@ const char* overview(Category category) {
     case Category::Text:
         return "Texts taken apart, put together, searched and formatted, numbers and money in words.";
     case Category::Compatibility:
-        return "Functions kept for older workbooks. The page of each names the one that takes its place, where there is "
+        return "Functions kept for older workbooks. The page of each names the one that takes its place, where there "
+               "is "
                "one.";
     case Category::SpecialDates:
         return "Holidays, business days, anniversaries and dates given by their place in a month.";
@@ -385,11 +387,13 @@ const char* overview(Category category) {
     case Category::PetroleumEconomics:
         return "Production that declines: rates, volumes and reserves.";
     case Category::Banking:
-        return "Loans: principal, interest and balances of a period, repayment schedules, pools and the sizing of debt.";
+        return "Loans: principal, interest and balances of a period, repayment schedules, pools and the sizing of "
+               "debt.";
     case Category::InstantaneousLevel:
         return "How high something is on one date: growth, forecasts, indices and steps read at a moment.";
     case Category::RealEstate:
-        return "Rents and leases with reviews, breaks, voids and relets; valuation, yields, service charges and letting "
+        return "Rents and leases with reviews, breaks, voids and relets; valuation, yields, service charges and "
+               "letting "
                "costs.";
     case Category::RangeOperations:
         return "Lists sorted, joined, filtered, summed and looked up.";

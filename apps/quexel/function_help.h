@@ -14,10 +14,10 @@ namespace qx::app {
 struct ArgumentHelp {
     std::string name;
     std::string text;
-    std::string what;    ///< "a number", "a list of dates"
-    std::string topic;   ///< the topic that explains it, "day-counts"; mostly empty
-    std::string range;   ///< "0 to 999"; empty for any
-    std::string preset;  ///< what it is when left out; empty if it must be given
+    std::string what;                                ///< "a number", "a list of dates"
+    std::string topic;                               ///< the topic that explains it, "day-counts"; mostly empty
+    std::string range;                               ///< "0 to 999"; empty for any
+    std::string preset;                              ///< what it is when left out; empty if it must be given
     std::vector<std::pair<int, std::string>> values; ///< of a switch
 };
 

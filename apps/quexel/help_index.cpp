@@ -27,8 +27,11 @@ std::vector<HelpEntry> help_index() {
             entries.push_back({builtin.name, std::string("Built in: ") + group.title, builtin.help,
                                std::string("built-in.html#") + builtin.name, builtin.arguments});
     for (const Command* command = all_commands(); command != nullptr; command = command->next)
-        entries.push_back({command->name, "Command of a spreadsheet", command->help,
-                           std::string("commands.html#") + command->name, {}});
+        entries.push_back({command->name,
+                           "Command of a spreadsheet",
+                           command->help,
+                           std::string("commands.html#") + command->name,
+                           {}});
     return entries;
 }
 

@@ -149,7 +149,8 @@ class Pages {
             html += "<details" + std::string(argument.values.size() <= 8 ? " open" : "") +
                     "><summary>Values</summary><table>\n";
             for (const auto& [code, name] : argument.values)
-                html += "<tr><td><code>" + std::to_string(code) + "</code></td><td>" + html_escaped(name) + "</td></tr>\n";
+                html +=
+                    "<tr><td><code>" + std::to_string(code) + "</code></td><td>" + html_escaped(name) + "</td></tr>\n";
             html += "</table></details>";
         }
         return html + "</td></tr>\n";
@@ -157,9 +158,9 @@ class Pages {
 
     void write_function(const Function& function) {
         const FunctionHelp help = help_of(function);
-        std::string body = "<p class=\"soft\">" +
-                           link(page_of(function.category), short_category(function.category)) + "</p>\n<h1>" +
-                           html_escaped(function.name) + "</h1>\n<p>" + html_escaped(function.help) + "</p>\n";
+        std::string body = "<p class=\"soft\">" + link(page_of(function.category), short_category(function.category)) +
+                           "</p>\n<h1>" + html_escaped(function.name) + "</h1>\n<p>" + html_escaped(function.help) +
+                           "</p>\n";
         if (!help.note.empty()) body += "<p class=\"note\">" + html_escaped(help.note) + "</p>\n";
         body += "<h2>Syntax</h2>\n<p><code>" + html_escaped(help.syntax) + "</code></p>\n";
         if (!help.arguments.empty()) {
@@ -182,7 +183,8 @@ class Pages {
                 " See " + link("topic-errors.html", "errors") + ".</p>\n";
         body += "<h2>Examples</h2>\n";
         for (const ExampleHelp& example : help.examples) {
-            body += "<pre class=\"example\">" + html_escaped(example.formula) + "  " + html_escaped(example.result) + "</pre>\n";
+            body += "<pre class=\"example\">" + html_escaped(example.formula) + "  " + html_escaped(example.result) +
+                    "</pre>\n";
             if (!example.note.empty()) body += "<p class=\"soft\">" + html_escaped(example.note) + "</p>\n";
             if (!example.cells.empty())
                 body += "<p class=\"soft\">As an array formula in " + html_escaped(example.cells) + "</p>\n";
@@ -205,8 +207,8 @@ class Pages {
     }
 
     void write_category(const std::string& name, const std::vector<const Function*>& members) {
-        std::string body = "<h1>" + html_escaped(name) + "</h1>\n<p>" +
-                           html_escaped(overview(members.front()->category)) + "</p>\n";
+        std::string body =
+            "<h1>" + html_escaped(name) + "</h1>\n<p>" + html_escaped(overview(members.front()->category)) + "</p>\n";
         std::set<std::string> concepts;
         body += "<table class=\"stack\">\n";
         for (const Function* const function : members) {
@@ -235,8 +237,9 @@ class Pages {
     }
 
     void write_builtins() {
-        std::string body = "<h1>Functions built into the workbook</h1>\n<p>The everyday functions that quexel has beside "
-                           "those of the library. In a spreadsheet they are the spreadsheet's own.</p>\n";
+        std::string body =
+            "<h1>Functions built into the workbook</h1>\n<p>The everyday functions that quexel has beside "
+            "those of the library. In a spreadsheet they are the spreadsheet's own.</p>\n";
         for (const sheet::BuiltinGroup& group : sheet::builtin_groups()) {
             body += "<h2>" + html_escaped(group.title) + "</h2>\n<table class=\"stack\">\n";
             for (const sheet::Builtin& builtin : group.functions)
@@ -255,13 +258,15 @@ class Pages {
         for (const Command* command = all_commands(); command != nullptr; command = command->next)
             commands[command->name] = command->help;
         for (const auto& [name, text] : commands)
-            body += "<tr id=\"" + name + "\"><td><code>" + name + "</code></td><td>" + html_escaped(text) + "</td></tr>\n";
+            body +=
+                "<tr id=\"" + name + "\"><td><code>" + name + "</code></td><td>" + html_escaped(text) + "</td></tr>\n";
         write("commands.html", "Commands", body + "</table>\n");
     }
 
     void write_index(const std::map<std::string, std::vector<const Function*>>& categories) {
-        std::string body = "<dl id=\"found\"></dl>\n<div id=\"contents\">\n<h1>Quexel help</h1>\n<p>Worksheet functions for "
-                           "models of property, project finance and banking. Type in the field above to search.</p>\n";
+        std::string body =
+            "<dl id=\"found\"></dl>\n<div id=\"contents\">\n<h1>Quexel help</h1>\n<p>Worksheet functions for "
+            "models of property, project finance and banking. Type in the field above to search.</p>\n";
         for (const bool on_functions : {true, false}) {
             if (on_functions) {
                 body += "<h2>Functions</h2>\n<table class=\"stack\">\n";
@@ -271,8 +276,10 @@ class Pages {
                             std::to_string(members.size()) + "</span></td><td>" + html_escaped(overview(category)) +
                             "</td></tr>\n";
                 }
-                body += "<tr><td>" + link("built-in.html", "Built in") + "</td><td>The everyday functions of quexel's own "
-                        "workbook.</td></tr>\n<tr><td>" + link("commands.html", "Commands") +
+                body += "<tr><td>" + link("built-in.html", "Built in") +
+                        "</td><td>The everyday functions of quexel's own "
+                        "workbook.</td></tr>\n<tr><td>" +
+                        link("commands.html", "Commands") +
                         "</td><td>The add-in's commands in a spreadsheet.</td></tr>\n</table>\n";
             }
             body += on_functions ? "<h2>What functions have in common</h2>\n<ul>\n" : "<h2>The program</h2>\n<ul>\n";

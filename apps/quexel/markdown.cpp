@@ -132,7 +132,8 @@ class Converter {
         html_ += "<ul>\n";
         while (at_ < lines_.size() && lines_[at_].starts_with("- ")) {
             std::string item(lines_[at_++].substr(2));
-            while (at_ < lines_.size() && lines_[at_].starts_with("  ")) item += ' ' + std::string(trimmed(lines_[at_++]));
+            while (at_ < lines_.size() && lines_[at_].starts_with("  "))
+                item += ' ' + std::string(trimmed(lines_[at_++]));
             html_ += "<li>" + inlined(item) + "</li>\n";
         }
         html_ += "</ul>\n";
@@ -165,9 +166,9 @@ class Converter {
                 const std::string words = html_escaped(text.substr(1, close - 1));
                 html += page.empty() ? words : "<a href=\"" + page + "\">" + words + "</a>";
                 text.remove_prefix(last + 1);
-            } else if (const std::size_t star = text.find('*', 1);
-                       text[0] == '*' && star != std::string_view::npos && star > 1 && text[1] != ' ' &&
-                       text[star - 1] != ' ') {
+            } else if (const std::size_t star = text.find('*', 1); text[0] == '*' && star != std::string_view::npos &&
+                                                                   star > 1 && text[1] != ' ' &&
+                                                                   text[star - 1] != ' ') {
                 html += "<em>" + html_escaped(text.substr(1, star - 1)) + "</em>";
                 text.remove_prefix(star + 1);
             } else {

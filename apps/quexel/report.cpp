@@ -125,8 +125,8 @@ class Page {
 
     void add_charts() {
         for (const files::Chart& chart : charts_)
-            body_ += "<figure><figcaption>" + html_escaped(chart.title) + "</figcaption>\n" + files::svg_of(book_, chart) +
-                     "</figure>\n";
+            body_ += "<figure><figcaption>" + html_escaped(chart.title) + "</figcaption>\n" +
+                     files::svg_of(book_, chart) + "</figure>\n";
     }
 
     void add_found() {
@@ -176,7 +176,8 @@ class Page {
         std::string classes = field.to_the_right ? "n" : value.is_error() ? "e" : "";
         body_ += classes.empty() ? "<td" : "<td class=\"" + classes + "\"";
         if (const std::string place = document_.place(cell); explained_.contains(place))
-            body_ += " data-cell=\"" + html_escaped(place) + "\"><button>" + html_escaped(field.text) + "</button></td>";
+            body_ +=
+                " data-cell=\"" + html_escaped(place) + "\"><button>" + html_escaped(field.text) + "</button></td>";
         else
             body_ += ">" + html_escaped(field.text) + "</td>";
     }

@@ -282,9 +282,7 @@ In quexel and its workbooks, and in versions of Excel without these functions, b
 };
 
 /// Texts without the blanks that the texts of the trace end in.
-std::string trimmed(std::string_view text) {
-    return std::string(text.substr(0, text.find_last_not_of("\t ") + 1));
-}
+std::string trimmed(std::string_view text) { return std::string(text.substr(0, text.find_last_not_of("\t ") + 1)); }
 
 } // namespace
 
@@ -319,8 +317,8 @@ void print_topics(std::ostream& out) {
         out << (on_functions ? "\nWhat functions have in common:\n\n" : "\nThe program:\n\n");
         for (const Topic& topic : all_topics)
             if (topic.on_functions == on_functions)
-                out << "  " << topic.name << std::string(18 - std::string_view(topic.name).size(), ' ')
-                    << topic.summary << '\n';
+                out << "  " << topic.name << std::string(18 - std::string_view(topic.name).size(), ' ') << topic.summary
+                    << '\n';
     }
     out << "\nquexel functions lists the functions by category.\n";
 }
@@ -331,8 +329,7 @@ bool print_topic(std::ostream& out, const std::string& name) {
     out << topic->summary << "\n\n" << topic->text;
     const auto print = [&](const auto& rows) {
         out << '\n';
-        for (const auto& [code, text] : rows)
-            out << "  " << code << std::string(7 - code.size(), ' ') << text << '\n';
+        for (const auto& [code, text] : rows) out << "  " << code << std::string(7 - code.size(), ' ') << text << '\n';
     };
     if (topic->values.count > 0) print(value_table(*topic));
     if (topic->lists_errors) print(error_table());
