@@ -66,5 +66,9 @@ struct FunctionsOptions {
 int functions(const FunctionsOptions& options);
 /// The help of a function or a topic; the topics without a name.
 int help(const std::string& name);
+/// Lists the pages of help that hold all the words.
+int search_help(const std::vector<std::string>& words);
+/// Writes help as a folder of pages.
+int write_help(const std::string& folder);
 
 } // namespace qx::app

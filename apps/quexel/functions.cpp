@@ -1,8 +1,10 @@
 #include "apps/quexel/commands.h"
 
 #include "addin/registration.h"
-#include "apps/quexel/manual.h"
+#include "apps/quexel/function_help.h"
+#include "apps/quexel/help_index.h"
 #include "apps/quexel/output.h"
+#include "apps/quexel/topics.h"
 #include "hosts/sheet/builtins.h"
 #include "hosts/sheet/text.h"
 
@@ -15,34 +17,9 @@ namespace qx::app {
 
 namespace {
 
-/// The declared functions in the order of their names.
-std::vector<const Function*> declared() {
-    std::vector<const Function*> list;
-    for (const Registered* node = all_functions(); node != nullptr; node = node->next) list.push_back(&node->function);
-    std::sort(list.begin(), list.end(),
-              [](const Function* a, const Function* b) { return sheet::compare_ignoring_case(a->name, b->name) < 0; });
-    return list;
-}
-
-/// The name of a category without the mark that all have.
-std::string_view short_category(Category category) {
-    const std::string_view name = category_name(category);
-    return name.starts_with("QX: ") ? name.substr(4) : name;
-}
-
 bool in_category(const Function& function, std::string_view wanted) {
     return wanted.empty() || sheet::equal_ignoring_case(wanted, category_name(function.category)) ||
            sheet::equal_ignoring_case(wanted, short_category(function.category));
-}
-
-std::string signature(const Function& function) {
-    std::string text = std::string(function.name) + "(";
-    for (int i = 0; i < function.arity(); ++i) {
-        const Argument& argument = function.args[i];
-        if (i > 0) text += ", ";
-        text += argument.is_optional() ? "[" + std::string(argument.name) + "]" : std::string(argument.name);
-    }
-    return text + ")";
 }
 
 nlohmann::ordered_json preset_json(const Preset& preset) {
@@ -57,32 +34,6 @@ nlohmann::ordered_json preset_json(const Preset& preset) {
         return preset.words == nullptr ? "" : preset.words;
     default:
         return nullptr;
-    }
-}
-
-/// "0 Sum, 1 Average".
-std::string values_text(const SwitchTable& values) {
-    std::string text;
-    for (const SwitchValue& value : values)
-        if (value.name != nullptr)
-            text += (text.empty() ? "" : ", ") + std::to_string(value.code) + ' ' + std::string(value.name);
-    return text.substr(0, text.find_last_not_of("\t ") + 1);
-}
-
-std::string preset_text(const Preset& preset) {
-    switch (preset.type) {
-    case Preset::number:
-    case Preset::sequence: {
-        const std::string number = sheet::general_text(preset.value);
-        const bool adds_nothing = preset.words == nullptr || std::string_view(preset.words).ends_with(number);
-        return adds_nothing ? number : number + ", " + preset.words; // not "0, Defaulted to 0"
-    }
-    case Preset::boolean:
-        return preset.value != 0.0 ? "TRUE" : "FALSE";
-    case Preset::text:
-        return preset.words == nullptr || *preset.words == '\0' ? "empty" : "\"" + std::string(preset.words) + "\"";
-    default:
-        return "none";
     }
 }
 
@@ -125,19 +76,6 @@ std::size_t distance(std::string_view a, std::string_view b) {
     return row[y.size()];
 }
 
-/// The related functions that exist, "DateSeq, NextDateSeq".
-std::string see_also(const Function& function) {
-    std::stringstream names(function.see_also);
-    std::string list;
-    for (std::string name; std::getline(names, name, ',');)
-        if (find_function(name) != nullptr) list += (list.empty() ? "" : ", ") + name;
-    return list;
-}
-
-} // namespace
-
-namespace {
-
 /// The arguments of a built-in function as a call shows them.
 std::string signature(const sheet::Builtin& builtin) {
     return std::string(builtin.name) + "(" + builtin.arguments + ")";
@@ -175,16 +113,56 @@ int builtin_help(const sheet::Builtin& builtin) {
 
 } // namespace
 
+/// Prints the page of a function.
+static void print(const Function& function, const FunctionHelp& help) {
+    std::cout << help.syntax << '\n' << short_category(function.category) << "\n\n";
+    print_wrapped(function.help, "", 0);
+    if (!help.note.empty()) {
+        std::cout << '\n';
+        print_wrapped(help.note, "", 0);
+    }
+    if (!help.arguments.empty()) {
+        std::cout << "\nArguments\n";
+        std::size_t width = 0;
+        for (const ArgumentHelp& argument : help.arguments) width = std::max(width, argument.name.size());
+        const auto more = [&](const std::string& text) { print_wrapped(text, "", width + 4); };
+        for (const ArgumentHelp& argument : help.arguments) {
+            print_wrapped(argument.text, "  " + argument.name, width + 4);
+            std::string what = "Is " + argument.what;
+            if (!argument.range.empty()) what += ", " + argument.range;
+            if (!argument.preset.empty()) what += ". Default: " + argument.preset;
+            more(what);
+            std::string values;
+            for (const auto& [code, name] : argument.values)
+                values += (values.empty() ? "Values: " : ", ") + std::to_string(code) + ' ' + name;
+            if (!values.empty()) more(values);
+        }
+    }
+    std::cout << "\nResult\n";
+    print_wrapped(help.result, "  ", 2);
+    if (!help.errors.empty()) std::cout << "\nErrors\n";
+    for (const ErrorHelp& error : help.errors)
+        print_wrapped(error.cause + ": " + error.shows + ", " + error.reason, "  ", 2);
+    if (!help.examples.empty()) std::cout << "\nExamples\n";
+    for (const ExampleHelp& example : help.examples) std::cout << "  " << example.line() << '\n';
+    std::string related;
+    for (const std::string& name : help.related) related += (related.empty() ? "" : ", ") + name;
+    if (!related.empty()) {
+        std::cout << '\n';
+        print_wrapped(related, "See also:", 10);
+    }
+}
+
 int functions(const FunctionsOptions& options) {
     if (options.builtins) return builtin_functions(options);
-    std::vector<const Function*> list = declared();
+    std::vector<const Function*> list = declared_functions();
     list.erase(std::remove_if(list.begin(), list.end(),
                               [&](const Function* function) { return !in_category(*function, options.category); }),
                list.end());
     if (list.empty() && !options.category.empty()) {
         std::cerr << "no category \"" << sheet::valid_utf8(options.category) << "\"; there are:\n";
         std::vector<std::string_view> names;
-        for (const Function* const function : declared()) names.push_back(short_category(function->category));
+        for (const Function* const function : declared_functions()) names.push_back(short_category(function->category));
         std::sort(names.begin(), names.end());
         names.erase(std::unique(names.begin(), names.end()), names.end());
         for (const std::string_view name : names) std::cerr << "  " << name << '\n';
@@ -204,6 +182,8 @@ int functions(const FunctionsOptions& options) {
                                      {"optional", argument.is_optional()},
                                      {"default", preset_json(argument.preset)},
                                      {"help", argument.help}});
+                if (argument.limits.has_low()) arguments.back()["low"] = argument.limits.low;
+                if (argument.limits.has_high()) arguments.back()["high"] = argument.limits.high;
                 for (const SwitchValue& value : argument.values)
                     if (value.name != nullptr) arguments.back()["values"][std::to_string(value.code)] = value.name;
             }
@@ -239,35 +219,36 @@ int help(const std::string& name) {
     if (print_topic(std::cout, name)) return 0;
     const Function* const function = find_function(name);
     if (function == nullptr) {
+        for (const Function* const each : declared_functions())
+            if (in_category(*each, name)) {
+                print_wrapped(overview(each->category), "", 0);
+                std::cout << '\n';
+                return functions({.category = name});
+            }
         if (const sheet::Builtin* const builtin = sheet::find_builtin(name)) return builtin_help(*builtin);
         std::cerr << "no function or topic \"" << sheet::valid_utf8(name) << "\"";
         std::string close;
-        for (const Function* const candidate : declared())
+        for (const Function* const candidate : declared_functions())
             if (name.size() < 64 && distance(candidate->name, name) <= 1 + name.size() / 4)
                 close += (close.empty() ? "" : ", ") + std::string(candidate->name);
         if (!close.empty()) std::cerr << "; did you mean " << close << "?";
         std::cerr << '\n';
         return 1;
     }
-    std::cout << signature(*function) << '\n' << short_category(function->category) << "\n\n";
-    print_wrapped(function->help, "", 0);
-    if (function->arity() > 0) {
-        std::cout << "\nArguments\n";
-        std::size_t width = 0;
-        for (int i = 0; i < function->arity(); ++i) width = std::max(width, std::strlen(function->args[i].name));
-        for (int i = 0; i < function->arity(); ++i) {
-            const Argument& argument = function->args[i];
-            print_wrapped(argument.help, "  " + std::string(argument.name), width + 4);
-            if (const std::string values = values_text(argument.values); !values.empty())
-                print_wrapped("Values: " + values, "", width + 4);
-            if (argument.is_optional()) print_wrapped("Default: " + preset_text(argument.preset), "", width + 4);
-        }
+    print(*function, help_of(*function));
+    return 0;
+}
+
+int search_help(const std::vector<std::string>& words) {
+    const std::vector<HelpEntry> found = search(words);
+    if (found.empty()) {
+        std::cerr << "nothing found; quexel functions lists all functions, quexel help the topics\n";
+        return 1;
     }
-    if (function->examples[0] != nullptr) std::cout << "\nExamples\n";
-    for (const char* const example : function->examples)
-        if (example != nullptr) std::cout << "  " << example << '\n';
-    const std::string related = see_also(*function);
-    if (!related.empty()) std::cout << "\nSee also: " << related << '\n';
+    std::size_t width = 0;
+    for (const HelpEntry& entry : found) width = std::max(width, std::min<std::size_t>(entry.name.size(), 22));
+    for (const HelpEntry& entry : found) print_wrapped(entry.summary, "  " + entry.name + "  ", width + 4);
+    std::cerr << found.size() << (found.size() == 1 ? " page" : " pages") << "; quexel help NAME shows one\n";
     return 0;
 }
 

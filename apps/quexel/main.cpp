@@ -67,6 +67,7 @@ int run(int argc, char** argv) {
                    "  quexel calc model.xlsx --set B2=5e6 --get NPV\n"
                    "  quexel trace 'DYear(38000)'\n"
                    "  quexel help MonthEnd\n"
+                   "  quexel help --search rent review\n"
                    "  quexel help");
     int status = 0;
 
@@ -160,7 +161,23 @@ int run(int argc, char** argv) {
     CLI::App* const help_command =
         program.add_subcommand("help", "Tell what a function does and takes, or explain a topic");
     help_command->add_option("name", name, "Name of a function, a command or a topic; none lists the topics");
+    std::vector<std::string> words;
+    CLI::Option* const search_option =
+        help_command->add_option("--search", words, "List the functions and topics that hold these words")
+            ->type_name("WORDS");
+    std::string folder;
+    help_command->add_option("--html", folder, "Write help as pages with search, for a browser, to this folder")
+        ->type_name("FOLDER")
+        ->excludes(search_option);
     help_command->callback([&] {
+        if (!words.empty()) {
+            status = search_help(words);
+            return;
+        }
+        if (!folder.empty()) {
+            status = write_help(folder);
+            return;
+        }
         for (const CLI::App* const command :
              program.get_subcommands([&](const CLI::App* c) { return c->check_name(name); }))
             if (!name.empty()) {

@@ -1,4 +1,6 @@
 #include "apps/quexel/report.h"
+
+#include "apps/quexel/markdown.h"
 #include "apps/quexel/output.h"
 #include "apps/quexel/tracing.h"
 
@@ -24,30 +26,6 @@ namespace {
 constexpr std::uint32_t most_rows = 2000, most_columns = 200;
 constexpr std::size_t most_traced = 2000, most_trace_bytes = 16u << 20;
 
-std::string escaped(std::string_view text) {
-    std::string result;
-    for (const char c : sheet::valid_utf8(text)) {
-        if (c == '<')
-            result += "&lt;";
-        else if (c == '>')
-            result += "&gt;";
-        else if (c == '&')
-            result += "&amp;";
-        else if (c == '"')
-            result += "&quot;";
-        else
-            result += c;
-    }
-    return result;
-}
-
-/// A JSON string that is safe inside a script element.
-std::string script_string(std::string_view text) {
-    std::string json = files::json_string(text);
-    for (std::size_t at = 0; (at = json.find('<', at)) != std::string::npos;) json.replace(at, 1, "\\u003c");
-    return json;
-}
-
 class Page {
   public:
     Page(Document& document, const std::vector<files::Chart>& charts, const std::vector<Found>& found)
@@ -57,7 +35,7 @@ class Page {
         for (std::uint16_t number = 0; number < book_.sheet_count(); ++number) add_cells(number);
         book_.recalculate(); // what the traces have marked
         const std::string title = document_.name.substr(document_.name.rfind('/') + 1);
-        body_ = "<h1>" + escaped(title) +
+        body_ = "<h1>" + html_escaped(title) +
                 "</h1>\n<p class=\"note\">Calculated by Quexel. Click an underlined value to see "
                 "how it came about.</p>\n";
         add_charts();
@@ -68,7 +46,7 @@ class Page {
         // From the end, since what is put in may hold anything.
         put(page, "{{data}}", "{\"texts\":[" + texts_ + "],\n\"cells\":{" + cells_ + "}}");
         put(page, "{{body}}", body_);
-        put(page, "{{title}}", escaped(title));
+        put(page, "{{title}}", html_escaped(title));
         return page;
     }
 
@@ -147,8 +125,8 @@ class Page {
 
     void add_charts() {
         for (const files::Chart& chart : charts_)
-            body_ += "<figure><figcaption>" + escaped(chart.title) + "</figcaption>\n" + files::svg_of(book_, chart) +
-                     "</figure>\n";
+            body_ += "<figure><figcaption>" + html_escaped(chart.title) + "</figcaption>\n" +
+                     files::svg_of(book_, chart) + "</figure>\n";
     }
 
     void add_found() {
@@ -156,10 +134,10 @@ class Page {
         body_ += "<h2>Goal seeks</h2>\n<table><tr><th>Cell</th><th>Found</th><th>Was</th><th>Target</th><th>Shows</th>"
                  "<th>Wanted</th></tr>\n";
         for (const Found& seek : found_)
-            body_ += "<tr><td>" + escaped(document_.place(seek.changing)) + "</td><td class=\"n\">" +
+            body_ += "<tr><td>" + html_escaped(document_.place(seek.changing)) + "</td><td class=\"n\">" +
                      sheet::general_text(seek.value) + "</td><td class=\"n\">" + sheet::general_text(seek.was) +
-                     "</td><td>" + escaped(document_.place(seek.target)) + "</td><td class=\"n\">" +
-                     escaped(plain_text(seek.shows, true, 15)) + "</td><td class=\"n\">" +
+                     "</td><td>" + html_escaped(document_.place(seek.target)) + "</td><td class=\"n\">" +
+                     html_escaped(plain_text(seek.shows, true, 15)) + "</td><td class=\"n\">" +
                      sheet::general_text(seek.wanted) + "</td></tr>\n";
         body_ += "</table>\n";
     }
@@ -169,7 +147,7 @@ class Page {
         if (!used) return;
         const std::uint32_t rows = std::min(used->last_row + 1, most_rows);
         const std::uint32_t columns = std::min<std::uint32_t>(used->last_column + 1u, most_columns);
-        body_ += "<h2>" + escaped(book_.sheet_name(number)) + "</h2>\n";
+        body_ += "<h2>" + html_escaped(book_.sheet_name(number)) + "</h2>\n";
         if (rows <= used->last_row || columns <= used->last_column)
             body_ += "<p class=\"note\">The first " + std::to_string(rows) + " rows and " + std::to_string(columns) +
                      " columns.</p>\n";
@@ -198,9 +176,10 @@ class Page {
         std::string classes = field.to_the_right ? "n" : value.is_error() ? "e" : "";
         body_ += classes.empty() ? "<td" : "<td class=\"" + classes + "\"";
         if (const std::string place = document_.place(cell); explained_.contains(place))
-            body_ += " data-cell=\"" + escaped(place) + "\"><button>" + escaped(field.text) + "</button></td>";
+            body_ +=
+                " data-cell=\"" + html_escaped(place) + "\"><button>" + html_escaped(field.text) + "</button></td>";
         else
-            body_ += ">" + escaped(field.text) + "</td>";
+            body_ += ">" + html_escaped(field.text) + "</td>";
     }
 
     void add_errors() {
@@ -208,11 +187,11 @@ class Page {
         if (errors.empty() && document_.notes.empty()) return;
         body_ += "<h2>Errors</h2>\n<table><tr><th>Cell</th><th>Error</th><th>Reason</th><th>From</th></tr>\n";
         for (std::size_t i = 0; i < std::min<std::size_t>(errors.size(), most_rows); ++i)
-            body_ += "<tr><td>" + escaped(document_.place(errors[i].cell)) + "</td><td class=\"e\">" +
-                     sheet::error_text(errors[i].code) + "</td><td>" + escaped(errors[i].reason) + "</td><td>" +
-                     escaped(document_.place(errors[i].origin)) + "</td></tr>\n";
+            body_ += "<tr><td>" + html_escaped(document_.place(errors[i].cell)) + "</td><td class=\"e\">" +
+                     sheet::error_text(errors[i].code) + "</td><td>" + html_escaped(errors[i].reason) + "</td><td>" +
+                     html_escaped(document_.place(errors[i].origin)) + "</td></tr>\n";
         for (const files::Note& note : document_.notes)
-            body_ += "<tr><td>" + escaped(note.where) + "</td><td></td><td>" + escaped(note.message) +
+            body_ += "<tr><td>" + html_escaped(note.where) + "</td><td></td><td>" + html_escaped(note.message) +
                      "</td><td></td></tr>\n";
         body_ += "</table>\n";
     }

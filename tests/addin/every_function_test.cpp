@@ -1,5 +1,6 @@
 // What holds for every worksheet function, called as its own examples call it: time that grows with its lists and no
 // faster, and an answer at both ends of every integer argument.
+#include "addin/examples.h"
 #include "addin/function.h"
 #include "core/range.h"
 #include "hosts/sheet/text.h"
@@ -38,26 +39,10 @@ struct Call {
 Call example_call(const Function& function) {
     for (const char* const example : function.examples) {
         if (example == nullptr) continue;
-        std::string_view text = example;
-        if (text.front() == '[') text.remove_prefix(text.find(' ') + 1);
-        const std::string opening = std::string(function.name) + "(";
-        if (!text.starts_with(opening)) continue;
-        Call call{&function, {""}};
-        int depth = 1;
-        bool quoted = false;
-        std::size_t at = opening.size();
-        for (; at < text.size() && depth > 0; ++at) {
-            const char c = text[at];
-            if (c == '"') quoted = !quoted;
-            if (!quoted && (c == '(' || c == '{')) ++depth;
-            if (!quoted && (c == ')' || c == '}')) --depth;
-            if (!quoted && depth == 1 && c == ',')
-                call.arguments.emplace_back();
-            else if (depth > 0)
-                call.arguments.back() += c;
-        }
-        if (at < text.size() && text.substr(at, 3) != " = " && text.substr(at, 3) != " ~ ") continue;
-        for (std::string& argument : call.arguments) argument.erase(0, argument.find_first_not_of(' '));
+        const Example read = read_example(example);
+        auto arguments = call_arguments(read.formula, function.name);
+        if (!arguments || read.sign == '!') continue;
+        Call call{&function, std::move(*arguments)};
         if (static_cast<int>(call.arguments.size()) <= function.arity()) return call;
     }
     return {&function, {}};
