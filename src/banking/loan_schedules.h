@@ -116,6 +116,7 @@ class UpliftedCapital {
     template <class Growth>
     Payments build(const Routine& here, const UpliftDates& terms, Growth index, const Index&... inputs) {
         const auto& [SettlementDate, MaturityDate, interval, FirstIdxDate, IdxLag] = terms;
+        if (SettlementDate.iszero()) here.fail<errlibmindate>("SettlementDate"); // no review would be later
         if (inputs_.are(SettlementDate, MaturityDate, interval, FirstIdxDate, IdxLag, inputs...)) {
             here.info("The uplifts stand as they were calculated before");
             return schedule_;
