@@ -57,6 +57,29 @@ double GrowFromTo(const date& Date1, const date& Date2, double StartingValue, co
     return here.returning(factor * StartingValue);
 }
 
+double GrowthWalk::section(int n, const date& ToDate) const {
+    const date& FromDate = std::max(from_, growth_.dates(n));
+    const double years = (ToDate.months() - FromDate.months()) / 12.0;
+    return years <= 0.0 ? 1.0 : SafePow(1.0 + growth_.rates(n), years);
+}
+
+double GrowthWalk::whole_section(int n) {
+    if (n != kept_) {
+        kept_growth_ = section(n, growth_.dates(n + 1));
+        kept_ = n;
+    }
+    return kept_growth_;
+}
+
+double GrowthWalk::to(const date& Date2) {
+    if (traced()) return GrowFromTo(from_, Date2, value_, growth_, growth_exponential, 0, any_measure());
+    if (iszero(value_)) return 0.0;
+    const int maxn = growth_.count();
+    if (maxn == 0 || Date2 <= growth_.dates.first()) return value_;
+    for (; n_ < maxn && growth_.dates(n_ + 1) <= Date2; ++n_) factor_ *= whole_section(n_);
+    return factor_ * section(n_, Date2) * value_;
+}
+
 double Grow(const date& TheDate, double StartingValue, const Growth& growth, int RevMonthsOpt) {
     return grow("Grow", TheDate, StartingValue, growth, RevMonthsOpt, growth_exponential);
 }
