@@ -64,11 +64,12 @@ double GrowthWalk::section(int n, const date& ToDate) const {
 }
 
 double GrowthWalk::whole_section(int n) {
-    if (n != kept_) {
-        kept_growth_ = section(n, growth_.dates(n + 1));
-        kept_ = n;
+    for (int i = sections_.size() + 1; i <= n; ++i) {
+        const double growth = section(i, growth_.dates(i + 1));
+        sections_->append(growth);
+        factors_->append((i > 1 ? factors_(i - 1) : 1.0) * growth);
     }
-    return kept_growth_;
+    return sections_(n);
 }
 
 double GrowthWalk::to(const date& Date2) {
@@ -76,8 +77,11 @@ double GrowthWalk::to(const date& Date2) {
     if (iszero(value_)) return 0.0;
     const int maxn = growth_.count();
     if (maxn == 0 || Date2 <= growth_.dates.first()) return value_;
-    for (; n_ < maxn && growth_.dates(n_ + 1) <= Date2; ++n_) factor_ *= whole_section(n_);
-    return factor_ * section(n_, Date2) * value_;
+    int n = std::min(sections_.size() + 1, maxn);
+    while (n > 1 && growth_.dates(n) > Date2) --n;
+    while (n < maxn && growth_.dates(n + 1) <= Date2) ++n;
+    if (n > 1) whole_section(n - 1);
+    return (n > 1 ? factors_(n - 1) : 1.0) * section(n, Date2) * value_;
 }
 
 double Grow(const date& TheDate, double StartingValue, const Growth& growth, int RevMonthsOpt) {

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "calendar/time_period.h"
+#include "core/pools.h"
 #include "projections/terms.h"
 
 namespace qx {
@@ -57,14 +58,14 @@ double GrowMkt(const date& TheDate, double StartingValue, const Growth& growth, 
 double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const AnnualSequence& SeasonSeq,
               const Measure& measure);
 
-/// Exponential growth without reviews from one date to others, none earlier than the one asked before: what GrowFromTo
-/// gives for each, bit for bit, in one walk over the sections.
+/// Exponential growth without reviews from one date to others: what GrowFromTo gives for each, bit for bit, with the
+/// growth of each section worked out once.
 class GrowthWalk {
   public:
     GrowthWalk(const date& Date1, double StartingValue, const Growth& growth)
         : from_(Date1), value_(StartingValue), growth_(growth) {}
     double to(const date& Date2);
-    /// The growth of the whole of a section that another one follows, kept until another section is asked for.
+    /// The growth of the whole of a section that another one follows.
     double whole_section(int n);
 
   private:
@@ -74,10 +75,8 @@ class GrowthWalk {
     const date& from_;
     double value_;
     const Growth& growth_;
-    int n_ = 1;           ///< the section that the walk has come to
-    double factor_ = 1.0; ///< of those before it
-    int kept_ = 0;
-    double kept_growth_ = 1.0;
+    WorkList<double> sections_; ///< the growth of each section up to the next
+    WorkList<double> factors_;  ///< the product of these up to and with each
 };
 
 } // namespace qx
