@@ -28,7 +28,7 @@ const char* one(Kind kind) {
         return "a date";
     case Kind::text:
     case Kind::short_text:
-        return "a text";
+        return "text";
     case Kind::date_or_number:
         return "a date or a number";
     case Kind::number_or_blank:
@@ -65,7 +65,7 @@ std::string list_of(Kind items) {
         return "a list of dates";
     case Kind::text:
     case Kind::short_text:
-        return "a list of texts";
+        return "a list of strings";
     default:
         return "a list of any values";
     }
@@ -169,18 +169,13 @@ class Calls {
         ExampleHelp help;
         help.formula = "=" + std::string(read.formula);
         help.cells = read.cells;
+        help.result = outcome(read);
         if (read.sign == '!') {
-            help.result = "gives " + std::string(read.expected);
             help.note = result(read.formula).reason();
-        } else if (read.expected == "empty") {
-            help.result = "gives an empty cell";
-        } else {
-            help.result = "= " + std::string(read.expected);
-            if (function_.calls.gives_dates && sheet::read_number(read.expected)) {
-                const Value value = result(read.formula);
-                if (!value.is(sheet::Type::array) && call_arguments(read.formula, function_.name))
-                    help.note = plain_text(value, true, 15);
-            }
+        } else if (function_.calls.gives_dates && sheet::read_number(read.expected)) {
+            const Value value = result(read.formula);
+            if (!value.is(sheet::Type::array) && call_arguments(read.formula, function_.name))
+                help.note = plain_text(value, true, 15);
         }
         return help;
     }
@@ -202,7 +197,7 @@ class Calls {
         if (function_.calls.gives_dates) return "A date number in one cell; format it as a date.";
         if (gives != Kind::none && gives != Kind::any && gives != Kind::cell)
             return capital(one(gives)) + " in one cell.";
-        if (value.is_text()) return "A text in one cell, in the first example.";
+        if (value.is_text()) return "Text in one cell, in the first example.";
         if (value.is(sheet::Type::boolean)) return "TRUE or FALSE in one cell, in the first example.";
         if (value.is(sheet::Type::number)) return "A number in one cell, in the first example.";
         return "One cell; what it holds depends on the arguments.";
@@ -238,7 +233,7 @@ class Calls {
         };
         if (good.empty() && function_.arity() > 0) return {};
         for (int i = 0; i < function_.arity(); ++i)
-            if (!function_.args[i].is_optional() && i < static_cast<int>(good.size())) probe(i, "", "", " left out");
+            if (!function_.args[i].is_optional() && i < static_cast<int>(good.size())) probe(i, "", "", " omitted");
         for (int i = 0; i < function_.arity(); ++i) {
             const Limits& limits = function_.args[i].limits;
             if (limits.has_low())
@@ -249,7 +244,7 @@ class Calls {
         for (int i = 0; i < function_.arity(); ++i) switch (function_.calls.kinds[i]) {
             case Kind::number:
             case Kind::integer:
-                probe(i, "\"text\"", "a text for ", "");
+                probe(i, "\"text\"", "text for ", "");
                 break;
             case Kind::list:
                 if (function_.args[i].order == Order::ascending) probe(i, "{2006;2005}", "", " in descending order");
@@ -323,11 +318,7 @@ FunctionHelp help_of(const Function& function) {
         if (example != nullptr) help.examples.push_back(calls.example(example));
     help.result = calls.shape();
     help.errors = calls.errors();
-    std::stringstream names(function.see_also);
-    for (std::string name; std::getline(names, name, ',');) {
-        name.erase(0, name.find_first_not_of(' '));
-        if (const Function* const other = find_function(name)) help.related.emplace_back(other->name);
-    }
+    help.related = functions_named(function.see_also);
     help.note = note_of(function);
     return help;
 }
@@ -338,6 +329,16 @@ std::vector<std::string> concepts_of(const Function& function) {
         if (std::string topic = topic_of_argument(function.args[i], function.calls.kinds[i]); !topic.empty())
             topics.push_back(std::move(topic));
     return topics;
+}
+
+std::vector<const Function*> functions_named(const std::string& names) {
+    std::stringstream stream(names);
+    std::vector<const Function*> list;
+    for (std::string name; std::getline(stream, name, ',');) {
+        name.erase(0, name.find_first_not_of(' '));
+        if (const Function* const function = find_function(name)) list.push_back(function);
+    }
+    return list;
 }
 
 std::vector<const Function*> declared_functions() {
@@ -356,7 +357,7 @@ std::string_view short_category(Category category) {
 const char* overview(Category category) {
     switch (category) {
     case Category::AccountingAndTax:
-        return "Depreciation, accounts of cash and debt, and what else statements and tax need.";
+        return "Depreciation, accounts of cash and debt, and other functions for statements and tax.";
     case Category::TimeValueOfMoney:
         return "Conversion between forms of interest rates and discount factors; annuities, level and growing; loans "
                "with level payments.";
@@ -367,11 +368,10 @@ const char* overview(Category category) {
         return "Present values and internal rates of return of dated cash flows, payback, duration and measures of "
                "return.";
     case Category::Text:
-        return "Texts taken apart, put together, searched and formatted, numbers and money in words.";
+        return "Text taken apart, put together, searched and formatted; numbers and money in words.";
     case Category::Compatibility:
         return "Functions kept for older workbooks. The page of each names the one that takes its place, where there "
-               "is "
-               "one.";
+               "is one.";
     case Category::SpecialDates:
         return "Holidays, business days, anniversaries and dates given by their place in a month.";
     case Category::Miscellaneous:
@@ -393,8 +393,7 @@ const char* overview(Category category) {
         return "How high something is on one date: growth, forecasts, indices and steps read at a moment.";
     case Category::RealEstate:
         return "Rents and leases with reviews, breaks, voids and relets; valuation, yields, service charges and "
-               "letting "
-               "costs.";
+               "letting costs.";
     case Category::RangeOperations:
         return "Lists sorted, joined, filtered, summed and looked up.";
     case Category::InterpolatedAndCurveFitted:

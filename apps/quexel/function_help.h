@@ -1,5 +1,5 @@
-// What help tells of a function, in the terminal and on a page: taken from its declaration, and for examples and
-// errors from calls of the function itself.
+// Help on a function, for the terminal and for its page: taken from its declaration, and for examples and errors from
+// calls of the function itself.
 #pragma once
 
 #include "addin/function.h"
@@ -17,7 +17,7 @@ struct ArgumentHelp {
     std::string what;                                ///< "a number", "a list of dates"
     std::string topic;                               ///< the topic that explains it, "day-counts"; mostly empty
     std::string range;                               ///< "0 to 999"; empty for any
-    std::string preset;                              ///< what it is when left out; empty if it must be given
+    std::string preset;                              ///< what it is when omitted; empty if it must be given
     std::vector<std::pair<int, std::string>> values; ///< of a switch
 };
 
@@ -42,12 +42,14 @@ struct FunctionHelp {
     std::string result; ///< what comes back, and in which shape
     std::vector<ErrorHelp> errors;
     std::vector<ExampleHelp> examples;
-    std::vector<std::string> related;
+    std::vector<const Function*> related;
     std::string note; ///< what else a user should know; mostly empty
 };
 
 FunctionHelp help_of(const Function& function);
 
+/// Those functions that exist of a list of names, "DateSeq, NextDateSeq".
+std::vector<const Function*> functions_named(const std::string& names);
 /// The declared functions in the order of their names.
 std::vector<const Function*> declared_functions();
 /// The name of a category without the mark that all have.

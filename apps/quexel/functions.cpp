@@ -9,7 +9,6 @@
 #include "hosts/sheet/text.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -111,10 +110,8 @@ int builtin_help(const sheet::Builtin& builtin) {
     return 0;
 }
 
-} // namespace
-
 /// Prints the page of a function.
-static void print(const Function& function, const FunctionHelp& help) {
+void print(const Function& function, const FunctionHelp& help) {
     std::cout << help.syntax << '\n' << short_category(function.category) << "\n\n";
     print_wrapped(function.help, "", 0);
     if (!help.note.empty()) {
@@ -146,12 +143,14 @@ static void print(const Function& function, const FunctionHelp& help) {
     if (!help.examples.empty()) std::cout << "\nExamples\n";
     for (const ExampleHelp& example : help.examples) std::cout << "  " << example.line() << '\n';
     std::string related;
-    for (const std::string& name : help.related) related += (related.empty() ? "" : ", ") + name;
+    for (const Function* const other : help.related) related += std::string(related.empty() ? "" : ", ") + other->name;
     if (!related.empty()) {
         std::cout << '\n';
         print_wrapped(related, "See also:", 10);
     }
 }
+
+} // namespace
 
 int functions(const FunctionsOptions& options) {
     if (options.builtins) return builtin_functions(options);

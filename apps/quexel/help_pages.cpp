@@ -38,14 +38,12 @@ std::string page_of(Category category) {
 
 std::string page_of(const Definitions& document) { return std::string("definitions-") + document.name + ".html"; }
 
-/// Links to the functions of a list of names that exist.
-std::string function_links(const std::string& names) {
-    std::stringstream stream(names);
+/// The section with links to related functions; empty without any.
+std::string see_also(const std::vector<const Function*>& functions) {
     std::string list;
-    for (std::string name; std::getline(stream, name, ',');)
-        if (const Function* const function = find_function(name))
-            list += (list.empty() ? "" : ", ") + link(page_of(*function), function->name);
-    return list;
+    for (const Function* const function : functions)
+        list += (list.empty() ? "" : ", ") + link(page_of(*function), function->name);
+    return list.empty() ? list : "<h2>See also</h2>\n<p>" + list + "</p>\n";
 }
 
 std::string rows(const std::vector<std::pair<std::string, std::string>>& table) {
@@ -55,7 +53,7 @@ std::string rows(const std::vector<std::pair<std::string, std::string>>& table) 
     return html + "</table></div>\n";
 }
 
-/// The text of a topic: paragraphs, and lines that stand as they are.
+/// The text of a topic: paragraphs, and lines that are shown as they are.
 std::string html_of_text(std::string_view text) {
     std::istringstream lines{std::string(text)};
     std::string html, paragraph, block;
@@ -66,10 +64,10 @@ std::string html_of_text(std::string_view text) {
         block.clear();
     };
     for (std::string line; std::getline(lines, line);) {
-        const bool stands = line.starts_with("  ");
-        if (line.empty() || (stands ? !paragraph.empty() : !block.empty())) finish();
+        const bool as_it_is = line.starts_with("  ");
+        if (line.empty() || (as_it_is ? !paragraph.empty() : !block.empty())) finish();
         if (line.empty()) continue;
-        if (stands)
+        if (as_it_is)
             block += line.substr(2) + '\n';
         else
             paragraph += (paragraph.empty() ? "" : " ") + line;
@@ -192,17 +190,15 @@ class Pages {
         if (const auto found = definitions_.find(&function); found != definitions_.end()) {
             body += "<h2>Definition</h2>\n<p>";
             const char* between = "";
-            std::set<std::string> told;
+            std::set<std::string> linked;
             for (const auto& [page, title] : found->second)
-                if (told.insert(title).second) {
+                if (linked.insert(title).second) {
                     body += between + link(page, title);
                     between = "<br>";
                 }
             body += "</p>\n";
         }
-        std::string related;
-        for (const std::string& name : help.related) related += (related.empty() ? "" : ",") + name;
-        if (!related.empty()) body += "<h2>See also</h2>\n<p>" + function_links(related) + "</p>\n";
+        body += see_also(help.related);
         write(page_of(function), function.name, body);
     }
 
@@ -231,8 +227,7 @@ class Pages {
         std::string body = "<h1>" + html_escaped(topic.summary) + "</h1>\n" + html_of_text(topic.text);
         if (topic.values.count > 0) body += "<h2>Values</h2>\n" + rows(value_table(topic));
         if (topic.lists_errors) body += "<h2>Messages</h2>\n" + rows(error_table());
-        if (const std::string related = function_links(topic.see_also); !related.empty())
-            body += "<h2>See also</h2>\n<p>" + related + "</p>\n";
+        body += see_also(functions_named(topic.see_also));
         write(page_of(topic), topic.name, body);
     }
 
@@ -267,32 +262,30 @@ class Pages {
         std::string body =
             "<dl id=\"found\"></dl>\n<div id=\"contents\">\n<h1>Quexel help</h1>\n<p>Worksheet functions for "
             "models of property, project finance and banking. Type in the field above to search.</p>\n";
-        for (const bool on_functions : {true, false}) {
-            if (on_functions) {
-                body += "<h2>Functions</h2>\n<table class=\"stack\">\n";
-                for (const auto& [name, members] : categories) {
-                    const Category category = members.front()->category;
-                    body += "<tr><td>" + link(page_of(category), name) + " <span class=\"soft\">" +
-                            std::to_string(members.size()) + "</span></td><td>" + html_escaped(overview(category)) +
-                            "</td></tr>\n";
-                }
-                body += "<tr><td>" + link("built-in.html", "Built in") +
-                        "</td><td>The everyday functions of quexel's own "
-                        "workbook.</td></tr>\n<tr><td>" +
-                        link("commands.html", "Commands") +
-                        "</td><td>The add-in's commands in a spreadsheet.</td></tr>\n</table>\n";
-            }
-            body += on_functions ? "<h2>What functions have in common</h2>\n<ul>\n" : "<h2>The program</h2>\n<ul>\n";
+        body += "<h2>Functions</h2>\n<table class=\"stack\">\n";
+        for (const auto& [name, members] : categories) {
+            const Category category = members.front()->category;
+            body += "<tr><td>" + link(page_of(category), name) + " <span class=\"soft\">" +
+                    std::to_string(members.size()) + "</span></td><td>" + html_escaped(overview(category)) +
+                    "</td></tr>\n";
+        }
+        body += "<tr><td>" + link("built-in.html", "Built in") +
+                "</td><td>The everyday functions of quexel's own workbook.</td></tr>\n<tr><td>" +
+                link("commands.html", "Commands") +
+                "</td><td>The add-in's commands in a spreadsheet.</td></tr>\n</table>\n";
+        const auto list_topics = [&](const char* heading, bool on_functions) {
+            body += std::string("<h2>") + heading + "</h2>\n<ul>\n";
             for (const Topic& topic : topics())
                 if (topic.on_functions == on_functions)
                     body += "<li>" + link(page_of(topic), topic.name) + ": " + html_escaped(topic.summary) + "</li>\n";
             body += "</ul>\n";
-            if (!on_functions) continue;
-            body += "<h2>Definitions</h2>\n<ul>\n";
-            for (const Definitions& document : definitions())
-                body += "<li>" + link(page_of(document), title_of_markdown(document.markdown)) + "</li>\n";
-            body += "</ul>\n";
-        }
+        };
+        list_topics("What functions have in common", true);
+        body += "<h2>Definitions</h2>\n<ul>\n";
+        for (const Definitions& document : definitions())
+            body += "<li>" + link(page_of(document), title_of_markdown(document.markdown)) + "</li>\n";
+        body += "</ul>\n";
+        list_topics("The program", false);
         body += "<h2>All functions</h2>\n<ul class=\"columns\">\n";
         for (const Function* const function : declared_functions())
             body += "<li>" + link(page_of(*function), function->name) + "</li>\n";

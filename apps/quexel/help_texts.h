@@ -1,4 +1,4 @@
-// Texts of help that stand in files of their own.
+// Texts of help that are kept in files of their own.
 #pragma once
 
 #include <span>

@@ -159,7 +159,7 @@ int run(int argc, char** argv) {
 
     std::string name;
     CLI::App* const help_command =
-        program.add_subcommand("help", "Tell what a function does and takes, or explain a topic");
+        program.add_subcommand("help", "Show what a function does and takes, or explain a topic");
     help_command->add_option("name", name, "Name of a function, a command or a topic; none lists the topics");
     std::vector<std::string> words;
     CLI::Option* const search_option =

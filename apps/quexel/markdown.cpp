@@ -1,6 +1,7 @@
 #include "apps/quexel/markdown.h"
 
 #include "hosts/files/json.h"
+#include "hosts/files/xml.h"
 #include "hosts/sheet/text.h"
 
 #include <cctype>
@@ -10,18 +11,7 @@ namespace qx::app {
 
 std::string html_escaped(std::string_view text) {
     std::string result;
-    for (const char c : sheet::valid_utf8(text)) {
-        if (c == '<')
-            result += "&lt;";
-        else if (c == '>')
-            result += "&gt;";
-        else if (c == '&')
-            result += "&amp;";
-        else if (c == '"')
-            result += "&quot;";
-        else
-            result += c;
-    }
+    for (const char c : sheet::valid_utf8(text)) files::append_escaped(result, c);
     return result;
 }
 

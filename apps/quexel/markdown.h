@@ -12,7 +12,7 @@ std::string html_escaped(std::string_view text);
 std::string script_string(std::string_view text);
 
 struct MarkdownLinks {
-    /// The page of a name in code, as `PVM`; empty if there is none. Is told the anchor of the section that it is in.
+    /// The page of a name in code, as `PVM`; empty if there is none. Takes the anchor of its section.
     std::function<std::string(std::string_view code, const std::string& anchor)> of_code;
     /// The page that a link leads to; empty if it is not among the pages.
     std::function<std::string(std::string_view target)> of_target;

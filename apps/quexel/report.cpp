@@ -4,7 +4,6 @@
 #include "apps/quexel/output.h"
 #include "apps/quexel/tracing.h"
 
-#include "hosts/files/json.h"
 #include "hosts/sheet/text.h"
 
 #include <algorithm>

@@ -24,7 +24,7 @@ everyday built-in ones (SUM, IF, VLOOKUP and so on).
   quexel eval '{1,2;3,4}' --output markdown           table, csv, markdown or json
 )"},
     {"files", "Workbooks and CSV files: reading, writing, what is kept",
-     R"(quexel calc reads .xlsx, .xlsm, .ods and .csv files and tells their type by their content. In a CSV file a cell
+     R"(quexel calc reads .xlsx, .xlsm, .ods and .csv files and recognises their type by their content. In a CSV file a cell
 that begins with = is a formula, and {=...} an array formula.
 
   quexel calc model.xlsx                              prints the sheets; --sheet NAME prints one
@@ -61,7 +61,7 @@ are labels.
      R"(  quexel calc model.xlsx --out result.xlsx --chart 'Cash flow=B5:Z5 over B1:Z1'
   quexel calc model.csv --report report.html --chart 'Net cash flow' --chart 'Debt=Senior,Junior over Year'
 
---chart may be repeated. It takes a title (optional), what to draw, and what stands along the axis (optional).
+--chart may be repeated. It takes a title (optional), what to draw, and what goes along the axis (optional).
 Ranges, names and the labels of rows or columns of numbers can be drawn, several with commas between them. In an
 .xlsx file the charts are on a sheet of their own.
 
@@ -162,7 +162,7 @@ number, or before the first date of a range, means in arrears.
 
   =DateSeq(2005,2006,4)  = {38443,38534,38626}
 
-If the argument is left out, or 0, the function's own default holds, which its page tells: mostly 4, for loans and
+If the argument is omitted, or 0, the function's own default holds, which its page states: mostly 4, for loans and
 the time value of money -4, and for lists of holidays or seasons no dates at all.
 
 A number from 20 to 1000 names business days, as BusDaySwitch does: the default dates then roll to a business day.
@@ -214,12 +214,12 @@ and 1.
      .text =
          R"(Growth is given by dates and, one for each, annual rates as fractions: 0.03 is 3% a year. A rate applies from its
 date to the next, the last one for ever; before the first date nothing grows. Dates ascend. One date and one rate may
-stand in single cells.
+be in single cells.
 
   =ConGrow(2007,12,2005,2010,1000,2005,0.1,12)  = 1210
   =ConGrow(2007,12,2005,2010,1000,{2005;2006},{0.1;0.02},12)  = 1122
 
-RevMonthsOpt says how often growth takes effect: in steps that many months apart, or at every moment if it is 0.
+RevMonthsOpt says how often growth takes effect: in steps that many months apart, or continuously if it is 0.
 )",
      .see_also = "ConGrow,FcstGrow",
      .on_functions = true},
@@ -245,7 +245,7 @@ FcstBase is from 1 to 1000 months.
      .text =
          R"(Up to the first review a stream runs at its initial rate. At each review it becomes the market rate of that day and
 keeps it until the next. Reviews follow the first at the given number of months; 0 months means a stream that follows
-the market at every moment, or, with leases, reviews that do not recur.
+the market continuously, or, with leases, reviews that do not recur.
 
   =ConGrowMkt(2006,12,2005,2015,2007,1000,800,2005,0.1,60)  = 800
   =ConGrowMkt(2008,12,2005,2015,2007,1000,800,2005,0.1,12)  = 1331

@@ -14,7 +14,7 @@ namespace qx::app {
 struct Topic {
     const char* name;
     const char* summary;
-    const char* text; ///< paragraphs; lines after two blanks stand as they are
+    const char* text; ///< paragraphs; lines after two blanks are shown as they are
     SwitchTable values = {};
     const char* see_also = ""; ///< functions, comma-separated
     bool on_functions = false; ///< on what functions have in common; otherwise on the program

@@ -1,6 +1,7 @@
 #include "hosts/files/chart.h"
 
 #include "hosts/files/model.h"
+#include "hosts/files/xml.h"
 #include "hosts/sheet/calendar.h"
 #include "hosts/sheet/text.h"
 
@@ -125,18 +126,8 @@ namespace {
 
 std::string escaped(std::string_view text) {
     std::string result;
-    for (const char c : sheet::valid_utf8(text)) {
-        if (c == '<')
-            result += "&lt;";
-        else if (c == '>')
-            result += "&gt;";
-        else if (c == '&')
-            result += "&amp;";
-        else if (c == '"')
-            result += "&quot;";
-        else if (static_cast<unsigned char>(c) >= 0x20 || c == '\n' || c == '\t')
-            result += c;
-    }
+    for (const char c : sheet::valid_utf8(text))
+        if (static_cast<unsigned char>(c) >= 0x20 || c == '\n' || c == '\t') append_escaped(result, c);
     return result;
 }
 

@@ -621,19 +621,11 @@ class ValueWriter : public XmlHandler {
         for (std::size_t at = 0; at < text.size(); ++at) {
             const char c = text[at];
             char code[8];
-            if (c == '<')
-                result += "&lt;";
-            else if (c == '>')
-                result += "&gt;";
-            else if (c == '&')
-                result += "&amp;";
-            else if (c == '"')
-                result += "&quot;";
-            else if ((static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t') || is_escape(text.substr(at))) {
+            if ((static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t') || is_escape(text.substr(at))) {
                 std::snprintf(code, sizeof code, "_x%04X_", static_cast<unsigned>(c) & 0xFFu);
                 result += code;
             } else
-                result += c;
+                append_escaped(result, c);
         }
         return result;
     }

@@ -21,6 +21,25 @@ std::string_view local_name(std::string_view name) {
 
 } // namespace
 
+void append_escaped(std::string& markup, char c) {
+    switch (c) {
+    case '<':
+        markup += "&lt;";
+        break;
+    case '>':
+        markup += "&gt;";
+        break;
+    case '&':
+        markup += "&amp;";
+        break;
+    case '"':
+        markup += "&quot;";
+        break;
+    default:
+        markup += c;
+    }
+}
+
 const char* Attributes::find(std::string_view name) const {
     const bool extension = name.starts_with("calcext:");
     if (extension) name.remove_prefix(8);

@@ -1,11 +1,15 @@
 // XML read in pieces, without anything that an attacker could make large: no document types, no entities but the five,
-// no deep nesting.
+// no deep nesting; and text as XML and HTML hold it.
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace qx::files {
+
+/// Adds a character of a text to XML or HTML: <, >, & and " as entities.
+void append_escaped(std::string& markup, char c);
 
 /// The attributes of an element, by the name without its prefix; names of the extensions of LibreOffice keep
 /// "calcext:".

@@ -8,6 +8,7 @@
 #include "hosts/python/cells.h"
 #include "hosts/python/workbook.h"
 
+#include "addin/examples.h"
 #include "addin/registration.h"
 #include "commands/trace_html.h"
 #include "hosts/sheet/text.h"
@@ -305,7 +306,7 @@ py::object preset_value(const Preset& preset, Kind kind) {
 py::dict description(const LibraryFunction& self) {
     using namespace py::literals;
     const Function& function = self.declaration();
-    py::list arguments, examples;
+    py::list arguments, examples, examples_as_typed;
     const auto limit = [](bool known, double value) { return known ? py::object(py::float_(value)) : py::none(); };
     for (int i = 0; i < function.arity(); ++i) {
         const Argument& argument = function.args[i];
@@ -318,10 +319,16 @@ py::dict description(const LibraryFunction& self) {
                      "kind"_a = kind_name(function.calls.kinds[i]), "items"_a = kind_name(function.calls.items[i])));
     }
     for (const char* const example : function.examples)
-        if (example != nullptr) examples.append(example);
+        if (example != nullptr) {
+            const Example read = read_example(example);
+            examples.append(example);
+            std::string typed = "=" + std::string(read.formula) + "  " + outcome(read);
+            if (!read.cells.empty()) typed += "  (array formula in " + std::string(read.cells) + ")";
+            examples_as_typed.append(std::move(typed));
+        }
     return py::dict("name"_a = function.name, "category"_a = category_name(function.category), "help"_a = function.help,
-                    "arguments"_a = arguments, "examples"_a = examples, "see_also"_a = function.see_also,
-                    "gives"_a = kind_name(function.calls.gives),
+                    "arguments"_a = arguments, "examples"_a = examples, "examples_as_typed"_a = examples_as_typed,
+                    "see_also"_a = function.see_also, "gives"_a = kind_name(function.calls.gives),
                     "gives_items"_a = kind_name(function.calls.gives_items), "volatile"_a = function.is_volatile);
 }
 

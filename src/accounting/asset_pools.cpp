@@ -26,6 +26,14 @@ void check_pool(Routine& here, const PoolCosts& costs, const PoolTerms& terms, c
     check_arrears(here, interest.Periods, "PrdsDisc");
 }
 
+/// The note of a change to the cumulative in-service amount, which each function numbers for itself.
+void note_in_service_change(const Routine& here, int number) {
+    if (!here.traced()) return;
+    const auto text = text_of("See Change in Behaviour ", number,
+                              ", Feb-05 :Cumulative In Service Amount  (DepSwitch=6) is now 1 period later (bugfix)");
+    here.change_note(number, text.c_str());
+}
+
 /// What goes into service when, and what has not yet.
 class Pool {
   public:
@@ -199,8 +207,7 @@ double DepPool(const timeperiod& Time, const PoolCosts& costs, View<date> ISDate
                const PoolTerms& terms, const Measure& measure, const Measure& interest) {
     Routine here{"DepPool"};
     here.inputs(Time, costs, ISDates, ISPortions, terms, measure, interest);
-    here.change_note(155, "See Change in Behaviour 155, Feb-05 :Cumulative In Service Amount  (DepSwitch=6) is now 1 "
-                          "period later (bugfix)");
+    note_in_service_change(here, 155);
     if (!iszero(sum_of(ISPortions)))
         return here.returning(DepPoolRatio(Time, costs, ISDates, ISPortions, terms, measure, interest));
     here.info("WIP Method Selected (ISPortions missing)");
@@ -211,8 +218,7 @@ double DepPoolWIP(const timeperiod& Time, const PoolCosts& costs, View<date> ISD
                   const Measure& measure, const Measure& interest) {
     Routine here{"DepPoolWIP"};
     here.inputs(Time, costs, ISDates, terms, measure, interest);
-    here.change_note(152, "See Change in Behaviour 152, Feb-05 :Cumulative In Service Amount  (DepSwitch=6) is now 1 "
-                          "period later (bugfix)");
+    note_in_service_change(here, 152);
     check_pool(here, costs, terms, measure, interest);
     Pool pool(here, costs, ISDates, terms, measure, interest);
     if (pool.addition_dates().empty()) {
@@ -231,8 +237,7 @@ double DepPoolRatio(const timeperiod& Time, const PoolCosts& costs, View<date> I
                     const PoolTerms& terms, const Measure& measure, const Measure& interest) {
     Routine here{"DepPoolRatio"};
     here.inputs(Time, costs, ISDates, ISPortions, terms, measure, interest);
-    here.change_note(154, "See Change in Behaviour 154, Feb-05 :Cumulative In Service Amount  (DepSwitch=6) is now 1 "
-                          "period later (bugfix)");
+    note_in_service_change(here, 154);
     check_pool(here, costs, terms, measure, interest);
     Pool pool(here, costs, ISDates, terms, measure, interest);
     const View<date> additions = pool.addition_dates(), in_service = pool.in_service_dates();

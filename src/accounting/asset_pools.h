@@ -23,7 +23,7 @@ namespace qx {
 
 inline constexpr Limits dep_switch_limits{0, 10};
 
-/// What of a pool is asked for. "To date" is zero again from the day on which the last lot is written off.
+/// Which figure of a pool is returned. "To date" is zero again from the day on which the last lot is written off.
 enum PoolFigure : int {
     pool_depreciation = 0,         ///< depreciation in the period
     pool_value_at_start = 1,       ///< depreciated value at its start
@@ -47,7 +47,7 @@ struct PoolCosts {
     View<double> Additions;
 };
 
-/// How each lot is written off, and what is asked for. The final value is that of each lot.
+/// How each lot is written off, and which figure is returned. The final value is that of each lot.
 struct PoolTerms {
     using takes = Takes<double, int, double, int>;
     double LifeOrDecRate;

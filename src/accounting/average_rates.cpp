@@ -7,58 +7,56 @@ namespace qx {
 
 namespace {
 
+const date from_ever{};
+
+/// The average over a period, as the function of a name.
 template <class Steps>
-double average_rate(const Routine& here, const timeperiod& period, const Steps& steps, View<double> Rates,
-                    const Measure& measure) {
+double average_rate(const char* function, const timeperiod& Time, View<date> dates, const Steps& steps,
+                    View<double> Rates, const Measure& measure) {
+    Routine here{function};
+    here.inputs(Time, dates, Rates, measure);
+    measure.check(here);
     double weighed = 0.0, length = 0.0;
-    sum_steps(here, period, steps, measure, [&](int n, const Life& step, const Basis& stub, bool ComponentPart) {
-        const double years = ConX(period, step, 1.0, stub, ComponentPart);
+    sum_steps(here, Time, steps, measure, [&](int n, const Life& step, const Basis& stub, bool ComponentPart) {
+        const double years = ConX(Time, step, 1.0, stub, ComponentPart);
         weighed += Rates.single_or(n) * years;
         length += years;
         return years;
     });
     here.info("Rates times years ", weighed, ", years ", length);
-    return safe_divide(weighed, length);
+    return here.returning(safe_divide(weighed, length));
 }
 
-const date from_ever{};
-
-timeperiod year_to_date(const Routine& here, const timeperiod& Time, const AnnualSequence& YearStart) {
+/// The average over the year to date by one of the functions of a period.
+template <class Average>
+double average_to_date(const char* function, Average average, const timeperiod& Time, View<date> dates,
+                       View<double> Rates, const AnnualSequence& YearStart, const Measure& measure) {
+    Routine here{function};
+    here.inputs(Time, dates, Rates, YearStart, measure);
+    measure.check(here);
     const timeperiod year(YearStart.prevdate(Time.to(), true), Time.to());
     here.info("Year to date: ", year);
-    return year;
+    return here.returning(average(year, dates, Rates, measure));
 }
 
 } // namespace
 
 double FAvRate(const timeperiod& Time, View<date> FromDates, View<double> Rates, const Measure& measure) {
-    Routine here{"FAvRate"};
-    here.inputs(Time, FromDates, Rates, measure);
-    measure.check(here);
-    return here.returning(average_rate(here, Time, FromSteps{DateCrit, FromDates}, Rates, measure));
+    return average_rate("FAvRate", Time, FromDates, FromSteps{DateCrit, FromDates}, Rates, measure);
 }
 
 double TAvRate(const timeperiod& Time, View<date> ToDates, View<double> Rates, const Measure& measure) {
-    Routine here{"TAvRate"};
-    here.inputs(Time, ToDates, Rates, measure);
-    measure.check(here);
-    return here.returning(average_rate(here, Time, ToSteps{from_ever, ToDates}, Rates, measure));
+    return average_rate("TAvRate", Time, ToDates, ToSteps{from_ever, ToDates}, Rates, measure);
 }
 
 double FAvRateTD(const timeperiod& Time, View<date> FromDates, View<double> Rates, const AnnualSequence& YearStart,
                  const Measure& measure) {
-    Routine here{"FAvRateTD"};
-    here.inputs(Time, FromDates, Rates, YearStart, measure);
-    measure.check(here);
-    return here.returning(FAvRate(year_to_date(here, Time, YearStart), FromDates, Rates, measure));
+    return average_to_date("FAvRateTD", FAvRate, Time, FromDates, Rates, YearStart, measure);
 }
 
 double TAvRateTD(const timeperiod& Time, View<date> ToDates, View<double> Rates, const AnnualSequence& YearStart,
                  const Measure& measure) {
-    Routine here{"TAvRateTD"};
-    here.inputs(Time, ToDates, Rates, YearStart, measure);
-    measure.check(here);
-    return here.returning(TAvRate(year_to_date(here, Time, YearStart), ToDates, Rates, measure));
+    return average_to_date("TAvRateTD", TAvRate, Time, ToDates, Rates, YearStart, measure);
 }
 
 } // namespace qx

@@ -130,7 +130,7 @@ double value_by_method(const Routine& here, const date& TheDate, const date& Sta
     return 0.0;
 }
 
-/// The sum over vintages of the depreciation of each: `factor_at` says how its values stand to those given.
+/// The sum over vintages of the depreciation of each: `factor_at` gives the factor of its values over those given.
 template <class Factor>
 double sum_vintages(const Routine& here, const timeperiod& Time, const date& AbsFinish, const date& StartDep,
                     const Asset& asset, int Periodicity, const Basis& basis, Factor factor_at) {
@@ -155,6 +155,17 @@ double sum_vintages(const Routine& here, const timeperiod& Time, const date& Abs
 void check_vintages(Routine& here, int Periodicity, const Basis& basis) {
     here.at_least(Periodicity, 0, "Periodicity");
     basis.check(here);
+}
+
+/// The sum over vintages whose values follow an index from a base, StartDep if there is none.
+double sum_indexed_vintages(Routine& here, const timeperiod& Time, const date& AbsFinish, const date& StartDep,
+                            const Asset& asset, const Forecast& index, const char* base_name, dateorfloat base,
+                            int Periodicity, const Basis& basis) {
+    check_vintages(here, Periodicity, basis);
+    index.check(here, base_name);
+    if (base.iszero()) base.setnumber(StartDep.dtn());
+    return sum_vintages(here, Time, AbsFinish, StartDep, asset, Periodicity, basis,
+                        [&](const date& start) { return IdxFromTo(base, start, index); });
 }
 
 } // namespace
@@ -248,24 +259,16 @@ double DepreciateFcstPer(const timeperiod& Time, const date& AbsFinish, const da
                          const Forecast& forecast, int Periodicity, const Basis& basis) {
     Routine here{"DepreciateFcstPer"};
     here.inputs(Time, AbsFinish, StartDep, asset, forecast, Periodicity, basis);
-    check_vintages(here, Periodicity, basis);
-    forecast.check(here);
-    dateorfloat base;
-    base.setnumber(StartDep.dtn());
-    return here.returning(sum_vintages(here, Time, AbsFinish, StartDep, asset, Periodicity, basis,
-                                       [&](const date& start) { return IdxFromTo(base, start, forecast); }));
+    return here.returning(sum_indexed_vintages(here, Time, AbsFinish, StartDep, asset, forecast, "FcstBase",
+                                               dateorfloat(), Periodicity, basis));
 }
 
 double DepreciateIdxPer(const timeperiod& Time, const date& AbsFinish, const date& StartDep, const Asset& asset,
                         const Index& index, int Periodicity, const Basis& basis) {
     Routine here{"DepreciateIdxPer"};
     here.inputs(Time, AbsFinish, StartDep, asset, index, Periodicity, basis);
-    check_vintages(here, Periodicity, basis);
-    index.forecast().check(here, "IdxFcstBase");
-    dateorfloat base = index.BaseDateOrIdx;
-    if (base.iszero()) base.setnumber(StartDep.dtn());
-    return here.returning(sum_vintages(here, Time, AbsFinish, StartDep, asset, Periodicity, basis,
-                                       [&](const date& start) { return IdxFromTo(base, start, index.forecast()); }));
+    return here.returning(sum_indexed_vintages(here, Time, AbsFinish, StartDep, asset, index.forecast(), "IdxFcstBase",
+                                               index.BaseDateOrIdx, Periodicity, basis));
 }
 
 } // namespace qx

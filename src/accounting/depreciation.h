@@ -1,6 +1,6 @@
 // Depreciation: what an asset is worth on a date, and how much of its cost a period bears.
 //
-// An asset stands at its initial value up to StartDep and is then written off to its final value by a method:
+// An asset is at its initial value up to StartDep and is then written off to its final value by a method:
 //
 // | DepType  | method                                                                                             |
 // |        0 | straight line                                                                                      |
@@ -14,7 +14,7 @@
 // 0.001, which an asset past its life still shows; a value below it is shown as 0.
 //
 // All throw errlibmin and errlibmax for a DayCount outside 0 to 999 or a ProjMode outside 0 to 7, and
-// errlibnonsenseinputs where sum of years' digits is asked for with a rate or a life that is not a whole number.
+// errlibnonsenseinputs for sum of years' digits with a rate or a life that is not a whole number.
 #pragma once
 
 #include "calendar/anyvalue.h"
@@ -41,8 +41,8 @@ struct Asset {
     double FinalValue;
 };
 
-/// The life in years that a DepType and its LifeOrDecRate come to. A rate of declining balance (DepType 1) stands as it
-/// is: the life at that rate depends on the values.
+/// The life in years that a DepType and its LifeOrDecRate come to. A rate of declining balance (DepType 1) is returned
+/// as it is: the life at that rate depends on the values.
 double DepLife(int DepType, double LifeOrDecRate);
 
 /// The value on a date of an asset bought on InitialDate (0 before it) and depreciated from StartDep. A cash ProjMode
@@ -51,8 +51,8 @@ double DepreciatedValue(const date& TheDate, const date& InitialDate, const date
                         const Basis& basis);
 
 /// The depreciation in a period. Under cash (ProjMode 1 or 3) it is that of the span which the dates of Periods in the
-/// period settle. Throws errlibnonsenseinputs where a date stands in the place of LifeOrDecRate: a call of the form of
-/// before January 2004, which had one more argument.
+/// period settle. Throws errlibnonsenseinputs for a date in place of LifeOrDecRate: a call in the form used before
+/// January 2004, which had one more argument.
 double Depreciate(const timeperiod& Time, const date& StartDep, const Asset& asset, const Basis& basis);
 
 // An asset bought from StartDep on every Periodicity months before AbsFinish, a hundred times at most. Throw errlibmin

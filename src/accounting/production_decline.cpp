@@ -17,14 +17,17 @@ bool is_no_rate(double rate) { return iszero(rate); }
 
 void check_param(Routine& here, double DeclineParam) { here.at_least(DeclineParam, 0.0, "DeclineParam"); }
 
+enum DeclineKind { exponential, harmonic, hyperbolic };
+
+DeclineKind kind_of(double b) {
+    if (iszero(b)) return exponential;
+    return isequal(b, 1.0) ? harmonic : hyperbolic;
+}
+
 /// A curve of one kind from a plateau rate.
 class Curve {
   public:
-    Curve(double plateau_rate, double b)
-        : kind_(iszero(b)         ? exponential
-                : isequal(b, 1.0) ? harmonic
-                                  : hyperbolic),
-          q0_(plateau_rate), b_(b) {}
+    Curve(double plateau_rate, double b) : kind_(kind_of(b)), q0_(plateau_rate), b_(b) {}
 
     /// a, from the reserves produced down to a rate.
     double parameter(double reserves, double rate) const {
@@ -97,8 +100,6 @@ class Curve {
     }
 
   private:
-    enum Kind { exponential, harmonic, hyperbolic };
-
     static double power(double base, double exponent) { return std::pow(base, exponent); }
     void describe_decline(const Routine& here, double a, double years) const {
         switch (kind_) {
@@ -111,7 +112,7 @@ class Curve {
         }
     }
 
-    Kind kind_;
+    DeclineKind kind_;
     double q0_, b_;
 };
 
@@ -282,9 +283,14 @@ std::string DescribeDecline(double DeclineParam) {
     Routine here{"DescribeDecline"};
     here.inputs(DeclineParam);
     check_param(here, DeclineParam);
-    if (iszero(DeclineParam)) return here.returning(std::string("Exponential Decline"));
-    if (isequal(DeclineParam, 1.0)) return here.returning(std::string("Harmonic Decline"));
-    return here.returning(text_of("Hyperbolic Decline, b=", DeclineParam));
+    switch (kind_of(DeclineParam)) {
+    case exponential:
+        return here.returning(std::string("Exponential Decline"));
+    case harmonic:
+        return here.returning(std::string("Harmonic Decline"));
+    default:
+        return here.returning(text_of("Hyperbolic Decline, b=", DeclineParam));
+    }
 }
 
 double STOIIP(double Swc, double Porosity, double Boi, double NetRockVolume) {

@@ -13,8 +13,8 @@
 // reserves that is produced when decline starts.
 //
 // All throw errlibmin for a DeclineParam (b) below 0, and errlibmin and errlibmax for a DayCount outside 0 to 999 or a
-// ProjMode outside 0 to 7. A decline rate of zero has no cumulative production; what the formulae make of an
-// abandonment rate above the plateau rate, of one of zero or of a DeclinePoint outside 0 to 1 stands.
+// ProjMode outside 0 to 7. A decline rate of zero has no cumulative production. The formulae apply
+// unchanged to an abandonment rate of zero or above the plateau rate, and to a DeclinePoint outside 0 to 1.
 #pragma once
 
 #include "calendar/time_period.h"
@@ -38,7 +38,7 @@ struct Field {
     double decline_rate() const { return 0.0 - ResvsOrDcRate; }
 };
 
-/// What of a production profile is asked for; with any other switch the production of the plateau in the period.
+/// Which figure of a production profile is returned; with any other switch the production of the plateau in the period.
 enum ProductionSwitch : int {
     production_in_period = 0,
     production_rate_at_start = 1,  ///< 0 on or before the first from-date and after the date of abandonment

@@ -23,7 +23,7 @@ enum CostMethod : int {
     average_cost = 2, ///< each at the average cost of all that are there (moving average)
 };
 
-/// What is asked for.
+/// Which figure is returned.
 enum StockSwitch : int {
     stock_cost_of_sales = 0,     ///< what was sold in the period cost
     stock_cost_at_start = 1,     ///< what the stock at its start cost

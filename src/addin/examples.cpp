@@ -4,24 +4,14 @@
 
 namespace qx {
 
-namespace {
-
-/// Calls visit(position, depth) for each character outside texts; a bracket belongs to what is inside it.
-template <class Visit>
-void each_outside_texts(std::string_view text, Visit visit) {
-    bool quoted = false;
-    int depth = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char c = text[at];
-        if (c == '"') quoted = !quoted;
-        if (quoted) continue;
-        if (c == '(' || c == '{' || c == '[') ++depth;
-        visit(at, depth);
-        if (c == ')' || c == '}' || c == ']') --depth;
-    }
+std::size_t joint_of(std::string_view text) {
+    std::size_t joint = std::string_view::npos;
+    each_outside_texts(text, [&](std::size_t at, int depth) {
+        const std::string_view sign = text.substr(at, 3);
+        if (depth == 0 && (sign == " = " || sign == " ~ " || sign == " ! ")) joint = at;
+    });
+    return joint;
 }
-
-} // namespace
 
 Example read_example(std::string_view text) {
     Example example;
@@ -30,13 +20,9 @@ Example read_example(std::string_view text) {
         example.cells = text.substr(1, end - 1);
         text.remove_prefix(end + 2);
     }
-    std::size_t joint = text.size();
-    each_outside_texts(text, [&](std::size_t at, int depth) {
-        const std::string_view sign = text.substr(at, 3);
-        if (depth == 0 && (sign == " = " || sign == " ~ " || sign == " ! ")) joint = at;
-    });
+    const std::size_t joint = joint_of(text);
     example.formula = text.substr(0, joint);
-    if (joint == text.size()) return example;
+    if (joint == std::string_view::npos) return example;
     example.sign = text[joint + 1];
     example.expected = text.substr(joint + 3);
     if (example.sign == '~')
@@ -44,6 +30,11 @@ Example read_example(std::string_view text) {
     else if (example.sign == '!')
         example.expected = example.expected.substr(0, example.expected.find(' '));
     return example;
+}
+
+std::string outcome(const Example& example) {
+    if (example.expected == "empty") return "gives an empty cell";
+    return (example.sign == '!' ? "gives " : "= ") + std::string(example.expected);
 }
 
 std::optional<std::vector<std::string>> call_arguments(std::string_view formula, std::string_view function) {

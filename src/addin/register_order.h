@@ -86,7 +86,7 @@ inline constexpr std::string_view register_order[] = {
     "TLevelsFcst", "TLevelsGrow", "TLevelsThenGrow", "FLevelsFcstMkt", "FLevelsGrowMkt", "TLevelsFcstMkt",
     "TLevelsGrowMkt", "FcstT", "TFcstT",
     // Real Estate
-    "FStepRent", "FStepRentFcst", "FStepRentFcstCollar", "FStepRentGrow", 
+    "FStepRent", "FStepRentFcst", "FStepRentFcstCollar", "FStepRentGrow",
     "IdxRentFcstMktR", "IdxRentFcstR", "IdxRentGrowMktR", "IdxRentGrowR", "TStepIdxRentFcstR", "TStepIdxRentGrowR",
     "LastReview", "LastReviewR", "LeaseDates", "LeaseEnd", "LeaseInfo", "NextReview",
     "NextReviewR", "Occupancy",

@@ -34,8 +34,9 @@ constexpr Argument AnnRents() {
     return {"AnnRents", "Rents a year, one for each of the dates or one for all; zero for the market rent"};
 }
 constexpr Argument UOTog() {
-    return optional("UOTog", "Dates at which reviews turn upward-only and back, from not being so; if omitted the sign "
-                             "of RevDisc decides");
+    return optional("UOTog",
+                    "Dates at which upward-only reviews are switched on and off, starting from off; if omitted "
+                    "the sign of RevDisc decides");
 }
 constexpr Argument AbFin() {
     return optional("AbFin", "Date on which the last lease or relet ends at the latest; never if omitted");

@@ -73,5 +73,7 @@ constexpr const char* market_rents =
     "Rents a year, one for each of the dates or one for all; zero for the market rent of the date";
 constexpr const char* market_rent_last =
     "Rents a year, one for each of the dates or one for all; the last one is the market rent of today";
+constexpr const char* deferred_market_rent_last =
+    "Rents a year, one for each deferral or one for all; the last one is the market rent of today";
 
 } // namespace qx

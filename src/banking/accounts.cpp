@@ -78,11 +78,13 @@ Figures account_of_one_rate(const Routine& here, const Flow& flow, double BFBala
 }
 
 /// Overdraft and CashAcct.
-double account_of_one_side(Routine& here, Side side, const timeperiod& Time, double BFBalance, double CashFlow,
-                           double rate, const char* rate_name, double PmtsPerYear, int AcctOutput) {
-    check_rate(here, rate, rate_name);
+double account_of_one_side(const char* name, Side side, const timeperiod& Time, double BFBalance, double CashFlow,
+                           double rate, double PmtsPerYear, int AcctOutput) {
+    Routine here{name};
+    here.inputs(Time, BFBalance, CashFlow, rate, PmtsPerYear, AcctOutput);
+    check_rate(here, rate, side == debt ? "IntAERDebt" : "IntAERCash");
     check_frequency(here, PmtsPerYear);
-    if (Time.to() <= Time.from()) return 0.0;
+    if (Time.to() <= Time.from()) return here.returning(0.0);
     const Flow flow(Time, CashFlow, PmtsPerYear);
     bool crosses = false;
     const double term =
@@ -95,7 +97,7 @@ double account_of_one_side(Routine& here, Side side, const timeperiod& Time, dou
     figures.average = 0.0 - safe_divide(figures.interest, rate);
     here.info("After Adjustment: End Balance=", figures.closing, " Interest=", figures.interest,
               " Principal=", figures.principal, " Average Balance=", figures.average);
-    return figure(here, AcctOutput, BFBalance, figures);
+    return here.returning(figure(here, AcctOutput, BFBalance, figures));
 }
 
 /// A current account's part on one side.
@@ -112,18 +114,12 @@ Part part(const Flow& flow, Side side, double balance, double rate, double term)
 
 double Overdraft(const timeperiod& Time, double BFBalance, double CashFlow, double IntAERDebt, double PmtsPerYear,
                  int AcctOutput) {
-    Routine here{"Overdraft"};
-    here.inputs(Time, BFBalance, CashFlow, IntAERDebt, PmtsPerYear, AcctOutput);
-    return here.returning(
-        account_of_one_side(here, debt, Time, BFBalance, CashFlow, IntAERDebt, "IntAERDebt", PmtsPerYear, AcctOutput));
+    return account_of_one_side("Overdraft", debt, Time, BFBalance, CashFlow, IntAERDebt, PmtsPerYear, AcctOutput);
 }
 
 double CashAcct(const timeperiod& Time, double BFBalance, double CashFlow, double IntAERCash, double PmtsPerYear,
                 int AcctOutput) {
-    Routine here{"CashAcct"};
-    here.inputs(Time, BFBalance, CashFlow, IntAERCash, PmtsPerYear, AcctOutput);
-    return here.returning(
-        account_of_one_side(here, cash, Time, BFBalance, CashFlow, IntAERCash, "IntAERCash", PmtsPerYear, AcctOutput));
+    return account_of_one_side("CashAcct", cash, Time, BFBalance, CashFlow, IntAERCash, PmtsPerYear, AcctOutput);
 }
 
 double FlexAcct(const timeperiod& Time, double BFBalance, double CashFlow, double InterestAER, double PmtsPerYear,

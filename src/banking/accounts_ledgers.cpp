@@ -5,7 +5,6 @@
 #include "projections/levels.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace qx {
 
@@ -30,11 +29,6 @@ LedgerFigures& LedgerFigures::operator+=(const LedgerFigures& other) {
     return *this;
 }
 
-double without_dust(double figure) {
-    constexpr double dust = 1e-7;
-    return std::fabs(figure) <= dust ? 0.0 : figure;
-}
-
 double level_on(const date& day, View<date> dates, View<double> levels) {
     const int n = count_up_to(dates, day);
     return n == 0 ? 0.0 : levels.single_or(n);
@@ -47,8 +41,7 @@ double sum_in(const timeperiod& Time, View<date> dates, View<double> amounts) {
     return sum;
 }
 
-// --- A ledger of movements
-// --------------------------------------------------------------------------------------------
+// --- A ledger of movements -------------------------------------------------------------------------------------------
 
 void Ledger::clear() {
     dates_.dimension(0);
@@ -104,8 +97,7 @@ LedgerFigures Ledger::figures(const timeperiod& Time, const Charge& charge, cons
     };
 }
 
-// --- Loans
-// --------------------------------------------------------------------------------------------------------------
+// --- Loans -----------------------------------------------------------------------------------------------------------
 
 LoanPeriod::LoanPeriod(const timeperiod& Time, const Charge& charge, const Accrual& accrual, double ProjMode)
     : Time(Time), ProjMode(ProjMode), span(Time), earliest(Time.from()), latest(Time.to()) {

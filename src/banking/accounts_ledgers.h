@@ -4,6 +4,7 @@
 // however long the ledger is. Figures are those of a loan with these advances and no repayment date.
 #pragma once
 
+#include "banking/loan_terms.h"
 #include "projections/interest.h"
 
 namespace qx {
@@ -26,8 +27,6 @@ struct LedgerFigures {
     LedgerFigures& operator+=(const LedgerFigures& other);
 };
 
-/// A figure within 1e-7 of zero is zero.
-double without_dust(double figure);
 /// The item of a list that holds on a date: that of the last date on or before it; 0 before the first date.
 double level_on(const date& day, View<date> dates, View<double> levels);
 /// The sum of the amounts whose dates lie in a period.

@@ -7,19 +7,17 @@
 #include "core/logs.h"
 #include "core/routine.h"
 
+#include <string_view>
+
 namespace qx {
 
 /// False for a list that is omitted or blank cells.
 inline bool given(View<double> list) { return list.lastnonblank() > 0; }
-/// The dates of a list: none if it is a blank cell, which reads as one zero date.
-inline View<date> dates_given(View<date> dates) {
-    return dates.size() == 1 && dates.first().iszero() ? View<date>{} : dates;
-}
 
 /// The part of LoanAcctEMH's terms that LoanAcctEM does not have.
 struct FundTerms {
     const FundRates& rates;
-    const FundBalances& exogenous;
+    FundBalances exogenous;
     double opening;
     double DCInterest, DCFee;
     const AnnualSequence &PrdsSF, &PrdsSFInt, &PrdsSFFee, &PrdsFiscal;
@@ -28,16 +26,16 @@ struct FundTerms {
 /// All that an account's figures depend on, but for the output asked for.
 struct AccountTerms {
     View<date> Timebase;
-    const Borrowing& borrowing;
-    const AccountRates& rates;
-    const AccountFlows& flows;
+    Borrowing borrowing;
+    AccountRates rates;
+    AccountFlows flows;
     double LoanTerm; ///< years
-    const ExternalMargin& margin;
-    const OpeningBalances& opening;
+    ExternalMargin margin;
+    OpeningBalances opening;
     int Options;
-    const AccountDayCounts& day_counts;
+    AccountDayCounts day_counts;
     double DCEM;
-    const AccountPeriods& periods;
+    AccountPeriods periods;
     const AnnualSequence& PrdsEM;
     double ProjMode;
     const FundTerms* fund; ///< null for none
@@ -54,7 +52,7 @@ struct AccountTerms {
 /// The trace, and the log file if there is one.
 class Journal {
   public:
-    Journal(const Routine& here, bool to_file, const char* label) : here_(here) {
+    Journal(const Routine& here, bool to_file, std::string_view label) : here_(here) {
         if (to_file) file_.open(label);
     }
     bool on() const { return here_.traced() || file_.isopen(); }

@@ -149,18 +149,12 @@ static_assert(std::is_trivially_default_constructible_v<KeptAccount>, "not a byt
 KeptAccount kept[kept_accounts];
 unsigned uses = 0;
 
-KeptAccount& latest() {
-    return *std::max_element(std::begin(kept), std::end(kept),
-                             [](const KeptAccount& a, const KeptAccount& b) { return a.last_used < b.last_used; });
-}
-KeptAccount& oldest() {
-    return *std::min_element(std::begin(kept), std::end(kept),
-                             [](const KeptAccount& a, const KeptAccount& b) { return a.last_used < b.last_used; });
-}
+KeptAccount& latest() { return *std::ranges::max_element(kept, {}, &KeptAccount::last_used); }
+KeptAccount& oldest() { return *std::ranges::min_element(kept, {}, &KeptAccount::last_used); }
 
 /// The statement of an account: one that is kept, or that of a run. While a trace runs, an account that was calculated
 /// without it is calculated again, so that the trace shows how.
-const Statement& statement_of(const Routine& here, const AccountTerms& terms, const char* label) {
+const Statement& statement_of(const Routine& here, const AccountTerms& terms) {
     KeptAccount* const known = std::find_if(std::begin(kept), std::end(kept), [&](const KeptAccount& account) {
         return account.valid && account.inputs.same(terms);
     });
@@ -169,9 +163,9 @@ const Statement& statement_of(const Routine& here, const AccountTerms& terms, co
         known->last_used = ++uses;
         return known->statement;
     }
-    Journal journal(here, terms.option(write_account_log), label);
+    Journal journal(here, terms.option(write_account_log), here.name());
     if (journal.on()) {
-        if (terms.option(write_account_log)) journal.line(label, " log file opened");
+        if (terms.option(write_account_log)) journal.line(here.name(), " log file opened");
         const KeptAccount& last = latest();
         journal.line("Recalculation due to changes in following variables: ",
                      last.valid ? last.inputs.changed(terms) : std::string("all"));
@@ -286,16 +280,48 @@ void read_period(Journal& journal, const Statement& statement, const Reading& re
     }
 }
 
-WorkList<double> read_account(Routine& here, const AccountTerms& terms, const char* output_name, int LAOutput,
-                              const char* label, const char* second_label) {
+/// Throws errlibunexpectedcase unless the items of a list have the right sign.
+void check_sign(const Routine& here, View<double> amounts, int sign, const char* variable, const char* text) {
+    for (const double amount : amounts)
+        if (!iszero(amount) && sign * amount < 0.0) here.fail<errlibunexpectedcase>(variable, text);
+}
+
+void check(const Routine& here, const AccountTerms& terms) {
+    const auto opening = [&](double amount, int sign, const char* variable, const char* text) {
+        check_sign(here, View<double>::of(amount), sign, variable, text);
+    };
+    if (terms.has_margin() && !terms.option(margin_snapshot) && !terms.PrdsEM.arrears())
+        here.fail<illegalvalue>("PrdsEM", "Cannot have EMPrds in advance if the fee basis is in Average Balance mode");
+    opening(terms.opening.OBSTD, 1, "OBSTD",
+            "Opening Short Term debt balance must be a positive number (for indebtedness)");
+    opening(terms.opening.OBCash, -1, "OBCash",
+            "Opening Cash balance must be a negative number (for cash in the bank)");
+    if (terms.fund == nullptr) return;
+    const FundBalances& exogenous = terms.fund->exogenous;
+    opening(terms.fund->opening, -1, "OBArray",
+            "Opening Sinking Fund balance must be a negative number (for cash in the bank)");
+    check_sign(here, exogenous.SFDeposEst, -1, "SFDeposEst",
+               "SFEstimates should be zero or negative because they are payments");
+    check_sign(here, exogenous.SFExogDebtBals, 1, "SFExogDebtBals",
+               "Exogenous Debt should be zero or positive because its a debt.");
+    check_sign(here, exogenous.SFExogAssBals, -1, "SFExogAssBals",
+               "Exogenous Assets should be negative or zero because they are assets, just like cash.");
+    check_sign(here, exogenous.SFIntOverRide, 1, "SFIntOverRide", "SF Interest Override should be zero or positive.");
+}
+
+/// An output of an account, for each period.
+WorkList<double> read_account(Routine& here, AccountTerms terms, const char* output_name, int LAOutput) {
+    terms.Timebase = dates_given(terms.Timebase);
+    terms.flows.CFTimes = dates_given(terms.flows.CFTimes);
+    check(here, terms);
     const Reading reading(here, output_name, LAOutput, terms.fund != nullptr);
     const int n = terms.Timebase.size();
     if (n == 0) {
         here.warning("No timeperiods set for this array function");
         here.fail<inputerror>("Timebase");
     }
-    const Statement& statement = statement_of(here, terms, label);
-    Journal journal(here, terms.option(write_account_log), second_label);
+    const Statement& statement = statement_of(here, terms);
+    Journal journal(here, terms.option(write_account_log), std::string(here.name()) + "2");
     WorkList<double> column(n);
     const TraceBlock loop = here.loop("Timeperiod Loop", "Looping over each timeperiod in the array function");
     for (int i = 1; i <= n; ++i) {
@@ -308,26 +334,6 @@ WorkList<double> read_account(Routine& here, const AccountTerms& terms, const ch
     }
     journal.close();
     return column;
-}
-
-void check_opening(const Routine& here, double OBSTD, double OBCash) {
-    if (!iszero(OBSTD) && OBSTD < 0.0)
-        here.fail<errlibunexpectedcase>("OBSTD",
-                                        "Opening Short Term debt balance must be a positive number (for indebtedness)");
-    if (!iszero(OBCash) && OBCash > 0.0)
-        here.fail<errlibunexpectedcase>("OBCash",
-                                        "Opening Cash balance must be a negative number (for cash in the bank)");
-}
-
-void check_margin(const Routine& here, const AccountTerms& terms) {
-    if (terms.has_margin() && !terms.option(margin_snapshot) && !terms.PrdsEM.arrears())
-        here.fail<illegalvalue>("PrdsEM", "Cannot have EMPrds in advance if the fee basis is in Average Balance mode");
-}
-
-/// Throws errlibunexpectedcase unless the items of a list have the right sign.
-void check_sign(const Routine& here, View<double> amounts, int sign, const char* variable, const char* text) {
-    for (const double amount : amounts)
-        if (!iszero(amount) && sign * amount < 0.0) here.fail<errlibunexpectedcase>(variable, text);
 }
 
 /// Entry i of a list of settings, or another value where the list is shorter.
@@ -348,24 +354,10 @@ WorkList<double> LoanAcctEM(View<date> Timebase, const Borrowing& borrowing, con
     here.limit(day_counts.DCSTD, daycount_limits, "DCSTD");
     here.limit(DCEM, daycount_limits, "DCEM");
     here.limit(ProjMode, projmode_limits, "ProjMode");
-    const AccountFlows dated_flows{dates_given(flows.CFTimes), flows.Cashflows};
-    const AccountTerms terms{dates_given(Timebase),
-                             borrowing,
-                             rates,
-                             dated_flows,
-                             LoanTerm,
-                             margin,
-                             opening,
-                             Options,
-                             day_counts,
-                             DCEM,
-                             periods,
-                             PrdsEM,
-                             ProjMode,
-                             nullptr};
-    check_margin(here, terms);
-    check_opening(here, opening.OBSTD, opening.OBCash);
-    return here.returning(read_account(here, terms, "LAOutput", LAOutput, "LoanAcctEM", "LoanAcctEM2"));
+    return here.returning(read_account(here,
+                                       {Timebase, borrowing, rates, flows, LoanTerm, margin, opening, Options,
+                                        day_counts, DCEM, periods, PrdsEM, ProjMode, nullptr},
+                                       "LAOutput", LAOutput));
 }
 
 WorkList<double> LoanAcct(View<date> Timebase, const Borrowing& borrowing, const AccountRates& rates,
@@ -432,42 +424,17 @@ WorkList<double> LoanAcctEMH(View<date> Timebase, const AccountRates& rates, con
         here.info(name, sequences[i]);
     }
 
+    FundTerms fund_terms{fund_rates,   fund,         setting(OBArray, 3, 0.0),
+                         codes[4],     codes[5],     sequences[4],
+                         sequences[5], sequences[6], sequences[7]};
+    fund_terms.exogenous.SFExogDates = dates_given(fund.SFExogDates);
     const OpeningBalances opening{setting(OBArray, 2, 0.0), setting(OBArray, 1, 0.0)};
-    const double fund_opening = setting(OBArray, 3, 0.0);
-    FundBalances exogenous = fund;
-    exogenous.SFExogDates = dates_given(fund.SFExogDates);
-    const FundTerms fund_terms{fund_rates,   exogenous,    fund_opening, codes[4],    codes[5],
-                               sequences[4], sequences[5], sequences[6], sequences[7]};
     const AccountDayCounts day_counts{codes[0], codes[1], codes[2]};
     const AccountPeriods periods{sequences[0], sequences[1], sequences[2]};
-    const AccountFlows dated_flows{dates_given(flows.CFTimes), flows.Cashflows};
-    const AccountTerms terms{dates_given(Timebase),
-                             borrowing,
-                             rates,
-                             dated_flows,
-                             LoanTerm,
-                             margin,
-                             opening,
-                             Options,
-                             day_counts,
-                             codes[3],
-                             periods,
-                             sequences[3],
-                             0.0,
-                             &fund_terms};
-    check_margin(here, terms);
-    check_opening(here, opening.OBSTD, opening.OBCash);
-    if (!iszero(fund_opening) && fund_opening > 0.0)
-        here.fail<errlibunexpectedcase>(
-            "OBArray", "Opening Sinking Fund balance must be a negative number (for cash in the bank)");
-    check_sign(here, fund.SFDeposEst, -1, "SFDeposEst",
-               "SFEstimates should be zero or negative because they are payments");
-    check_sign(here, fund.SFExogDebtBals, 1, "SFExogDebtBals",
-               "Exogenous Debt should be zero or positive because its a debt.");
-    check_sign(here, fund.SFExogAssBals, -1, "SFExogAssBals",
-               "Exogenous Assets should be negative or zero because they are assets, just like cash.");
-    check_sign(here, fund.SFIntOverRide, 1, "SFIntOverRide", "SF Interest Override should be zero or positive.");
-    return here.returning(read_account(here, terms, "LAMHOutput", LAMHOutput, "LoanAcctEMH", "LoanAcctEMH2"));
+    return here.returning(read_account(here,
+                                       {Timebase, borrowing, rates, flows, LoanTerm, margin, opening, Options,
+                                        day_counts, codes[3], periods, sequences[3], 0.0, &fund_terms},
+                                       "LAMHOutput", LAMHOutput));
 }
 
 } // namespace qx

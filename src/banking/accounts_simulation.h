@@ -15,7 +15,7 @@
 //
 // A run is kept until an input changes, so that further outputs cost a look at it; the runs of the last four accounts
 // are. Throws errlibmin, errlibmax for a DayCount outside 0 to 999 or a ProjMode outside 0 to 7; errlibillegalswitch
-// for an output that there is not (DescribeLoanAcctOutput); errlibunexpectedcase for an opening balance of the wrong
+// for an unknown output (DescribeLoanAcctOutput); errlibunexpectedcase for an opening balance of the wrong
 // sign; illegalvalue for margins paid in advance on average balances; inputerror for a time base without dates.
 #pragma once
 

@@ -9,18 +9,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 namespace qx {
 
 namespace {
 
-constexpr double next_to_nothing = 1e-7; ///< of a result that is returned as zero
 constexpr int default_term_months = 60;  ///< of a mortgage after its debt service
-constexpr int quarter_days = 13;         ///< the number that stands for the English quarter days
+constexpr int quarter_days = 13;         ///< the number of the English quarter days
 constexpr int months_beyond_period = 12; ///< for which a schedule of debt service is made
-
-double rounded(double amount) { return std::fabs(amount) <= next_to_nothing ? 0.0 : amount; }
 
 /// The checks that all loans share. False for a period that runs backward.
 bool opens(Routine& here, const timeperiod& Time, int LoanOutput, double DayCount, double ProjMode) {
@@ -38,8 +34,7 @@ bool out_of_reach(const timeperiod& Time, const date& first_advance, const date&
     return Time.from() > RepaymentDate || Time.to() < first_advance;
 }
 
-/// True if a list of dates is empty or one blank cell.
-bool none(View<date> dates) { return dates.empty() || (dates.size() == 1 && dates.first().iszero()); }
+bool none(View<date> dates) { return dates_given(dates).empty(); }
 
 /// The balance from each advance on.
 WorkList<double> running_balances(const Payments& advances) {
@@ -118,30 +113,30 @@ double read_off(const Routine& here, const timeperiod& Time, const AnyLoan& loan
     };
     switch (LoanOutput) {
     case loan_principal:
-        return rounded(principal() - rolled_up());
+        return without_dust(principal() - rolled_up());
     case loan_interest:
-        return rounded(interest() + rolled_up());
+        return without_dust(interest() + rolled_up());
     case loan_principal_and_interest:
     case loan_all_flows:
-        return rounded(principal() + interest());
+        return without_dust(principal() + interest());
     case loan_opening_balance:
-        return rounded(loan.balance(Time.from().plusdays(-1)));
+        return without_dust(loan.balance(Time.from().plusdays(-1)));
     case loan_average_balance:
-        return rounded(loan.average(Time));
+        return without_dust(loan.average(Time));
     case loan_closing_balance:
-        return rounded(loan.balance(Time.to().plusdays(-1)));
+        return without_dust(loan.balance(Time.to().plusdays(-1)));
     case loan_all_principal:
-        return rounded(principal());
+        return without_dust(principal());
     case loan_all_interest:
-        return rounded(interest());
+        return without_dust(interest());
     case loan_accrued_at_start:
-        return rounded(accrued(Time.from()));
+        return without_dust(accrued(Time.from()));
     case loan_accrued_at_end:
-        return rounded(accrued(Time.to()));
+        return without_dust(accrued(Time.to()));
     case loan_final_repayment:
-        return rounded(loan.repaid(Time));
+        return without_dust(loan.repaid(Time));
     case loan_advances:
-        return rounded(loan.advanced(Time));
+        return without_dust(loan.advanced(Time));
     default:
         here.fail<errlibillegalswitch>("LoanOutput", "LoanOutput ", LoanOutput, " is invalid in the ", AnyLoan::kind);
     }

@@ -45,8 +45,7 @@ double LoanRep(const timeperiod& Time, const SimpleRates& rates, const Payments&
                const date& RepaymentDate, int RepType, const date& RollTo, int LoanOutput, double DayCount,
                const AnnualSequence& PrdsRep, const AnnualSequence& PrdsInt, double ProjMode);
 
-/// Options of LoanQ and LoanPool.
-/// What the loan functions give.
+/// What the loan functions give: LoanOutput.
 inline constexpr SwitchValue loan_output_values[] = {
     {0, "Principal"},
     {1, "Interest"},
@@ -64,6 +63,7 @@ inline constexpr SwitchValue loan_output_values[] = {
     {12, "Final repayment(s)"},
     {13, "Advances"},
 };
+/// Options of LoanQ and LoanPool.
 enum LoanOption : int {
     fixed_rate = 1, ///< the rate of the day of the advance holds throughout
 };

@@ -32,7 +32,7 @@ void RolledUpInterest::build(const Routine& here, const SimpleRates& rates, cons
     const auto& [FromDatesInt, IntSimple] = rates;
     const auto& [dates, amounts] = advances;
     if (inputs_.are(FromDatesInt, IntSimple, dates, amounts, RepaymentDate, RollTo, DayCount, PrdsInt)) {
-        here.info("The interest rolled up stands as it was calculated before");
+        here.info("The interest rolled up is that of the last calculation");
         return;
     }
     inputs_.save(FromDatesInt, IntSimple, dates, amounts, RepaymentDate, RollTo, DayCount, PrdsInt);
@@ -136,7 +136,7 @@ Payments StraightLine::build(const Routine& here, const Payments& advances, cons
                              const date& RepaymentDate, const Measure& principal) {
     const auto& [dates, amounts] = advances;
     if (inputs_.are(dates, amounts, StartRepayments, RepaymentDate, principal.DayCount, principal.Periods)) {
-        here.info("The schedule stands as it was made before");
+        here.info("The schedule is that of the last calculation");
         return schedule_;
     }
     inputs_.save(dates, amounts, StartRepayments, RepaymentDate, principal.DayCount, principal.Periods);
@@ -240,8 +240,10 @@ void DebtServiceSchedule::add_row(const DebtService& terms) {
     const auto& [dates, amounts] = terms.advances;
     const RowOfLoan row = rows == 0 ? RowOfLoan{dates.first(), true}
                                     : next_row(schedule_.dates(rows), terms.advances, advances_taken_, terms.PrdsInt);
-    if (row.is_advance) ++advances_taken_;
-    schedule_.append(std::min(row.day, terms.LongStop), row.is_advance ? amounts(advances_taken_) : 0.0);
+    double advanced = 0.0; // all of a day in one row, so that the day's interest is charged once, on its last balance
+    while (advances_taken_ < dates.size() && dates(advances_taken_ + 1) == row.day)
+        advanced += amounts(++advances_taken_);
+    schedule_.append(std::min(row.day, terms.LongStop), advanced);
     complete_ = row.day >= terms.LongStop || rows + 1 == range_capacity;
 }
 
@@ -261,16 +263,11 @@ void DebtServiceSchedule::repay(const Routine& here, const DebtService& terms, c
     const TraceBlock pass = here.pass(i, "Row of ", schedule_.dates(i));
     const date& day = schedule_.dates(i);
     const date next_day = day.plusdays(1);
-    const bool same_day = i > 1 && day == schedule_.dates(i - 1);
     balances_.append((i > 1 ? balances_(i - 1) : 0.0) + schedule_.amounts(i));
 
     const timeperiod since(i > 1 ? schedule_.dates(i - 1).plusdays(1) : day, next_day);
     const double service = service_in(since, terms.steps, terms.AnnDebtServiceRates, terms.service);
-    const double of_day = interest_in(timeperiod(day, next_day), terms, accrual);
-    // A second advance of the day finds the interest of the first one paid.
-    const double interest = of_day - (same_day ? interest_of_day_ : 0.0);
-    interest_of_day_ = of_day;
-
+    const double interest = interest_in(timeperiod(day, next_day), terms, accrual);
     const double capital = service + interest;
     balances_(i) -= capital;
     schedule_.amounts(i) -= capital;

@@ -82,7 +82,6 @@ class DebtServiceSchedule {
     Schedule schedule_;
     Range<double> balances_;
     int advances_taken_ = 0;
-    double interest_of_day_ = 0.0; ///< already taken on the date of the last row
     bool complete_ = false;
     SavedInputs<View<date>, View<double>, date, View<date>, View<double>, View<date>, View<double>, date, double,
                 AnnualSequence, double, AnnualSequence, double>
@@ -118,7 +117,7 @@ class UpliftedCapital {
         const auto& [SettlementDate, MaturityDate, interval, FirstIdxDate, IdxLag] = terms;
         if (SettlementDate.iszero()) here.fail<errlibmindate>("SettlementDate"); // no review would be later
         if (inputs_.are(SettlementDate, MaturityDate, interval, FirstIdxDate, IdxLag, inputs...)) {
-            here.info("The uplifts stand as they were calculated before");
+            here.info("The uplifts are those of the last calculation");
             return schedule_;
         }
         inputs_.save(SettlementDate, MaturityDate, interval, FirstIdxDate, IdxLag, inputs...);

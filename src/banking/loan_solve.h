@@ -24,8 +24,8 @@ enum LoanSolveOption : int {
 };
 
 /// The value found. Repayments are in cash on the dates of PrdsRep, and what is owed on RepDate (FinishRates without
-/// one) is the residual. Throws errlibmin and errlibmax for a DayCount outside 0 to 999; errlibillegalswitch for a kind
-/// that there is not; outofrange for an item past the end of the lists; inputerror for a RollTo after the first of
+/// one) is the residual. Throws errlibmin and errlibmax for a DayCount outside 0 to 999; errlibillegalswitch for an
+/// unknown kind; outofrange for an item past the end of the lists; inputerror for a RollTo after the first of
 /// FromDates; unnacceptabledata for a PrdsInt in advance; errlibnotbracketed where no value gives the residual.
 double LoanSolve(const SimpleRates& rates, const FromSteps& repayments, View<double> AnnRepRates,
                  const Payments& advances, const date& RepDate, const date& RollTo, double LoanResid,

@@ -5,7 +5,19 @@
 #include "projections/steps.h"
 #include "projections/terms.h"
 
+#include <cmath>
+
 namespace qx {
+
+/// The dates of a list: none if it is a blank cell, which reads as one zero date.
+inline View<date> dates_given(View<date> dates) {
+    return dates.size() == 1 && dates.first().iszero() ? View<date>{} : dates;
+}
+/// A figure within 1e-7 of zero is zero.
+inline double without_dust(double figure) {
+    constexpr double dust = 1e-7;
+    return std::fabs(figure) <= dust ? 0.0 : figure;
+}
 
 /// Simple annual rates, each from its date on, or one for all dates.
 struct SimpleRates {

@@ -3,7 +3,7 @@
 // deviation of a year's continuous return (0.2 is 20%), times are in years.
 //
 // All throw errlibmin for a spot or strike price that is not above 0 and for a negative term or volatility, and
-// errlibillegalswitch for an OptionOutput that there is not.
+// errlibillegalswitch for an unknown OptionOutput.
 #pragma once
 
 #include "core/takes.h"

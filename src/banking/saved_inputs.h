@@ -1,4 +1,4 @@
-// The inputs from which something that is kept was made: it stands while the next call brings the same.
+// The inputs from which something that is kept was made: it is used again while the next call brings the same.
 #pragma once
 
 #include "calendar/annual_sequence.h"

@@ -22,7 +22,7 @@ enum SpotOutputs : int {
 /// The spot rates that give bonds their prices, from the first maturity on (bootstrap). Coupons are paid PmtsPerYear
 /// times a year (0 to 12, dividing 12; 0 for none), counted back from the maturity; prices are for a nominal of 1 with
 /// the accrued interest, and without any the coupons are par yields. Throws errlibillegalswitch for another number of
-/// payments or a SpotOutput that there is not, errlibnotbracketed for a price that no rate gives.
+/// payments or an unknown SpotOutput, errlibnotbracketed for a price that no rate gives.
 WorkList<double> ZeroCoupon(const date& SettlementDate, View<date> MaturityDates, View<double> CouponRates,
                             View<double> Prices, int PmtsPerYear, int SpotOutput, const Measure& measure);
 

@@ -86,7 +86,7 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
     const Measure measure{basis.DayCount, basis.Periods};
     const int maxn = growth.dates.size();
     double market = MktAnnRate;
-    GrowthWalk at_reviews(GrowthBaseDate, MktAnnRate, growth);
+    GrowthWalk walk(GrowthBaseDate, MktAnnRate, growth, measure);
     const date* base = &GrowthBaseDate;
     for (int n = 1; n <= maxn; ++n) {
         const date& grows_from = growth.dates(n);
@@ -97,11 +97,7 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
         }
         // The market rate compounds from section to section: only the one before has a say.
         const bool compounds = n > 1 && grows_from > GrowthBaseDate;
-        if (compounds)
-            market = here.traced()
-                         ? GrowFromTo(*base, grows_from, market, {growth.dates.from(n - 1), growth.rates.from(n - 1)},
-                                      growth_exponential, 0, measure)
-                         : at_reviews.whole_section(n - 1) * market;
+        if (compounds) market = walk.through(n - 1, market);
         base = &std::max(GrowthBaseDate, grows_from);
 
         const date& next = n < maxn ? growth.dates(n + 1) : DateCrit;
@@ -113,7 +109,7 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
         double passing = InitialAnnRate;
         if (compounds) {
             const date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt, false).when;
-            passing = at_reviews.to(last_rev.iszero() ? next_rev : last_rev);
+            passing = walk.to(last_rev.iszero() ? next_rev : last_rev);
         }
         const bool goes_on = periods(to, life.Finish) >= 1;
         const double day_count = !goes_on                       ? codes.with_end()

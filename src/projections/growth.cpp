@@ -63,24 +63,33 @@ double GrowthWalk::section(int n, const date& ToDate) const {
     return years <= 0.0 ? 1.0 : SafePow(1.0 + growth_.rates(n), years);
 }
 
-double GrowthWalk::whole_section(int n) {
+void GrowthWalk::reach(int n) {
     for (int i = sections_.size() + 1; i <= n; ++i) {
         const double growth = section(i, growth_.dates(i + 1));
         sections_->append(growth);
         factors_->append((i > 1 ? factors_(i - 1) : 1.0) * growth);
     }
-    return sections_(n);
+}
+
+double GrowthWalk::through(int n, double amount) {
+    const date& next = growth_.dates(n + 1);
+    if (traced())
+        return GrowFromTo(std::max(from_, growth_.dates(n)), next, amount,
+                          {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure_);
+    if (iszero(amount)) return 0.0;
+    reach(n);
+    return sections_(n) * amount;
 }
 
 double GrowthWalk::to(const date& Date2) {
-    if (traced()) return GrowFromTo(from_, Date2, value_, growth_, growth_exponential, 0, any_measure());
+    if (traced()) return GrowFromTo(from_, Date2, value_, growth_, growth_exponential, 0, measure_);
     if (iszero(value_)) return 0.0;
     const int maxn = growth_.count();
     if (maxn == 0 || Date2 <= growth_.dates.first()) return value_;
     int n = std::min(sections_.size() + 1, maxn);
     while (n > 1 && growth_.dates(n) > Date2) --n;
     while (n < maxn && growth_.dates(n + 1) <= Date2) ++n;
-    if (n > 1) whole_section(n - 1);
+    reach(n - 1);
     return (n > 1 ? factors_(n - 1) : 1.0) * section(n, Date2) * value_;
 }
 

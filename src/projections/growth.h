@@ -59,22 +59,25 @@ double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const 
               const Measure& measure);
 
 /// Exponential growth without reviews from one date to others: what GrowFromTo gives for each, bit for bit, with the
-/// growth of each section worked out once.
+/// growth of each section worked out once. A trace shows the calls of GrowFromTo instead.
 class GrowthWalk {
   public:
-    GrowthWalk(const date& Date1, double StartingValue, const Growth& growth)
-        : from_(Date1), value_(StartingValue), growth_(growth) {}
+    GrowthWalk(const date& Date1, double StartingValue, const Growth& growth, const Measure& measure)
+        : from_(Date1), value_(StartingValue), growth_(growth), measure_(measure) {}
     double to(const date& Date2);
-    /// The growth of the whole of a section that another one follows.
-    double whole_section(int n);
+    /// An amount grown through the whole of a section that another one follows.
+    double through(int n, double amount);
 
   private:
+    /// Works the growth of the sections out up to one that another one follows.
+    void reach(int n);
     /// The growth of a section up to a date.
     double section(int n, const date& ToDate) const;
 
     const date& from_;
     double value_;
     const Growth& growth_;
+    const Measure& measure_;
     WorkList<double> sections_; ///< the growth of each section up to the next
     WorkList<double> factors_;  ///< the product of these up to and with each
 };

@@ -43,7 +43,7 @@ double CorrectionM(double DisAER, double PmtsPerYear);
 double CorrectionCont(double DisAER);
 double CorrectionDC(const date& NPVDate, double DisAER, double DayCount, const AnnualSequence& CashBasis);
 /// The average over a year of income that grows linearly in steps, over the same growing at the year's end only.
-/// GrowRevsPerYrOpt: steps a year, 0 for growth at every moment.
+/// GrowRevsPerYrOpt: steps a year, 0 for continuous growth.
 double LCorrectionM(double GrowthRatePA, double GrowRevsPerYrOpt);
 /// The time in the year, in years from its start, at which the year's income could be received at once.
 double EffTimeM(double DisAER, double PmtsPerYear);

@@ -25,7 +25,7 @@ void check_perpetuity(const Routine& here, double DisAER, double growth, const c
 void check_annuity(const Routine& here, double DisAER, double growth, const char* message) {
     if (isequal(growth, DisAER)) here.fail<errlibinfiniteresult>("AnnGrowthRate", message);
 }
-/// Growth at every moment has no meaning where more than all is lost.
+/// Continuous growth has no meaning where more than all is lost.
 void check_continuous(Routine& here, double growth) {
     if (growth < -1.0) here.fail<errlibmin>("AnnGrowthRate");
 }
@@ -39,7 +39,7 @@ double relative_growth(double DisAER, double growth, double years) {
     return std::expm1(years * (std::log1p(growth) - std::log1p(DisAER)));
 }
 
-/// What a year's income received p times is worth, for each unit a year of income received at every moment.
+/// What a year's income received p times is worth, for each unit a year of income received continuously.
 double received_at_times(double r, double p) {
     return iszero(r) ? 1.0 : -std::log1p(r) / (compound_less_one(r, -1.0 / p) * p);
 }
@@ -54,7 +54,7 @@ double linear_steps(double r, double g, double m, double N) {
     return total / fall + g / m * ((1.0 - fall) * total / (fall * fall) - N * (1.0 - total) / fall);
 }
 
-/// Income at 1 + g t a year, received at every moment for n years, or for ever where n is infinite.
+/// Income at 1 + g t a year, received continuously for n years, or for ever where n is infinite.
 double linear_continuous(double r, double g, double n) {
     const double force = std::log1p(r);
     if (std::isinf(n)) return 1.0 / force + g / (force * force);

@@ -2,9 +2,9 @@
 //
 // PVEG: exponential growth at AnnGrowthRate a year (1, 1 + g, (1 + g)^2 ...), PVLG: linear growth (1, 1 + g, 1 + 2g
 // ...), one payment at the end of each year. The M forms receive the year's income PmtsPerYear times a year (positive
-// in advance, negative in arrears, 0 read as -1) and let it grow in GrowRevsPerYrOpt steps a year (0: at every moment).
+// in advance, negative in arrears, 0 read as -1) and let it grow in GrowRevsPerYrOpt steps a year (0: continuously).
 // DisAER must be above -0.999999 (errlibmin). Growth may lose all (-1) or more: a negative factor has no fractional
-// power (errlibbadexponentiation), and growth at every moment is -1 at least (errlibmin). A perpetuity that grows at
+// power (errlibbadexponentiation), and continuous growth is -1 at least (errlibmin). A perpetuity that grows at
 // the discount rate or faster throws errlibinfiniteresult; so does an exponential annuity that grows at the discount
 // rate.
 #pragma once
@@ -39,7 +39,7 @@ double SumLGAnnCont(double TermYrs, double AnnGrowthRate);
 
 /// The amount from month 0 to TermMonths of a stream that runs at `startingrate` a year until FirstRevMonths and then
 /// at a market rate (`mktrate` as at BaseDateMonths, growing at GrowthPA) that is taken up every StepLengthMonths; 0:
-/// at every moment. Throws errlibbadnum for a negative step.
+/// continuously. Throws errlibbadnum for a negative step.
 double SumEGStepMktGen(double GrowthPA, double TermMonths, double StepLengthMonths, double FirstRevMonths,
                        double BaseDateMonths, double startingrate, double mktrate);
 /// The same from one date to another within a period, measured from startingdate.

@@ -28,8 +28,7 @@ std::string DescribeReturn(int ReturnSwitch) {
         std::string(SwitchTable(return_values).words(ReturnSwitch, "Don't recognise the return switch supplied.")));
 }
 
-// --- Time-weighted rate of return
-// -----------------------------------------------------------------------------------------
+// --- Time-weighted rate of return ------------------------------------------------------------------------------------
 
 namespace {
 
@@ -107,8 +106,7 @@ WorkList<double> TWRR(View<date> FromDate_s, View<date> ToDate_s, const Performa
     return here.returning(std::move(results));
 }
 
-// --- Statistics of returns
-// ------------------------------------------------------------------------------------------------
+// --- Statistics of returns -------------------------------------------------------------------------------------------
 
 namespace {
 

@@ -83,7 +83,7 @@ inline constexpr SwitchValue return_values[] = {
 /// A ReturnSwitch in words.
 std::string DescribeReturn(int ReturnSwitch);
 
-/// Amounts on dates; without dates they stand beside the values.
+/// Amounts on dates; without dates there is one for each value.
 struct DatedFlows {
     using takes = Takes<Range<date>, Range<double>>;
     View<date> dates;
@@ -108,7 +108,7 @@ struct IndexSeries {
 /// of returns that are all alike; inputrangelength2 for lists of different lengths.
 double TotalReturn(double HistoryPeriod, const date& CalculationDate, View<date> Dates, View<double> Values,
                    const DatedFlows& flows, int ReturnSwitch, const IndexSeries& index, View<double> ExchangeRates);
-/// The same of cash flows that stand beside the values, without an index. CashFlowTiming says when in its period a cash
+/// The same with one cash flow for each value and without an index. CashFlowTiming says when in its period a cash
 /// flow is received: 0 at the end, 1 at the start, or a part of the period before its end between.
 double TotalReturnQ(double HistoryPeriod, const date& CalculationDate, View<date> Dates, View<double> Values,
                     View<double> Cash_Flows, double CashFlowTiming, int ReturnSwitch);

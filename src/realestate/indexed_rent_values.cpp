@@ -10,8 +10,14 @@ namespace {
 /// The walk of a chain that AbStart starts if ROpts say so.
 ChainWalk walk_of(const date& RentStart, View<date> BrksOrExp, int Brk, const Relets& relets, const CashTerms& terms,
                   const AbsoluteDates& absolute, int ROpts, const date& Finish) {
-    const bool overridden = option_present(start_is_absolute, ROpts) && !absolute.AbStart.iszero();
-    return {overridden ? absolute.AbStart : RentStart, BrksOrExp, Brk, absolute.AbFin, relets, terms, ROpts, Finish};
+    return {absolute.override_start(ROpts) ? absolute.AbStart : RentStart,
+            BrksOrExp,
+            Brk,
+            absolute.AbFin,
+            relets,
+            terms,
+            ROpts,
+            Finish};
 }
 
 } // namespace

@@ -66,7 +66,7 @@ class GrowthIndex {
             here_.fail<errlibunexpectedcase>("FirstIdxDate_s", "StartingIdxRev was negative, this cannot be.");
         return {indexations.at(n), indexations.at(n + 1)};
     }
-    /// The amount of a rent that is indexed at every moment.
+    /// The amount of a rent that is indexed continuously.
     double continuous_amount(const timeperiod& period, const Life& life, const date& first, const Base& base,
                              const Measure& measure) const {
         return ConGrowMktX(period, life, first, safe_divide(base.rent, base.level), base.rent, growth(), dates_.first(),
@@ -325,37 +325,50 @@ class ChainMarket {
     const Forecast* forecast_ = nullptr;
 };
 
+/// The market rents of a chain, and the index that its leases follow.
+template <class Index>
+struct IndexedMarket {
+    View<double> MktRent_s;
+    const typename Index::Source& market;
+    const typename Index::Source& index;
+    const typename Index::Settings& settings;
+    View<int> IdxLag_s;
+
+    Index of_lease(Routine& here, int n) const { return {here, index, settings, IdxLag_s, n}; }
+};
+using GrownMarket = IndexedMarket<GrowthIndex>;
+using ForecastMarket = IndexedMarket<ForecastIndex>;
+
 /// The sum over the leases of a chain. `first` takes the period, the life of the lease, its market and its index;
 /// `later` also the relet.
-template <class Index, class Source, class First, class Later>
+template <class Index, class First, class Later>
 double indexed_chain(Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain, int RevMos,
-                     View<double> MktRent_s, const Source& market_source, const typename Index::Source& index,
-                     const typename Index::Settings& settings, View<int> IdxLag_s, const Basis& basis,
-                     const StreamBounds& bounds, First first, Later later) {
+                     const IndexedMarket<Index>& terms, const Basis& basis, const StreamBounds& bounds, First first,
+                     Later later) {
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
-    const ChainMarket market{calendar, market_source};
+    const ChainMarket market{calendar, terms.market};
     const date start = calendar.rounded(RentStart);
     return follow_chain(
         here, Time, start, chain, RevMos, basis, bounds,
         [&](const timeperiod& period, const date& expiry) {
-            return first(period, Life{start, expiry}, Market{market.source(), relet_market(MktRent_s, 0)},
-                         Index{here, index, settings, IdxLag_s, 0});
+            return first(period, Life{start, expiry}, Market{market.source(), relet_market(terms.MktRent_s, 0)},
+                         terms.of_lease(here, 0));
         },
         [&](const timeperiod& period, const Relet& relet) {
-            return later(period, relet, market_of(here, relet, MktRent_s, market.source(), chain.ROpts),
-                         Index{here, index, settings, IdxLag_s, relet.number});
+            return later(period, relet, market_of(here, relet, terms.MktRent_s, market.source(), chain.ROpts),
+                         terms.of_lease(here, relet.number));
         });
 }
 
 /// A chain in which the relets follow the index from the market rent at their start.
-template <class Index, class Source, class First>
+template <class Index, class First>
 double indexed_only_chain(Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain,
-                          View<double> MktRent_s, const Source& market_source, const typename Index::Source& index,
-                          const typename Index::Settings& settings, View<int> IdxLag_s, const Basis& basis,
-                          const StreamBounds& bounds, First first) {
+                          const IndexedMarket<Index>& terms, const Basis& basis, const StreamBounds& bounds,
+                          First first) {
+    constexpr int no_reviews = 0;
     const Measure measure{basis.DayCount, basis.Periods};
-    return indexed_chain<Index>(
-        here, Time, RentStart, chain, 0, MktRent_s, market_source, index, settings, IdxLag_s, basis, bounds, first,
+    return indexed_chain(
+        here, Time, RentStart, chain, no_reviews, terms, basis, bounds, first,
         [&](const timeperiod& period, const Relet& relet, const Market& market, const Index& relet_index) {
             return indexed_rent(here, period, {relet.rent_start, relet.expiry}, market.at(relet.lease_start),
                                 relet_index, measure);
@@ -363,17 +376,16 @@ double indexed_only_chain(Routine& here, const timeperiod& Time, const date& Ren
 }
 
 /// A chain that is reviewed to the market.
-template <class Index, class Source>
+template <class Index>
 double reviewed_chain(Routine& here, const timeperiod& Time, const date& RentStart, const date& FirstRev,
-                      const Chain& chain, View<double> MktRent_s, double AnnRent, const Source& market_source,
-                      const typename Index::Source& index, const typename Index::Settings& settings, View<int> IdxLag_s,
+                      const Chain& chain, double AnnRent, const IndexedMarket<Index>& terms,
                       const ReviewsOfIndexed& reviews, const Basis& basis, View<date> UOTog) {
     const Measure measure{basis.DayCount, basis.Periods};
     const Reviews market_reviews{reviews.RevMonths, reviews.RevDis};
     const Rules rules{market_reviews, UOTog};
     const date first_review = LeaseCalendar{measure, chain.ROpts}.rounded(FirstRev);
-    return indexed_chain<Index>(
-        here, Time, RentStart, chain, reviews.RevMonths, MktRent_s, market_source, index, settings, IdxLag_s, basis, {},
+    return indexed_chain(
+        here, Time, RentStart, chain, reviews.RevMonths, terms, basis, {},
         [&](const timeperiod& period, const Life& life, const Market& market, const Index& lease_index) {
             return reviewed_rent(here, period, life, first_review, AnnRent, lease_index, market, rules, measure);
         },
@@ -384,25 +396,22 @@ double reviewed_chain(Routine& here, const timeperiod& Time, const date& RentSta
 }
 
 /// A chain whose first lease starts with a list of rents.
-template <class Index, class Source>
-double stepped_chain(Routine& here, const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, int Brk,
-                     const Relets& relets, int ROpts, View<double> MktRent_s, const RentSteps& steps,
-                     const Source& market_source, const typename Index::Source& index,
-                     const typename Index::Settings& settings, View<int> IdxLag_s, const Basis& basis,
+template <class Index>
+double stepped_chain(Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain,
+                     const RentSteps& steps, const IndexedMarket<Index>& terms, const Basis& basis,
                      const AbsoluteDates& absolute) {
     const Measure measure{basis.DayCount, basis.Periods};
-    const LeaseCalendar calendar{measure, ROpts};
+    const LeaseCalendar calendar{measure, chain.ROpts};
     std::optional<WorkList<date>> dates;
     if (calendar.rounds()) dates.emplace(rounded(steps.ReviewDates, calendar));
     const RentSteps rounded_steps{dates ? View<date>(*dates) : steps.ReviewDates, steps.AnnRents};
-    const bool overridden = option_present(start_is_absolute, ROpts) && !absolute.AbStart.iszero();
+    const bool overridden = absolute.override_start(chain.ROpts);
     const StreamBounds bounds{overridden ? date() : absolute.AbStart, date()};
-    return indexed_only_chain<Index>(
-        here, Time, overridden ? absolute.AbStart : RentStart, {BrksOrExp, Brk, absolute.AbFin, relets, ROpts},
-        MktRent_s, market_source, index, settings, IdxLag_s, basis, bounds,
+    return indexed_only_chain(
+        here, Time, overridden ? absolute.AbStart : RentStart, chain, terms, basis, bounds,
         [&](const timeperiod& period, const Life& life, const Market& market, const Index& lease_index) {
             return stepped_rent(here, period, life, rounded_steps, lease_index, market,
-                                option_present(index_steps, ROpts), measure);
+                                option_present(index_steps, chain.ROpts), measure);
         });
 }
 
@@ -432,9 +441,10 @@ double IdxRentGrowR(const timeperiod& Time, const date& RentStart, View<date> Br
     basis.check(here);
     check_sources(here, growth, index);
     const Measure measure{basis.DayCount, basis.Periods};
-    return here.returning(indexed_only_chain<GrowthIndex>(
-        here, Time, RentStart, {BrksOrExp, Brk, AbFin, relets, ROpts}, MktRent_s, growth, index, indexation, IdxLag_s,
-        basis, {}, [&](const timeperiod& period, const Life& life, const Market&, const GrowthIndex& lease_index) {
+    return here.returning(indexed_only_chain(
+        here, Time, RentStart, {BrksOrExp, Brk, AbFin, relets, ROpts},
+        GrownMarket{MktRent_s, growth, index, indexation, IdxLag_s}, basis, {},
+        [&](const timeperiod& period, const Life& life, const Market&, const GrowthIndex& lease_index) {
             return indexed_rent(here, period, life, AnnRent, lease_index, measure);
         }));
 }
@@ -443,6 +453,7 @@ double IdxRentFcstR(const timeperiod& Time, const date& RentStart, View<date> Br
                     const Forecast& forecast, const Forecast& index, const ForecastIndexation& indexation,
                     const Relets& relets, const Basis& basis, const date& AbFin, int ROpts, int Brk,
                     View<int> IdxLag_s) {
+    constexpr int no_reviews = 0;
     Routine here{"IdxRentFcstR"};
     here.inputs(Time, RentStart, BrksOrExp, AnnRent, forecast, index, indexation, relets, basis, AbFin, ROpts, Brk,
                 IdxLag_s);
@@ -453,9 +464,9 @@ double IdxRentFcstR(const timeperiod& Time, const date& RentStart, View<date> Br
         return ConIdx(period, life, rent, of_lease.forecast(), of_lease.every(), of_lease.base(),
                       of_lease.given_first(), measure);
     };
-    return here.returning(indexed_chain<ForecastIndex>(
-        here, Time, RentStart, {BrksOrExp, Brk, AbFin, relets, ROpts}, 0, {}, forecast, index, indexation, IdxLag_s,
-        basis, {},
+    return here.returning(indexed_chain(
+        here, Time, RentStart, {BrksOrExp, Brk, AbFin, relets, ROpts}, no_reviews,
+        ForecastMarket{{}, forecast, index, indexation, IdxLag_s}, basis, {},
         [&](const timeperiod& period, const Life& life, const Market&, const ForecastIndex& lease_index) {
             return indexed(period, life, AnnRent, lease_index);
         },
@@ -474,9 +485,9 @@ double IdxRentGrowMktR(const timeperiod& Time, const date& RentStart, View<date>
                 basis, AbFin, UOTog, ROpts, Brk, IdxLag_s);
     check_limits(here, basis, reviews);
     check_sources(here, growth, index);
-    return here.returning(reviewed_chain<GrowthIndex>(here, Time, RentStart, FirstRev,
-                                                      {BrksOrExp, Brk, AbFin, relets, ROpts}, MktRent_s, AnnRent,
-                                                      growth, index, indexation, IdxLag_s, reviews, basis, UOTog));
+    return here.returning(reviewed_chain(here, Time, RentStart, FirstRev, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                         AnnRent, GrownMarket{MktRent_s, growth, index, indexation, IdxLag_s}, reviews,
+                                         basis, UOTog));
 }
 
 double IdxRentFcstMktR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
@@ -489,9 +500,9 @@ double IdxRentFcstMktR(const timeperiod& Time, const date& RentStart, View<date>
                 AbFin, UOTog, ROpts, Brk, IdxLag_s);
     check_limits(here, basis, reviews);
     check_sources(here, forecast, index);
-    return here.returning(reviewed_chain<ForecastIndex>(here, Time, RentStart, FirstRev,
-                                                        {BrksOrExp, Brk, AbFin, relets, ROpts}, {}, AnnRent, forecast,
-                                                        index, indexation, IdxLag_s, reviews, basis, UOTog));
+    return here.returning(reviewed_chain(here, Time, RentStart, FirstRev, {BrksOrExp, Brk, AbFin, relets, ROpts},
+                                         AnnRent, ForecastMarket{{}, forecast, index, indexation, IdxLag_s}, reviews,
+                                         basis, UOTog));
 }
 
 double TStepIdxRentGrowR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<double> MktRent_s,
@@ -503,8 +514,8 @@ double TStepIdxRentGrowR(const timeperiod& Time, const date& RentStart, View<dat
                 Brk, IdxLag_s);
     basis.check(here);
     check_sources(here, growth, index);
-    return here.returning(stepped_chain<GrowthIndex>(here, Time, RentStart, BrksOrExp, Brk, relets, ROpts, MktRent_s,
-                                                     steps, growth, index, indexation, IdxLag_s, basis, absolute));
+    return here.returning(stepped_chain(here, Time, RentStart, {BrksOrExp, Brk, absolute.AbFin, relets, ROpts}, steps,
+                                        GrownMarket{MktRent_s, growth, index, indexation, IdxLag_s}, basis, absolute));
 }
 
 double TStepIdxRentFcstR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const RentSteps& steps,
@@ -516,8 +527,8 @@ double TStepIdxRentFcstR(const timeperiod& Time, const date& RentStart, View<dat
                 IdxLag_s);
     basis.check(here);
     check_sources(here, forecast, index);
-    return here.returning(stepped_chain<ForecastIndex>(here, Time, RentStart, BrksOrExp, Brk, relets, ROpts, {}, steps,
-                                                       forecast, index, indexation, IdxLag_s, basis, absolute));
+    return here.returning(stepped_chain(here, Time, RentStart, {BrksOrExp, Brk, absolute.AbFin, relets, ROpts}, steps,
+                                        ForecastMarket{{}, forecast, index, indexation, IdxLag_s}, basis, absolute));
 }
 
 } // namespace qx

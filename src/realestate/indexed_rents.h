@@ -15,7 +15,7 @@
 
 namespace qx {
 
-/// How leases follow an index that grows. IdxReg_s are months, 0 for growth at every moment. Without a base date the
+/// How leases follow an index that grows. IdxReg_s are months, 0 for continuous growth. Without a base date the
 /// rent holds at its start; without a first indexation date that is the start of the rent or the first growth date of
 /// the index, whichever is later.
 struct GrowthIndexation {
@@ -53,10 +53,11 @@ struct AbsoluteDates {
     using takes = Takes<date, date>;
     const date& AbStart;
     const date& AbFin;
+
+    bool override_start(int ROpts) const { return option_present(start_is_absolute, ROpts) && !AbStart.iszero(); }
 };
 
-// --- Indexed only
-// -----------------------------------------------------------------------------------------------------------
+// --- Indexed only ----------------------------------------------------------------------------------------------------
 
 /// IdxLag_s are months by which the index is later than its dates say.
 double IdxRentGrowR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, View<double> MktRent_s,
@@ -68,8 +69,7 @@ double IdxRentFcstR(const timeperiod& Time, const date& RentStart, View<date> Br
                     const Relets& relets, const Basis& basis, const date& AbFin, int ROpts, int Brk,
                     View<int> IdxLag_s);
 
-// --- Indexed between reviews to the market
-// -----------------------------------------------------------------------------------------------------------
+// --- Indexed between reviews to the market ---------------------------------------------------------------------------
 // A relet is first reviewed RevMonths after its start. The rent before a review, below which an upward-only one does
 // not go, is that of the day before it.
 
@@ -82,8 +82,7 @@ double IdxRentFcstMktR(const timeperiod& Time, const date& RentStart, View<date>
                        const ForecastIndexation& indexation, const ReviewsOfIndexed& reviews, const Relets& relets,
                        const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts, int Brk, View<int> IdxLag_s);
 
-// --- Rents up to dates, then indexed
-// -----------------------------------------------------------------------------------------------------------
+// --- Rents up to dates, then indexed ---------------------------------------------------------------------------------
 // Rents in the list are as given, or with the option index_steps what the index has made of them since the base when
 // they start, unless that is before the first indexation. A rent of zero is the market rent at its start, which is also
 // its base. After the last date the last rent goes on and follows the index: since its base, or without one since that

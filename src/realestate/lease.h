@@ -68,6 +68,21 @@ struct Relet {
 Relet next_relet(int number, const date& expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar,
                  const date& limit);
 
+/// Visits the relets that follow an expiry up to a date, with the expiry before each, until a visit returns false.
+template <class Visit>
+void walk_relets(date expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar, const date& limit,
+                 const date& until, Visit visit) {
+    for (int i = 1; i <= Relets::most && expiry <= until && expiry < limit; ++i) {
+        const Relet relet = next_relet(i, expiry, relets, RevMos, calendar, limit);
+        if (!visit(relet, expiry)) return;
+        expiry = relet.expiry;
+    }
+}
+
+/// The message of errinpmin for a relet that does not end after the expiry before it.
+inline constexpr const char* no_relet_term =
+    "Cannot establish a relet after the expiry date with a valid value for the Relet Term";
+
 /// When the last relet of a chain that nothing else ends expires; the end of time if that comes before.
 date end_of_chain(const date& first_expiry, const Relets& relets, const LeaseCalendar& calendar);
 

@@ -6,8 +6,6 @@
 
 namespace qx {
 
-namespace {} // namespace
-
 ChainLease ChainLease::next(double void_months, double term_months) const {
     const date commencement = expiry.plusmonths(void_months);
     return {number + 1, commencement, commencement.plusmonths(term_months)};

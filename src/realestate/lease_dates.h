@@ -1,5 +1,5 @@
-// What the dates of a lease and its relets (realestate/lease.h) tell: when it ends, which relet is in force, when the
-// next review is, how much of a period it is let.
+// What follows from the dates of a lease and its relets (realestate/lease.h): when it ends, which relet is in force,
+// when the next review is, how much of a period it is let.
 #pragma once
 
 #include "calendar/time_period.h"

@@ -12,8 +12,6 @@ namespace qx {
 
 namespace {
 
-constexpr const char* no_term = "Cannot establish a relet after the expiry date with a valid value for the Relet Term";
-
 /// The events of a lease and its relets.
 class LeaseEvents {
   public:
@@ -31,7 +29,7 @@ class LeaseEvents {
                                         " Current Commencement=", lease.span.start,
                                         " Last Expiry =", lease.span.expiry);
             lease = after(lease);
-            if (iszero(relets_.term_months(lease.span.number))) here_.fail<errinpmin>("RelTerm_s", no_term);
+            if (iszero(relets_.term_months(lease.span.number))) here_.fail<errinpmin>("RelTerm_s", no_relet_term);
         }
         here_.info("Relet number ", lease.span.number, " from ", lease.span.start, " to ", lease.span.expiry);
     }
@@ -156,28 +154,20 @@ struct DecimalSwitch {
         : whole(qx::whole(value)), digit(static_cast<int>((value - qx::whole(value)) * 10.0 + 0.5)) {}
 };
 
-constexpr int kinds_of_events = 5;
-
 } // namespace
 
 date RentDateInfo(const date& TheDate, const LeaseTerms& lease, double RentDateSwitch, const Relets& relets,
                   bool RoundDown, int Brk) {
-    static constexpr const char* notes[2 * kinds_of_events] = {
-        "Determining Next Review ...",          "Determining Last Review ...",
-        "Determining Next Lease Start Date...", "Determining Last Lease Start Date...",
-        "Determining Next Rent Start Date...",  "Determining Last Rent Start Date...",
-        "Determining Next Expiry ...",          "Determining Last Expiry ...",
-        "Determining Next Break ...",           "Determining Last Break ...",
-    };
     Routine here{"RentDateInfo"};
     here.inputs(TheDate, lease, RentDateSwitch, relets, RoundDown, Brk);
     here.limit(lease.RevMos, review_months_limits, "RevMos");
     const DecimalSwitch chosen{RentDateSwitch};
-    if (!(RentDateSwitch >= 0.0) || chosen.whole >= 2 * kinds_of_events)
+    const SwitchValue* const asked = SwitchTable(rent_date_values).find(chosen.whole);
+    if (!(RentDateSwitch >= 0.0) || asked == nullptr)
         here.fail<illegalvalue>("RentDateSwitch", "There is no RentDateSwitch of ", RentDateSwitch);
     const LeaseEvents events{here, lease, relets, Brk};
     events.locate(TheDate);
-    here.info(notes[chosen.whole]);
+    here.info(asked->words);
     const LeaseEvent event{chosen.whole / 2};
     date found;
     if (chosen.whole % 2 == 0) {
@@ -196,7 +186,7 @@ bool RentEventOccurs(const timeperiod& Time, const LeaseTerms& lease, int RentEv
     Routine here{"RentEventOccurs"};
     here.inputs(Time, lease, RentEventType, relets, Brk);
     here.limit(lease.RevMos, review_months_limits, "RevMos");
-    if (RentEventType < 0 || RentEventType >= kinds_of_events)
+    if (SwitchTable(lease_event_values).find(RentEventType) == nullptr)
         here.fail<illegalvalue>("RentEventType", "There is no RentEventType of ", RentEventType);
     if (!runs_forward(here, Time)) return here.returning(false);
     return here.returning(LeaseEvents{here, lease, relets, Brk}.occurs(LeaseEvent{RentEventType}, Time));
@@ -208,13 +198,12 @@ double RentEvent(const timeperiod& Time, const LeaseTerms& lease, const Relets& 
     here.limit(lease.RevMos, review_months_limits, "RevMos");
     if (!runs_forward(here, Time)) return here.returning(0.0);
     const LeaseEvents events{here, lease, relets, Brk};
-    for (int i = 0; i < kinds_of_events; ++i)
-        if (events.occurs(LeaseEvent{i}, Time)) return here.returning(i + 1.0);
+    for (const SwitchValue& event : lease_event_values)
+        if (events.occurs(LeaseEvent{event.code}, Time)) return here.returning(event.code + 1.0);
     return here.returning(0.0);
 }
 
-// --- What follows from what
-// -----------------------------------------------------------------------------------------------------------
+// --- What follows from what ------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -359,19 +348,16 @@ double LeaseInfo(const LeaseFacts& facts, const Maybe<double>& TermYrsOpt, doubl
     }
     const bool strict = option_present(all_sources_agree, LIOptions);
     const date& given = facts.LeaseExpiryDate;
-    const date later = given.iszero() ? given : given.plusdays(1);
     const auto answer = [&](auto fact) {
-        auto found = (Facts{here, facts, TermYrsOpt, given, strict, measure}.*fact)();
-        if (found.inconsistent() && !given.iszero()) {
+        const auto derived = [&](const date& expiry) {
+            return (Facts{here, facts, TermYrsOpt, expiry, strict, measure}.*fact)();
+        };
+        const auto first = derived(given);
+        const bool again = first.inconsistent() && !given.iszero();
+        if (again)
             here.info("On first pass there was an inconsistent result.  However, just in case your Expiry Date is one "
                       "day earlier than QX would like, I have incremented the Expiry Date and am recalculating.");
-            const Facts again{here, facts, TermYrsOpt, later, strict, measure};
-            auto second = (again.*fact)();
-            if (second.inconsistent())
-                here.fail<errinconsistent>("", "Error LIB67: Inconsistent. More than one non-identical answers were "
-                                               "possible from the the inputs you specified ");
-            return in_cell(here, second.value());
-        }
+        const auto found = again ? derived(given.plusdays(1)) : first;
         if (found.inconsistent())
             here.fail<errinconsistent>("", "Error LIB67: Inconsistent. More than one non-identical answers were "
                                            "possible from the the inputs you specified ");
@@ -392,8 +378,7 @@ double LeaseInfo(const LeaseFacts& facts, const Maybe<double>& TermYrsOpt, doubl
     }
 }
 
-// --- A list of dates
-// -----------------------------------------------------------------------------------------------------------
+// --- A list of dates -------------------------------------------------------------------------------------------------
 
 namespace {
 
@@ -433,25 +418,12 @@ class ListOfDates {
     static constexpr int most_reviews = 100;
 
     std::string label(int i) const {
-        const std::string relet = text_of("Relet ", places_(i) / 1000);
-        switch (kinds_(i)) {
-        case main_rent_start:
-            return "Main Lease Rent Start";
-        case main_expiry:
-            return "Main Lease Expiry";
-        case fixed_review:
-            return "Fixed Review";
-        case break_date:
-            return "Break";
-        case relet_lease_start:
-            return relet + " Lease Start";
-        case relet_rent_start:
-            return relet + " Rent Start";
-        case relet_expiry:
-            return relet + " Expiry";
-        default:
-            return (places_(i) < 1000 ? "Main Lease" : relet) + text_of(" Mkt Rev ", places_(i) % 1000);
-        }
+        const std::string words = SwitchTable(lease_date_values).words(kinds_(i), "");
+        const int relet = places_(i) / 1000;
+        const std::string of_relet = text_of("Relet ", relet);
+        if (kinds_(i) == market_review)
+            return (relet == 0 ? "Main Lease" : of_relet) + words + std::to_string(places_(i) % 1000);
+        return relet == 0 ? words : of_relet + words;
     }
 
     int options_;
@@ -469,7 +441,8 @@ WorkList<date> LeaseDates(const date& RentStart, View<date> BrksOrExp, int RevMo
     here.limit(RevMos, review_months_limits, "RevMos");
     ListOfDates list{LDateOptions, AbStart, AbFin};
     const date& limit = AbFin.iszero() ? DateCrit : AbFin;
-    date expiry = lease_end(BrksOrExp, Brk, AbFin), last_listed, last_break;
+    const date expiry = lease_end(BrksOrExp, Brk, AbFin);
+    date last_listed, last_break;
     list.add(main_rent_start, RentStart);
     for (const date& review : ReviewsOpt) {
         if (review < expiry) list.add(fixed_review, review);
@@ -480,17 +453,17 @@ WorkList<date> LeaseDates(const date& RentStart, View<date> BrksOrExp, int RevMo
     for (const date& day : BrksOrExp)
         if (day <= expiry && day < last_break) list.add(break_date, day);
     list.add(main_expiry, expiry);
-    const LeaseCalendar calendar{any_measure(), 0};
-    for (int i = 1; i <= Relets::most && expiry < limit; ++i) {
-        const Relet relet = next_relet(i, expiry, relets, 0, calendar, limit);
-        if (relet.lease_start >= limit) break;
-        if (relet.expiry <= relet.lease_start) here.fail<errinpmin>("RelTerm_s", no_term);
-        list.add(relet_lease_start, relet.lease_start, i);
-        list.add(relet_rent_start, relet.rent_start, i);
-        list.add_market_reviews(relet.lease_start, RevMos, relet.expiry, i);
-        list.add(relet_expiry, relet.expiry, i);
-        expiry = relet.expiry;
-    }
+    constexpr int no_options = 0, no_reviews = 0;
+    const auto visit = [&](const Relet& relet, const date&) {
+        if (relet.lease_start >= limit) return false;
+        if (relet.expiry <= relet.lease_start) here.fail<errinpmin>("RelTerm_s", no_relet_term);
+        list.add(relet_lease_start, relet.lease_start, relet.number);
+        list.add(relet_rent_start, relet.rent_start, relet.number);
+        list.add_market_reviews(relet.lease_start, RevMos, relet.expiry, relet.number);
+        list.add(relet_expiry, relet.expiry, relet.number);
+        return true;
+    };
+    walk_relets(expiry, relets, no_reviews, LeaseCalendar{any_measure(), no_options}, limit, limit, visit);
     WorkList<date> dates = list.labelled(here);
     return here.returning("DateResult", std::move(dates));
 }

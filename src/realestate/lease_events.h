@@ -8,6 +8,7 @@
 
 #include "calendar/time_period.h"
 #include "core/maybe.h"
+#include "core/switches.h"
 #include "realestate/lease.h"
 
 namespace qx {
@@ -23,6 +24,27 @@ struct LeaseTerms {
 
 /// What happens in the course of leases.
 enum class LeaseEvent { review, lease_start, rent_start, expiry, lease_break };
+inline constexpr SwitchValue lease_event_values[] = {
+    {static_cast<int>(LeaseEvent::review), "Rent review"},
+    {static_cast<int>(LeaseEvent::lease_start), "Lease start"},
+    {static_cast<int>(LeaseEvent::rent_start), "Rent start"},
+    {static_cast<int>(LeaseEvent::expiry), "Expiry"},
+    {static_cast<int>(LeaseEvent::lease_break), "Break"},
+};
+
+/// The whole part of RentDateSwitch.
+inline constexpr SwitchValue rent_date_values[] = {
+    {0, "Next review", "Determining Next Review ..."},
+    {1, "Last review", "Determining Last Review ..."},
+    {2, "Next lease start", "Determining Next Lease Start Date..."},
+    {3, "Last lease start", "Determining Last Lease Start Date..."},
+    {4, "Next rent start", "Determining Next Rent Start Date..."},
+    {5, "Last rent start", "Determining Last Rent Start Date..."},
+    {6, "Next expiry", "Determining Next Expiry ..."},
+    {7, "Last expiry", "Determining Last Expiry ..."},
+    {8, "Next break", "Determining Next Break ..."},
+    {9, "Last break", "Determining Last Break ..."},
+};
 
 /// The date of an event. The whole part of RentDateSwitch is twice the place of the event in LeaseEvent for the next
 /// one after TheDate, and one more for the last one up to it; its first decimal digit is how many more events to go on.
@@ -38,7 +60,7 @@ bool RentEventOccurs(const timeperiod& Time, const LeaseTerms& lease, int RentEv
 /// The first of the events in the order of LeaseEvent that happens in a period, from 1; 0 if none does.
 double RentEvent(const timeperiod& Time, const LeaseTerms& lease, const Relets& relets, int Brk);
 
-/// What a lease tells of its own dates, as far as it is known.
+/// The dates of a lease, as far as they are known.
 struct LeaseFacts {
     using takes = Takes<date, Maybe<double>, date, Range<date>, Range<date>, date>;
     const date& LeaseStartOpt;
@@ -48,9 +70,9 @@ struct LeaseFacts {
     const date& LeaseExpiryDate;
 };
 
-/// One fact of a lease, as given or else from the others. The whole part of LeaseInfoSwitch tells which: 0 the expiry,
+/// One fact of a lease, as given or else from the others. The whole part of LeaseInfoSwitch says which: 0 the expiry,
 /// 1 the start of the rent, 2 the start of the lease, 3 a break, 4 the months without rent, 5 the term in years, 6 a
-/// review; for breaks and reviews its first decimal digit tells which of them. A date comes back as its number.
+/// review; for breaks and reviews its first decimal digit is their number. A date comes back as its number.
 /// Without LIOptions the first source that gives the fact counts; with 1 all sources must agree, if need be with an
 /// expiry that is a day later. Throws illegalvalue for another switch, insufficientinputs, errinconsistent, and
 /// errlibmin and errlibmax for a DayCount outside 0 to 999.
@@ -68,6 +90,17 @@ enum LeaseDateOption : int {
     relet_expiry = 64,
     market_review = 128, ///< reviews that recur every RevMos, of the lease and of its relets
     all_lease_dates = 255,
+};
+/// With the words of their labels, which for dates of relets follow the number of the relet.
+inline constexpr SwitchValue lease_date_values[] = {
+    {main_rent_start, "Main Lease Rent Start"},
+    {main_expiry, "Main Lease Expiry"},
+    {fixed_review, "Fixed Review"},
+    {break_date, "Break"},
+    {relet_lease_start, "Relet Lease Start", " Lease Start"},
+    {relet_rent_start, "Relet Rent Start", " Rent Start"},
+    {relet_expiry, "Relet Expiry", " Expiry"},
+    {market_review, "Market Review", " Mkt Rev "},
 };
 
 /// The dates of a lease and its relets from AbStart to AbFin in ascending order; zero dates bound nothing. AbFin ends

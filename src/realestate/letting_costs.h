@@ -16,7 +16,7 @@ struct SpreadCosts {
     using takes = Takes<Range<double>, Range<double>, Range<double>, Range<double>>;
     View<double> costs, months, curves, shapes;
 
-    /// What falls into a period of cost n, which arises on a date and has grown to it.
+    /// The amount in a period of cost n, which arises on a date and is grown to it.
     double in(const timeperiod& Time, int n, const date& day, const Growth& growth) const;
 };
 
@@ -34,7 +34,7 @@ struct LettingEnd {
 };
 
 /// The costs of a period: given payments of the lease, then costs at expiries and relets, each grown to its date.
-/// Throw missinggrowthdate (Growth::check). LeaseStartDate has no say: the payments have dates of their own.
+/// Throw missinggrowthdate (Growth::check). LeaseStartDate has no effect: the payments have dates of their own.
 double LetCostRQ(const timeperiod& Time, const date& LeaseStartDate, View<date> BrksOrExp, const Payments& payments,
                  View<double> ExpCost_s, View<double> RelCost_s, const Growth& growth, const ReletTerms& relets,
                  const LettingEnd& end);

@@ -42,19 +42,16 @@ inline double series_item(View<double> series, int n) { return series.empty() ? 
 /// Calls `each` with every relet that follows an expiry up to a date, and with the expiry before it. Throws errinpmin
 /// for a relet that ends no later than the lease before it.
 template <class Each>
-void each_relet(const Routine& here, date expiry, const ReletTerms& terms, const LeaseCalendar& calendar,
+void each_relet(const Routine& here, const date& expiry, const ReletTerms& terms, const LeaseCalendar& calendar,
                 const date& limit, const date& until, Each each) {
     constexpr int no_reviews = 0;
-    const Relets relets = terms.relets();
-    for (int i = 1; i <= Relets::most && expiry <= until && expiry < limit; ++i) {
-        const Relet relet = next_relet(i, expiry, relets, no_reviews, calendar, limit);
-        const TraceBlock pass = here.pass(i, "Number of Relets needed: ", i);
-        if (relet.expiry <= expiry)
-            here.fail<errinpmin>("RelTerm_s", "Cannot establish a relet after the expiry date with a valid value for "
-                                              "the Relet Term");
-        each(relet, expiry);
-        expiry = relet.expiry;
-    }
+    const auto visit = [&](const Relet& relet, const date& before) {
+        const TraceBlock pass = here.pass(relet.number, "Number of Relets needed: ", relet.number);
+        if (relet.expiry <= before) here.fail<errinpmin>("RelTerm_s", no_relet_term);
+        each(relet, before);
+        return true;
+    };
+    walk_relets(expiry, terms.relets(), no_reviews, calendar, limit, until, visit);
 }
 
 /// The note of a function whose start was split into the start of the cost and that of the lease.

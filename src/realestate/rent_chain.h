@@ -90,16 +90,16 @@ double follow_chain(const Routine& here, const timeperiod& Time, const date& Ren
     bounds.narrow(period);
     if (period.to() < period.from()) return 0.0;
 
-    date expiry = calendar.rounded(lease_end(chain.BrksOrExp, chain.Brk, chain.AbFin));
+    const date expiry = calendar.rounded(lease_end(chain.BrksOrExp, chain.Brk, chain.AbFin));
     double amount = first(period, expiry);
-    for (int i = 1; i <= Relets::most && expiry <= period.to() && expiry < limit; ++i) {
-        const Relet relet = next_relet(i, expiry, chain.relets, RevMos, calendar, limit);
-        if (relet.rent_start > period.to() || relet.rent_start >= limit) break;
-        expiry = relet.expiry;
-        if (expiry < period.from()) continue;
-        const TraceBlock pass = here.pass(i, "Number of Relets needed: ", i);
+    const auto visit = [&](const Relet& relet, const date&) {
+        if (relet.rent_start > period.to() || relet.rent_start >= limit) return false;
+        if (relet.expiry < period.from()) return true;
+        const TraceBlock pass = here.pass(relet.number, "Number of Relets needed: ", relet.number);
         amount += later(period, relet);
-    }
+        return true;
+    };
+    walk_relets(expiry, chain.relets, RevMos, calendar, limit, period.to(), visit);
     return amount;
 }
 

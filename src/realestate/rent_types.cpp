@@ -1,6 +1,5 @@
 #include "realestate/rent_types.h"
 
-#include "calendar/date_functions.h"
 #include "core/options.h"
 #include "core/routine.h"
 #include "realestate/rent_chain.h"
@@ -9,13 +8,6 @@
 namespace qx {
 
 namespace {
-
-/// The entry of a list with one for each rent or one for all; a preset beyond its end.
-template <class T>
-T one_for_each(View<T> list, int n, const T& preset) {
-    if (list.size() == 1) return list(1);
-    return n <= list.size() ? list(n) : preset;
-}
 
 /// A rent that passes: since when, and how much.
 struct PassingRent {
@@ -51,9 +43,7 @@ class RentTypes {
             here_.info("To the market: ", rent);
         }
         if (option_present(not_below_before, how) && before.any()) rent = std::max(rent, before.rent);
-        if (option_present(within_collar, how))
-            rent = Collar(rent, one_for_each(rents_.collars.AnnRentFloors, n, 0.0),
-                          one_for_each(rents_.collars.AnnRentCaps, n, 0.0));
+        if (option_present(within_collar, how)) rent = rents_.collars.collared(rent, n);
         return {day, rent};
     }
     const Rules& rules() const { return rules_; }
@@ -137,7 +127,7 @@ double FRentType(const timeperiod& Time, const date& Start, const date& RentStar
                 }
                 const TraceBlock pass = here.pass(n, "Rent from ", from);
                 if (passing.any()) lease.add(passing, from);
-                passing = types.agreed(passing, from, n, one_for_each(rents.AnnRents, n, 0.0));
+                passing = types.agreed(passing, from, n, one_for_each(rents.AnnRents, n));
             }
             if (maxn == 0) passing = types.agreed(passing, RentStart, 1, 0.0);
             lease.add_to_the_end(passing, passing.since, std::max(maxn, 1));

@@ -7,11 +7,35 @@ namespace qx {
 
 namespace {
 
-template <class Source>
-void check_all(Routine& here, const CashTerms& terms, double DisAER, const Reviews& reviews, const Source& source) {
+/// DisAER is one rate, or one for each step.
+template <class Rates, class Source>
+void check_all(Routine& here, const CashTerms& terms, const Rates& DisAER, const Reviews& reviews,
+               const Source& source) {
     terms.check(here, DisAER);
     reviews.check(here);
     source.check(here);
+}
+
+/// The present value of a lease from its rent start to its end: `rent` gives the rent of a period.
+template <class Source, class Rent>
+double value_of_lease(Routine& here, const Discount& at, const date& RentStart, View<date> BrksOrExp, int Brk,
+                      const Source& source, const Reviews& reviews, const CashTerms& terms, Rent rent) {
+    check_all(here, terms, at.DisAER, reviews, source);
+    const date expiry = lease_end(BrksOrExp, Brk);
+    return here.returning(present_value(here, {RentStart, expiry}, at, terms, rent));
+}
+
+/// The present value of steps that are discounted at rates of their own: `rent` gives the rent of a period, each step
+/// of it times its discount factor.
+template <class Rent>
+double value_by_step(const Routine& here, const Life& life, const date& NPVDate, View<double> DisAER,
+                     const CashTerms& terms, Rent rent) {
+    WorkList<double> factors(DisAER.size());
+    const auto discounted_rent = [&](const timeperiod& period, double years) {
+        for (int n = 1; n <= factors.size(); ++n) factors(n) = 1.0 / SafePow(1.0 + DisAER(n), years);
+        return rent(period, factors);
+    };
+    return here.returning(present_value_by_step(here, life, NPVDate, terms, discounted_rent));
 }
 
 } // namespace
@@ -32,12 +56,10 @@ double PVRentGrow(const Discount& at, const date& RentStart, View<date> BrksOrEx
                   View<date> UOTog, int Brk) {
     Routine here{"PVRentGrow"};
     here.inputs(at, RentStart, BrksOrExp, FirstRev, MktRent, InitRent, growth, reviews, terms, UOTog, Brk);
-    check_all(here, terms, at.DisAER, reviews, growth);
-    const date expiry = lease_end(BrksOrExp, Brk);
-    return here.returning(present_value(here, {RentStart, expiry}, at, terms, [&](const timeperiod& period) {
+    return value_of_lease(here, at, RentStart, BrksOrExp, Brk, growth, reviews, terms, [&](const timeperiod& period) {
         return RentGrow(period, RentStart, BrksOrExp, FirstRev, MktRent, InitRent, growth, reviews, terms.cash(), UOTog,
                         Brk);
-    }));
+    });
 }
 
 double PVRentFcst(const Discount& at, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
@@ -45,11 +67,9 @@ double PVRentFcst(const Discount& at, const date& RentStart, View<date> BrksOrEx
                   View<date> UOTog, int Brk) {
     Routine here{"PVRentFcst"};
     here.inputs(at, RentStart, BrksOrExp, FirstRev, InitRent, forecast, reviews, terms, UOTog, Brk);
-    check_all(here, terms, at.DisAER, reviews, forecast);
-    const date expiry = lease_end(BrksOrExp, Brk);
-    return here.returning(present_value(here, {RentStart, expiry}, at, terms, [&](const timeperiod& period) {
+    return value_of_lease(here, at, RentStart, BrksOrExp, Brk, forecast, reviews, terms, [&](const timeperiod& period) {
         return RentFcst(period, RentStart, BrksOrExp, FirstRev, InitRent, forecast, reviews, terms.cash(), UOTog, Brk);
-    }));
+    });
 }
 
 double PVTStepRent(const Discount& at, const date& RentStart, View<date> ReviewDates, View<double> AnnRents,
@@ -68,12 +88,10 @@ double PVTStepRentGrow(const Discount& at, const date& RentStart, View<date> Brk
                        const CashTerms& terms, View<date> UOTog, int Brk) {
     Routine here{"PVTStepRentGrow"};
     here.inputs(at, RentStart, BrksOrExp, MktRent, ReviewDates, AnnRents, growth, reviews, terms, UOTog, Brk);
-    check_all(here, terms, at.DisAER, reviews, growth);
-    const date expiry = lease_end(BrksOrExp, Brk);
-    return here.returning(present_value(here, {RentStart, expiry}, at, terms, [&](const timeperiod& period) {
+    return value_of_lease(here, at, RentStart, BrksOrExp, Brk, growth, reviews, terms, [&](const timeperiod& period) {
         return TStepRentGrow(period, RentStart, BrksOrExp, MktRent, ReviewDates, AnnRents, growth, reviews,
                              terms.cash(), UOTog, Brk);
-    }));
+    });
 }
 
 double PVTStepRentFcst(const Discount& at, const date& RentStart, View<date> BrksOrExp, View<date> ReviewDates,
@@ -81,12 +99,10 @@ double PVTStepRentFcst(const Discount& at, const date& RentStart, View<date> Brk
                        View<date> UOTog, int Brk) {
     Routine here{"PVTStepRentFcst"};
     here.inputs(at, RentStart, BrksOrExp, ReviewDates, AnnRents, forecast, reviews, terms, UOTog, Brk);
-    check_all(here, terms, at.DisAER, reviews, forecast);
-    const date expiry = lease_end(BrksOrExp, Brk);
-    return here.returning(present_value(here, {RentStart, expiry}, at, terms, [&](const timeperiod& period) {
+    return value_of_lease(here, at, RentStart, BrksOrExp, Brk, forecast, reviews, terms, [&](const timeperiod& period) {
         return TStepRentFcst(period, RentStart, BrksOrExp, ReviewDates, AnnRents, forecast, reviews, terms.cash(),
                              UOTog, Brk);
-    }));
+    });
 }
 
 double PVTStepRentGrowIC(const date& NPVDate, View<double> DisAER, const date& RentStart, View<date> BrksOrExp,
@@ -95,17 +111,13 @@ double PVTStepRentGrowIC(const date& NPVDate, View<double> DisAER, const date& R
     Routine here{"PVTStepRentGrowIC"};
     here.inputs(NPVDate, DisAER, RentStart, BrksOrExp, MktRent, ReviewDates, AnnRents, growth, reviews, terms, UOTog,
                 Brk);
-    terms.check(here, DisAER);
-    reviews.check(here);
-    growth.check(here);
+    check_all(here, terms, DisAER, reviews, growth);
     const date expiry = lease_end(BrksOrExp, Brk);
-    WorkList<double> factors(DisAER.size());
-    return here.returning(
-        present_value_by_step(here, {RentStart, expiry}, NPVDate, terms, [&](const timeperiod& period, double years) {
-            for (int n = 1; n <= factors.size(); ++n) factors(n) = 1.0 / SafePow(1.0 + DisAER(n), years);
-            return weighted_step_rent(period, RentStart, BrksOrExp, MktRent, ReviewDates, AnnRents, growth, reviews,
-                                      terms.cash(), UOTog, Brk, factors);
-        }));
+    return value_by_step(here, {RentStart, expiry}, NPVDate, DisAER, terms,
+                         [&](const timeperiod& period, View<double> factors) {
+                             return weighted_step_rent(period, RentStart, BrksOrExp, MktRent, ReviewDates, AnnRents,
+                                                       growth, reviews, terms.cash(), UOTog, Brk, factors);
+                         });
 }
 
 double IRRRentGrow(const date& NPVDate, double Outlay, const date& RentStart, View<date> BrksOrExp,
@@ -168,17 +180,12 @@ double PVTStepRentGrowRIC(const date& NPVDate, View<double> DisAER, const date& 
     Routine here{"PVTStepRentGrowRIC"};
     here.inputs(NPVDate, DisAER, RentStart, BrksOrExp, MktRent_s, ReviewDates, AnnRents, growth, reviews, relets, terms,
                 AbFin, UOTog, ROpts, Brk, Finish);
-    terms.check(here, DisAER);
-    reviews.check(here);
-    growth.check(here);
+    check_all(here, terms, DisAER, reviews, growth);
     const ChainWalk walk(RentStart, BrksOrExp, Brk, AbFin, relets, terms, ROpts, Finish);
-    WorkList<double> factors(DisAER.size());
-    return here.returning(
-        present_value_by_step(here, walk, NPVDate, terms, [&](const timeperiod& period, double years) {
-            for (int n = 1; n <= factors.size(); ++n) factors(n) = 1.0 / SafePow(1.0 + DisAER(n), years);
-            return weighted_chain_rent(period, RentStart, BrksOrExp, MktRent_s, ReviewDates, AnnRents, growth, reviews,
-                                       relets, terms.cash(), AbFin, UOTog, ROpts, Brk, factors);
-        }));
+    return value_by_step(here, walk, NPVDate, DisAER, terms, [&](const timeperiod& period, View<double> factors) {
+        return weighted_chain_rent(period, RentStart, BrksOrExp, MktRent_s, ReviewDates, AnnRents, growth, reviews,
+                                   relets, terms.cash(), AbFin, UOTog, ROpts, Brk, factors);
+    });
 }
 
 } // namespace qx

@@ -34,14 +34,6 @@ struct SteppedLease {
     double weight(int n) const { return weights.empty() ? 1.0 : weights.entry(n); }
     double weight_of_reviews() const { return weight(ends.size() + 1); }
     double weight_of_relet(int number) const { return weight(ends.size() + 1 + number); }
-    double collared(double rent, int n) const {
-        const auto bound = [n](View<double> bounds) {
-            if (bounds.size() == 1) return bounds(1);
-            return n <= bounds.size() ? bounds(n) : 0.0;
-        };
-        const double floor = bound(collars.AnnRentFloors), cap = bound(collars.AnnRentCaps);
-        return iszero(floor) && iszero(cap) ? rent : Collar(rent, floor, cap);
-    }
 };
 
 /// The rent of a lease that is reviewed, walked review by review, in a period under accruals.
@@ -125,7 +117,7 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
                 here.info("Zero rent encountered at ", from, ", reviewing to market of ", rent);
         }
         if (n > 1) rent = rules.reviewed(passing, given ? rent : rules.discounted(rent), from, false);
-        if (n > 1 || !given) rent = lease.collared(rent, n);
+        if (n > 1 || !given) rent = lease.collars.collared(rent, n);
         passing = rent;
         if (!listed || to < period.from()) continue;
         const bool ends_lease = expiry <= to;
@@ -152,8 +144,7 @@ double single_rent(const Routine& here, const timeperiod& Time, const Lease& lea
     return rent_in(period, lease, expiry, market, rules, {basis.DayCount, basis.Periods});
 }
 
-// --- Relets
-// -----------------------------------------------------------------------------------------------------------
+// --- Relets ----------------------------------------------------------------------------------------------------------
 
 /// The rent of a lease and its relets, with all dates rounded already but those of the chain.
 template <class Lease>
@@ -202,8 +193,7 @@ double chain_rent(const Routine& here, const timeperiod& Time, const SteppedLeas
     return walk_chain(here, Time, rounded_lease, MktRent_s, {&growth, nullptr}, rules, chain, basis, bounds);
 }
 
-// --- Leases by from-dates
-// -----------------------------------------------------------------------------------------------------------
+// --- Leases by from-dates --------------------------------------------------------------------------------------------
 
 /// A list of rents by from-dates as the same list by to-dates: those that start before the review to the market.
 class FromRents {
@@ -305,13 +295,17 @@ void check_number_of_reviews(const Routine& here, int n, const date& FirstRev, c
     here.fail<errlibmaxrevs>("RevMos", "There are ", n, " reviews or more from ", FirstRev, " to ", to);
 }
 
+double Collars::collared(double rent, int n) const {
+    const double floor = one_for_each(AnnRentFloors, n), cap = one_for_each(AnnRentCaps, n);
+    return iszero(floor) && iszero(cap) ? rent : Collar(rent, floor, cap);
+}
+
 void Reviews::check(Routine& here) const {
     check_reviews(here, RevMos, "RevMos");
     here.limit(RevDisc, rent_discount_limits, "RevDisc");
 }
 
-// --- One lease
-// -----------------------------------------------------------------------------------------------------------
+// --- One lease -------------------------------------------------------------------------------------------------------
 
 double RentGrow(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
                 double MktRent, double InitRent, const Growth& growth, const Reviews& reviews, const Basis& basis,
@@ -470,8 +464,7 @@ double StepRentG(double Time, const date& RentStart, View<date> BrksOrExp, doubl
                                         first_break));
 }
 
-// --- A lease and its relets
-// -----------------------------------------------------------------------------------------------------------
+// --- A lease and its relets ------------------------------------------------------------------------------------------
 
 double RentGrowR(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
                  View<double> MktRent_s, double InitRent, const Growth& growth, const Reviews& reviews,

@@ -29,14 +29,22 @@ struct Reviews {
     void check(Routine& here) const;
 };
 
+/// Entry n of a list with one for each rent or one for all; 0 beyond its end.
+inline double one_for_each(View<double> list, int n) {
+    if (list.size() == 1) return list(1);
+    return n <= list.size() ? list(n) : 0.0;
+}
+
 /// The rents below and above which reviews do not go, one for each rent or one for all; zero for no bound.
 struct Collars {
     using takes = Takes<Range<double>, Range<double>>;
     View<double> AnnRentCaps, AnnRentFloors;
+
+    /// Rent n within its bounds.
+    double collared(double rent, int n) const;
 };
 
-// --- One lease
-// -----------------------------------------------------------------------------------------------------------
+// --- One lease -------------------------------------------------------------------------------------------------------
 
 /// InitRent until FirstRev, then reviews. FirstRev of zero, or RevMos or more past the end of the lease, is none.
 double RentGrow(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, const date& FirstRev,
@@ -88,8 +96,7 @@ double StepRentG(double Time, const date& RentStart, View<date> BrksOrExp, doubl
                  View<double> AnnRents, const Growth& growth, double RevYears, int DownRev, double BaseYrs,
                  const Basis& basis);
 
-// --- A lease and its relets
-// -----------------------------------------------------------------------------------------------------------
+// --- A lease and its relets ------------------------------------------------------------------------------------------
 // AbFin, unless zero, ends the lease or relet that it falls into, and with it the chain. MktRent_s has the market rent
 // of the lease, then of each relet, as at the first growth date.
 

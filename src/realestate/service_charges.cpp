@@ -9,6 +9,41 @@ namespace qx {
 
 namespace {
 
+void check(Routine& here, const GrowingServiceCharge& total) {
+    check_reviews(here, total.SCRevMonths, "SCRevMonths");
+    total.growth.check(here);
+}
+void check(Routine& here, const ForecastServiceCharge& total) {
+    total.forecast.check(here, "SCFcstBase");
+    check_reviews(here, total.SCRevMonths, "SCRevMonths");
+}
+void check(Routine&, const SteppedServiceCharge&) {}
+void check(Routine& here, const GrownSteppedServiceCharge& total) { total.growth.check(here); }
+
+/// The charge in a period, under accruals, of what lies between two dates.
+double charge(const GrowingServiceCharge& total, const timeperiod& period, const Life& span,
+              const ServiceChargeShare& share, const LeaseCalendar& calendar) {
+    return FStepRevGrowSF(period, span, total.ServChargeTotal, calendar.rounded(total.FirstSCRevDate),
+                          share.SCFromDates, share.SCPercentages, total.growth, total.SCRevMonths, calendar.measure);
+}
+double charge(const ForecastServiceCharge& total, const timeperiod& period, const Life& span,
+              const ServiceChargeShare& share, const LeaseCalendar& calendar) {
+    return FStepRevFcstSF(period, span, calendar.rounded(total.FirstSCRevDate), share.SCFromDates, share.SCPercentages,
+                          total.forecast, total.SCRevMonths, calendar.measure);
+}
+double charge(const SteppedServiceCharge& total, const timeperiod& period, const Life& span,
+              const ServiceChargeShare& share, const LeaseCalendar& calendar) {
+    return FStepRevSF(period, span, total.FromDates, total.ServChargeAnnRates, share.SCFromDates, share.SCPercentages,
+                      calendar.measure);
+}
+double charge(const GrownSteppedServiceCharge& total, const timeperiod& period, const Life& span,
+              const ServiceChargeShare& share, const LeaseCalendar& calendar) {
+    const auto& [dates, rates] = total.steps;
+    WorkList<double> grown;
+    for (int n = 1; n <= dates.size(); ++n) grown->append(Grow(dates(n), rates.single_or(n), total.growth, 0));
+    return charge(SteppedServiceCharge{dates, grown}, period, span, share, calendar);
+}
+
 /// What the leases of a chain pay of a total in a period.
 template <class Total>
 double charge_of_chain(const Routine& here, const timeperiod& Time, const date& SCStartDate, View<date> BrksOrExp,
@@ -22,7 +57,7 @@ double charge_of_chain(const Routine& here, const timeperiod& Time, const date& 
     double amount = 0.0;
     const auto add = [&](const date& from, const date& to) {
         const Life span{std::max(from, start), to};
-        if (span.Start < span.Finish && to >= period.from()) amount += total.charge(period, span, share, calendar);
+        if (span.Start < span.Finish && to >= period.from()) amount += charge(total, period, span, share, calendar);
     };
     const date expiry = chain.expiry(BrksOrExp, calendar);
     add(start, expiry);
@@ -32,42 +67,6 @@ double charge_of_chain(const Routine& here, const timeperiod& Time, const date& 
 }
 
 } // namespace
-
-void GrowingServiceCharge::check(Routine& here) const {
-    check_reviews(here, SCRevMonths, "SCRevMonths");
-    growth.check(here);
-}
-
-double GrowingServiceCharge::charge(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
-                                    const LeaseCalendar& calendar) const {
-    return FStepRevGrowSF(period, span, ServChargeTotal, calendar.rounded(FirstSCRevDate), share.SCFromDates,
-                          share.SCPercentages, growth, SCRevMonths, calendar.measure);
-}
-
-void ForecastServiceCharge::check(Routine& here) const {
-    forecast.check(here, "SCFcstBase");
-    check_reviews(here, SCRevMonths, "SCRevMonths");
-}
-
-double ForecastServiceCharge::charge(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
-                                     const LeaseCalendar& calendar) const {
-    return FStepRevFcstSF(period, span, calendar.rounded(FirstSCRevDate), share.SCFromDates, share.SCPercentages,
-                          forecast, SCRevMonths, calendar.measure);
-}
-
-double SteppedServiceCharge::charge(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
-                                    const LeaseCalendar& calendar) const {
-    return FStepRevSF(period, span, FromDates, ServChargeAnnRates, share.SCFromDates, share.SCPercentages,
-                      calendar.measure);
-}
-
-double GrownSteppedServiceCharge::charge(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
-                                         const LeaseCalendar& calendar) const {
-    WorkList<double> grown;
-    for (int n = 1; n <= steps.FromDates.size(); ++n)
-        grown->append(Grow(steps.FromDates(n), steps.ServChargeAnnRates.single_or(n), growth, 0));
-    return SteppedServiceCharge{steps.FromDates, grown}.charge(period, span, share, calendar);
-}
 
 void RecoveryBasis::check(Routine& here) const {
     cost().check(here);
@@ -81,7 +80,7 @@ double ServCharge(const timeperiod& Time, const date& SCStartDate, View<date> Br
     Routine here{Total::names.tenant};
     here.inputs(Time, SCStartDate, BrksOrExp, total, share, relets, basis, chain);
     basis.check(here);
-    total.check(here);
+    check(here, total);
     return here.returning(charge_of_chain(here, Time, SCStartDate, BrksOrExp, total, share, relets, basis, chain));
 }
 
@@ -95,7 +94,7 @@ double VacServCharge(const timeperiod& Time, const date& StartCost, const date& 
     note_split_start(here);
     here.change_note(175, "See Change in Behaviour 175, Oct-05 :DayCountRec and");
     basis.check(here);
-    total.check(here);
+    check(here, total);
     const double whole = charge_of_chain(here, Time, StartCost, {}, total, share, relets, basis.cost(),
                                          {chain.AbFin, chain.ROpts, no_break});
     const double recovered =

@@ -37,10 +37,6 @@ struct GrowingServiceCharge {
     int SCRevMonths;
 
     static constexpr ServiceChargeNames names{"ServChargeGrowR", "VacServChargeGrowR"};
-    void check(Routine& here) const;
-    /// The charge in a period, under accruals, to what lies between two dates.
-    double charge(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
-                  const LeaseCalendar& calendar) const;
 };
 
 /// A total that is a forecast, read at the start of each share and then at reviews.
@@ -51,9 +47,6 @@ struct ForecastServiceCharge {
     int SCRevMonths;
 
     static constexpr ServiceChargeNames names{"ServChargeFcstR", "VacServChargeFcstR"};
-    void check(Routine& here) const;
-    double charge(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
-                  const LeaseCalendar& calendar) const;
 };
 
 /// Totals from dates on.
@@ -63,9 +56,6 @@ struct SteppedServiceCharge {
     View<double> ServChargeAnnRates;
 
     static constexpr ServiceChargeNames names{"FServChargeR", "FVacServChargeR"};
-    void check(Routine&) const {}
-    double charge(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
-                  const LeaseCalendar& calendar) const;
 };
 
 /// The same with each total grown to its date.
@@ -75,9 +65,6 @@ struct GrownSteppedServiceCharge {
     Growth growth;
 
     static constexpr ServiceChargeNames names{"FServChargeGrowR"};
-    void check(Routine& here) const { growth.check(here); }
-    double charge(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
-                  const LeaseCalendar& calendar) const;
 };
 
 /// The basis of a cost, with a day count and payment dates of its own for what is recovered of it.

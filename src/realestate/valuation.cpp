@@ -24,8 +24,7 @@ void check_costs(const Routine& here, double CostsPerc) {
     if (!(CostsPerc > -1.0)) here.fail<illegalvalue>("CostsPerc", "CostsPerc must be greater than -1!");
 }
 
-// --- Lists of rents
-// -------------------------------------------------------------------------------------------------------
+// --- Lists of rents --------------------------------------------------------------------------------------------------
 
 void RentStepList::add(double rent, const date& from, const date& ValuationDate) {
     constexpr bool backwards = false;
@@ -40,8 +39,7 @@ void RentStepList::raise_last(const Routine& here) {
     rents_(rents_.size()) = greatest;
 }
 
-// --- Valuations
-// -----------------------------------------------------------------------------------------------------------
+// --- Valuations ------------------------------------------------------------------------------------------------------
 
 double clsYieldSolve::value(double yield) {
     const Perpetuity perpetuity(here_, yield, terms_);
@@ -98,8 +96,7 @@ double clsYieldSolveDCF::highest_rate() const {
     return iszero(years_) ? highest : std::min(market_.highest_yield() * below, highest);
 }
 
-// --- Term and reversion
-// ---------------------------------------------------------------------------------------------------
+// --- Term and reversion ----------------------------------------------------------------------------------------------
 
 namespace {
 

@@ -3,7 +3,7 @@
 // The rents of a property are layers: each rent is let for ever from its date on, and where the rent changes the
 // difference is another layer, less than zero where it falls. An equivalent yield values all layers alike; growth is
 // in the yield. By discounted cash flow (DCF in the names) the rents passing are discounted at DisAER as they are, and
-// the last rent, which is the market rent of today, is let at the market of then: it has grown, and grows on every
+// the last rent, which is the market rent of today, is let at the market of its date: it has grown, and grows on every
 // RevMos months, as the yield implies (realestate/years_purchase.h).
 //
 // Rents are annual; the value is net of the purchaser's costs, a fraction of it. Yields and payments are as in
@@ -38,8 +38,7 @@ struct CapTerms {
     }
 };
 
-// --- Term and reversion
-// ---------------------------------------------------------------------------------------------------
+// --- Term and reversion ----------------------------------------------------------------------------------------------
 
 /// The passing rent from the end of the rent-free months on, and the market rent from the next review on.
 double CapValue(double Yield, double MktRent, double PassingAnnRent, double MonthsNextRev, double RentFreeMonths,
@@ -59,7 +58,7 @@ double CapValueGD(const date& ValuationDate, double Yield, View<date> FromDates,
 double EqYieldGD(const date& ValuationDate, double Valuation, View<date> FromDates, View<double> AnnRents,
                  double CostsPerc, const CapTerms& terms);
 
-/// The same up to RevToMkt, and the market rent of then from that date on; the zero date for no such review. A rent of
+/// The same up to RevToMkt, and the market rent of that date from then on; the zero date for no such review. A rent of
 /// zero is the market rent at its date. The market rent grows from the first growth date, or is a forecast. Throw what
 /// Grow and fcst throw.
 double CapValueGrowGD(const date& ValuationDate, double Yield, double MktRent, View<date> FromDates,
@@ -73,8 +72,7 @@ double CapValueFcstGD(const date& ValuationDate, double Yield, View<date> FromDa
 double EqYieldFcstGD(const date& ValuationDate, double Valuation, View<date> FromDates, View<double> AnnRents,
                      const Forecast& forecast, const date& RevToMkt, double CostsPerc, const CapTerms& terms);
 
-// --- By discounted cash flow
-// ----------------------------------------------------------------------------------------------
+// --- By discounted cash flow -----------------------------------------------------------------------------------------
 
 double CapValueDCF(double Yield, double DisAER, double MktRent, double PassingAnnRent, double MonthsNextRev,
                    double RentFreeMonths, double CostsPerc, double RevMos, const YieldTerms& terms);

@@ -44,8 +44,7 @@ void YieldTerms::check(Routine& here) const {
 
 double nominal_rate(double rate, double m) { return -m * std::expm1(-std::log1p(rate) / m); }
 
-// --- A perpetuity
-// ---------------------------------------------------------------------------------------------------------
+// --- A perpetuity ----------------------------------------------------------------------------------------------------
 
 Perpetuity::Perpetuity(const Routine& here, double yield, const YieldTerms& terms) {
     const double m = terms.PmtsPerYearOpt;
@@ -84,8 +83,7 @@ double Perpetuity::between(double start, double finish) const {
     return -now_ * deferred(start) * deferral(finish - start);
 }
 
-// --- Reviews to a market that grows
-// ---------------------------------------------------------------------------------------
+// --- Reviews to a market that grows ----------------------------------------------------------------------------------
 
 ReviewedMarket::ReviewedMarket(const Routine& here, double DisAER, double RevMonths, const YieldTerms& terms)
     : level_(here, DisAER, {terms.PmtsPerYearOpt, true_yield}), review_years_(in_years(RevMonths)),
@@ -101,10 +99,14 @@ void ReviewedMarket::check(Routine& here, double DisAER, double RevMonths, const
     if (!(RevMonths > 0.0)) here.fail<illegalvalue>("RevMonths", "RevMonths must be greater than zero!");
 }
 
-double ReviewedMarket::growth_factor(double yield) const {
+double ReviewedMarket::growth_factor(const Routine& here, double yield) const {
     const double compound = 1.0 + discount_;
-    const double factor = compound - discount_ * yield / rate_;
-    return std::fabs(factor) <= 1e-14 * compound ? 0.0 : factor; // at the highest yield
+    double factor = compound - discount_ * yield / rate_;
+    if (std::fabs(factor) <= 1e-14 * compound) factor = 0.0; // at the highest yield
+    if (factor < 0.0)
+        here.fail<illegalvalue>("Yield", "A yield above ", highest_yield(), " implies a growth below -100% a year");
+    here.info("Implied growth from one review to the next: ", factor - 1.0);
+    return factor;
 }
 
 double ReviewedMarket::perpetuity(const Routine& here, double yield, double years) const {
@@ -115,15 +117,10 @@ double ReviewedMarket::perpetuity(const Routine& here, double yield, double year
 double ReviewedMarket::reversion(const Routine& here, double yield, double years) const {
     const double value = perpetuity(here, yield, years);
     if (iszero(years)) return value;
-    const double growth = growth_factor(yield);
-    if (growth < 0.0)
-        here.fail<illegalvalue>("Yield", "A yield above ", highest_yield(), " implies a growth below -100% a year");
-    here.info("Implied growth from one review to the next: ", growth - 1.0);
-    return value * SafePow(growth, years / review_years_);
+    return value * SafePow(growth_factor(here, yield), years / review_years_);
 }
 
-// --- Years' purchase
-// ------------------------------------------------------------------------------------------------------
+// --- Years' purchase -------------------------------------------------------------------------------------------------
 
 double YPPDef(double Yield, double MonthsDeferred, const YieldTerms& terms) {
     Routine here{"YPPDef"};
@@ -171,8 +168,7 @@ double YPADefDCF(double DisAER, double MonthsDeferred, double AnnuityEndMonths, 
         Perpetuity(here, DisAER, terms).between(in_years(MonthsDeferred), in_years(AnnuityEndMonths)));
 }
 
-// --- Yields
-// ---------------------------------------------------------------------------------------------------------------
+// --- Yields ----------------------------------------------------------------------------------------------------------
 
 double TrueToNom(double TrueYield, double PmtsPerYear) {
     Routine here{"TrueToNom"};
@@ -243,12 +239,7 @@ double ImpGrowth(double Yield, double DisAER, double RevMonths, const YieldTerms
     here.inputs(Yield, DisAER, RevMonths, terms);
     ReviewedMarket::check(here, DisAER, RevMonths, terms);
     const ReviewedMarket market(here, DisAER, RevMonths, terms);
-    const double factor = market.growth_factor(Yield);
-    if (factor < 0.0)
-        here.fail<illegalvalue>("Yield", "A yield above ", market.highest_yield(),
-                                " implies a growth below -100% a year");
-    here.info("Implied growth from one review to the next: ", factor - 1.0);
-    return here.returning(compound_less_one(factor - 1.0, 1.0 / market.review_years()));
+    return here.returning(compound_less_one(market.growth_factor(here, Yield) - 1.0, 1.0 / market.review_years()));
 }
 
 namespace {

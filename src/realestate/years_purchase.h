@@ -3,8 +3,8 @@
 //
 // Yields, discount and growth rates are fractions a year: 0.08 is 8%. PmtsPerYearOpt is how often rent is paid,
 // positive in advance and negative in arrear: 4 is quarterly in advance, -4 quarterly in arrear. A true yield is an
-// annual equivalent rate; a nominal one is the part of a year's rent that a payment stands for, so that a perpetuity
-// is worth the rent over the yield.
+// annual equivalent rate; a nominal one is the rate of one payment period times the payments a year, so that a
+// perpetuity is worth the rent over the yield.
 //
 // Capital values by discounted cash flow ("DCF math") discount at a rate e (DisAER) and take the growth of rents from
 // the yield: a rent that is reviewed every R years and grows at g is worth
@@ -48,8 +48,7 @@ struct YieldTerms {
     void check(Routine& here) const;
 };
 
-// --- What the valuations share
-// ------------------------------------------------------------------------------------------
+// --- What the valuations share ---------------------------------------------------------------------------------------
 
 inline double in_years(double months) { return months / 12.0; }
 
@@ -87,11 +86,12 @@ class ReviewedMarket {
 
     /// The yield that growth leads to.
     double yield(double growth_over_review) const { return rate_ * (discount_ - growth_over_review) / discount_; }
-    /// The growth from one review to the next that a yield implies, as a factor; below 0 there is none.
-    double growth_factor(double yield) const;
+    /// The growth from one review to the next that a yield implies, as a factor. Throws illegalvalue for a yield above
+    /// the highest.
+    double growth_factor(const Routine& here, double yield) const;
     /// The yield that implies a growth of -100%.
     double highest_yield() const { return rate_ * (1.0 + discount_) / discount_; }
-    /// The value of a rent of 1 a year at the market of today, let in some years at the market of then. Throws
+    /// The value of a rent of 1 a year at today's market, let in some years at the market of that time. Throws
     /// errlibinfiniteresult at a yield of zero, illegalvalue for a yield above the highest.
     double reversion(const Routine& here, double yield, double years) const;
     /// The same of a rent that is as at its start.
@@ -111,8 +111,7 @@ class ReviewedMarket {
 /// The nominal rate of an annual equivalent one, m payments a year.
 double nominal_rate(double rate, double m);
 
-// --- Years' purchase
-// ------------------------------------------------------------------------------------------------------
+// --- Years' purchase -------------------------------------------------------------------------------------------------
 
 /// Of a perpetuity that starts now, or in some months. Throw errlibinfiniteresult for a yield of zero.
 double YPP(double Yield, const YieldTerms& terms);
@@ -121,20 +120,19 @@ double YPPDef(double Yield, double MonthsDeferred, const YieldTerms& terms);
 double YPA(double Yield, double Months, const YieldTerms& terms);
 double YPADef(double Yield, double Months, double MonthsDeferred, const YieldTerms& terms);
 
-/// Of a perpetuity that is let in MonthsDeferred at the market of then and reviewed every RevMonths from then on,
+/// Of a perpetuity that is let in MonthsDeferred at the market of that time and reviewed every RevMonths from then on,
 /// discounted at DisAER; rents grow as the yield implies. Throws what ReviewedMarket::reversion throws.
 double YPPDefDCF(double Yield, double DisAER, double MonthsDeferred, double RevMonths, const YieldTerms& terms);
 /// Of a rent from MonthsDeferred to AnnuityEndMonths, discounted at DisAER.
 double YPADefDCF(double DisAER, double MonthsDeferred, double AnnuityEndMonths, double PmtsPerYearOpt);
 
-// --- Yields
-// ---------------------------------------------------------------------------------------------------------------
+// --- Yields ----------------------------------------------------------------------------------------------------------
 
 /// Nominal yields of true ones and back. NomToTrue throws errlibbadexponentiation for a yield in advance of a whole
 /// payment or more.
 double TrueToNom(double TrueYield, double PmtsPerYear);
 double NomToTrue(double NomYield, double PmtsPerYear);
-/// The same of yields of discounted cash flow, which stand in the ratio of the discount rate's two forms.
+/// The same of yields of discounted cash flow, which are in the ratio of the discount rate's two forms.
 double TrueToNomDCF(double TrueYield, double PmtsPerYear, double DisAER);
 double NomToTrueDCF(double NomYield, double PmtsPerYear, double DisAER);
 

@@ -67,7 +67,7 @@ class clsYieldSolve : public clsYieldSearch {
 /// What the last rent of a discounted cash flow is.
 enum class LastRent {
     as_of_today,    ///< the market rent of today: it is let at the market of its start
-    as_at_its_start ///< the market rent of then
+    as_at_its_start ///< the market rent of its date
 };
 
 /// By discounted cash flow: the term at the discount rate, the last rent at the yield.

@@ -1,5 +1,5 @@
 // What holds for every worksheet function, called as its own examples call it: time that grows with its lists and no
-// faster, and an answer at both ends of every integer argument.
+// faster, an answer at both ends of every integer argument, and one that does not depend on the calls before.
 #include "addin/examples.h"
 #include "addin/function.h"
 #include "core/range.h"
@@ -10,8 +10,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <ctime>
+#include <iterator>
+#include <numeric>
+#include <random>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -223,6 +228,57 @@ TEST_F(EveryFunction, AnswersAtBothEndsOfEachInteger) {
         }
     });
     EXPECT_GT(swept, 100);
+}
+
+// --- Order of calls ---------------------------------------------------------------------------------------------
+
+/// A value to the last bit.
+std::string bits(const Value& value) {
+    char text[40];
+    if (value.is_number()) {
+        std::snprintf(text, sizeof text, "%a", value.number());
+        return text;
+    }
+    if (!value.is(Type::array)) return sheet::display_text(value);
+    std::string all;
+    for (std::uint32_t row = 0; row < value.rows(); ++row)
+        for (std::uint32_t column = 0; column < value.columns(); ++column) all += bits(value.cell(row, column)) + ";";
+    return all;
+}
+
+/// True of what is meant to last from call to call, or to differ: variables, random numbers, the time.
+bool outlasts_its_call(const Function& function) {
+    static constexpr std::string_view lasting[] = {"SetNum", "SetStr", "SV", "GetNum", "GetStr", "GV"};
+    return function.is_volatile ||
+           std::find(std::begin(lasting), std::end(lasting), function.name) != std::end(lasting) ||
+           function.category == Category::SimulationModelling;
+}
+
+// What was called before, and whether it failed, leaves no mark on a result.
+TEST_F(EveryFunction, AnswersAlikeInWhateverOrder) {
+    std::vector<std::string> formulas;
+    each_function([&](const Function& function) {
+        const Call call = example_call(function);
+        if (call.arguments.empty() || outlasts_its_call(function)) return;
+        formulas.push_back(call.formula());
+        Call failing = call; // a text for the first number, or whatever else stands first
+        failing.arguments[0] = "\"no number\"";
+        formulas.push_back(failing.formula());
+    });
+    ASSERT_GT(formulas.size(), 1000u);
+    std::vector<std::string> expected;
+    for (const std::string& formula : formulas) expected.push_back(bits(result(formula)));
+
+    std::vector<std::size_t> order(formulas.size());
+    std::iota(order.begin(), order.end(), 0u);
+    std::mt19937 any(1);
+    for (int round = 0; round < 3; ++round) {
+        if (round == 0)
+            std::reverse(order.begin(), order.end());
+        else
+            std::shuffle(order.begin(), order.end(), any);
+        for (const std::size_t i : order) EXPECT_EQ(bits(result(formulas[i])), expected[i]) << formulas[i];
+    }
 }
 
 } // namespace

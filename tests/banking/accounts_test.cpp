@@ -248,7 +248,7 @@ TEST(AccountCache, HoldsSeveralAccountsAndForgetsFailedOnes) {
     EXPECT_NE(account.column(1), before);
 }
 
-TEST(AccountLog, TellsTheRunOnceAndEachReading) {
+TEST(AccountLog, ReportsTheRunOnceAndEachReading) {
     const auto text_of_file = [](const char* name) {
         std::ifstream file(name);
         return std::string(std::istreambuf_iterator<char>(file), {});

@@ -26,6 +26,8 @@ def test_every_function_of_the_register_has_its_name_and_arguments():
         assert arguments == whole if len(whole) <= 255 else (",".join(names) + ",").startswith(arguments.removesuffix("..."))
         assert list(inspect.signature(function).parameters) == [*names, "errors"]
         assert function.__doc__ and function.category
+        shown = function.__doc__.partition("In a worksheet:\n")[2].partition("\n\n")[0].splitlines()
+        assert shown and all(re.match(r" +=.+  (= |gives (#|an empty cell))", example) for example in shown), shown
 
 
 def arguments_of(call):

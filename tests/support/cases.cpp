@@ -1,5 +1,6 @@
 #include "support/cases.h"
 
+#include "addin/examples.h"
 #include "addin/frame.h"
 #include "addin/function.h"
 #include "core/trace.h"
@@ -25,37 +26,12 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t\r") + 1 - first);
 }
 
-/// Calls visit(position) for each character outside texts and brackets.
-template <class Visit>
-void each_outside(std::string_view text, Visit visit) {
-    bool quoted = false;
-    int depth = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const char c = text[at];
-        if (c == '"') quoted = !quoted;
-        if (quoted) continue;
-        if (c == '(' || c == '{' || c == '[') ++depth;
-        if (c == ')' || c == '}' || c == ']') --depth;
-        if (depth == 0) visit(at);
-    }
-}
-
 std::string_view without_remark(std::string_view line) {
     std::size_t end = line.size();
-    each_outside(line, [&](std::size_t at) {
-        if (end == line.size() && line.substr(at, 4) == "  # ") end = at;
+    each_outside_texts(line, [&](std::size_t at, int depth) {
+        if (depth == 0 && end == line.size() && line.substr(at, 4) == "  # ") end = at;
     });
     return line.substr(0, end);
-}
-
-/// The last sign between blanks that joins a formula to what it promises.
-std::size_t joint(std::string_view line) {
-    std::size_t found = std::string_view::npos;
-    each_outside(line, [&](std::size_t at) {
-        const std::string_view sign = line.substr(at, 3);
-        if (sign == " = " || sign == " ~ " || sign == " ! ") found = at;
-    });
-    return found;
 }
 
 bool near(double a, double b, double tolerance) { return std::fabs(a - b) <= tolerance * std::max(1.0, std::fabs(b)); }
@@ -167,7 +143,7 @@ std::optional<std::string> Cases::check(std::string_view line) {
         fills = true;
         line = trimmed(line.substr(end + 1));
     }
-    const std::size_t at = joint(line);
+    const std::size_t at = joint_of(line);
     if (at == std::string_view::npos) return "expected \" = \", \" ~ \" or \" ! \" and what comes out";
     const char sign = line[at + 1];
     std::string_view promise = trimmed(line.substr(at + 3));

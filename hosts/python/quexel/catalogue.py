@@ -32,7 +32,7 @@ def limits(argument: dict[str, Any]) -> str:
 
 
 def docstring(description: dict[str, Any], indent: str = "") -> str:
-    """What the function does, its arguments with units and ranges, its defaults, and examples as a worksheet has them."""
+    """What the function does, its arguments with units and ranges, its defaults, and examples as they are typed."""
     def wrapped(text: str, first: str, rest: str) -> str:
         return textwrap.fill(text, 100, initial_indent=first, subsequent_indent=rest)
 
@@ -49,7 +49,7 @@ def docstring(description: dict[str, Any], indent: str = "") -> str:
             lines.append(wrapped(text, f"    {argument['name']}: ", "        "))
     lines += ["", "Raises:", "    quexel.Error: with the message, the routine and the variable"]
     if description["examples"]:
-        lines += ["", "In a worksheet:", *(f"    {example}" for example in description["examples"])]
+        lines += ["", "In a worksheet:", *(f"    {example}" for example in description["examples_as_typed"])]
     related = [name for name in description["see_also"].split(",") if name in CATALOGUE]
     if related:
         lines += ["", "See also: " + ", ".join(related)]

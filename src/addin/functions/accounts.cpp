@@ -10,8 +10,7 @@ namespace {
 
 constexpr Category category = Category::Banking;
 
-// --- Over one period
-// ----------------------------------------------------------------------------------------------------
+// --- Over one period -------------------------------------------------------------------------------------------------
 
 constexpr Argument BFBalance() {
     return {"BFBalance", "Balance brought forward: owed positive, cash in the bank negative"};
@@ -256,10 +255,10 @@ constexpr Function LoanAcctEMH{
              Argument{"SFExogDates", "Dates of the five lists that follow, ascending"}.in_ascending_order(),
              {"SFExogAssBals", "Exogenous assets from these dates on, zero or negative"},
              {"SFExogDebtBals", "Exogenous debt from these dates on, zero or positive"},
-             {"SFExogDepos", "Deposits into the fund on these dates that others pay, negative"},
+             {"SFExogDepos", "Deposits that others pay into the fund on these dates, negative"},
              {"SFIntOverRide", "Interest on the fund on these dates, zero or positive, in place of the calculated "
                                "interest in periods between the first and the last of them; blank for none"},
-             {"SFDeposEst", "Deposits that the cash flows hold already, from these dates on, zero or negative"},
+             {"SFDeposEst", "Deposits already included in the cash flows, from these dates on, zero or negative"},
              {"Options", "Sum of the options of LoanAcctEM (1 to 32) and 256 an override of zero is none, 512 no "
                          "overrides of interest on the fund"},
              Argument{"LAMHOutput",
@@ -268,7 +267,7 @@ constexpr Function LoanAcctEMH{
                  .of(account_output_values),
              {"DCArray",
               "Day count conventions of loans, cash, short-term debt, margin, interest on the fund, its fee; "
-              "5 for those that are not there"},
+              "5 for each that is missing"},
              {"Prds", "Presets of the dates of loans, cash, short-term debt, margin, deposits into the fund, interest "
                       "on it, its fee, fiscal years: 1, 2, 4, 12, negative in arrears; 0 or none for -4, fiscal -1"}},
     .examples = {"LoanAcctEMH({2005;2006}, 2005, 0, 0, 0, 0.1, 0, 0, 0, 2005, -1000, {0;0;0}, 2005, 0, {0;0;0}, 2005, "

@@ -16,7 +16,7 @@ constexpr Argument FirstStartDep() {
     return StartDep("Date on which the first asset is bought and from which it is depreciated");
 }
 constexpr Argument LifeOrDecRate() {
-    return {"LifeOrDecRate", "From 1 on the life in years; below 1 the annual rate of decline as a fraction, 0.2 for "
+    return {"LifeOrDecRate", "1 or more: the life in years; below 1: the annual rate of decline as a fraction, 0.2 for "
                              "20% a year"};
 }
 constexpr Argument DepType() {
@@ -32,7 +32,7 @@ constexpr ArgumentGroup asset() {
             optional("FinalValue", 0.0, "Value at the end of the life, below which depreciation does not go")};
 }
 constexpr ArgumentGroup dep_basis() { return {DayCount(), Periods(), ProjMode()}; }
-constexpr Argument AbsFinish() { return {"AbsFinish", "Date from which on no asset is bought"}; }
+constexpr Argument AbsFinish() { return {"AbsFinish", "Date from which no more assets are bought"}; }
 constexpr Argument Periodicity() {
     return Argument{"Periodicity", "Months from one purchase to the next, 0 or more; a hundred purchases count"}.within(
         {0});

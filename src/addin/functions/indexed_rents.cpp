@@ -13,9 +13,8 @@ constexpr Category category = Category::RealEstate;
 
 constexpr Argument AnnRent() { return {"AnnRent", "Rent a year as at the base date of the index"}; }
 constexpr Argument IdxReg_s() {
-    return {"IdxReg_s",
-            "Months between indexations, 0 to 1000, 0 for indexation at every moment: of the lease, then of "
-            "each relet, of which the last one serves for the rest"};
+    return {"IdxReg_s", "Months between indexations, 0 to 1000, 0 for continuous indexation: of the lease, then of "
+                        "each relet, of which the last one serves for the rest"};
 }
 constexpr Argument FirstIdxDate_s() {
     return optional("FirstIdxDate_s", "Dates of the first indexation, of the lease and of each relet; if omitted once "
@@ -148,8 +147,7 @@ constexpr Function TStepIdxRentFcstR{
 };
 QX_EXPORT(TStepIdxRentFcstR, 26);
 
-// --- Present values
-// -----------------------------------------------------------------------------------------------------------
+// --- Present values --------------------------------------------------------------------------------------------------
 
 constexpr Function PVTStepIdxRentGrowR{
     .name = "PVTStepIdxRentGrowR",

@@ -18,7 +18,9 @@ constexpr Argument RelVoid_s() {
 constexpr Argument RelTerm_s() {
     return optional("RelTerm_s", "Term of each relet in years, the last one serving for the rest; 15 if omitted");
 }
-constexpr Argument RevMos() { return optional("RevMos", 0, "Months from one review to the next, 0 to 1000; 0 none"); }
+constexpr Argument RevMos() {
+    return optional("RevMos", 0, "Months between reviews, 0 to 1000; 0 for reviews that do not recur");
+}
 constexpr Argument LeaseStartDate() {
     return {"LeaseStartDate", "Date on which the lease starts; the day itself counts"};
 }
@@ -117,8 +119,7 @@ constexpr Function Occupancy{
 };
 QX_EXPORT(Occupancy, 10);
 
-// --- Events
-// -----------------------------------------------------------------------------------------------------------
+// --- Events ----------------------------------------------------------------------------------------------------------
 
 constexpr Function RentDateInfo{
     .name = "RentDateInfo",
@@ -126,12 +127,12 @@ constexpr Function RentDateInfo{
     .calls = core<qx::RentDateInfo>,
     .help = "The date of the next or last review, start, expiry or break of a lease or of the relets after it; empty "
             "if there is none",
-    .args = {TheDate(),
-             lease_terms(),
-             {"RentDateSwitch",
-              "0 next review, 1 last review, 2 and 3 lease start, 4 and 5 rent start, 6 and 7 expiry, "
-              "8 and 9 break; the first decimal digit goes on to further ones: 0.2 is the third next "
-              "review"},
+    .args = {TheDate(), lease_terms(),
+             Argument{"RentDateSwitch",
+                      "0 next review, 1 last review, 2 and 3 lease start, 4 and 5 rent start, 6 and 7 expiry, "
+                      "8 and 9 break; the first decimal digit goes on to further ones: 0.2 is the third next "
+                      "review"}
+                 .of(rent_date_values),
              relets(),
              optional("RoundDown", false,
                       "True: on the date of an event, the next one is that date and the last one "
@@ -149,11 +150,10 @@ constexpr Function RentEventOccurs{
     .category = category,
     .calls = core<qx::RentEventOccurs>,
     .help = "True if a lease, or one of the relets after it, has an event of a type in a period",
-    .args = {time_period(),
-             lease_terms(),
-             {"RentEventType", "0 rent review, 1 lease start, 2 rent start, 3 expiry, 4 break"},
-             relets(),
-             Brk()},
+    .args = {time_period(), lease_terms(),
+             Argument{"RentEventType", "0 rent review, 1 lease start, 2 rent start, 3 expiry, 4 break"}.of(
+                 lease_event_values),
+             relets(), Brk()},
     .examples = {"RentEventOccurs(2010, 12, 2005, 2005.5, 2020, 2010, 60, 0) = TRUE",
                  "RentEventOccurs(2010, 12, 2005, 2005.5, 2020, 2010, 60, 3) = FALSE"},
     .see_also = "RentEvent,RentDateInfo,ReletOccurs",
@@ -164,8 +164,8 @@ constexpr Function RentEvent{
     .name = "RentEvent",
     .category = category,
     .calls = twin<qx::RentEvent>,
-    .help = "What happens in a period in the course of a lease and the relets after it, first come first: 1 review, 2 "
-            "lease start, 3 rent start, 4 expiry, 5 break, 0 nothing",
+    .help = "The event in a period of a lease or of one of the relets after it, the first in this order: 1 review, 2 "
+            "lease start, 3 rent start, 4 expiry, 5 break; 0 if there is none",
     .args = {time_period(), lease_terms(), relets(), Brk()},
     .examples = {"RentEvent(2010, 12, 2005, 2005.5, 2020, 2010, 60) = 1",
                  "RentEvent(2005, 12, 2005, 2005.5, 2020, 2010, 60) = 2",
@@ -178,8 +178,8 @@ constexpr Function LeaseDates{
     .name = "LeaseDates",
     .category = category,
     .calls = core<qx::LeaseDates>,
-    .help = "The dates of a lease and of the relets after it, in ascending order; one that is two things is listed "
-            "twice",
+    .help = "The dates of a lease and of the relets after it, in ascending order; a date of two kinds is "
+            "listed twice",
     .args = {RentStart(), BrksOrExp(), RevMos(), relets(),
              optional("ReviewsOpt", "Dates of reviews of the lease; from the last one on they recur every RevMos"),
              optional("AbStart", "Date before which nothing is listed"),
@@ -188,7 +188,8 @@ constexpr Function LeaseDates{
              optional("LDateOptions", all_lease_dates,
                       "Sum of what to list: 1 rent start, 2 expiry, 4 given reviews, 8 breaks; of relets 16 lease "
                       "start, 32 rent start, 64 expiry; 128 reviews every RevMos",
-                      "all"),
+                      "all")
+                 .of(lease_date_values),
              Brk()},
     .examples = {"LeaseDates(2005, 2010, 60, 6, 3, 5, 0, 0, 2012) = {38353,40179,40360,40452,40909}",
                  "LeaseDates(2005, 2020, 60, 6, 3, 5, 2008, 0, 2020, 132) = {39448,41275,43101}"},
@@ -200,18 +201,19 @@ constexpr Function LeaseInfo{
     .name = "LeaseInfo",
     .category = category,
     .calls = core<qx::LeaseInfo>,
-    .help = "A date, the rent-free months or the term of a lease, as given or else as the others make it; dates as "
-            "date numbers",
+    .help = "A date, the rent-free months or the term of a lease, as given or else derived from the others; dates are "
+            "returned as date numbers",
     .args = {optional("LeaseStartOpt", "Date on which the lease starts, if known"),
              optional("RentFreeMonths", 0.0, "Months without rent at the start of the lease, if known", "unknown"),
              optional("RentStartDate", "Date on which the rent starts, if known"),
              optional("ReviewsOpt", "Dates of reviews"), optional("BreaksOpt", "Dates of breaks"),
              optional("LeaseExpiryDate", "Date on which the lease expires, or the day before, if known"),
              optional("TermYrsOpt", 0.0, "Term of the lease in years, if known", "unknown"),
-             optional("LeaseInfoSwitch", 0.0,
-                      "0 expiry, 1 rent start, 2 lease start, 3 a break, 4 rent-free months, 5 term in years, 6 a "
-                      "review; of breaks and reviews the first decimal digit tells which: 6.2 is the second review",
-                      "expiry"),
+             optional(
+                 "LeaseInfoSwitch", 0.0,
+                 "0 expiry, 1 rent start, 2 lease start, 3 a break, 4 rent-free months, 5 term in years, 6 a "
+                 "review; for breaks and reviews the first decimal digit is their number: 6.2 is the second review",
+                 "expiry"),
              optional("LIOptions", 0, "1 for strict ambiguity testing: whatever is known must agree", "none"),
              measure()},
     .examples = {"LeaseInfo(2005, 6, , , , , 10) = DATE(2015,1,1)",

@@ -16,7 +16,7 @@ constexpr ArgumentGroup first_lease_payments() {
             optional("PmtsOpt", "These payments, one for each date; of two lists the shorter governs")};
 }
 constexpr Argument LeaseStartOfCosts() {
-    return {"LeaseStartDate", "Date on which the first lease starts. It changes nothing: the payments for the first "
+    return {"LeaseStartDate", "Date on which the first lease starts. It has no effect: the payments for the first "
                               "letting have dates of their own"};
 }
 constexpr Argument ExpCost_s() {
@@ -27,19 +27,13 @@ constexpr Argument RelCost_s() {
     return {"RelCost_s", "Cost at the start of each relet, as at the first growth date; the last one serves for the "
                          "rest"};
 }
-constexpr ArgumentGroup expiry_spread() {
-    return {ExpCost_s(),
-            optional("ExpDur_s", "Months over which each cost at an expiry is spread, from that day on; 0 to pay it on "
-                                 "the day"),
-            optional("ExpCurve_s", "Reserved"),
-            optional("ExpShape_s", "Shape of each cost at an expiry over its months, as in GSpread; even if omitted")};
-}
-constexpr ArgumentGroup relet_spread() {
-    return {RelCost_s(),
-            optional("RelDur_s", "Months over which each cost of a relet is spread, from its start on; 0 to pay it on "
-                                 "the day"),
-            optional("RelCurve_s", "Reserved"),
-            optional("RelShape_s", "Shape of each cost of a relet over its months, as in GSpread; even if omitted")};
+/// SpreadCosts.
+constexpr ArgumentGroup spread(const Argument& cost, const char* months, const char* curve, const char* shape) {
+    return {
+        cost,
+        optional(months, "Months over which each of these costs is spread, from its date on; 0 to pay it on the day"),
+        optional(curve, "Reserved"),
+        optional(shape, "Shape of each of these costs over its months, as in GSpread; even if omitted")};
 }
 constexpr Argument FeePerc_s() {
     return {"FeePerc_s", "Fees as fractions of a year's rent (0.1 is 10%): of the lease, then of each relet, of which "
@@ -68,8 +62,9 @@ constexpr Function LetCostR{
     .category = category,
     .calls = twin<qx::LetCostR>,
     .help = "LetCostRQ with the costs spread over months from each expiry and each relet on",
-    .args = {time_period(), LeaseStartOfCosts(), BrksOrExp(), first_lease_payments(), expiry_spread(), relet_spread(),
-             growth(), relet_terms(), letting_end()},
+    .args = {time_period(), LeaseStartOfCosts(), BrksOrExp(), first_lease_payments(),
+             spread(ExpCost_s(), "ExpDur_s", "ExpCurve_s", "ExpShape_s"),
+             spread(RelCost_s(), "RelDur_s", "RelCurve_s", "RelShape_s"), growth(), relet_terms(), letting_end()},
     .examples = {"LetCostR(2010, 3, 2005, 2010, , , 600, 6, , , 800, 0, , , 2005, 0, 6, 5) ~ 300 1e-9"},
     .see_also = "LetCostRQ,LeasingFeeGrowR,GSpread",
 };

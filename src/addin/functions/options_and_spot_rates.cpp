@@ -14,8 +14,8 @@ constexpr Category category = Category::Banking;
 constexpr ArgumentGroup option_terms() {
     return {{"SpotPrice", "Price of the asset today, above 0"},
             {"StrikePrice", "Price at which the asset may be bought or sold, above 0"},
-            {"TermYrs", "Years until the option ends"},
-            {"InterestCont", "Interest rate without risk, continuously compounded: 0.05 is 5%"},
+            {"TermYrs", "Years until the option expires"},
+            {"InterestCont", "Risk-free interest rate, continuously compounded: 0.05 is 5%"},
             {"Volatility", "Standard deviation of the continuous return of a year: 0.2 is 20%"},
             optional("DividendCont", 0.0, "Dividend yield, continuously compounded: 0.03 is 3%"),
             optional("PutOption", false, "FALSE a call, the right to buy; TRUE a put, the right to sell")};
@@ -54,7 +54,7 @@ constexpr Function OptionBinom{
     .calls = core<qx::OptionBinom>,
     .help = "Price or sensitivity of a European or American option by the binomial tree of Cox, Ross and Rubinstein",
     .args = {option_terms(),
-             optional("American", false, "TRUE: the option may be exercised at any time; FALSE: only at its end"),
+             optional("American", false, "TRUE: the option may be exercised at any time; FALSE: only at expiry"),
              Argument{optional("Steps", 200, "Steps of the tree, 3 to 9999: twice as many take four times as long")}
                  .within({3, 9999}),
              optional("OptionOutput", 0,

@@ -13,8 +13,7 @@ constexpr Argument AbsFinish() { return {"AbsFinish", "Date from which on no ren
 
 } // namespace
 
-// --- Reviews to the market
-// -----------------------------------------------------------------------------------------------------------
+// --- Reviews to the market -------------------------------------------------------------------------------------------
 
 constexpr Function RentGrow{
     .name = "RentGrow",
@@ -39,8 +38,7 @@ constexpr Function RentFcst{
 };
 QX_EXPORT(RentFcst, 16);
 
-// --- Lists of rents
-// -----------------------------------------------------------------------------------------------------------
+// --- Lists of rents --------------------------------------------------------------------------------------------------
 
 constexpr Function TStepRent{
     .name = "TStepRent",
@@ -149,8 +147,7 @@ constexpr Function FStepRentFcstCollar{
 };
 QX_EXPORT(FStepRentFcstCollar, 18);
 
-// --- Relets
-// -----------------------------------------------------------------------------------------------------------
+// --- Relets ----------------------------------------------------------------------------------------------------------
 
 constexpr Function RentGrowR{
     .name = "RentGrowR",

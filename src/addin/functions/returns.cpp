@@ -10,7 +10,7 @@ constexpr Argument HistoryPeriod() {
     return {"HistoryPeriod", "Months up to CalculationDate whose values count, above zero"};
 }
 constexpr Argument CalculationDate() {
-    return {"CalculationDate", "Date up to which values count; the day itself does"};
+    return {"CalculationDate", "Date up to which values count; the day itself counts"};
 }
 constexpr Argument value_dates() { return Argument{"Dates", "Dates of the values, ascending"}.in_ascending_order(); }
 constexpr Argument Values() { return {"Values", "Values of the investment, one for each of the dates"}; }

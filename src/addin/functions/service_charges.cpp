@@ -51,14 +51,13 @@ constexpr ArgumentGroup recovery_basis() {
 
 } // namespace
 
-// --- The tenants
-// -----------------------------------------------------------------------------------------------------------
+// --- The tenants -----------------------------------------------------------------------------------------------------
 
 constexpr Function ServChargeGrowR{
     .name = "ServChargeGrowR",
     .category = category,
     .calls = twin<qx::ServCharge<GrowingServiceCharge>>,
-    .help = "Service charge that a tenant, and those of the relets after it, pay in a period: a share of a total that "
+    .help = "Service charge paid in a period by a tenant, then by the tenants of the relets: a share of a total that "
             "grows",
     .args = {time_period(), SCStartDate(), BrksOrExp(), growing_total(), service_charge_share(), relet_terms(), basis(),
              chain_end()},
@@ -72,7 +71,7 @@ constexpr Function ServChargeFcstR{
     .name = "ServChargeFcstR",
     .category = category,
     .calls = twin<qx::ServCharge<ForecastServiceCharge>>,
-    .help = "Service charge that a tenant, and those of the relets after it, pay in a period: a share of a total that "
+    .help = "Service charge paid in a period by a tenant, then by the tenants of the relets: a share of a total that "
             "is forecast",
     .args = {time_period(), SCStartDate(), BrksOrExp(), forecast_total(), service_charge_share(), relet_terms(),
              basis(), chain_end()},
@@ -85,7 +84,7 @@ constexpr Function FServChargeR{
     .name = "FServChargeR",
     .category = category,
     .calls = twin<qx::ServCharge<SteppedServiceCharge>>,
-    .help = "Service charge that a tenant, and those of the relets after it, pay in a period: a share of totals given "
+    .help = "Service charge paid in a period by a tenant, then by the tenants of the relets: a share of totals given "
             "from dates on",
     .args = {time_period(), SCStartDate(), BrksOrExp(), stepped_total(), service_charge_share(), relet_terms(), basis(),
              chain_end()},
@@ -106,15 +105,15 @@ constexpr Function FServChargeGrowR{
 };
 QX_EXPORT(FServChargeGrowR, 18);
 
-// --- The landlord
-// -----------------------------------------------------------------------------------------------------------
+// --- The landlord ----------------------------------------------------------------------------------------------------
 
 constexpr Function VacServChargeGrowR{
     .name = "VacServChargeGrowR",
     .category = category,
     .calls = twin<qx::VacServCharge<GrowingServiceCharge>>,
-    .help = "Service charge that a landlord bears in a period, as in voids: a share of a total that grows, less what "
-            "is recovered from tenants",
+    .help =
+        "Service charge that a landlord bears in a period, mainly in voids: a share of a total that grows, less what "
+        "is recovered from tenants",
     .args = {time_period(), StartCost(), StartLease(), BrksOrExp(), growing_total(), service_charge_share(),
              relet_terms(), recovery_basis(), chain_end()},
     .examples = {"VacServChargeGrowR(2010, 12, 2005, 2005, 2010.25, 0, 1000, 2005, 0, 12, 2005, 0.2, 6, 5) ~ 100 1e-9",
@@ -127,8 +126,9 @@ constexpr Function VacServChargeFcstR{
     .name = "VacServChargeFcstR",
     .category = category,
     .calls = twin<qx::VacServCharge<ForecastServiceCharge>>,
-    .help = "Service charge that a landlord bears in a period, as in voids: a share of a total that is forecast, less "
-            "what is recovered from tenants",
+    .help =
+        "Service charge that a landlord bears in a period, mainly in voids: a share of a total that is forecast, less "
+        "what is recovered from tenants",
     .args = {time_period(), StartCost(), StartLease(), BrksOrExp(), forecast_total(), service_charge_share(),
              relet_terms(), recovery_basis(), chain_end()},
     .examples =
@@ -142,7 +142,7 @@ constexpr Function FVacServChargeR{
     .name = "FVacServChargeR",
     .category = category,
     .calls = twin<qx::VacServCharge<SteppedServiceCharge>>,
-    .help = "Service charge that a landlord bears in a period, as in voids: a share of totals given from dates on, "
+    .help = "Service charge that a landlord bears in a period, mainly in voids: a share of totals given from dates on, "
             "less what is recovered from tenants",
     .args = {time_period(), StartCost(), StartLease(), BrksOrExp(), stepped_total(), service_charge_share(),
              relet_terms(), recovery_basis(), chain_end()},

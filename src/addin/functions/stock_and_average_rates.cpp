@@ -76,8 +76,8 @@ constexpr Function FAvRate{
     .name = "FAvRate",
     .category = category,
     .calls = twin<qx::FAvRate>,
-    .help = "Average over a period of a rate that changes on from-dates, such as a tax rate, by the time for which it "
-            "holds",
+    .help = "Average over a period of a rate that changes on from-dates, such as a tax rate, weighted by the time for "
+            "which it holds",
     .args = {time_period(), FromDates(), Rates(), rate_measure()},
     .examples = {"FAvRate(2005, 12, {2004;2005.25}, {0.3;0.28}) ~ 0.285 1e-12"},
     .see_also = "FAvRateTD,TAvRate,FALevels",
@@ -100,8 +100,8 @@ constexpr Function TAvRate{
     .name = "TAvRate",
     .category = category,
     .calls = twin<qx::TAvRate>,
-    .help = "Average over a period of a rate that changes on to-dates, such as a tax rate, by the time for which it "
-            "holds",
+    .help = "Average over a period of a rate that changes on to-dates, such as a tax rate, weighted by the time for "
+            "which it holds",
     .args = {time_period(), ToDates(), Rates(), rate_measure()},
     .examples = {"TAvRate(2005, 12, {2005.25;2010}, {0.3;0.28}) ~ 0.285 1e-12"},
     .see_also = "TAvRateTD,FAvRate,TALevels",

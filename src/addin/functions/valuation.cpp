@@ -21,8 +21,7 @@ constexpr Argument RevToMkt() {
 
 } // namespace
 
-// --- By layers
-// ------------------------------------------------------------------------------------------------------------
+// --- By layers -------------------------------------------------------------------------------------------------------
 
 constexpr Function CapValue{
     .name = "CapValue",
@@ -144,8 +143,7 @@ constexpr Function EqYieldFcstGD{
 };
 QX_EXPORT(EqYieldFcstGD, 11);
 
-// --- By discounted cash flow
-// ----------------------------------------------------------------------------------------------
+// --- By discounted cash flow -----------------------------------------------------------------------------------------
 
 constexpr Function CapValueDCF{
     .name = "CapValueDCF",
@@ -176,9 +174,8 @@ constexpr Function CapValueDCFG{
     .calls = core<qx::CapValueDCFG>,
     .help = "Capital value by discounted cash flow of a list of rents, each from some months on; the last one is the "
             "market rent of today, let at the market of its start",
-    .args = {Yield(), positive_DisAER(),
-             rent_list("Rents a year, one for each deferral or one for all; the last one is the market rent of today"),
-             CostsPerc(), RevMonths("RevMos"), yield_terms()},
+    .args = {Yield(), positive_DisAER(), rent_list(deferred_market_rent_last), CostsPerc(), RevMonths("RevMos"),
+             yield_terms()},
     .examples = {"CapValueDCFG(0.05, 0.08, {900;1000}, {0;12}, 0, 12, -1) ~ 19907.4074074 1e-9"},
     .see_also = "EqYieldDCFG,CapValueDCF,CapValueDCFGD,CapValueG",
 };
@@ -189,9 +186,8 @@ constexpr Function EqYieldDCFG{
     .category = category,
     .calls = core<qx::EqYieldDCFG>,
     .help = "The yield of a list of rents by discounted cash flow: the yield at which CapValueDCFG is the price",
-    .args = {Valuation(), positive_DisAER(),
-             rent_list("Rents a year, one for each deferral or one for all; the last one is the market rent of today"),
-             CostsPerc(), RevMonths("RevMos"), yield_terms()},
+    .args = {Valuation(), positive_DisAER(), rent_list(deferred_market_rent_last), CostsPerc(), RevMonths("RevMos"),
+             yield_terms()},
     .examples = {"EqYieldDCFG(CapValueDCFG(0.05, 0.08, {900;1000}, {0;12}), 0.08, {900;1000}, {0;12}) ~ 0.05 1e-12"},
     .see_also = "CapValueDCFG,EqYieldDCF,EqYieldDCFGD",
 };

@@ -11,8 +11,7 @@ constexpr Category category = Category::RealEstate;
 
 } // namespace
 
-// --- Years' purchase
-// ------------------------------------------------------------------------------------------------------
+// --- Years' purchase -------------------------------------------------------------------------------------------------
 
 constexpr Function YPP{
     .name = "YPP",
@@ -29,7 +28,7 @@ constexpr Function YPPDef{
     .name = "YPPDef",
     .category = category,
     .calls = core<qx::YPPDef>,
-    .help = "Years' purchase of a perpetuity that starts in some months",
+    .help = "Years' purchase of a perpetuity that is deferred by some months",
     .args = {Yield(), MonthsDeferred(), yield_terms()},
     .examples = {"YPPDef(0.07, 36, -1) ~ 11.6614 1e-5"},
     .see_also = "YPP,YPADef,YPPDefDCF",
@@ -51,7 +50,7 @@ constexpr Function YPADef{
     .name = "YPADef",
     .category = category,
     .calls = core<qx::YPADef>,
-    .help = "Years' purchase of an annuity that starts in some months",
+    .help = "Years' purchase of an annuity that is deferred by some months",
     .args = {Yield(),
              {"Months", "Months for which the rent is paid, counted from its start"},
              MonthsDeferred(),
@@ -65,8 +64,8 @@ constexpr Function YPPDefDCF{
     .name = "YPPDefDCF",
     .category = category,
     .calls = core<qx::YPPDefDCF>,
-    .help = "Years' purchase by discounted cash flow of a rent that is let in some months at the market of then and "
-            "reviewed regularly; its growth is what the yield implies",
+    .help = "Years' purchase by discounted cash flow of a rent that is let in some months at the market rent of "
+            "that time and reviewed regularly; its growth is what the yield implies",
     .args = {Yield(), positive_DisAER(), MonthsDeferred(), RevMonths(), yield_terms()},
     .examples = {"YPPDefDCF(0.05, 0.08, 12, 12, -1) ~ 19.0740740741 1e-9",
                  "YPPDefDCF(0.05, 0.08, 0, 60, -1) ~ 20 1e-9"},
@@ -88,8 +87,7 @@ constexpr Function YPADefDCF{
 };
 QX_EXPORT(YPADefDCF, 4);
 
-// --- Yields
-// ---------------------------------------------------------------------------------------------------------------
+// --- Yields ----------------------------------------------------------------------------------------------------------
 
 constexpr Function TrueToNom{
     .name = "TrueToNom",
