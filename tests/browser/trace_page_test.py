@@ -116,8 +116,9 @@ class TracePage(unittest.TestCase):
         self.browser.press("/", *"36 more")
         self.assert_hits("1 of 1")
         self.browser.press("Down", "Right")
-        inside = self.browser.run("""return document.querySelector('[aria-level="4"]').ariaSetSize""")
-        self.assertEqual(inside, "36")
+        first = self.browser.run("""const row = document.querySelector('[aria-selected="true"]').nextElementSibling;
+            return [row.ariaLevel, row.ariaSetSize]""")
+        self.assertEqual(first, ["4", "36"])
 
     def test_compares_two_traces(self):
         self.page("compared.html")
