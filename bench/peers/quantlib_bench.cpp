@@ -1,6 +1,7 @@
 // Ours beside QuantLib's and std::chrono's, on the same dates, in one run.
 #include "calendar/annual_sequence.h"
 #include "calendar/date.h"
+#include "calendar/date_arithmetic.h"
 #include "calendar/day_count.h"
 #include "calendar/holidays.h"
 #include "calendar/time_period.h"

@@ -1,6 +1,7 @@
 #include "accounting/depreciation.h"
 
 #include "accounting/years_later.h"
+#include "calendar/date_arithmetic.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"
 #include "projections/forecast.h"

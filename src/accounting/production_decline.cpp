@@ -1,6 +1,7 @@
 #include "accounting/production_decline.h"
 
 #include "accounting/years_later.h"
+#include "calendar/date_arithmetic.h"
 #include "core/routine.h"
 #include "projections/levels.h"
 #include "projections/spreads.h"

@@ -1,5 +1,7 @@
 #include "accounting/years_later.h"
 
+#include "calendar/date_arithmetic.h"
+
 #include <cmath>
 
 namespace qx {

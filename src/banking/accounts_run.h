@@ -3,6 +3,7 @@
 
 #include "banking/accounts_ledgers.h"
 #include "banking/accounts_simulation.h"
+#include "calendar/date_arithmetic.h"
 #include "calendar/time_period.h"
 #include "core/logs.h"
 #include "core/routine.h"
@@ -42,11 +43,7 @@ struct AccountTerms {
 
     bool option(AccountOption which) const { return (Options & which) != 0; }
     bool has_margin() const { return given(margin.IntEM); }
-    timeperiod period(int i) const {
-        timeperiod period;
-        period.setfromtimebase_by_months(Timebase, i);
-        return period;
-    }
+    timeperiod period(int i) const { return timebase_period(Timebase, i); }
 };
 
 /// The trace, and the log file if there is one.

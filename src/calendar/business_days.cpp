@@ -1,5 +1,6 @@
 #include "calendar/business_days.h"
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/date_functions.h"
 #include "calendar/day_count.h"
 #include "calendar/holidays.h"
@@ -410,7 +411,7 @@ date DpYBDX(const date& TheDate, double Yrs, double BusDaySwitch, const AnnualSe
 
 // --- Next and previous, rolled --------------------------------------------------------------------------------
 
-date NextDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates, int BusDaySwitch,
+date NextDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates, int BusDaySwitch,
                    const AnnualSequence& AnnHols, View<date> HolDates) {
     Routine here{"NextDateSeqBD"};
     here.inputs(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates);
@@ -419,7 +420,7 @@ date NextDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<
                                             NextDateSeq(TheDate, AnnDateSeq, SpecificDates)));
 }
 
-date PrevDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates, int BusDaySwitch,
+date PrevDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates, int BusDaySwitch,
                    const AnnualSequence& AnnHols, View<date> HolDates) {
     Routine here{"PrevDateSeqBD"};
     here.inputs(TheDate, AnnDateSeq, SpecificDates, BusDaySwitch, AnnHols, HolDates);
@@ -428,7 +429,7 @@ date PrevDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<
                                             PrevDateSeq(TheDate, AnnDateSeq, SpecificDates)));
 }
 
-date NextDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
+date NextDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates,
                     double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
     const Routine here = superseded("NextDateSeqBDX", "NextDateSeqBD", BusDaySwitch, TheDate, AnnDateSeq, SpecificDates,
                                     BusDaySwitch, AnnHols, HolDates);
@@ -436,7 +437,7 @@ date NextDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range
         "DateResult", NextDateSeqBD(TheDate, AnnDateSeq, SpecificDates, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
-date PrevDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
+date PrevDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates,
                     double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates) {
     const Routine here = superseded("PrevDateSeqBDX", "PrevDateSeqBD", BusDaySwitch, TheDate, AnnDateSeq, SpecificDates,
                                     BusDaySwitch, AnnHols, HolDates);
@@ -444,14 +445,14 @@ date PrevDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range
         "DateResult", PrevDateSeqBD(TheDate, AnnDateSeq, SpecificDates, switch_of(BusDaySwitch), AnnHols, HolDates));
 }
 
-date NextDateListBD(const date& TheDate, Range<date>& SpecificDates, int BusDaySwitch) {
+date NextDateListBD(const date& TheDate, View<date> SpecificDates, int BusDaySwitch) {
     Routine here{"NextDateListBD"};
     here.inputs(TheDate, SpecificDates, BusDaySwitch);
     limit_switch(here, BusDaySwitch);
     return here.returning("DateResult", nextbd(NextDateList(TheDate, SpecificDates), BusDaySwitch));
 }
 
-date PrevDateListBD(const date& TheDate, Range<date>& SpecificDates, int BusDaySwitch) {
+date PrevDateListBD(const date& TheDate, View<date> SpecificDates, int BusDaySwitch) {
     Routine here{"PrevDateListBD"};
     here.inputs(TheDate, SpecificDates, BusDaySwitch);
     limit_switch(here, BusDaySwitch);

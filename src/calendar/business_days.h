@@ -80,15 +80,15 @@ date DpYBDX(const date& TheDate, double Yrs, double BusDaySwitch, const AnnualSe
 
 // The next and previous date of a sequence and a list, rolled on to a business day. The lists are sorted.
 
-date NextDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates, int BusDaySwitch,
+date NextDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates, int BusDaySwitch,
                    const AnnualSequence& AnnHols, View<date> HolDates);
-date PrevDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates, int BusDaySwitch,
+date PrevDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates, int BusDaySwitch,
                    const AnnualSequence& AnnHols, View<date> HolDates);
-date NextDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
+date NextDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates,
                     double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
-date PrevDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates,
+date PrevDateSeqBDX(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates,
                     double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates);
-date NextDateListBD(const date& TheDate, Range<date>& SpecificDates, int BusDaySwitch);
-date PrevDateListBD(const date& TheDate, Range<date>& SpecificDates, int BusDaySwitch);
+date NextDateListBD(const date& TheDate, View<date> SpecificDates, int BusDaySwitch);
+date PrevDateListBD(const date& TheDate, View<date> SpecificDates, int BusDaySwitch);
 
 } // namespace qx

@@ -1,5 +1,6 @@
 #include "calendar/date_functions.h"
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/holidays.h"
 #include "core/routine.h"
 
@@ -190,9 +191,8 @@ WorkList<double> TimeBaseLengths(View<date> Timebase, double DayCount, const Ann
     limit_daycount(here, DayCount);
     WorkList<double> lengths;
     lengths->dimension(Timebase.size());
-    timeperiod period;
     for (int i = 1; i <= Timebase.size(); ++i) {
-        period.setfromtimebase_by_months(Timebase, i);
+        const timeperiod period = timebase_period(Timebase, i);
         lengths(i) = period.lenmonths(period.from(), period.to(), DayCount, Periods);
     }
     here.returning();
@@ -204,15 +204,15 @@ WorkList<double> TimeBaseLengths(View<date> Timebase, double DayCount, const Ann
 namespace {
 
 /// The first date of an ascending list after a date, or the zero date.
-date next_in(View<date> sorted, const date& day) {
-    const date* const found = std::upper_bound(sorted.begin(), sorted.end(), day);
-    return found == sorted.end() ? date() : *found;
+date next_in(View<date> ascending, const date& day) {
+    const date* const found = std::upper_bound(ascending.begin(), ascending.end(), day);
+    return found == ascending.end() ? date() : *found;
 }
 
 /// The last date of an ascending list before a date, or the zero date.
-date prev_in(View<date> sorted, const date& day) {
-    const date* const found = std::lower_bound(sorted.begin(), sorted.end(), day);
-    return found == sorted.begin() ? date() : *(found - 1);
+date prev_in(View<date> ascending, const date& day) {
+    const date* const found = std::lower_bound(ascending.begin(), ascending.end(), day);
+    return found == ascending.begin() ? date() : *(found - 1);
 }
 
 /// The earlier of two dates, of which either may be none.
@@ -221,9 +221,11 @@ const date& earlier(const date& a, const date& b) { return b.iszero() || (!a.isz
 /// A sequence with a list: where dates are looked for. A sequence that was left out may be left out here too.
 struct Source {
     const AnnualSequence& sequence;
-    Range<date>& list;
+    View<date> list;
     bool even_default = false; ///< a default stands for a sequence left out
+    WorkList<date> in_order{};
 
+    void sort() { list = in_order = sorted(list); }
     bool given() const { return has_sequence() || list.size() > 0; }
     bool has_sequence() const { return sequence.size() > 0 && (even_default || !sequence.missing()); }
     date next(const date& day) const {
@@ -249,9 +251,9 @@ void tell_left_out(Routine& here, const Source (&sources)[N]) {
 
 /// The dates of some sources strictly between two dates.
 template <int N>
-WorkList<date> dates_between(const Source (&sources)[N], const date& FromDate, const date& ToDate) {
+WorkList<date> dates_between(Source (&sources)[N], const date& FromDate, const date& ToDate) {
     WorkList<date> found;
-    for (const Source& source : sources) source.list.heapsort(true);
+    for (Source& source : sources) source.sort();
     date working = FromDate;
     for (int round = 1; round <= longest_list; ++round) {
         const date next = next_of(sources, working);
@@ -264,21 +266,19 @@ WorkList<date> dates_between(const Source (&sources)[N], const date& FromDate, c
 
 } // namespace
 
-date NextDateList(const date& TheDate, Range<date>& SpecificDates) {
+date NextDateList(const date& TheDate, View<date> SpecificDates) {
     Routine here{"NextDateList"};
     here.inputs(TheDate, SpecificDates);
-    SpecificDates.heapsort(true);
-    return here.returning("DateResult", next_in(SpecificDates, TheDate));
+    return here.returning("DateResult", next_in(sorted(SpecificDates), TheDate));
 }
 
-date PrevDateList(const date& TheDate, Range<date>& SpecificDates) {
+date PrevDateList(const date& TheDate, View<date> SpecificDates) {
     Routine here{"PrevDateList"};
     here.inputs(TheDate, SpecificDates);
-    SpecificDates.heapsort(true);
-    return here.returning("DateResult", prev_in(SpecificDates, TheDate));
+    return here.returning("DateResult", prev_in(sorted(SpecificDates), TheDate));
 }
 
-date NextDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates) {
+date NextDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates) {
     Routine here{"NextDateSeq"};
     here.inputs(TheDate, AnnDateSeq, SpecificDates);
     const date from_list = NextDateList(TheDate, SpecificDates);
@@ -287,7 +287,7 @@ date NextDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<da
                           date(!from_list.iszero() && from_list < from_sequence ? from_list : from_sequence));
 }
 
-date PrevDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates) {
+date PrevDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates) {
     Routine here{"PrevDateSeq"};
     here.inputs(TheDate, AnnDateSeq, SpecificDates);
     here.change_note(1, "See Change in Behaviour 1, Jul-02 :RoundDown changed to true from false (if TheDate equal to "
@@ -296,18 +296,18 @@ date PrevDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<da
     return here.returning("DateResult", std::max(from_list, AnnDateSeq.prevdate(TheDate, true)));
 }
 
-date NextDateCombine(const date& TheDate, const AnnualSequence& AnnDateSeq1, Range<date>& SpecificDates1,
-                     const AnnualSequence& AnnDateSeq2, Range<date>& SpecificDates2, const AnnualSequence& AnnDateSeq3,
-                     Range<date>& SpecificDates3, const AnnualSequence& AnnDateSeq4, Range<date>& SpecificDates4) {
+date NextDateCombine(const date& TheDate, const AnnualSequence& AnnDateSeq1, View<date> SpecificDates1,
+                     const AnnualSequence& AnnDateSeq2, View<date> SpecificDates2, const AnnualSequence& AnnDateSeq3,
+                     View<date> SpecificDates3, const AnnualSequence& AnnDateSeq4, View<date> SpecificDates4) {
     Routine here{"NextDateCombine"};
     here.inputs(TheDate, AnnDateSeq1, SpecificDates1, AnnDateSeq2, SpecificDates2, AnnDateSeq3, SpecificDates3,
                 AnnDateSeq4, SpecificDates4);
-    const Source sources[] = {{AnnDateSeq1, SpecificDates1},
-                              {AnnDateSeq2, SpecificDates2},
-                              {AnnDateSeq3, SpecificDates3},
-                              {AnnDateSeq4, SpecificDates4}};
+    Source sources[] = {{AnnDateSeq1, SpecificDates1},
+                        {AnnDateSeq2, SpecificDates2},
+                        {AnnDateSeq3, SpecificDates3},
+                        {AnnDateSeq4, SpecificDates4}};
     tell_left_out(here, sources);
-    for (const Source& source : sources) source.list.heapsort(true);
+    for (Source& source : sources) source.sort();
     return here.returning("DateResult", next_of(sources, TheDate));
 }
 
@@ -336,27 +336,26 @@ date MostImminent(const date& TheDate, View<date> Dates, View<date> Dates2, View
 // --- Sequences as lists ---------------------------------------------------------------------------------------
 
 WorkList<date> DateSeq(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq,
-                       Range<date>& SpecificDates) {
+                       View<date> SpecificDates) {
     Routine here{"DateSeq"};
     here.inputs(FromDate, ToDate, AnnDateSeq, SpecificDates);
-    const Source sources[] = {{AnnDateSeq, SpecificDates, true}};
+    Source sources[] = {{AnnDateSeq, SpecificDates, true}};
     WorkList<date> found = dates_between(sources, FromDate, ToDate);
     here.returning();
     return found;
 }
 
 WorkList<date> DateSeqCombine(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq1,
-                              Range<date>& SpecificDates1, const AnnualSequence& AnnDateSeq2,
-                              Range<date>& SpecificDates2, const AnnualSequence& AnnDateSeq3,
-                              Range<date>& SpecificDates3, const AnnualSequence& AnnDateSeq4,
-                              Range<date>& SpecificDates4) {
+                              View<date> SpecificDates1, const AnnualSequence& AnnDateSeq2, View<date> SpecificDates2,
+                              const AnnualSequence& AnnDateSeq3, View<date> SpecificDates3,
+                              const AnnualSequence& AnnDateSeq4, View<date> SpecificDates4) {
     Routine here{"DateSeqCombine"};
     here.inputs(FromDate, ToDate, AnnDateSeq1, SpecificDates1, AnnDateSeq2, SpecificDates2, AnnDateSeq3, SpecificDates3,
                 AnnDateSeq4, SpecificDates4);
-    const Source sources[] = {{AnnDateSeq1, SpecificDates1},
-                              {AnnDateSeq2, SpecificDates2},
-                              {AnnDateSeq3, SpecificDates3},
-                              {AnnDateSeq4, SpecificDates4}};
+    Source sources[] = {{AnnDateSeq1, SpecificDates1},
+                        {AnnDateSeq2, SpecificDates2},
+                        {AnnDateSeq3, SpecificDates3},
+                        {AnnDateSeq4, SpecificDates4}};
     if (std::none_of(std::begin(sources), std::end(sources), [](const Source& each) { return each.given(); }))
         here.fail<errinput>("AnnDateSeq1", "At least one AnndateSeq or SpecificDates must be set");
     tell_left_out(here, sources);

@@ -64,15 +64,15 @@ WorkList<double> TimeBaseLengths(View<date> Timebase, double DayCount, const Ann
 // --- Next and previous ----------------------------------------------------------------------------------------
 
 /// The first date of a list after a date, and the last before it.
-date NextDateList(const date& TheDate, Range<date>& SpecificDates);
-date PrevDateList(const date& TheDate, Range<date>& SpecificDates);
+date NextDateList(const date& TheDate, View<date> SpecificDates);
+date PrevDateList(const date& TheDate, View<date> SpecificDates);
 /// The first date of a sequence or list after a date, and the last before it.
-date NextDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates);
-date PrevDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, Range<date>& SpecificDates);
+date NextDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates);
+date PrevDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates);
 /// The first date of up to four sequences and lists after a date. Those left out have no part in it.
-date NextDateCombine(const date& TheDate, const AnnualSequence& AnnDateSeq1, Range<date>& SpecificDates1,
-                     const AnnualSequence& AnnDateSeq2, Range<date>& SpecificDates2, const AnnualSequence& AnnDateSeq3,
-                     Range<date>& SpecificDates3, const AnnualSequence& AnnDateSeq4, Range<date>& SpecificDates4);
+date NextDateCombine(const date& TheDate, const AnnualSequence& AnnDateSeq1, View<date> SpecificDates1,
+                     const AnnualSequence& AnnDateSeq2, View<date> SpecificDates2, const AnnualSequence& AnnDateSeq3,
+                     View<date> SpecificDates3, const AnnualSequence& AnnDateSeq4, View<date> SpecificDates4);
 /// The latest date of up to four lists on or before a date; strictly before it with RoundDown. DefaultDate if there is
 /// none.
 date MostRecent(const date& TheDate, View<date> Dates, View<date> Dates2, View<date> Dates3, View<date> Dates4,
@@ -85,13 +85,12 @@ date MostImminent(const date& TheDate, View<date> Dates, View<date> Dates2, View
 
 /// The dates of a sequence and a list strictly between two dates, at most 999.
 WorkList<date> DateSeq(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq,
-                       Range<date>& SpecificDates);
+                       View<date> SpecificDates);
 /// The same of up to four sequences and lists. Throws errinput if none is given.
 WorkList<date> DateSeqCombine(const date& FromDate, const date& ToDate, const AnnualSequence& AnnDateSeq1,
-                              Range<date>& SpecificDates1, const AnnualSequence& AnnDateSeq2,
-                              Range<date>& SpecificDates2, const AnnualSequence& AnnDateSeq3,
-                              Range<date>& SpecificDates3, const AnnualSequence& AnnDateSeq4,
-                              Range<date>& SpecificDates4);
+                              View<date> SpecificDates1, const AnnualSequence& AnnDateSeq2, View<date> SpecificDates2,
+                              const AnnualSequence& AnnDateSeq3, View<date> SpecificDates3,
+                              const AnnualSequence& AnnDateSeq4, View<date> SpecificDates4);
 /// The figures of a sequence of NumPmtsPerYr payments a year (1, 2, 3, 4, 6, 12, or 13 for the English quarter days)
 /// from a first figure on; a negative one means arrears.
 WorkList<double> AnnSeq(double AnnSeqNum, int NumPmtsPerYr, bool EOMRule);

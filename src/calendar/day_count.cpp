@@ -1,8 +1,6 @@
 #include "calendar/day_count.h"
 
-#include "calendar/annual_sequence.h"
 #include "calendar/holidays.h"
-#include "calendar/time_period.h"
 #include "core/routine.h"
 
 #include <algorithm>
@@ -11,10 +9,6 @@
 namespace qx {
 
 namespace {
-
-constexpr int rounds = 100;                ///< at which an adjustment gives up
-constexpr double exact_match = 0.00138889; ///< months; half a day of a 30-day month is 0.0167
-constexpr double near_match = 0.05;
 
 const char* code_text(int code) {
     return SwitchTable(day_count_values).words(code, "Default: Actual Days/Actual Days In Month ('Decimal Year')");
@@ -156,119 +150,6 @@ double daycountmonths(const date& from, const date& to, int code) {
     default:
         return to.months() - from.months();
     }
-}
-
-double diffmonths(const date& date1, const date& date2, double DayCount, const AnnualSequence& Periods, bool AllowNeg,
-                  bool ComponentPart) {
-    if (date1 >= date2) {
-        if (date1 == date2 || !AllowNeg) return 0.0;
-        return -diffmonths(date2, date1, DayCount, Periods, false, ComponentPart);
-    }
-    if (DayCountCodes::single(DayCount)) return daycountmonths(date1, date2, whole(DayCount));
-    return timeperiod(date1, date2).lenmonths(date1, date2, DayCount, Periods, AllowNeg, ComponentPart);
-}
-
-date plusdays(const date& from, double days, double DayCount) {
-    if (from.iszero()) return from;
-    const double n = std::trunc(days);
-    date day = from.plusdays(whole(n));
-    AdjustToDayCountDays(day, n, from, DayCount);
-    return day;
-}
-
-date plusmonths(const date& from, double months, double DayCount, const AnnualSequence& Periods) {
-    if (from.iszero()) return from;
-    date day = from.plusmonths(months);
-    AdjustToDayCountMonths(day, months, from, DayCount, Periods);
-    return day;
-}
-
-void AdjustToDayCountDays(date& day, double days, const date& date1, double DayCount) {
-    Routine here{"AdjustToDayCountDays", Routine::internal};
-    double error = days - daycountdays(date1, day, DayCount);
-    if (iszero(error)) {
-        here.info("Zero error, returning, this date=", day);
-        return here.returning();
-    }
-    date trial = day;
-    for (int round = 1;; ++round) {
-        const TraceBlock pass = here.pass(round, "This date=", day, ", error=", error);
-        if (round == rounds) here.fail<errliboveriterated>("days", "No date has ", days, " days from ", date1);
-        trial.adddays(error > 1.0 || error < -1.0 ? whole(error) : error > 0.0 ? 1 : -1);
-        const double trial_error = days - daycountdays(date1, trial, DayCount);
-        if (iszero(trial_error)) {
-            day = trial;
-            here.info("This date assigned to new (error-free) date = ", day);
-            break;
-        }
-        if (std::fabs(error) <= std::fabs(trial_error)) {
-            here.info("Error increasing, go with what we have got =", day);
-            break;
-        }
-        day = trial;
-        error = trial_error;
-    }
-    here.returning();
-}
-
-void AdjustToDayCountMonths(date& day, double months, const date& date1, double DayCount,
-                            const AnnualSequence& Periods) {
-    Routine here{"AdjustToDayCountMonths", Routine::internal};
-    date previous = day;
-    double previous_error = 0.0;
-    for (int round = 1;; ++round) {
-        const TraceBlock pass = here.pass(round, "This date=", day);
-        if (round == rounds) here.fail<errliboveriterated>("months", "No date is ", months, " months from ", date1);
-        const double error = months - diffmonths(date1, day, DayCount, Periods);
-        const double size = std::fabs(error), previous_size = std::fabs(previous_error);
-        if (size <= exact_match) break;
-        if (round > 1) {
-            const bool opposite = error * previous_error < 0.0;
-            if (std::fabs(size - previous_size) <= exact_match && opposite && size <= near_match &&
-                previous_size <= near_match) {
-                here.info("The target lies between ", previous, " and ", day);
-                if (previous.day() == date1.day())
-                    day = previous;
-                else if (day.day() != date1.day())
-                    day = std::min(previous, day);
-                break;
-            }
-            if (!(size < previous_size)) {
-                day = previous;
-                break;
-            }
-        }
-        previous = day;
-        previous_error = error;
-        day.adddays(error > 0.0 ? 1 : -1);
-    }
-    here.returning();
-}
-
-date midpoint(const date& date1, const date& date2, double DayCount, const AnnualSequence& Periods) {
-    const date& earlier = std::min(date1, date2);
-    const date& later = std::max(date1, date2);
-    return plusmonths(earlier, diffmonths(earlier, later, DayCount, Periods) / 2.0, DayCount, Periods);
-}
-
-double ChooseRightDC(double DCCore, double DCStart, double DCFinish, const date& Start, const date& Finish,
-                     const timeperiod& ThisTimePeriod) {
-    Routine here{"ChooseRightDC", Routine::internal};
-    if (ThisTimePeriod.contains(Start)) {
-        here.info("The timeperiod contains the start date");
-        return here.returning(DCStart);
-    }
-    if (ThisTimePeriod.contains(Finish)) {
-        here.info("The timeperiod contains the finish date");
-        return here.returning(DCFinish);
-    }
-    here.info("The timeperiod contains neither the start date nor the finish date");
-    return here.returning(DCCore);
-}
-
-double ChooseRightDC(double DayCount, const date& Start, const date& Finish, const timeperiod& ThisTimePeriod) {
-    const DayCountCodes codes = DayCountCodes::of(DayCount);
-    return ChooseRightDC(codes.core, codes.with_start(), codes.with_end(), Start, Finish, ThisTimePeriod);
 }
 
 std::string daycount_text(double DayCount) {

@@ -1,5 +1,6 @@
 #include "calendar/seasons.h"
 
+#include "calendar/date_arithmetic.h"
 #include "core/routine.h"
 
 #include <algorithm>

@@ -11,11 +11,6 @@ namespace {
 
 constexpr double suspicious_months = 120000.0;
 
-const AnnualSequence& general_default() {
-    static const AnnualSequence quarters(4);
-    return quarters;
-}
-
 } // namespace
 
 // --- Setting --------------------------------------------------------------------------------------------------
@@ -93,13 +88,6 @@ void timeperiod::setfromtimebase(View<date> timebase, int i) {
         to_ = timebase.get(i + 1);
     else
         to_ = from_.plusyears(n > 1 ? from_.year() - timebase.get(n - 1).decimal_year() : 1.0, false);
-}
-
-void timeperiod::setfromtimebase_by_months(View<date> timebase, int i) {
-    setfromtimebase(timebase, i);
-    if (i != timebase.size() || i < 2) return;
-    const double months = diffmonths(timebase.get(i - 1), from_, default_daycount, general_default(), false);
-    to_ = plusmonths(from_, months, default_daycount, general_default());
 }
 
 void timeperiod::intersect(const date& a, const date& b) {

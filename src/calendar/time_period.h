@@ -47,8 +47,6 @@ class timeperiod {
     /// Period i (from 1) of dates that lie end to end. The last one is as many years long as the year of its start is
     /// after the decimal year of the date before; a single one is a year long. Throws outofrange past the end.
     void setfromtimebase(View<date> timebase, int i);
-    /// The same with the last period as many months long as the one before it, by decimal months.
-    void setfromtimebase_by_months(View<date> timebase, int i);
 
     const date& from() const { return from_; }
     const date& to() const { return to_; }

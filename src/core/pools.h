@@ -145,6 +145,16 @@ std::string describe(const WorkList<T>& list) {
     return describe(View<T>(list));
 }
 
+/// A copy of a list in ascending order.
+template <class T>
+WorkList<T> sorted(View<T> list) {
+    WorkList<T> copy;
+    *copy = list;
+    copy->setname(list.name());
+    copy->heapsort(true);
+    return copy;
+}
+
 /// Gives a type working lists, in a header; QX_WORK_LIST_STORAGE in one source file.
 #define QX_WORK_LISTS(type_, count_)                                                                                   \
     template <>                                                                                                        \

@@ -179,15 +179,7 @@ class Range {
         dimension(n_ - zeros);
     }
     /// Drops the cells after the last one with content.
-    void trailingblanksize() {
-        if (lastnonblank_ >= n_) return;
-        if (traced()) {
-            trace().if_clause(text_of("Last non blank position ", lastnonblank_, " is less than the array length (", n_,
-                                      "), reducing length accordingly"));
-            trace().changelevel(-1);
-        }
-        n_ = lastnonblank_;
-    }
+    void trailingblanksize() { n_ = view().upto_last_nonblank().size(); }
     /// Shortens two ranges to one length by the blanks of each.
     template <class U, int M>
     void trailingblanksize1(Range<U, M>& other) {

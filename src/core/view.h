@@ -83,6 +83,17 @@ class View {
     /// The items from number i on.
     View from(int i) const { return i > n_ ? View{nullptr, 0, name_} : View{items_ + (i - 1), n_ - (i - 1), name_}; }
 
+    /// The items up to the last cell with content.
+    View upto_last_nonblank() const {
+        if (lastnonblank_ >= n_) return *this;
+        if (traced()) {
+            trace().if_clause(text_of("Last non blank position ", lastnonblank_, " is less than the array length (", n_,
+                                      "), reducing length accordingly"));
+            trace().changelevel(-1);
+        }
+        return {items_, lastnonblank_, name_, columns_};
+    }
+
     /// True if there are fewer than two items or all are alike within the tolerance.
     bool allequal() const {
         for (int i = 1; i < n_; ++i)

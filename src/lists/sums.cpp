@@ -207,12 +207,12 @@ double DoBetweenX(double FromValue, double ToValue, View<double> InputRange, Vie
         tally_between(here, FromValue, ToValue, InputRange, OutputRange, InclusiveOpt).result(RangeOperation));
 }
 
-double Intersection(Range<double>& InputRange, Range<double>& OutputRange, Range<double>& OutputRange2, int WhichOne,
+double Intersection(View<double> InputRange, View<double> OutputRange, View<double> OutputRange2, int WhichOne,
                     double OnErrorN) {
     Routine here{"Intersection"};
     here.inputs(InputRange, OutputRange, OutputRange2, WhichOne, OnErrorN);
     here.at_least(WhichOne, 1, "WhichOne");
-    for (Range<double>* const list : {&InputRange, &OutputRange, &OutputRange2}) list->trailingblanksize();
+    for (View<double>* const list : {&InputRange, &OutputRange, &OutputRange2}) *list = list->upto_last_nonblank();
     InputRange.checksamesize(OutputRange);
     InputRange.checksamesize(OutputRange2);
     if (InputRange.thisdirection() == mixed)

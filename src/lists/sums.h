@@ -54,7 +54,7 @@ double DoBetweenX(double FromValue, double ToValue, View<double> InputRange, Vie
 /// for the first, second ... time along the list. A stretch on which both agree is one meeting, at its start. Throws
 /// inputrangelength2, errlibmin for WhichOne below 1, errlibbadlistprogression for an axis that turns back, and
 /// errliblookupfailed if there is no such meeting, unless OnErrorN gives an answer for it.
-double Intersection(Range<double>& InputRange, Range<double>& OutputRange, Range<double>& OutputRange2, int WhichOne,
+double Intersection(View<double> InputRange, View<double> OutputRange, View<double> OutputRange2, int WhichOne,
                     double OnErrorN);
 
 } // namespace qx

@@ -1,5 +1,6 @@
 #include "numerics/date_plus_periods.h"
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/date_functions.h"
 #include "core/routine.h"
 #include "numerics/solver.h"

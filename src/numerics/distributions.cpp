@@ -180,7 +180,7 @@ double CumProb(double Deviate, double DistMin, double DistMid, double DistMax, i
     }
 }
 
-double DistCumulative(Range<double>& CumProbs, Range<double>& Values, int CumSwitch, double RandOpt) {
+double DistCumulative(View<double> CumProbs, View<double> Values, int CumSwitch, double RandOpt) {
     Routine here{"DistCumulative"};
     here.inputs(CumProbs, Values, CumSwitch, RandOpt);
     here.limit(CumSwitch, 0, 10, "CumSwitch");
@@ -192,13 +192,13 @@ double DistCumulative(Range<double>& CumProbs, Range<double>& Values, int CumSwi
                                   0.0, no_fallback));
 }
 
-double PartialDependency(Range<double>& AxisRangeX, double InputValueX, Range<double>& InputValuesMin,
-                         Range<double>& InputValuesMid, Range<double>& InputValuesMax, int DistType, double RandOpt) {
+double PartialDependency(View<double> AxisRangeX, double InputValueX, View<double> InputValuesMin,
+                         View<double> InputValuesMid, View<double> InputValuesMax, int DistType, double RandOpt) {
     Routine here{"PartialDependency"};
     here.inputs(AxisRangeX, InputValueX, InputValuesMin, InputValuesMid, InputValuesMax, DistType, RandOpt);
     check_type(here, DistType);
     check_probability(here, RandOpt);
-    const auto at_x = [&](Range<double>& values) {
+    const auto at_x = [&](View<double> values) {
         return Interpolate(AxisRangeX, values, InputValueX, by_line, no_XMin, no_XMax, 0.0, 0.0);
     };
     const double DistMin = at_x(InputValuesMin);
@@ -255,7 +255,7 @@ std::string DescribeDistType(int DistType) {
         SwitchTable(distribution_values).words(DistType, "Don't recognise the distribution type supplied.")));
 }
 
-WorkList<double> Shuffle(Range<double>& Values) {
+WorkList<double> Shuffle(View<double> Values) {
     Routine here{"Shuffle"};
     here.inputs(Values);
     WorkList<double> shuffled;

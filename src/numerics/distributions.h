@@ -52,11 +52,11 @@ double Distribution(double DistMin, double DistMid, double DistMax, int DistType
 double CumProb(double Deviate, double DistMin, double DistMid, double DistMax, int DistType, double ClipTailLevel);
 /// A deviate from a table of cumulative probabilities. CumSwitch 0 takes the line between the table's points, 1 the
 /// point below, 2 the point above; any other throws inputerror.
-double DistCumulative(Range<double>& CumProbs, Range<double>& Values, int CumSwitch, double RandOpt);
+double DistCumulative(View<double> CumProbs, View<double> Values, int CumSwitch, double RandOpt);
 /// A deviate of a distribution whose points depend on another variable: each is read at InputValueX on the line
 /// through its values along AxisRangeX.
-double PartialDependency(Range<double>& AxisRangeX, double InputValueX, Range<double>& InputValuesMin,
-                         Range<double>& InputValuesMid, Range<double>& InputValuesMax, int DistType, double RandOpt);
+double PartialDependency(View<double> AxisRangeX, double InputValueX, View<double> InputValuesMin,
+                         View<double> InputValuesMid, View<double> InputValuesMax, int DistType, double RandOpt);
 
 double DistUniform(double DistMin, double DistMax, double RandOpt);
 double DistTriangular(double DistMin, double DistMid, double DistMax, double RandOpt);
@@ -69,7 +69,7 @@ double DistLogNormal(double StanDev, double Mean, double RandOpt);
 
 std::string DescribeDistType(int DistType);
 /// The values as they are.
-WorkList<double> Shuffle(Range<double>& Values);
+WorkList<double> Shuffle(View<double> Values);
 
 // In reserve: no worksheet function reaches these.
 

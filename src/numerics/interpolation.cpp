@@ -59,9 +59,9 @@ class Table {
 
 /// The table of two lists as they come from cells.
 template <class X>
-Table<X> table_of(const Routine& here, Range<X>& places, Range<double>& values) {
-    places.trailingblanksize();
-    values.trailingblanksize();
+Table<X> table_of(const Routine& here, View<X> places, View<double> values) {
+    places = places.upto_last_nonblank();
+    values = values.upto_last_nonblank();
     places.checksamesize(values);
     return {here, places, values};
 }
@@ -126,7 +126,7 @@ double on_curve(const Routine& here, const Table<X>& table, double place, const 
 }
 
 template <class X>
-double interp(const Routine& here, Range<X>& places, Range<double>& values, const X& at, double OnErrorN) {
+double interp(const Routine& here, View<X> places, View<double> values, const X& at, double OnErrorN) {
     const Table<X> table = table_of(here, places, values);
     const double place = place_of(at);
     if (place < table.x(1) - tolerance || place > table.x(table.size()) + tolerance) {
@@ -140,7 +140,7 @@ double interp(const Routine& here, Range<X>& places, Range<double>& values, cons
 }
 
 template <class X>
-double collared(const Routine& here, Range<X>& places, Range<double>& values, const X& at) {
+double collared(const Routine& here, View<X> places, View<double> values, const X& at) {
     const Table<X> table = table_of(here, places, values);
     const double low = table.x(1), high = table.x(table.size());
     const double place = place_of(at);
@@ -148,8 +148,8 @@ double collared(const Routine& here, Range<X>& places, Range<double>& values, co
 }
 
 template <class X>
-double interpolated(Routine& here, Range<X>& places, Range<double>& values, double place, int InterpType,
-                    double Tension, double Bias) {
+double interpolated(Routine& here, View<X> places, View<double> values, double place, int InterpType, double Tension,
+                    double Bias) {
     const Table<X> table = table_of(here, places, values);
     return on_curve(here, table, place, {InterpType, Tension, Bias});
 }
@@ -179,44 +179,44 @@ double interpolate_exponential(double y1, double y2, double mu) {
     return y1 * std::pow(y2 / y1, mu);
 }
 
-double Interp(Range<double>& InputRange, Range<double>& OutputRange, double InputValue, double OnErrorN) {
+double Interp(View<double> InputRange, View<double> OutputRange, double InputValue, double OnErrorN) {
     Routine here{"Interp"};
     here.inputs(InputRange, OutputRange, InputValue, OnErrorN);
     return here.returning(interp(here, InputRange, OutputRange, InputValue, OnErrorN));
 }
 
-double InterpCollar(Range<double>& InputRange, Range<double>& OutputRange, double InputValue) {
+double InterpCollar(View<double> InputRange, View<double> OutputRange, double InputValue) {
     Routine here{"InterpCollar"};
     here.inputs(InputRange, OutputRange, InputValue);
     return here.returning(collared(here, InputRange, OutputRange, InputValue));
 }
 
-double InterpExtrap(Range<double>& InputRange, Range<double>& OutputRange, double InputValue) {
+double InterpExtrap(View<double> InputRange, View<double> OutputRange, double InputValue) {
     Routine here{"InterpExtrap"};
     here.inputs(InputRange, OutputRange, InputValue);
     return here.returning(interpolated(here, InputRange, OutputRange, InputValue, by_line, 0.0, 0.0));
 }
 
-double InterpDate(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate, double OnErrorN) {
+double InterpDate(View<date> InputDateRange, View<double> OutputRange, const date& TheDate, double OnErrorN) {
     Routine here{"InterpDate"};
     here.inputs(InputDateRange, OutputRange, TheDate, OnErrorN);
     return here.returning(interp(here, InputDateRange, OutputRange, TheDate, OnErrorN));
 }
 
-double InterpDateCollar(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate) {
+double InterpDateCollar(View<date> InputDateRange, View<double> OutputRange, const date& TheDate) {
     Routine here{"InterpDateCollar"};
     here.inputs(InputDateRange, OutputRange, TheDate);
     return here.returning(collared(here, InputDateRange, OutputRange, TheDate));
 }
 
-double InterpDateExtrap(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate) {
+double InterpDateExtrap(View<date> InputDateRange, View<double> OutputRange, const date& TheDate) {
     Routine here{"InterpDateExtrap"};
     here.inputs(InputDateRange, OutputRange, TheDate);
     return here.returning(interpolated(here, InputDateRange, OutputRange, TheDate.dtn(), by_line, 0.0, 0.0));
 }
 
-double Interpolate(Range<double>& InputRange, Range<double>& OutputRange, double InputValue, int InterpType,
-                   double XMin, double XMax, double Tension, double Bias) {
+double Interpolate(View<double> InputRange, View<double> OutputRange, double InputValue, int InterpType, double XMin,
+                   double XMax, double Tension, double Bias) {
     Routine here{"Interpolate"};
     here.inputs(InputRange, OutputRange, InputValue, InterpType, XMin, XMax, Tension, Bias);
     check_curve(here, InterpType, Tension, Bias);
@@ -231,7 +231,7 @@ double interpolate(View<double> places, View<double> values, double place, int I
     return here.returning(on_curve(here, Table<double>(here, places, values), place, {InterpType, Tension, Bias}));
 }
 
-double InterpolateDate(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate, int InterpType,
+double InterpolateDate(View<date> InputDateRange, View<double> OutputRange, const date& TheDate, int InterpType,
                        const date& DateMin, const date& DateMax, double Tension, double Bias) {
     Routine here{"InterpolateDate"};
     here.inputs(InputDateRange, OutputRange, TheDate, InterpType, DateMin, DateMax, Tension, Bias);

@@ -50,15 +50,15 @@ void check_curve(Routine& here, int InterpType, double Tension, double Bias);
 
 /// The value on the line between the points that neighbour InputValue. Outside the table OnErrorN is the answer; with
 /// no_fallback it throws errliblookupfailed.
-double Interp(Range<double>& InputRange, Range<double>& OutputRange, double InputValue, double OnErrorN);
+double Interp(View<double> InputRange, View<double> OutputRange, double InputValue, double OnErrorN);
 /// The same; outside the table the value of the nearer end.
-double InterpCollar(Range<double>& InputRange, Range<double>& OutputRange, double InputValue);
+double InterpCollar(View<double> InputRange, View<double> OutputRange, double InputValue);
 /// The same; outside the table the line of the end's two points goes on.
-double InterpExtrap(Range<double>& InputRange, Range<double>& OutputRange, double InputValue);
+double InterpExtrap(View<double> InputRange, View<double> OutputRange, double InputValue);
 
-double InterpDate(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate, double OnErrorN);
-double InterpDateCollar(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate);
-double InterpDateExtrap(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate);
+double InterpDate(View<date> InputDateRange, View<double> OutputRange, const date& TheDate, double OnErrorN);
+double InterpDateCollar(View<date> InputDateRange, View<double> OutputRange, const date& TheDate);
+double InterpDateExtrap(View<date> InputDateRange, View<double> OutputRange, const date& TheDate);
 
 /// The value at InputValue, first held between XMin and XMax, on the curve of an InterpolationType. Outside the table
 /// step and cosine keep the end's value; line, cubic and exponential go on as they end.
@@ -66,12 +66,12 @@ double InterpDateExtrap(Range<date>& InputDateRange, Range<double>& OutputRange,
 /// The cubic's slope at a point is the mean of the lines' slopes on either side, after Kochanek and Bartels: Tension
 /// from -1 (loose) to 1 (level at each point) and Bias from -1 (the slope after the point) to 1 (the one before) weigh
 /// them. Throws errlibmin, errlibmax for these three, errlibnonsenseinputs for XMin above XMax.
-double Interpolate(Range<double>& InputRange, Range<double>& OutputRange, double InputValue, int InterpType,
-                   double XMin, double XMax, double Tension, double Bias);
+double Interpolate(View<double> InputRange, View<double> OutputRange, double InputValue, int InterpType, double XMin,
+                   double XMax, double Tension, double Bias);
 /// The same without limits, in a table of two lists of equal length, for switches that were checked.
 double interpolate(View<double> places, View<double> values, double place, int InterpType, double Tension, double Bias);
 /// The same over dates; a limit that is the zero date is none.
-double InterpolateDate(Range<date>& InputDateRange, Range<double>& OutputRange, const date& TheDate, int InterpType,
+double InterpolateDate(View<date> InputDateRange, View<double> OutputRange, const date& TheDate, int InterpType,
                        const date& DateMin, const date& DateMax, double Tension, double Bias);
 
 } // namespace qx

@@ -1,5 +1,6 @@
 #include "projections/constant_rate.h"
 
+#include "calendar/date_arithmetic.h"
 #include "projections/periodic.h"
 
 #include "calendar/seasons.h"

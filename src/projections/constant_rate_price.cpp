@@ -1,3 +1,4 @@
+#include "calendar/date_arithmetic.h"
 #include "calendar/reviews.h"
 #include "projections/constant_rate.h"
 #include "projections/forecast.h"

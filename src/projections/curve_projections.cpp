@@ -1,4 +1,7 @@
 #include "projections/curve_projections.h"
+
+#include "calendar/date_arithmetic.h"
+#include "calendar/dated_amounts.h"
 #include "core/routine.h"
 #include "numerics/interpolation.h"
 #include "numerics/polynomials.h"
@@ -55,19 +58,21 @@ void check_projection(Routine& here, double DayCount, double ProjMode) {
 
 } // namespace
 
-double InterpedLevel(const date& TheDate, const date& Finish, Range<date>& FromDates, Range<double>& Levels,
-                     int InterpType, double Tension, double Bias) {
+double InterpedLevel(const date& TheDate, const date& Finish, View<date> FromDates, View<double> Levels, int InterpType,
+                     double Tension, double Bias) {
     Routine here{"InterpedLevel"};
     here.inputs(TheDate, Finish, FromDates, Levels, InterpType, Tension, Bias);
     check_curve(here, InterpType, Tension, Bias);
-    if (FromDates.datesize(Levels) == 0) here.fail<errlibinsuffrange>("FromDates");
-    FromDates.checkascending();
-    if (TheDate < FromDates.first() || TheDate >= Finish) {
+    const DatedAmounts curve(FromDates, Levels);
+    const View<date> dates = curve.Dates();
+    if (dates.empty()) here.fail<errlibinsuffrange>("FromDates");
+    dates.checkascending();
+    if (TheDate < dates.first() || TheDate >= Finish) {
         here.info("The date is before the first level or not before Finish, returning 0");
         return here.returning(0.0);
     }
     return here.returning(
-        InterpolateDate(FromDates, Levels, TheDate, InterpType, date(), FromDates.last(), Tension, Bias));
+        InterpolateDate(dates, curve.Amounts(), TheDate, InterpType, date(), dates.last(), Tension, Bias));
 }
 
 double FittedLevel(const date& TheDate, const date& Start, const date& Finish, View<date> LevelDates,

@@ -11,8 +11,8 @@ namespace qx {
 
 /// The level at a date on a curve through dated levels: zero before the first date and from Finish, the last level from
 /// the last date. InterpType, Tension and Bias are those of Interpolate. Throws notascending for dates out of order.
-double InterpedLevel(const date& TheDate, const date& Finish, Range<date>& FromDates, Range<double>& Levels,
-                     int InterpType, double Tension, double Bias);
+double InterpedLevel(const date& TheDate, const date& Finish, View<date> FromDates, View<double> Levels, int InterpType,
+                     double Tension, double Bias);
 
 /// The level at a date, from Start up to but not counting Finish, on the polynomial of a degree (0 to 10) that fits
 /// dated levels best over the years. Points without a date or a level do not count. Throws as FittedPolynomial.

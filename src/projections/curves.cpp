@@ -1,5 +1,6 @@
 #include "projections/curves.h"
 
+#include "calendar/date_arithmetic.h"
 #include "numerics/interpolation.h"
 #include "projections/constant_rate.h"
 #include "projections/growth.h"

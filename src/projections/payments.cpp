@@ -1,5 +1,6 @@
 #include "projections/payments.h"
 
+#include "calendar/date_arithmetic.h"
 #include "core/routine.h"
 #include "numerics/range_operation.h"
 #include "projections/constant_rate.h"

@@ -1,6 +1,7 @@
 // What recurs every so many months: streams, spreads and payments.
 #pragma once
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/time_period.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"

@@ -1,5 +1,6 @@
 #include "projections/simple_rates.h"
 
+#include "calendar/dated_amounts.h"
 #include "numerics/solver.h"
 #include "projections/simple_growth.h"
 #include "rates/compounding.h"
@@ -244,21 +245,21 @@ double APRToSimpleX(double InterestAPR, const date& FromDate, const date& ToDate
 
 // --- Present values ---------------------------------------------------------------------------------------------
 
-double PVTSFX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, Range<date>& Dates,
-              Range<double>& Cashflows, double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF,
+double PVTSFX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, View<date> Dates,
+              View<double> Cashflows, double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF,
               const date& FinishDCF) {
     Routine here{"PVTSFX"};
     here.inputs(NPVDate, FromDatesInt, IntSimple, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF);
     check_rates(here, IntSimple);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     check_arrears(here, PrdsDisc, "PrdsDisc", "PrdsDisc MUST be in arrears for this function");
-    Dates.datesize(Cashflows);
+    const DatedAmounts flows(Dates, Cashflows);
     const DatedRates rates{FromDatesInt, IntSimple, DayCountDisc, PrdsDisc};
     SharedFactors factor(NPVDate, rates);
     double sum = 0.0;
-    for (int i = 1; i <= Dates.size(); ++i) {
-        const date& day = Dates.get(i);
-        const double flow = Cashflows.get(i);
+    for (int i = 1; i <= flows.size(); ++i) {
+        const date& day = flows.Dates()(i);
+        const double flow = flows.Amounts()(i);
         if (!FinishDCF.iszero() && day >= FinishDCF) break;
         if ((!StartDCF.iszero() && day <= StartDCF) || iszero(flow)) continue;
         const TraceBlock pass = here.pass(i, flow, " on ", day);

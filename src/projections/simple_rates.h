@@ -49,8 +49,8 @@ double APRToSimpleX(double InterestAPR, const date& FromDate, const date& ToDate
                     const AnnualSequence& PrdsDisc);
 
 /// The present value of dated flows at dated simple rates; StartDCF and FinishDCF as in PVT.
-double PVTSFX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, Range<date>& Dates,
-              Range<double>& Cashflows, double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF,
+double PVTSFX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, View<date> Dates,
+              View<double> Cashflows, double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF,
               const date& FinishDCF);
 /// The present value of one payment.
 double PVOneX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimple, const date& TheDate, double Payment,

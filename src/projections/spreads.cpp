@@ -1,5 +1,6 @@
 #include "projections/spreads.h"
 
+#include "calendar/date_arithmetic.h"
 #include "numerics/distributions.h"
 #include "projections/constant_rate.h"
 #include "projections/growth.h"

@@ -26,11 +26,8 @@ WorkList<date> even_dates(const date& EvenTimeStart, double EvenTimeInterval, in
     return dates;
 }
 
-FlowSchedule& scheduled(const date& origin, double DayCount, View<date> dates, View<double> flows) {
-    FlowSchedule& schedule = work_schedule();
-    schedule.clear();
-    add_flows(schedule, {origin, DayCount, default_periods(), no_date, no_date}, dates, flows);
-    return schedule;
+WorkSchedule scheduled(const date& origin, double DayCount, View<date> dates, View<double> flows) {
+    return scheduled({origin, DayCount, default_periods(), no_date, no_date}, dates, flows);
 }
 
 // --- Internal rates of return -----------------------------------------------------------------------------------
@@ -38,12 +35,11 @@ FlowSchedule& scheduled(const date& origin, double DayCount, View<date> dates, V
 /// Flows some years apart, the first at time 0.
 class EvenSolve : public CashFlowSolve {
   public:
-    EvenSolve(View<double> flows, double years_apart)
-        : CashFlowSolve(work_schedule()), flows_(flows), years_apart_(years_apart) {}
+    EvenSolve(View<double> flows, double years_apart) : flows_(flows), years_apart_(years_apart) {}
     void setup() override {
-        schedule_.clear();
+        schedule_->clear();
         for (int i = 1; i <= flows_.size(); ++i)
-            if (!iszero(flows_.get(i))) schedule_.add(flows_.get(i), (i - 1) * years_apart_);
+            if (!iszero(flows_.get(i))) schedule_->add(flows_.get(i), (i - 1) * years_apart_);
     }
 
   private:
@@ -68,7 +64,7 @@ class clsDCFDispersedAnnualSolve final : public EvenSolve {
 
   private:
     double net_present_value(double rate) const override {
-        return spread_correction(rate, frequency_) * schedule_.present_value(rate);
+        return spread_correction(rate, frequency_) * schedule_->present_value(rate);
     }
     double frequency_;
 };
@@ -188,8 +184,8 @@ double DurationM(const date& NPVDate, double DisAER, View<double> AnnualCashFlow
     check_discount_rate(here, DisAER);
     const double p = check_frequency(here, PmtsPerYear);
     const WorkList<date> dates = annual_dates(here, StartAnnDate, AnnualCashFlows.size());
-    const FlowSchedule& schedule = scheduled(NPVDate, default_daycount, dates, AnnualCashFlows);
-    if (schedule.size() == 0) return here.returning(0.0);
+    const WorkSchedule schedule = scheduled(NPVDate, default_daycount, dates, AnnualCashFlows);
+    if (schedule->size() == 0) return here.returning(0.0);
     // The payments of a flow lie in the year up to its date.
     return here.returning("Duration", average_discounted_time(schedule, DisAER) + spread_time(DisAER, p) - 1.0);
 }
@@ -199,8 +195,8 @@ double AvLifeM(const date& Start, View<double> AnnualCashFlows, const date& Star
     here.inputs(Start, AnnualCashFlows, StartAnnDate, PmtsPerYear);
     const double p = check_frequency(here, PmtsPerYear);
     const WorkList<date> dates = annual_dates(here, StartAnnDate, AnnualCashFlows.size());
-    const FlowSchedule& schedule = scheduled(Start, default_daycount, dates, AnnualCashFlows);
-    if (schedule.size() == 0) return here.returning(0.0);
+    const WorkSchedule schedule = scheduled(Start, default_daycount, dates, AnnualCashFlows);
+    if (schedule->size() == 0) return here.returning(0.0);
     return here.returning("AverageLife", average_time(schedule) + spread_time(0.0, p) - 1.0);
 }
 

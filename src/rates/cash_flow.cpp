@@ -1,5 +1,6 @@
 #include "rates/cash_flow.h"
 
+#include "calendar/dated_amounts.h"
 #include "rates/compounding.h"
 #include "rates/discounting.h"
 
@@ -9,52 +10,41 @@ namespace qx {
 
 namespace {
 
-/// Ties dates and flows together, as one block of the trace.
-void screen(Range<date>& Dates, Range<double>& Cashflows) {
+/// Dates and flows tied together, as one block of the trace.
+DatedAmounts screened(View<date> Dates, View<double> Cashflows) {
     if (traced()) trace().range_screening();
-    Dates.datesize(Cashflows);
-    if (traced()) trace().changelevel(-1);
+    const TraceBlock block(traced());
+    return {Dates, Cashflows};
 }
 
 /// Up to four lists that make up one cash flow.
 struct FlowLists {
-    static constexpr int most = 4;
-    struct List {
-        Range<date>& Dates;
-        Range<double>& Cashflows;
-    } lists[most];
+    DatedAmounts lists[4];
 
-    FlowLists& screened() {
-        for (List& list : lists)
-            if (list.Dates.size() > 0 || list.Cashflows.size() > 0) screen(list.Dates, list.Cashflows);
-        return *this;
-    }
+    explicit FlowLists(View<date> Dates, View<double> Cashflows, View<date> Dates2 = {}, View<double> Cashflows2 = {},
+                       View<date> Dates3 = {}, View<double> Cashflows3 = {}, View<date> Dates4 = {},
+                       View<double> Cashflows4 = {})
+        : lists{given(Dates, Cashflows), given(Dates2, Cashflows2), given(Dates3, Cashflows3),
+                given(Dates4, Cashflows4)} {}
+
     /// The first date of the first list that has one, or the zero date.
     const date& first_date() const {
-        for (const List& list : lists)
-            if (list.Dates.size() > 0) return list.Dates.get(1);
+        for (const DatedAmounts& list : lists)
+            if (list.size() > 0) return *list.Dates().begin();
         return no_date;
     }
     bool empty() const {
-        return std::all_of(std::begin(lists), std::end(lists), [](const List& list) { return list.Dates.size() == 0; });
+        return std::all_of(std::begin(lists), std::end(lists), [](const auto& list) { return list.size() == 0; });
     }
     void add_to(FlowSchedule& schedule, const DiscountRules& rules) const {
-        for (const List& list : lists) add_flows(schedule, rules, list.Dates, list.Cashflows);
+        for (const DatedAmounts& list : lists) add_flows(schedule, rules, list.Dates(), list.Amounts());
+    }
+
+  private:
+    static DatedAmounts given(View<date> Dates, View<double> Cashflows) {
+        return Dates.empty() && Cashflows.empty() ? DatedAmounts() : screened(Dates, Cashflows);
     }
 };
-
-/// Lists that are not there.
-Range<date>& no_dates() {
-    static Range<date> none;
-    return none;
-}
-Range<double>& no_flows() {
-    static Range<double> none;
-    return none;
-}
-FlowLists one_list(Range<date>& Dates, Range<double>& Cashflows) {
-    return {{{Dates, Cashflows}, {no_dates(), no_flows()}, {no_dates(), no_flows()}, {no_dates(), no_flows()}}};
-}
 
 // --- Capital return ---------------------------------------------------------------------------------------------
 
@@ -65,23 +55,22 @@ class CapitalReturn {
     CapitalReturn(const Routine& here, const FlowLists& flows, const DiscountRules& rules, double CapRateAER,
                   double CapOption)
         : rate_(CapRateAER), exists_(!rules.FinishDCF.iszero()) {
-        schedule().clear();
         if (!exists_) return;
         if (iszero(CapRateAER)) here.info("CapRateAER is zero and therefore assumed to be the same as the IRR");
         years_ = years_between(rules.NPVDate, rules.FinishDCF, rules.DayCount, rules.Periods);
         // Flows on the finish date belong to the capital value, those on the start date to nothing.
         const date day_before = rules.FinishDCF.plusdays(-1);
-        flows.add_to(schedule(), {rules.FinishDCF, rules.DayCount, rules.Periods, std::max(day_before, rules.StartDCF),
+        flows.add_to(*schedule_, {rules.FinishDCF, rules.DayCount, rules.Periods, std::max(day_before, rules.StartDCF),
                                   no_date, rules.options});
         if (CapOption > 0.0) cap_ = CapOption * income_of_last_year(here, flows, rules.FinishDCF);
         capped_ = CapOption > 0.0;
     }
 
-    bool empty() const { return !exists_ || schedule().size() == 0; }
+    bool empty() const { return !exists_ || schedule_->size() == 0; }
     /// What it is worth at NPVDate.
     double present_value(double rate) const {
         if (!exists_) return 0.0;
-        double value = schedule().present_value(iszero(rate_) ? rate : rate_);
+        double value = schedule_->present_value(iszero(rate_) ? rate : rate_);
         if (traced()) trace().info(text_of("Capital value=", value));
         if (capped_ && value > cap_) {
             value = cap_;
@@ -91,20 +80,17 @@ class CapitalReturn {
     }
 
   private:
-    static FlowSchedule& schedule() {
-        static FlowSchedule capital;
-        return capital;
-    }
     static double income_of_last_year(const Routine& here, const FlowLists& flows, const date& finish) {
         const date start = finish.plusmonths(-12, true);
         double income = 0.0;
         for (const auto& list : flows.lists)
-            for (int i = 1; i <= list.Dates.size(); ++i)
-                if (list.Dates.get(i) >= start && list.Dates.get(i) < finish) income += list.Cashflows.get(i);
+            for (int i = 1; i <= list.size(); ++i)
+                if (list.Dates()(i) >= start && list.Dates()(i) < finish) income += list.Amounts()(i);
         here.info("Cashflows of the twelve months before FinishDCF=", income);
         return std::max(income, 0.0);
     }
 
+    WorkSchedule schedule_;
     double rate_;
     bool exists_;
     bool capped_ = false;
@@ -116,11 +102,10 @@ class CapitalReturn {
 
 class clsSpecificDCFSolve : public CashFlowSolve {
   public:
-    clsSpecificDCFSolve(const FlowLists& flows, const DiscountRules& rules)
-        : CashFlowSolve(work_schedule()), flows_(flows), rules_(rules) {}
+    clsSpecificDCFSolve(const FlowLists& flows, const DiscountRules& rules) : flows_(flows), rules_(rules) {}
     void setup() override {
-        schedule_.clear();
-        flows_.add_to(schedule_, rules_);
+        schedule_->clear();
+        flows_.add_to(*schedule_, rules_);
     }
 
   protected:
@@ -135,11 +120,11 @@ class clsSpecificDCFSolveCX : public clsSpecificDCFSolve {
   public:
     clsSpecificDCFSolveCX(const FlowLists& flows, const DiscountRules& rules, const CapitalReturn& capital)
         : clsSpecificDCFSolve(flows, rules), capital_(capital) {}
-    bool empty() const override { return schedule_.size() == 0 && capital_.empty(); }
+    bool empty() const override { return schedule_->size() == 0 && capital_.empty(); }
 
   protected:
     double net_present_value(double rate) const override {
-        return schedule_.present_value(rate) + capital_.present_value(rate);
+        return schedule_->present_value(rate) + capital_.present_value(rate);
     }
 
   private:
@@ -163,7 +148,7 @@ class clsSpecificDCFSolveIC final : public clsSpecificDCFSolveCX {
         : clsSpecificDCFSolveCX(flows, rules, capital), outlay_(outlay) {}
     void setup() override {
         clsSpecificDCFSolve::setup();
-        outlay_.add_to(schedule_, rules_);
+        outlay_.add_to(*schedule_, rules_);
     }
 
   private:
@@ -176,7 +161,7 @@ class clsSpecificDCFSolveR final : public clsSpecificDCFSolve {
         : clsSpecificDCFSolve(flows, rules), realisation_(realisation) {}
     void setup() override {
         clsSpecificDCFSolve::setup();
-        realisation_.add_to(schedule_, rules_);
+        realisation_.add_to(*schedule_, rules_);
     }
 
   private:
@@ -225,41 +210,40 @@ double pvt(double rate, const date& NPVDate, View<date> Dates, View<double> Cash
            const AnnualSequence& Periods, const date& StartDCF, const date& FinishDCF, int options) {
     Routine here{"pvt", Routine::internal};
     here.arguments(QX_NAMED(rate, NPVDate, StartDCF, FinishDCF));
-    FlowSchedule& schedule = work_schedule();
-    schedule.clear();
-    add_flows(schedule, {NPVDate, DayCount, Periods, StartDCF, FinishDCF, options}, Dates, Cashflows);
-    return here.returning(schedule.present_value(rate));
+    const WorkSchedule schedule =
+        scheduled({NPVDate, DayCount, Periods, StartDCF, FinishDCF, options}, Dates, Cashflows);
+    return here.returning(schedule->present_value(rate));
 }
 
-double PVT(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
+double PVT(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows, double DayCountDisc,
            const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF, int PVTOptions) {
     Routine here{"PVT"};
     here.inputs(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
-    screen(Dates, Cashflows);
+    const DatedAmounts flows = screened(Dates, Cashflows);
     return here.returning(
-        pvt(DisAER, NPVDate, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions));
+        pvt(DisAER, NPVDate, flows.Dates(), flows.Amounts(), DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions));
 }
 
-double PVTX(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
+double PVTX(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows, double DayCountDisc,
             const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF, int PVTOptions,
-            Range<date>& Dates2, Range<double>& Cashflows2, Range<date>& Dates3, Range<double>& Cashflows3,
-            Range<date>& Dates4, Range<double>& Cashflows4) {
+            View<date> Dates2, View<double> Cashflows2, View<date> Dates3, View<double> Cashflows3, View<date> Dates4,
+            View<double> Cashflows4) {
     Routine here{"PVTX"};
     here.inputs(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions, Dates2,
                 Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
-    FlowLists flows{{{Dates, Cashflows}, {Dates2, Cashflows2}, {Dates3, Cashflows3}, {Dates4, Cashflows4}}};
+    const FlowLists flows(Dates, Cashflows, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
     double sum = 0.0;
-    for (const auto& list : flows.screened().lists)
+    for (const auto& list : flows.lists)
         sum +=
-            pvt(DisAER, NPVDate, list.Dates, list.Cashflows, DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions);
+            pvt(DisAER, NPVDate, list.Dates(), list.Amounts(), DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions);
     return here.returning(sum);
 }
 
-double PVTIC(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
+double PVTIC(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows, double DayCountDisc,
              const AnnualSequence& PrdsDisc, const date& InvDate, double InvAmt, double CapRateAER,
              const date& StartDCF, const date& FinishDCF, double CapOption, int PVTOptions) {
     Routine here{"PVTIC"};
@@ -268,56 +252,52 @@ double PVTIC(const date& NPVDate, double DisAER, Range<date>& Dates, Range<doubl
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     check_discount_rate(here, CapRateAER, "CapRateAER");
-    FlowLists flows = one_list(Dates, Cashflows);
+    const FlowLists flows(Dates, Cashflows);
     const DiscountRules rules{NPVDate, DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions};
-    const CapitalReturn capital(here, flows.screened(), rules, CapRateAER, CapOption);
-    FlowSchedule& schedule = work_schedule();
-    schedule.clear();
-    flows.add_to(schedule, rules);
-    invested(InvDate, InvAmt, NPVDate).add_to(schedule, rules);
-    return here.returning(schedule.present_value(DisAER) + capital.present_value(DisAER));
+    const CapitalReturn capital(here, flows, rules, CapRateAER, CapOption);
+    WorkSchedule schedule;
+    flows.add_to(*schedule, rules);
+    invested(InvDate, InvAmt, NPVDate).add_to(*schedule, rules);
+    return here.returning(schedule->present_value(DisAER) + capital.present_value(DisAER));
 }
 
-double PVTCX(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt,
+double PVTCX(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows, double IRRMinOpt,
              double IRRMaxOpt, double IRRAccOpt, double DayCountDisc, const AnnualSequence& PrdsDisc, double CapRateAER,
-             const date& StartDCF, const date& FinishDCF, double CapOption, int PVTOptions, Range<date>& Dates2,
-             Range<double>& Cashflows2, Range<date>& Dates3, Range<double>& Cashflows3, Range<date>& Dates4,
-             Range<double>& Cashflows4) {
+             const date& StartDCF, const date& FinishDCF, double CapOption, int PVTOptions, View<date> Dates2,
+             View<double> Cashflows2, View<date> Dates3, View<double> Cashflows3, View<date> Dates4,
+             View<double> Cashflows4) {
     Routine here{"PVTCX"};
     here.inputs(NPVDate, DisAER, Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, CapRateAER,
                 StartDCF, FinishDCF, CapOption, PVTOptions, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     check_discount_rate(here, CapRateAER, "CapRateAER");
-    FlowLists flows{{{Dates, Cashflows}, {Dates2, Cashflows2}, {Dates3, Cashflows3}, {Dates4, Cashflows4}}};
+    const FlowLists flows(Dates, Cashflows, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
     const DiscountRules rules{NPVDate, DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions};
-    const CapitalReturn capital(here, flows.screened(), rules, CapRateAER, CapOption);
-    FlowSchedule& schedule = work_schedule();
-    schedule.clear();
-    flows.add_to(schedule, rules);
-    return here.returning(schedule.present_value(DisAER) + capital.present_value(DisAER));
+    const CapitalReturn capital(here, flows, rules, CapRateAER, CapOption);
+    WorkSchedule schedule;
+    flows.add_to(*schedule, rules);
+    return here.returning(schedule->present_value(DisAER) + capital.present_value(DisAER));
 }
 
-double PVTR(const date& NPVDate, double DisAER, const date& RealisationDate, Range<date>& Dates,
-            Range<double>& Cashflows, Range<double>& RealisationLevels, double DayCountDisc,
-            const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF, int PVTOptions) {
+double PVTR(const date& NPVDate, double DisAER, const date& RealisationDate, View<date> Dates, View<double> Cashflows,
+            View<double> RealisationLevels, double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF,
+            const date& FinishDCF, int PVTOptions) {
     Routine here{"PVTR"};
     here.inputs(NPVDate, DisAER, RealisationDate, Dates, Cashflows, RealisationLevels, DayCountDisc, PrdsDisc, StartDCF,
                 FinishDCF, PVTOptions);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     const SingleFlow realisation = realised(here, RealisationDate, Dates, RealisationLevels, StartDCF, FinishDCF);
-    screen(Dates, Cashflows);
+    const DatedAmounts flows = screened(Dates, Cashflows);
     const date& end = earlier_end(RealisationDate, FinishDCF);
     const DiscountRules rules{NPVDate, DayCountDisc, PrdsDisc, StartDCF, end, PVTOptions};
-    FlowSchedule& schedule = work_schedule();
-    schedule.clear();
-    add_flows(schedule, rules, Dates, Cashflows);
-    realisation.add_to(schedule, rules);
-    return here.returning(schedule.present_value(DisAER));
+    WorkSchedule schedule = scheduled(rules, flows.Dates(), flows.Amounts());
+    realisation.add_to(*schedule, rules);
+    return here.returning(schedule->present_value(DisAER));
 }
 
-double NPVR(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows) {
+double NPVR(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows) {
     Routine here{"NPVR"};
     here.inputs(NPVDate, DisAER, Dates, Cashflows);
     return here.returning(
@@ -326,36 +306,36 @@ double NPVR(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double
 
 // --- Internal rates of return -----------------------------------------------------------------------------------
 
-double IRRT(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
+double IRRT(View<date> Dates, View<double> Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
             double DayCountDisc, const AnnualSequence& PrdsDisc, int PVTOptions) {
     Routine here{"IRRT"};
     here.inputs(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, PVTOptions);
     here.change_note(53, "See Change in Behaviour 53, Oct-03 :Change of variable order: IRRMinOpt, IRRMaxOpt and "
                          "IRRAcc inserted before Daycount");
     check_daycount(here, DayCountDisc, "DayCountDisc");
-    FlowLists flows = one_list(Dates, Cashflows);
-    if (flows.screened().empty()) return here.returning(0.0);
+    const FlowLists flows(Dates, Cashflows);
+    if (flows.empty()) return here.returning(0.0);
     const DiscountRules rules{flows.first_date(), DayCountDisc, PrdsDisc, no_date, no_date, PVTOptions};
     clsSpecificDCFSolve problem(flows, rules);
     return solved(here, problem, IRRMinOpt, IRRMaxOpt, IRRAccOpt);
 }
 
-double IRRTX(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
+double IRRTX(View<date> Dates, View<double> Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
              double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF,
-             int PVTOptions, Range<date>& Dates2, Range<double>& Cashflows2, Range<date>& Dates3,
-             Range<double>& Cashflows3, Range<date>& Dates4, Range<double>& Cashflows4) {
+             int PVTOptions, View<date> Dates2, View<double> Cashflows2, View<date> Dates3, View<double> Cashflows3,
+             View<date> Dates4, View<double> Cashflows4) {
     Routine here{"IRRTX"};
     here.inputs(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, StartDCF, FinishDCF,
                 PVTOptions, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
     check_daycount(here, DayCountDisc, "DayCountDisc");
-    FlowLists flows{{{Dates, Cashflows}, {Dates2, Cashflows2}, {Dates3, Cashflows3}, {Dates4, Cashflows4}}};
-    if (flows.screened().empty()) return here.returning(0.0);
+    const FlowLists flows(Dates, Cashflows, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
+    if (flows.empty()) return here.returning(0.0);
     const DiscountRules rules{flows.first_date(), DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions};
     clsSpecificDCFSolveX problem(flows, rules);
     return solved(here, problem, IRRMinOpt, IRRMaxOpt, IRRAccOpt);
 }
 
-double IRRTIC(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
+double IRRTIC(View<date> Dates, View<double> Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
               double DayCountDisc, const AnnualSequence& PrdsDisc, const date& InvDate, double InvAmt,
               double CapRateAER, const date& StartDCF, const date& FinishDCF, double CapOption, int PVTOptions) {
     Routine here{"IRRTIC"};
@@ -363,8 +343,8 @@ double IRRTIC(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, do
                 StartDCF, FinishDCF, CapOption, PVTOptions);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     check_discount_rate(here, CapRateAER, "CapRateAER");
-    FlowLists flows = one_list(Dates, Cashflows);
-    if (flows.screened().empty()) return here.returning(0.0);
+    const FlowLists flows(Dates, Cashflows);
+    if (flows.empty()) return here.returning(0.0);
     const DiscountRules rules{flows.first_date(), DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions};
     const CapitalReturn capital(here, flows, rules, CapRateAER, CapOption);
     const SingleFlow outlay = invested(InvDate, InvAmt, rules.NPVDate);
@@ -372,34 +352,33 @@ double IRRTIC(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, do
     return solved(here, problem, IRRMinOpt, IRRMaxOpt, IRRAccOpt);
 }
 
-double IRRTCX(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
+double IRRTCX(View<date> Dates, View<double> Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
               double DayCountDisc, const AnnualSequence& PrdsDisc, double CapRateAER, const date& StartDCF,
-              const date& FinishDCF, double CapOption, int PVTOptions, Range<date>& Dates2, Range<double>& Cashflows2,
-              Range<date>& Dates3, Range<double>& Cashflows3, Range<date>& Dates4, Range<double>& Cashflows4) {
+              const date& FinishDCF, double CapOption, int PVTOptions, View<date> Dates2, View<double> Cashflows2,
+              View<date> Dates3, View<double> Cashflows3, View<date> Dates4, View<double> Cashflows4) {
     Routine here{"IRRTCX"};
     here.inputs(Dates, Cashflows, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc, PrdsDisc, CapRateAER, StartDCF,
                 FinishDCF, CapOption, PVTOptions, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     check_discount_rate(here, CapRateAER, "CapRateAER");
-    FlowLists flows{{{Dates, Cashflows}, {Dates2, Cashflows2}, {Dates3, Cashflows3}, {Dates4, Cashflows4}}};
-    if (flows.screened().empty()) return here.returning(0.0);
+    const FlowLists flows(Dates, Cashflows, Dates2, Cashflows2, Dates3, Cashflows3, Dates4, Cashflows4);
+    if (flows.empty()) return here.returning(0.0);
     const DiscountRules rules{flows.first_date(), DayCountDisc, PrdsDisc, StartDCF, FinishDCF, PVTOptions};
     const CapitalReturn capital(here, flows, rules, CapRateAER, CapOption);
     clsSpecificDCFSolveCX problem(flows, rules, capital);
     return solved(here, problem, IRRMinOpt, IRRMaxOpt, IRRAccOpt);
 }
 
-double IRRTR(const date& RealisationDate, Range<date>& Dates, Range<double>& Cashflows,
-             Range<double>& RealisationLevels, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
-             double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF,
-             int PVTOptions) {
+double IRRTR(const date& RealisationDate, View<date> Dates, View<double> Cashflows, View<double> RealisationLevels,
+             double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt, double DayCountDisc, const AnnualSequence& PrdsDisc,
+             const date& StartDCF, const date& FinishDCF, int PVTOptions) {
     Routine here{"IRRTR"};
     here.inputs(RealisationDate, Dates, Cashflows, RealisationLevels, IRRMinOpt, IRRMaxOpt, IRRAccOpt, DayCountDisc,
                 PrdsDisc, StartDCF, FinishDCF, PVTOptions);
     check_daycount(here, DayCountDisc, "DayCountDisc");
     const SingleFlow realisation = realised(here, RealisationDate, Dates, RealisationLevels, StartDCF, FinishDCF);
-    FlowLists flows = one_list(Dates, Cashflows);
-    if (flows.screened().empty()) return here.returning(0.0);
+    const FlowLists flows(Dates, Cashflows);
+    if (flows.empty()) return here.returning(0.0);
     const date& end = earlier_end(RealisationDate, FinishDCF);
     const DiscountRules rules{flows.first_date(), DayCountDisc, PrdsDisc, StartDCF, end, PVTOptions};
     clsSpecificDCFSolveR problem(flows, rules, realisation);
@@ -408,51 +387,50 @@ double IRRTR(const date& RealisationDate, Range<date>& Dates, Range<double>& Cas
 
 // --- Times ------------------------------------------------------------------------------------------------------
 
-double DurationT(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
+double DurationT(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows, double DayCountDisc,
                  const AnnualSequence& PrdsDisc) {
     Routine here{"DurationT"};
     here.inputs(NPVDate, DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
-    screen(Dates, Cashflows);
-    FlowSchedule& schedule = work_schedule();
-    schedule.clear();
-    add_flows(schedule, {NPVDate, DayCountDisc, PrdsDisc, no_date, no_date}, Dates, Cashflows);
+    const DatedAmounts flows = screened(Dates, Cashflows);
+    const WorkSchedule schedule =
+        scheduled({NPVDate, DayCountDisc, PrdsDisc, no_date, no_date}, flows.Dates(), flows.Amounts());
     return here.returning("Duration", average_discounted_time(schedule, DisAER));
 }
 
-double AvLifeT(const date& Start, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
+double AvLifeT(const date& Start, View<date> Dates, View<double> Cashflows, double DayCountDisc,
                const AnnualSequence& PrdsDisc) {
     Routine here{"AvLifeT"};
     here.inputs(Start, Dates, Cashflows, DayCountDisc, PrdsDisc);
     check_daycount(here, DayCountDisc, "DayCountDisc");
-    screen(Dates, Cashflows);
-    FlowSchedule& schedule = work_schedule();
-    schedule.clear();
-    add_flows(schedule, {Start, DayCountDisc, PrdsDisc, no_date, no_date}, Dates, Cashflows);
+    const DatedAmounts flows = screened(Dates, Cashflows);
+    const WorkSchedule schedule =
+        scheduled({Start, DayCountDisc, PrdsDisc, no_date, no_date}, flows.Dates(), flows.Amounts());
     return here.returning("AverageLife", average_time(schedule));
 }
 
-date PayBackT(Range<date>& Dates, Range<double>& Cashflows, double MinPayBack, bool Interpolate, double DayCount,
+date PayBackT(View<date> Dates, View<double> Cashflows, double MinPayBack, bool Interpolate, double DayCount,
               const AnnualSequence& Periods, int PayBackOptions) {
     Routine here{"PayBackT"};
     here.inputs(Dates, Cashflows, MinPayBack, Interpolate, DayCount, Periods, PayBackOptions);
     check_daycount(here, DayCount);
-    screen(Dates, Cashflows);
-    return here.returning("PayBackDate", payback_date(here, Dates, Cashflows, MinPayBack, Interpolate, DayCount,
-                                                      Periods, PayBackOptions));
+    const DatedAmounts flows = screened(Dates, Cashflows);
+    return here.returning("PayBackDate", payback_date(here, flows.Dates(), flows.Amounts(), MinPayBack, Interpolate,
+                                                      DayCount, Periods, PayBackOptions));
 }
 
-date PayBackDiscT(double DisAER, Range<date>& Dates, Range<double>& Cashflows, double MinPayBack, bool Interpolate,
+date PayBackDiscT(double DisAER, View<date> Dates, View<double> Cashflows, double MinPayBack, bool Interpolate,
                   double DayCountDisc, const AnnualSequence& PrdsDisc, int PayBackOptions) {
     Routine here{"PayBackDiscT"};
     here.inputs(DisAER, Dates, Cashflows, MinPayBack, Interpolate, DayCountDisc, PrdsDisc, PayBackOptions);
     check_discount_rate(here, DisAER);
     check_daycount(here, DayCountDisc, "DayCountDisc");
-    screen(Dates, Cashflows);
-    const WorkList<double> discounted = discounted_flows(DisAER, Dates, Cashflows, DayCountDisc, PrdsDisc);
-    return here.returning("PayBackDate", payback_date(here, Dates, discounted, MinPayBack, Interpolate, DayCountDisc,
-                                                      PrdsDisc, PayBackOptions));
+    const DatedAmounts flows = screened(Dates, Cashflows);
+    const WorkList<double> discounted =
+        discounted_flows(DisAER, flows.Dates(), flows.Amounts(), DayCountDisc, PrdsDisc);
+    return here.returning("PayBackDate", payback_date(here, flows.Dates(), discounted, MinPayBack, Interpolate,
+                                                      DayCountDisc, PrdsDisc, PayBackOptions));
 }
 
 // --- A single payment -------------------------------------------------------------------------------------------
@@ -528,7 +506,7 @@ double TPVOne(const date& TheDate, const date& NPVDate, View<double> DiscRatesAE
     return here.returning(stepped_factor(here, TheDate, NPVDate, DiscRatesAER, ToDates, true, DayCountDisc, PrdsDisc));
 }
 
-double EACFT(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows) {
+double EACFT(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows) {
     Routine here{"EACFT"};
     here.arguments(QX_NAMED(NPVDate, DisAER, Dates, Cashflows));
     here.info("Function Not yet implemented -");

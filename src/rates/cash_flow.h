@@ -26,61 +26,60 @@ inline constexpr int flows_received_evenly = 1; ///< PVTOptions: each flow arriv
 double pvt(double rate, const date& NPVDate, View<date> Dates, View<double> Cashflows, double DayCount,
            const AnnualSequence& Periods, const date& StartDCF, const date& FinishDCF, int options);
 
-double PVT(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
+double PVT(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows, double DayCountDisc,
            const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF, int PVTOptions);
 /// Over up to four lists.
-double PVTX(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
+double PVTX(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows, double DayCountDisc,
             const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF, int PVTOptions,
-            Range<date>& Dates2, Range<double>& Cashflows2, Range<date>& Dates3, Range<double>& Cashflows3,
-            Range<date>& Dates4, Range<double>& Cashflows4);
+            View<date> Dates2, View<double> Cashflows2, View<date> Dates3, View<double> Cashflows3, View<date> Dates4,
+            View<double> Cashflows4);
 /// Less an outlay, and with a capital value on FinishDCF: the value then, at CapRateAER, of the flows from that date
 /// on.
-double PVTIC(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
+double PVTIC(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows, double DayCountDisc,
              const AnnualSequence& PrdsDisc, const date& InvDate, double InvAmt, double CapRateAER,
              const date& StartDCF, const date& FinishDCF, double CapOption, int PVTOptions);
 /// With a capital value, over up to four lists. IRRMinOpt, IRRMaxOpt and IRRAccOpt are not used.
-double PVTCX(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt,
+double PVTCX(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows, double IRRMinOpt,
              double IRRMaxOpt, double IRRAccOpt, double DayCountDisc, const AnnualSequence& PrdsDisc, double CapRateAER,
-             const date& StartDCF, const date& FinishDCF, double CapOption, int PVTOptions, Range<date>& Dates2,
-             Range<double>& Cashflows2, Range<date>& Dates3, Range<double>& Cashflows3, Range<date>& Dates4,
-             Range<double>& Cashflows4);
+             const date& StartDCF, const date& FinishDCF, double CapOption, int PVTOptions, View<date> Dates2,
+             View<double> Cashflows2, View<date> Dates3, View<double> Cashflows3, View<date> Dates4,
+             View<double> Cashflows4);
 /// With the level of RealisationLevels in force on RealisationDate received then, and nothing after it.
-double PVTR(const date& NPVDate, double DisAER, const date& RealisationDate, Range<date>& Dates,
-            Range<double>& Cashflows, Range<double>& RealisationLevels, double DayCountDisc,
-            const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF, int PVTOptions);
+double PVTR(const date& NPVDate, double DisAER, const date& RealisationDate, View<date> Dates, View<double> Cashflows,
+            View<double> RealisationLevels, double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF,
+            const date& FinishDCF, int PVTOptions);
 /// The older name of PVT, with its defaults.
-double NPVR(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows);
+double NPVR(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows);
 
-double IRRT(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
+double IRRT(View<date> Dates, View<double> Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
             double DayCountDisc, const AnnualSequence& PrdsDisc, int PVTOptions);
-double IRRTX(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
+double IRRTX(View<date> Dates, View<double> Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
              double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF,
-             int PVTOptions, Range<date>& Dates2, Range<double>& Cashflows2, Range<date>& Dates3,
-             Range<double>& Cashflows3, Range<date>& Dates4, Range<double>& Cashflows4);
-double IRRTIC(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
+             int PVTOptions, View<date> Dates2, View<double> Cashflows2, View<date> Dates3, View<double> Cashflows3,
+             View<date> Dates4, View<double> Cashflows4);
+double IRRTIC(View<date> Dates, View<double> Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
               double DayCountDisc, const AnnualSequence& PrdsDisc, const date& InvDate, double InvAmt,
               double CapRateAER, const date& StartDCF, const date& FinishDCF, double CapOption, int PVTOptions);
-double IRRTCX(Range<date>& Dates, Range<double>& Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
+double IRRTCX(View<date> Dates, View<double> Cashflows, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
               double DayCountDisc, const AnnualSequence& PrdsDisc, double CapRateAER, const date& StartDCF,
-              const date& FinishDCF, double CapOption, int PVTOptions, Range<date>& Dates2, Range<double>& Cashflows2,
-              Range<date>& Dates3, Range<double>& Cashflows3, Range<date>& Dates4, Range<double>& Cashflows4);
-double IRRTR(const date& RealisationDate, Range<date>& Dates, Range<double>& Cashflows,
-             Range<double>& RealisationLevels, double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt,
-             double DayCountDisc, const AnnualSequence& PrdsDisc, const date& StartDCF, const date& FinishDCF,
-             int PVTOptions);
+              const date& FinishDCF, double CapOption, int PVTOptions, View<date> Dates2, View<double> Cashflows2,
+              View<date> Dates3, View<double> Cashflows3, View<date> Dates4, View<double> Cashflows4);
+double IRRTR(const date& RealisationDate, View<date> Dates, View<double> Cashflows, View<double> RealisationLevels,
+             double IRRMinOpt, double IRRMaxOpt, double IRRAccOpt, double DayCountDisc, const AnnualSequence& PrdsDisc,
+             const date& StartDCF, const date& FinishDCF, int PVTOptions);
 
 /// Macaulay duration: the average time in years from NPVDate, weighted by present values.
-double DurationT(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
+double DurationT(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows, double DayCountDisc,
                  const AnnualSequence& PrdsDisc);
 /// The average time in years from Start, weighted by the flows.
-double AvLifeT(const date& Start, Range<date>& Dates, Range<double>& Cashflows, double DayCountDisc,
+double AvLifeT(const date& Start, View<date> Dates, View<double> Cashflows, double DayCountDisc,
                const AnnualSequence& PrdsDisc);
 /// The date of the first flow at which the running sum reaches MinPayBack from below; with Interpolate the date on
 /// which a straight line to it crosses zero. Throws errlibnopayback if it never does.
-date PayBackT(Range<date>& Dates, Range<double>& Cashflows, double MinPayBack, bool Interpolate, double DayCount,
+date PayBackT(View<date> Dates, View<double> Cashflows, double MinPayBack, bool Interpolate, double DayCount,
               const AnnualSequence& Periods, int PayBackOptions);
 /// The same on the flows discounted to the first date.
-date PayBackDiscT(double DisAER, Range<date>& Dates, Range<double>& Cashflows, double MinPayBack, bool Interpolate,
+date PayBackDiscT(double DisAER, View<date> Dates, View<double> Cashflows, double MinPayBack, bool Interpolate,
                   double DayCountDisc, const AnnualSequence& PrdsDisc, int PayBackOptions);
 inline constexpr int payback_rezeros = 1; ///< PayBackOptions: the sum restarts when a flow turns negative
 
@@ -97,6 +96,6 @@ double TPVOne(const date& TheDate, const date& NPVDate, View<double> DiscRatesAE
               double DayCountDisc, const AnnualSequence& PrdsDisc);
 
 /// Reserved: 0.
-double EACFT(const date& NPVDate, double DisAER, Range<date>& Dates, Range<double>& Cashflows);
+double EACFT(const date& NPVDate, double DisAER, View<date> Dates, View<double> Cashflows);
 
 } // namespace qx

@@ -1,6 +1,7 @@
 // What the rate, annuity and cash flow routines share: checks of rates and frequencies, and compound growth.
 #pragma once
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/day_count.h"
 #include "core/routine.h"
 

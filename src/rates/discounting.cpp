@@ -1,5 +1,6 @@
 #include "rates/discounting.h"
 
+#include "calendar/date_arithmetic.h"
 #include "rates/cash_flow.h"
 #include "rates/compounding.h"
 
@@ -26,11 +27,6 @@ const AnnualSequence& default_periods() {
     return quarters;
 }
 
-FlowSchedule& work_schedule() {
-    static FlowSchedule schedule;
-    return schedule;
-}
-
 void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Dates, View<double> Cashflows) {
     const int n = std::min(Dates.size(), Cashflows.size());
     for (int i = 1; i <= n; ++i) {
@@ -44,6 +40,12 @@ void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Da
         else
             schedule.add(flow, years);
     }
+}
+
+WorkSchedule scheduled(const DiscountRules& rules, View<date> Dates, View<double> Cashflows) {
+    WorkSchedule schedule;
+    add_flows(*schedule, rules, Dates, Cashflows);
+    return schedule;
 }
 
 double CashFlowSolve::eval(double rate) {

@@ -9,6 +9,8 @@
 #include "numerics/solver.h"
 #include "rates/flow_schedule.h"
 
+#include <utility>
+
 namespace qx {
 
 /// How times are measured and which flows count.
@@ -25,25 +27,26 @@ struct DiscountRules {
 inline constinit const date no_date{};
 /// The sequence of functions that take none: the general default of rates, calendar quarters in arrears.
 const AnnualSequence& default_periods();
-/// The one schedule of the present values; an internal rate of return keeps its flows here while it is solved.
-FlowSchedule& work_schedule();
 
 /// Puts the flows of a list that count into a schedule.
 void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Dates, View<double> Cashflows);
+/// A schedule of those flows.
+WorkSchedule scheduled(const DiscountRules& rules, View<date> Dates, View<double> Cashflows);
 
 /// A rate of return whose equation is a schedule's present value.
 class CashFlowSolve : public clsSolveBase {
   public:
-    explicit CashFlowSolve(FlowSchedule& schedule) : schedule_(schedule) {}
+    CashFlowSolve() = default;
+    explicit CashFlowSolve(WorkSchedule schedule) : schedule_(std::move(schedule)) {}
     double eval(double rate) final;
     void setup() override {}
     /// True if no flow counts.
-    virtual bool empty() const { return schedule_.size() == 0; }
+    virtual bool empty() const { return schedule_->size() == 0; }
 
   protected:
     /// The present value at a rate above -1.
-    virtual double net_present_value(double rate) const { return schedule_.present_value(rate); }
-    FlowSchedule& schedule_;
+    virtual double net_present_value(double rate) const { return schedule_->present_value(rate); }
+    WorkSchedule schedule_;
 };
 
 /// The solve of every internal rate of return; 0 where no flow counts.

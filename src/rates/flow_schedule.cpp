@@ -2,8 +2,10 @@
 
 #include "core/routine.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <iterator>
 
 namespace qx {
 
@@ -32,7 +34,23 @@ double evenly_received(double log_growth) {
     return factor;
 }
 
+/// One for the flows, one for their capital value, and one to spare.
+FlowSchedule schedules[3];
+bool in_use[std::size(schedules)];
+
 } // namespace
+
+WorkSchedule::WorkSchedule() {
+    const auto free = std::find(std::begin(in_use), std::end(in_use), false);
+    if (free == std::end(in_use)) throw outofrange(FunctionContext("FlowSchedule", "Cashflows"));
+    *free = true;
+    schedule_ = &schedules[free - in_use];
+    schedule_->clear();
+}
+
+WorkSchedule::~WorkSchedule() {
+    if (schedule_ != nullptr) in_use[schedule_ - schedules] = false;
+}
 
 void FlowSchedule::add(double amount, double years) {
     if (n_ == capacity) throw outofrange(FunctionContext("FlowSchedule", "Cashflows"));

@@ -10,6 +10,8 @@
 #include "core/range.h"
 #include "rates/powers.h"
 
+#include <utility>
+
 namespace qx {
 
 class FlowSchedule {
@@ -48,6 +50,23 @@ class FlowSchedule {
     int n_lengths_ = 0;
     double lengths_[most_lengths] = {};
     int length_of_[capacity] = {}; ///< of a spread flow; most_lengths for one beyond the list
+};
+
+/// A schedule for the work of one routine: empty at first, and given back with the scope.
+class WorkSchedule {
+  public:
+    WorkSchedule(); ///< throws outofrange if all schedules are in use
+    WorkSchedule(WorkSchedule&& other) noexcept : schedule_(std::exchange(other.schedule_, nullptr)) {}
+    WorkSchedule& operator=(WorkSchedule&&) = delete;
+    ~WorkSchedule();
+
+    operator const FlowSchedule&() const { return *schedule_; }
+    FlowSchedule& operator*() { return *schedule_; }
+    FlowSchedule* operator->() { return schedule_; }
+    const FlowSchedule* operator->() const { return schedule_; }
+
+  private:
+    FlowSchedule* schedule_;
 };
 
 } // namespace qx

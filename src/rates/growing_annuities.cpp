@@ -1,5 +1,6 @@
 #include "rates/growing_annuities.h"
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/reviews.h"
 #include "rates/annuities.h"
 #include "rates/compounding.h"

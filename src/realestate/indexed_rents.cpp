@@ -1,5 +1,6 @@
 #include "realestate/indexed_rents.h"
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/recurrence.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"

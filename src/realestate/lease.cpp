@@ -1,5 +1,6 @@
 #include "realestate/lease.h"
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/date_functions.h"
 #include "core/routine.h"
 

@@ -129,15 +129,14 @@ double IRRRentGrow(const date& NPVDate, double Outlay, const date& RentStart, Vi
     reviews.check(here);
     growth.check(here);
     const date expiry = lease_end(BrksOrExp, Brk);
-    FlowSchedule& flows = work_schedule();
-    flows.clear();
-    flows.add(-Outlay, 0.0);
+    WorkSchedule flows;
+    flows->add(-Outlay, 0.0);
     each_payment_period(here, {RentStart, expiry}, terms, [&](const timeperiod& period) {
         const double rent = RentGrow(period, RentStart, BrksOrExp, FirstRev, MktRent, InitRent, growth, reviews,
                                      terms.cash(), UOTog, Brk);
-        if (rent != 0.0) flows.add(rent, terms.years(NPVDate, period.from()));
+        if (rent != 0.0) flows->add(rent, terms.years(NPVDate, period.from()));
     });
-    CashFlowSolve problem(flows);
+    CashFlowSolve problem(std::move(flows));
     return here.returning(solve_irr(here, problem, irr_min, irr_max, irr_accuracy));
 }
 

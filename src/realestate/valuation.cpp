@@ -1,5 +1,6 @@
 #include "realestate/valuation.h"
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/day_count.h"
 #include "core/routine.h"
 #include "projections/forecast.h"

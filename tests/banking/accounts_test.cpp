@@ -2,6 +2,7 @@
 // which walk each list from its start and know of no short cut.
 #include "banking/accounts_simulation.h"
 
+#include "calendar/date_arithmetic.h"
 #include "calendar/day_count.h"
 #include "projections/interest.h"
 #include "projections/levels.h"
@@ -83,11 +84,7 @@ struct Account {
                        {dates, dates, dates}, margin_paid, mode);
         return {list.begin(), list.end()};
     }
-    timeperiod period(int i) const {
-        timeperiod period;
-        period.setfromtimebase_by_months(timebase, i);
-        return period;
-    }
+    timeperiod period(int i) const { return timebase_period(timebase, i); }
 
   private:
     template <class T>

@@ -1,4 +1,5 @@
 // Day counts against published tables of 30/360 and against sums and inverses.
+#include "calendar/date_arithmetic.h"
 #include "calendar/day_count.h"
 #include "calendar/time_period.h"
 #include "support/calendar.h"

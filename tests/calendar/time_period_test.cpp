@@ -1,4 +1,5 @@
 // Time periods: how they are set, what they hold, and what is paid for in them.
+#include "calendar/date_arithmetic.h"
 #include "calendar/time_period.h"
 #include "support/calendar.h"
 #include "support/traced.h"
@@ -65,13 +66,13 @@ TEST(TimePeriod, OfATimeBase) {
     EXPECT_EQ(describe(each), "1Jan2006 to 1Jul2007");
     each.setfromtimebase(base, 3);
     EXPECT_EQ(each.to(), date(2008, 7, 1)) << "2007 less 2006.0: one year, though the one before is a year and a half";
-    each.setfromtimebase_by_months(base, 3);
+    each = timebase_period(base, 3);
     EXPECT_EQ(each.to(), date(2009, 1, 1)) << "as long as the one before";
     EXPECT_THROW(each.setfromtimebase(base, 4), outofrange);
     base.dimension(1);
     each.setfromtimebase(base, 1);
     EXPECT_EQ(each, period(2005, 12));
-    each.setfromtimebase_by_months(base, 1);
+    each = timebase_period(base, 1);
     EXPECT_EQ(each, period(2005, 12));
 }
 

@@ -1,4 +1,5 @@
 // Laws of curves: they go through their points, do not break, and their amounts add up.
+#include "calendar/date_arithmetic.h"
 #include "numerics/interpolation.h"
 #include "projections/curve_projections.h"
 
