@@ -267,7 +267,7 @@ void Frame::reply(const Range<anyvalue>& list) { reply_range(list); }
 void Frame::reply(const Range<dateorfloat>& list) { reply_range(list); }
 void Frame::reply(const Range<floatblank>& list) { reply_range(list); }
 void Frame::reply(const AnnualSequence& sequence) {
-    static Range<double, AnnualSequence::capacity> figures; // with the sign of arrears, as a user writes them
+    Range<double, AnnualSequence::capacity> figures; // with the sign of arrears, as a user writes them
     figures.dimension(sequence.size());
     for (int i = 1; i <= sequence.size(); ++i) figures(i) = sequence.figure(i);
     return_list(figures, sequence_words, context);

@@ -1,10 +1,9 @@
 // Worksheet functions of choices, named variables and cells of any kind.
 #include "lists/logic.h"
 #include "addin/declare.h"
+#include "addin/numbered_arguments.h"
 #include "addin/routines/any_cells.h"
 #include "lists/variables.h"
-
-#include <string_view>
 
 namespace qx::worksheet {
 
@@ -16,35 +15,12 @@ constexpr Argument SwitchVar() { return {"SwitchVar", "The cell that decides: a 
 constexpr Argument VarNo() { return optional("VarNo", "Number of the variable, 0 to 10; 1 if left out"); }
 constexpr Argument fallback(const char* name, const char* help) { return optional(name, help); }
 
-/// An argument that is there once for each choice: its name and help with a '#' in the place of the number.
-class Choice {
-  public:
-    constexpr Choice(std::string_view name, std::string_view help, const Preset& preset) : preset_(preset) {
-        for (int n = 1; n <= most_choices; ++n) {
-            fill(names_[n], name, n);
-            fill(help_[n], help, n);
-        }
-    }
-    constexpr Argument number(int n) const { return {names_[n], help_[n], preset_}; }
-
-  private:
-    static constexpr int longest = 80;
-    static constexpr void fill(char* text, std::string_view pattern, int n) {
-        for (const char c : pattern) {
-            if (c == '#' && n >= 10) *text++ = '1';
-            *text++ = static_cast<char>(c == '#' ? '0' + n % 10 : c);
-        }
-    }
-
-    char names_[most_choices + 1][longest] = {};
-    char help_[most_choices + 1][longest] = {};
-    Preset preset_;
-};
+using Choice = Numbered<most_choices>;
 constexpr Choice condition{"Cond#", "Condition #, TRUE or FALSE", {Preset::boolean}};
-constexpr Choice a_case{"Case#", "Case #: a value that SwitchVar may have", {Preset::empty}};
+constexpr Choice a_case{"Case#", "Case #: a value that SwitchVar may have"};
 constexpr Choice result{"Res#", "Result if choice # is the first that holds", {Preset::number}};
 constexpr Choice result_text{"ResText#", "Text if choice # is the first that holds", {Preset::text, 0.0, ""}};
-constexpr Choice result_cells{"Res#", "Result if choice # is the first that holds: a cell or a range", {Preset::empty}};
+constexpr Choice result_cells{"Res#", "Result if choice # is the first that holds: a cell or a range"};
 
 /// The pairs of choices from one to another, at most four.
 constexpr ArgumentGroup pairs(const Choice& first, const Choice& second, int from, int to) {

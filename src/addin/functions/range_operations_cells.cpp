@@ -1,6 +1,7 @@
 // Lists of cells of any kind, and counts and sums of those that meet criteria.
 #include "addin/arguments.h"
 #include "addin/declare.h"
+#include "addin/numbered_arguments.h"
 #include "addin/routines/cell_lists.h"
 #include "lists/criteria.h"
 
@@ -11,14 +12,10 @@ namespace {
 constexpr Category category = Category::RangeOperations;
 
 constexpr Argument TheList() { return {"InputRange", "A cell or range, or a text that names one"}; }
+constexpr Numbered<most_lists> item{"Item#", "Item #: a single cell"};
+constexpr Numbered<most_lists> list{"List#", "List #: a cell or range, or a text that names one"};
 
 } // namespace
-
-#define ITEM(n_) optional("Item" #n_, "Item " #n_ ": a single cell")
-#define LIST(n_) optional("List" #n_, "List " #n_ ": a cell or range, or a text that names one")
-#define ITEMS_2_TO_20(item_)                                                                                           \
-    item_(2), item_(3), item_(4), item_(5), item_(6), item_(7), item_(8), item_(9), item_(10), item_(11), item_(12),   \
-        item_(13), item_(14), item_(15), item_(16), item_(17), item_(18), item_(19), item_(20)
 
 constexpr Function OneD{
     .name = "OneD",
@@ -38,7 +35,7 @@ constexpr Function CreateList{
     .category = category,
     .calls = core<qx::CreateList>,
     .help = "One list of up to twenty single cells, be they numbers, texts or error values",
-    .args = {{"Item1", "Item 1: a single cell"}, ITEMS_2_TO_20(ITEM)},
+    .args = {item.required(1), item.numbers(2, 8), item.numbers(9, 14), item.numbers(15, 20)},
     .examples = {"CreateList(1, \"two\", 3) = {1,\"two\",3}"},
     .see_also = "JoinLists,TrimList",
     .errors_as_data = true,
@@ -50,7 +47,7 @@ constexpr Function JoinLists{
     .category = category,
     .calls = core<qx::JoinLists>,
     .help = "Up to twenty lists one after the other, rectangles row by row",
-    .args = {{"List1", "List 1: a cell or range, or a text that names one"}, ITEMS_2_TO_20(LIST)},
+    .args = {list.required(1), list.numbers(2, 8), list.numbers(9, 14), list.numbers(15, 20)},
     .examples = {"JoinLists({1;2}, {3;4}) = {1,2,3,4}"},
     .see_also = "CreateList,SubList,CombineLists",
     .errors_as_data = true,

@@ -67,12 +67,11 @@ OPER reference_to(const Place& place, const Routine& here) {
 
 } // namespace
 
-const Range<int>& Coordinates(const Reference& TheRef) {
+WorkList<int> Coordinates(const Reference& TheRef) {
     Routine here{"Coordinates"};
     here.inputs(TheRef);
     const Place place = place_of(TheRef, here);
-    static Range<int> coordinates;
-    coordinates.dimension(4, 4);
+    WorkList<int> coordinates(4, 4);
     coordinates(1) = place.first_row;
     coordinates(2) = place.first_column;
     coordinates(3) = place.last_row;

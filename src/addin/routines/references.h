@@ -9,7 +9,7 @@ namespace qx {
 
 /// First row, first column, last row and last column of a reference, counted from 1; of the calling formula's cells if
 /// it is missing. Throws notaref for what is no reference to one rectangle.
-const Range<int>& Coordinates(const Reference& TheRef);
+WorkList<int> Coordinates(const Reference& TheRef);
 
 /// The reference to the cells from FirstRow and FirstColumn to LastRow and LastColumn, where 0 stands for the first; on
 /// the sheet of a name, or on the caller's if it is empty. Throws errlibmin, errlibmax outside the 65,536 rows and 256
