@@ -18,31 +18,40 @@ import quexel
 from quexel import scale
 
 FIRST_QUARTER = np.datetime64("2026-01")
+GROWTH = 0.025  # of market rents, a year
+VOID, RENT_FREE, RELET_YEARS, REVIEW_MONTHS = 6, 3, 10, 60
 
 # The function that projects a rent. What follows knows it under this name only; arguments() says what it takes.
-PROJECTION = quexel.Ramp
+PROJECTION = quexel.over(quexel.RentGrowR, each=["BrksOrExp", "MktRent_s"])
 
 
 def arguments(leases: pd.DataFrame) -> dict[str, object]:
     """What the projection takes of a table of leases beside the quarters."""
-    return {"Start": leases.start, "Finish": leases.expiry, "StartRate": leases.rent, "FinishRate": leases.market_rent,
+    return {"RentStart": leases.start, "BrksOrExp": leases[["expiry"]], "FirstRev": leases.review,
+            "MktRent_s": leases[["market_rent"]], "InitRent": leases.rent,
+            "GrowthDates": [FIRST_QUARTER.astype("M8[D]")], "GrowthRates": [GROWTH], "RevMos": REVIEW_MONTHS,
+            "UOTog": [np.datetime64("1990-01-01")],  # upward only from then on
+            "RelVoid_s": [VOID], "RelRF_s": [RENT_FREE], "RelTerm_s": [RELET_YEARS],
             "DayCount": 3.0}  # actual days of a year of 365
 
 
 def make_leases(numbers: range, seed: int = 1) -> pd.DataFrame:
-    """Leases of these numbers: offices and shops of 5 to 25 years that began since 2010."""
+    """Leases of these numbers that run in the first quarter: offices and shops of 5 to 25 years, with a review every
+    five years."""
     random = np.random.default_rng([seed, numbers.start])
     count = len(numbers)
-    start = np.datetime64("2010-01-01") + random.integers(0, 365 * 20, count)
-    years = random.choice([5, 10, 15, 20, 25], count)
+    months = 12 * random.choice([5, 10, 15, 20, 25], count)
+    start = FIRST_QUARTER - random.integers(0, months)
+    passed = (FIRST_QUARTER - start).astype(int)
+    review = start + REVIEW_MONTHS * np.maximum(1, -(-passed // REVIEW_MONTHS))
     rent = np.round(random.lognormal(10.5, 0.8, count), -2) + 5000.0
-    return pd.DataFrame({"lease": np.arange(numbers.start, numbers.stop), "start": start,
-                         "expiry": start + (365.25 * years).astype(int), "rent": rent,
+    return pd.DataFrame({"lease": np.arange(numbers.start, numbers.stop), "start": start.astype("M8[D]"),
+                         "expiry": (start + months).astype("M8[D]"), "review": review.astype("M8[D]"), "rent": rent,
                          "market_rent": np.round(rent * random.uniform(0.9, 1.6, count), -2)})
 
 
 def project(numbers: range, quarters: int = 40) -> pd.DataFrame:
-    """The rent of each lease in each quarter."""
+    """The rent of each lease, and of the relet after it, in each quarter."""
     leases = make_leases(numbers)
     edges = (FIRST_QUARTER + 3 * np.arange(quarters + 1)).astype("M8[D]")
     rents = PROJECTION(edges, None, **arguments(leases))  # a time base: each quarter ends where the next begins
@@ -50,17 +59,31 @@ def project(numbers: range, quarters: int = 40) -> pd.DataFrame:
 
 
 def project_in_numpy(numbers: range, quarters: int = 40) -> pd.DataFrame:
-    """The same rents without the library: the area under a straight line, for all leases and quarters at once."""
+    """The same rents without the library, for all leases and quarters at once: each rent from one review to the next,
+    until the first relet ends."""
     leases = make_leases(numbers)
-    edges = (FIRST_QUARTER + 3 * np.arange(quarters + 1)).astype("M8[D]").astype(float)
-    start = leases.start.to_numpy().astype("M8[D]").astype(float)[:, None]
-    expiry = leases.expiry.to_numpy().astype("M8[D]").astype(float)[:, None]
-    rent, market_rent = leases.rent.to_numpy()[:, None], leases.market_rent.to_numpy()[:, None]
-    begin, end = np.maximum(edges[:-1], start), np.minimum(edges[1:], expiry)
-    middle = rent + (market_rent - rent) * ((begin + end) / 2 - start) / (expiry - start)
-    rents = np.where(end > begin, middle * (end - begin) / 365, 0.0)
-    columns = edges[:-1].astype("M8[D]").astype(str)
-    return pd.concat([leases[["lease"]], pd.DataFrame(rents, columns=columns)], axis=1)
+    edges = (FIRST_QUARTER + 3 * np.arange(quarters + 1)).astype("M8[D]")
+    start, expiry, review = (leases[name].to_numpy().astype("M8[M]") for name in ["start", "expiry", "review"])
+    market_rent = leases.market_rent.to_numpy()
+    rents = np.zeros((len(leases), quarters))
+
+    def market(month):
+        return market_rent * (1.0 + GROWTH) ** ((month - FIRST_QUARTER).astype(int) / 12)
+
+    def add(begin, end, rent):
+        begin, end = begin.astype("M8[D]")[:, None], end.astype("M8[D]")[:, None]
+        days = (np.minimum(end, edges[1:]) - np.maximum(begin, edges[:-1])).astype(int)
+        rents[:] += rent[:, None] * np.maximum(days, 0) / 365
+
+    rent, begin = leases.rent.to_numpy(), start
+    for review in [review, review + REVIEW_MONTHS, review + 2 * REVIEW_MONTHS]:
+        add(begin, np.minimum(review, expiry), rent)
+        rent, begin = np.maximum(rent, market(review)), review
+    relet = expiry + VOID
+    rent = market(relet)
+    add(relet + RENT_FREE, relet + REVIEW_MONTHS, rent)
+    add(relet + REVIEW_MONTHS, relet + 12 * RELET_YEARS, np.maximum(rent, market(relet + REVIEW_MONTHS)))
+    return pd.concat([leases[["lease"]], pd.DataFrame(rents, columns=edges[:-1].astype(str))], axis=1)
 
 
 def total(numbers: range) -> np.ndarray:
