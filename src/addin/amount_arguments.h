@@ -27,11 +27,11 @@ constexpr ArgumentGroup curved_spread() { return {Start(), Finish(), Total(), Sk
 constexpr ArgumentGroup general_spread() {
     return {
         Start(), Total(), optional("CompletionDate", "Date of completion; not after Start, all is paid on Start"),
-        optional("CurveModel", 0.0, "Reserved"),
+        optional("CurveModel", 0.0, "This variable is included for future use, it is not in use yet."),
         optional("Shape", 0.0,
-                 "The whole part is the skew, from 100 (all on Start) to -100 (all on completion); two decimals are "
-                 "how peaked it is, from 0 (even) to 0.99 (one payment): 20.50 is skewed to the start, moderately "
-                 "peaked",
+                 "Whole part the skew, from -100 (all on completion) to 100 (all on Start), two decimals the peakedness: "
+                 "0.00=symmetrical, evenly distributed; -1.00=backloaded;+1.00 frontloaded; 0.50 symmetrical, moderately peaked; 0,90, "
+                 "symmetrical, highly peaked.",
                  "even")};
 }
 constexpr ArgumentGroup weighted_spread() {

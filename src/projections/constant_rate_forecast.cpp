@@ -19,7 +19,10 @@ struct ReviewsAround {
 ReviewsAround reviews_around(const date& day, const date& first, int months) {
     const Review last = last_review(day, first, months, false);
     if (last.when.iszero()) return {};
-    return {last.when, first.plusmonths((last.intervals + 1) * months, true)};
+    const auto review = [&](int interval) { return first.plusmonths(interval * months, true); };
+    // 30/360 takes the 31st for the end of the month: a review on the next day is still to come.
+    if (last.when > day) return {review(last.intervals - 1), last.when};
+    return {last.when, review(last.intervals + 1)};
 }
 
 } // namespace

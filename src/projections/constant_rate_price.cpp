@@ -1,5 +1,4 @@
 #include "calendar/date_arithmetic.h"
-#include "calendar/reviews.h"
 #include "projections/constant_rate.h"
 #include "projections/forecast.h"
 #include "projections/growth.h"
@@ -158,7 +157,7 @@ double ConRevGrow2X(const timeperiod& Time, const Life& life, double MktPrice, c
     double revenue = 0.0;
     int rounds = 0;
     for (date start = period.from(); rounds < most_rounds; ++rounds) {
-        const date end = std::min(next_review(start, anchor, rate_months, false).when, period.to());
+        const date end = std::min(review_after(start, anchor, rate_months), period.to());
         const TraceBlock pass = here.pass(rounds + 1, "From ", start, " to ", end);
         if (start >= period.to()) {
             here.info("Date is greater than Time.to(), breaking out of loop ...");
@@ -185,7 +184,7 @@ double ConFcstCombine(const timeperiod& Time, const Life& life, const Forecast& 
     check_base(here, FcstRatesBase, "FcstRatesBase");
     const Forecast rates{FcstAnnRates, StartFcstRates, FcstRatesBase};
     const auto next_value = [](const date& day, const Forecast& forecast) {
-        return next_review(day, forecast.start, forecast.base, false).when;
+        return review_after(day, forecast.start, forecast.base);
     };
     return here.returning(sum_mini_periods(
         here, Time, life, basis, Operator, "Failed to calculated due to too many mini-timeperiods",
@@ -212,9 +211,8 @@ double ConGrowCombine(const timeperiod& Time, const Life& life, double MktPrice,
     return here.returning(sum_mini_periods(
         here, Time, life, basis, Operator, "Failed to calculate due to too many mini-timeperiods",
         [&](const date& day) {
-            const date price =
-                GrowPriceEvery > 0 ? next_review(day, price_anchor, GrowPriceEvery, false).when : DateCrit;
-            const date rate = RevMonthsOpt > 0 ? next_review(day, anchor, RevMonthsOpt, false).when : DateCrit;
+            const date price = GrowPriceEvery > 0 ? review_after(day, price_anchor, GrowPriceEvery) : DateCrit;
+            const date rate = RevMonthsOpt > 0 ? review_after(day, anchor, RevMonthsOpt) : DateCrit;
             return std::min(price, rate);
         },
         [&](const date& day) { return Grow(day, MktPrice, price_growth, GrowPriceEvery); },

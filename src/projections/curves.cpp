@@ -133,9 +133,10 @@ void CumulativeSpread::check(Routine& here) const {
 }
 
 double CumulativeSpread::in(const Routine& here, const timeperiod& Time, const Basis& basis) const {
+    int end = 0;
     return along(here, Time, {Start, Finish}, Total, basis, [&](double time) {
         const double paid = curve.at(time);
-        here.info("Area under curve up to ", time, "=", paid);
+        here.info("Area under curve up to t", ++end, " (", time, " of the time)=", paid);
         return paid;
     });
 }

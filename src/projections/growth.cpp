@@ -25,10 +25,16 @@ double grow(const char* name, const date& TheDate, double StartingValue, const G
 
 } // namespace
 
+// 30/360 takes the 31st for the end of the month: a review on the next day counts as reached, but is still to come.
+
 date review_before(const date& TheDate, const date& FirstRev, int RevMonths) {
     const date review = last_review(TheDate, FirstRev, RevMonths, false).when;
-    // 30/360 takes the 31st for the end of the month; a review on the next day is still to come.
     return review <= TheDate ? review : last_review(TheDate, FirstRev, RevMonths, true).when;
+}
+
+date review_after(const date& TheDate, const date& FirstRev, int RevMonths) {
+    const date review = last_review(TheDate, FirstRev, RevMonths, false).when;
+    return review > TheDate ? review : next_review(TheDate, FirstRev, RevMonths, false).when;
 }
 
 double GrowFromTo(const date& Date1, const date& Date2, double StartingValue, const Growth& growth, int GrowthType,

@@ -25,6 +25,8 @@ enum GrowthType : int {
 
 /// The last review on or before a date, the zero date if there is none; the date itself if RevMonths is 0.
 date review_before(const date& TheDate, const date& FirstRev, int RevMonths);
+/// The first review after a date; the date itself if RevMonths is 0.
+date review_after(const date& TheDate, const date& FirstRev, int RevMonths);
 
 /// StartingValue grown from Date1 to Date2, or to the last review before it. A value of zero stays zero. Throws
 /// errlibillegalswitch for a GrowthType that is none, errlibmin and errlibmax for a DayCount outside 0 to 999 (which

@@ -412,7 +412,7 @@ double ALevelsThenGrow(const timeperiod& Time, const Steps& given_steps, View<do
         for (const date& turn : growth.dates) {
             if (turn <= part.Start || turn >= part.Finish) continue;
             see(level(n, turn));
-            const date review = next_review(turn, growth.dates.first(), RevMonthsOpt, false).when;
+            const date review = review_after(turn, growth.dates.first(), RevMonthsOpt);
             if (review < part.Finish) see(level(n, review));
         }
     };

@@ -1,6 +1,5 @@
 #include "realestate/turnover_rents.h"
 
-#include "calendar/reviews.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"
 #include "projections/growth.h"
@@ -124,7 +123,7 @@ class TurnoverRent {
         for (const date& from : terms_.rates.RateFromDates) consider(from);
         for (const Growth* growth : {&terms_.growth, &terms_.of_thresholds})
             if (terms_.GrowEvery > 0 && !growth->none())
-                consider(next_review(day, growth->dates.first(), terms_.GrowEvery, false).when);
+                consider(review_after(day, growth->dates.first(), terms_.GrowEvery));
         return next;
     }
 
