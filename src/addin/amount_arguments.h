@@ -28,11 +28,13 @@ constexpr ArgumentGroup general_spread() {
     return {
         Start(), Total(), optional("CompletionDate", "Date of completion; not after Start, all is paid on Start"),
         optional("CurveModel", 0.0, "This variable is included for future use, it is not in use yet."),
-        optional("Shape", 0.0,
-                 "Whole part the skew, from -100 (all on completion) to 100 (all on Start), two decimals the peakedness: "
-                 "0.00=symmetrical, evenly distributed; -1.00=backloaded;+1.00 frontloaded; 0.50 symmetrical, moderately peaked; 0,90, "
-                 "symmetrical, highly peaked.",
-                 "even")};
+        optional(
+            "Shape", 0.0,
+            "Whole part the skew, from -100 (all on completion) to 100 (all on Start), two decimals the peakedness: "
+            "0.00=symmetrical, evenly distributed; -1.00=backloaded;+1.00 frontloaded; 0.50 symmetrical, moderately "
+            "peaked; 0,90, "
+            "symmetrical, highly peaked.",
+            "even")};
 }
 constexpr ArgumentGroup weighted_spread() {
     return {Start(),

@@ -43,9 +43,10 @@ double spread_with_history(const timeperiod& Time, const S& spread, View<date> D
                            const Basis& basis) {
     Routine here{S::names.with_history};
     here.inputs(Time, spread, DatesHistory, PmtsHistory, basis);
-    here.change_note(19, "See Change in Behaviour 19, Mar-03 :DatesHistory and PmtsHistory are automatically contracted "
-                         "(shrunk) to the last non-zero payment.  This means that you can specify the start of the "
-                         "forecast by putting in a small non-zero amount as the last payment");
+    here.change_note(19,
+                     "See Change in Behaviour 19, Mar-03 :DatesHistory and PmtsHistory are automatically contracted "
+                     "(shrunk) to the last non-zero payment.  This means that you can specify the start of the "
+                     "forecast by putting in a small non-zero amount as the last payment");
     basis.check(here);
     spread.check(here);
     const int n = length_of(DatesHistory, PmtsHistory);
