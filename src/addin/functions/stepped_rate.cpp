@@ -8,6 +8,10 @@ namespace {
 
 constexpr Category category = Category::SteppedRate;
 
+constexpr Argument StepRates() {
+    return {"AnnualRates",
+            "Amounts a year, one for each of the dates. Either a single AnnualRate or a  range of annual rates."};
+}
 constexpr Argument InitialAnnRate() { return {"InitialAnnRate", "Amount a year, as at the first growth date"}; }
 constexpr Argument MktAnnRate() {
     return {"MktAnnRate", "Market rate a year, as at the first growth date, for steps whose rate is zero"};
@@ -44,7 +48,7 @@ constexpr Function FStep{
     .category = category,
     .calls = twin<qx::Step<FromSteps>>,
     .help = "Amount in a period of a stream whose annual rate changes on from-dates",
-    .args = {time_period(), from_steps(), AnnualRates(), basis()},
+    .args = {time_period(), from_steps(), StepRates(), basis()},
     .examples = {"FStep(2005, 12, 2010, {2004;2005.5}, {1000;1200}) ~ 1100 1e-9"},
     .see_also = "TStep,Con,FStepGrow,FStepFcst,FStepCombine",
 };
@@ -55,7 +59,7 @@ constexpr Function TStep{
     .category = category,
     .calls = twin<qx::Step<ToSteps>>,
     .help = "Amount in a period of a stream whose annual rate changes on to-dates",
-    .args = {time_period(), to_steps(), AnnualRates(), basis()},
+    .args = {time_period(), to_steps(), StepRates(), basis()},
     .examples = {"TStep(2005, 12, 2004, {2005.5;2010}, {1000;1200}) ~ 1100 1e-9"},
     .see_also = "FStep,Con,TStepGrow,TStepFcst,TStepCombine",
 };
@@ -67,7 +71,7 @@ constexpr Function FStepSF{
     .calls = twin<qx::StepSF<FromSteps>>,
     .help = "Amount in a period of a stream whose annual rate changes on from-dates, as far as it lies "
             "between two overall dates",
-    .args = {time_period(), overall(), FromDates(), AnnualRates(), basis()},
+    .args = {time_period(), overall(), FromDates(), StepRates(), basis()},
     .examples = {"FStepSF(2005, 12, 2005.25, 2005.75, {2004;2005.5}, {1000;1200}) ~ 550 1e-9"},
     .see_also = "FStep,ConSF",
 };
@@ -79,7 +83,7 @@ constexpr Function TStepSF{
     .calls = twin<qx::StepSF<ToSteps>>,
     .help = "Amount in a period of a stream whose annual rate changes on to-dates, as far as it lies between "
             "two overall dates",
-    .args = {time_period(), overall(), ToDates(), AnnualRates(), basis()},
+    .args = {time_period(), overall(), ToDates(), StepRates(), basis()},
     .examples = {"TStepSF(2005, 12, 2005.25, 2005.75, {2005.5;2010}, {1000;1200}) ~ 550 1e-9"},
     .see_also = "TStep,ConSF",
 };
@@ -91,7 +95,7 @@ constexpr Function FStepS{
     .calls = twin<qx::StepS<FromSteps>>,
     .help = "Amount in a period of a stream whose annual rate changes on from-dates and is spread over the "
             "year by seasons",
-    .args = {time_period(), from_steps(), AnnualRates(), seasons(), basis()},
+    .args = {time_period(), from_steps(), StepRates(), seasons(), basis()},
     .examples = {"FStepS(2005, 6, 2010, {2004;2005.25}, {1000;2000}, {1;2;3;2}) ~ 625 1e-9"},
     .see_also = "FStep,ConS",
 };
@@ -103,7 +107,7 @@ constexpr Function TStepS{
     .calls = twin<qx::StepS<ToSteps>>,
     .help = "Amount in a period of a stream whose annual rate changes on to-dates and is spread over the "
             "year by seasons",
-    .args = {time_period(), to_steps(), AnnualRates(), seasons(), basis()},
+    .args = {time_period(), to_steps(), StepRates(), seasons(), basis()},
     .examples = {"TStepS(2005, 6, 2004, {2005.25;2010}, {1000;2000}, {1;2;3;2}) ~ 625 1e-9"},
     .see_also = "TStep,ConS",
 };
@@ -170,7 +174,7 @@ constexpr Function FStepGrown{
     .category = category,
     .calls = twin<qx::StepGrown<FromSteps>>,
     .help = "Amount in a period of a stream whose annual rates are grown to the from-date of their step",
-    .args = {time_period(), from_steps(), AnnualRates(), growth(), basis()},
+    .args = {time_period(), from_steps(), StepRates(), growth(), basis()},
     .examples = {"FStepGrown(2006, 12, 2010, {2005;2006}, {1000;2000}, 2005, 0.1) ~ 2200 1e-9"},
     .see_also = "TStepGrown,FStepGrow,FStepGrowX",
 };
@@ -181,7 +185,7 @@ constexpr Function TStepGrown{
     .category = category,
     .calls = twin<qx::StepGrown<ToSteps>>,
     .help = "Amount in a period of a stream whose annual rates are grown to the to-date of their step",
-    .args = {time_period(), to_steps(), AnnualRates(), growth(), basis()},
+    .args = {time_period(), to_steps(), StepRates(), growth(), basis()},
     .examples = {"TStepGrown(2006, 12, 2005, {2006;2007}, {1000;2000}, 2005, 0.1) ~ 2420 1e-9"},
     .see_also = "FStepGrown,TStepGrow,TStepGrowX",
 };
@@ -193,7 +197,7 @@ constexpr Function FStepGrowX{
     .calls = twin<qx::StepGrowX<FromSteps>>,
     .help = "Amount in a period of a stream whose annual rates change on from-dates and grow within their "
             "steps too",
-    .args = {time_period(), from_steps(), AnnualRates(), growth(), RevMonthsOpt(), basis()},
+    .args = {time_period(), from_steps(), StepRates(), growth(), RevMonthsOpt(), basis()},
     .examples = {"FStepGrowX(2006, 12, 2010, {2005;2006.5}, {1000;2000}, 2005, 0.1, 12) ~ 1650 1e-6"},
     .see_also = "FStepGrow,FStepGrown,ConGrow",
 };
@@ -205,7 +209,7 @@ constexpr Function TStepGrowX{
     .calls = twin<qx::StepGrowX<ToSteps>>,
     .help = "Amount in a period of a stream whose annual rates change on to-dates and grow within their "
             "steps too",
-    .args = {time_period(), to_steps(), AnnualRates(), growth(), RevMonthsOpt(), basis()},
+    .args = {time_period(), to_steps(), StepRates(), growth(), RevMonthsOpt(), basis()},
     .examples = {"TStepGrowX(2006, 12, 2005, {2006.5;2010}, {1000;2000}, 2005, 0.1, 12) ~ 1650 1e-6"},
     .see_also = "TStepGrow,TStepGrown,ConGrow",
 };
@@ -241,7 +245,7 @@ constexpr Function FStepThenGrow{
     .calls = twin<qx::StepThenGrow<FromSteps>>,
     .help = "Amount in a period of a stream whose annual rate changes on from-dates and grows from the last "
             "of them on",
-    .args = {time_period(), from_steps(), AnnualRates(), growth(), RevMonthsOpt(), basis()},
+    .args = {time_period(), from_steps(), StepRates(), growth(), RevMonthsOpt(), basis()},
     .examples = {"FStepThenGrow(2007, 12, 2010, {2005;2006}, {1000;2000}, 2006, 0.1, 12) ~ 2200 1e-6"},
     .see_also = "FStep,ConGrow,FStepThenGrowRev",
 };
@@ -253,7 +257,7 @@ constexpr Function TStepThenGrow{
     .calls = twin<qx::StepThenGrow<ToSteps>>,
     .help = "Amount in a period of a stream whose annual rate changes on to-dates; after the last of them "
             "its rate goes on for ever and grows",
-    .args = {time_period(), to_steps(), AnnualRates(), growth(), RevMonthsOpt(), basis()},
+    .args = {time_period(), to_steps(), StepRates(), growth(), RevMonthsOpt(), basis()},
     .examples = {"TStepThenGrow(2007, 12, 2005, {2005.5;2006}, {1000;2000}, 2006, 0.1, 12) ~ 2200 1e-6"},
     .see_also = "TStep,ConGrow,TStepThenGrowRev",
 };
@@ -317,7 +321,7 @@ constexpr Function FStepCombine{
     .calls = twin<qx::StepCombine<FromSteps>>,
     .help = "Amount in a period of a stream whose annual rate combines up to four lists of rates that change "
             "on from-dates",
-    .args = {time_period(), CombineBy().within(combine_switch_limits), from_steps(), AnnualRates(),
+    .args = {time_period(), CombineBy().within(combine_switch_limits), from_steps(), StepRates(),
              more_steps("FromDates2", "AnnualRates2"), more_steps("FromDates3", "AnnualRates3"),
              more_steps("FromDates4", "AnnualRates4"), basis()},
     .examples = {"FStepCombine(2006, 12, 0, 2010, {2005;2006.5}, {100;200}, 2005, 10) ~ 1500 1e-9",
@@ -332,7 +336,7 @@ constexpr Function TStepCombine{
     .calls = twin<qx::StepCombine<ToSteps>>,
     .help = "Amount in a period of a stream whose annual rate combines up to four lists of rates that change "
             "on to-dates",
-    .args = {time_period(), CombineBy().within(combine_switch_limits), to_steps(), AnnualRates(),
+    .args = {time_period(), CombineBy().within(combine_switch_limits), to_steps(), StepRates(),
              more_steps("ToDates2", "AnnualRates2"), more_steps("ToDates3", "AnnualRates3"),
              more_steps("ToDates4", "AnnualRates4"), basis()},
     .examples = {"TStepCombine(2006, 12, 0, 2005, {2006.5;2010}, {100;200}, 2010, 10) ~ 1500 1e-9",
