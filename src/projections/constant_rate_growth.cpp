@@ -139,6 +139,7 @@ double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, 
     here.inputs(Time, life, MktAnnRate, InitialAnnRate, GrowFrom, GrowthRatePA, RevMos, basis);
     basis.check(here);
     check_reviews(here, RevMos, "RevMos");
+    Growth{View<date>::of(GrowFrom), View<double>::of(GrowthRatePA)}.check(here);
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
     return here.returning(SumEGStepMktFT(period, MktAnnRate, InitialAnnRate, GrowthRatePA, life.Start, GrowFrom,
@@ -191,6 +192,7 @@ double ConGrowQ(const timeperiod& Time, const Life& life, double AnnualRate, con
     basis.check(here);
     if (RevMos < 0) here.fail<errlibbadnum>("RevMos", "StepLengthMonths must be a positive number");
     check_reviews(here, RevMos, "RevMos");
+    Growth{View<date>::of(GrowFrom), View<double>::of(GrowthRatePA)}.check(here);
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
     const auto months = [&](const date& from, const date& to) {
