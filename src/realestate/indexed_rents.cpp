@@ -57,8 +57,10 @@ class GrowthIndex {
         return agreed(has_base() ? base_ : start, rent);
     }
     Base agreed(const date& day, double rent) const { return {day, rent, level(day)}; }
-    /// The rent that the index makes of a base on a date.
-    double rent_on(const date& day, const Base& base) const { return safe_divide(base.rent * level(day), base.level); }
+    /// The rent that the index makes of a base on a date: nothing before the base, as growth is one from a date on.
+    double rent_on(const date& day, const Base& base) const {
+        return day <= base.when ? base.rent : safe_divide(base.rent * level(day), base.level);
+    }
     /// The stretch without indexation that holds a day.
     timeperiod step(const date& day, const date& first) const {
         const Recurrence indexations{first, every_};
@@ -269,7 +271,9 @@ double stepped_rent(const Routine& here, const timeperiod& period, const Life& l
     const IndexedLease<Index> lease{here, index, period, life, measure};
     const int maxn = steps.ReviewDates.size();
     const date first_indexation = index.first_from(life.Start);
-    if (!index_steps) here.info("Stepped rents, unindexed (default) behaviour. See the value of ROpts");
+    here.info(index_steps
+                  ? "Indexed Step Option (ROpts=1024): The input stepped rents will be escalated with indexation"
+                  : "Stepped rents, unindexed (default) behaviour. See the value of ROpts");
     double amount = 0.0, passing = 0.0;
     bool to_market = true;
     date from = life.Start;
@@ -407,6 +411,7 @@ double stepped_chain(Routine& here, const timeperiod& Time, const date& RentStar
     if (calendar.rounds()) dates.emplace(rounded(steps.ReviewDates, calendar));
     const RentSteps rounded_steps{dates ? View<date>(*dates) : steps.ReviewDates, steps.AnnRents};
     const bool overridden = absolute.override_start(chain.ROpts);
+    if (overridden) here.info("AbStart overrides RentStart.");
     const StreamBounds bounds{overridden ? date() : absolute.AbStart, date()};
     return indexed_only_chain(
         here, Time, overridden ? absolute.AbStart : RentStart, chain, terms, basis, bounds,

@@ -40,9 +40,11 @@ date lease_end(View<date> BrksOrExp, int Brk) {
     return here.returning(date(BrksOrExp(n)));
 }
 
-date lease_end(View<date> BrksOrExp, int Brk, const date& AbFin) {
+date lease_end(const Routine& here, View<date> BrksOrExp, int Brk, const date& AbFin) {
     const date end = lease_end(BrksOrExp, Brk);
-    return AbFin.iszero() ? end : std::min(end, AbFin);
+    if (AbFin.iszero()) return end;
+    if (BrksOrExp.size() > 1) here.info("Breaks array getting reduced in size to just 1 entry");
+    return std::min(end, AbFin);
 }
 
 date LeaseCalendar::after(const date& day, double months) const {

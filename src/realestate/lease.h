@@ -20,8 +20,8 @@ enum BreakNumber : int {
 /// The date that ends a lease: entry Brk of its breaks, of which the last one is the expiry; the last one where there
 /// are fewer, the first one for numbers below -2, the zero date without any. Zero dates at the end are no breaks.
 date lease_end(View<date> BrksOrExp, int Brk);
-/// The same, no later than AbFin unless that is zero.
-date lease_end(View<date> BrksOrExp, int Brk, const date& AbFin);
+/// The same, no later than AbFin unless that is zero; then the other breaks have no say, as the trace of `here` tells.
+date lease_end(const Routine& here, View<date> BrksOrExp, int Brk, const date& AbFin);
 
 /// What the relets of a chain have: months of void and of rent-free, and terms in years.
 struct Relets {

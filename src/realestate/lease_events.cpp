@@ -345,9 +345,10 @@ double LeaseInfo(const LeaseFacts& facts, const Maybe<double>& TermYrsOpt, doubl
     if (chosen.whole == fact_break || chosen.whole == fact_review) {
         const View<date> list = chosen.whole == fact_break ? facts.BreaksOpt : facts.ReviewsOpt;
         if (list.empty()) insufficient();
-        return in_cell(here, list.entry(std::max(chosen.digit, 1)));
+        return in_cell(here, list(std::max(chosen.digit, 1)));
     }
     const bool strict = option_present(all_sources_agree, LIOptions);
+    if (strict) here.info("Strict ambiguity testing");
     const date& given = facts.LeaseExpiryDate;
     const auto answer = [&](auto fact) {
         const auto derived = [&](const date& expiry) {
@@ -442,7 +443,7 @@ WorkList<date> LeaseDates(const date& RentStart, View<date> BrksOrExp, int RevMo
     here.limit(RevMos, review_months_limits, "RevMos");
     ListOfDates list{LDateOptions, AbStart, AbFin};
     const date& limit = AbFin.iszero() ? DateCrit : AbFin;
-    const date expiry = lease_end(BrksOrExp, Brk, AbFin);
+    const date expiry = lease_end(here, BrksOrExp, Brk, AbFin);
     date last_listed, last_break;
     list.add(main_rent_start, RentStart);
     for (const date& review : ReviewsOpt) {

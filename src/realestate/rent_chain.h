@@ -71,12 +71,20 @@ inline Market market_of(const Routine& here, const Relet& relet, View<double> Mk
     return market;
 }
 
+/// The notes of the options that change how relets are dated and let.
+inline void note_options(const Routine& here, int ROpts) {
+    if (option_present(deflate_market, ROpts)) here.info("Market Rents on relet grow from Lease Start");
+    if (option_present(move_by_day_count, ROpts))
+        here.info("Daycount for calculating new rent start is the same as for rent.");
+}
+
 /// The sum over a lease that starts on a date and its relets. `first` takes the period in which it is measured, under
 /// accruals, and the end of the lease; `later` the period and a relet.
 template <class First, class Later>
 double follow_chain(const Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain, int RevMos,
                     const Basis& basis, const StreamBounds& bounds, First first, Later later) {
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
+    note_options(here, chain.ROpts);
     const date& limit = chain.AbFin.iszero() ? DateCrit : chain.AbFin;
     const date& start = std::max(bounds.Start, RentStart);
     const date& end = bounds.Finish.iszero() ? limit : std::min(limit, bounds.Finish);
@@ -90,7 +98,7 @@ double follow_chain(const Routine& here, const timeperiod& Time, const date& Ren
     bounds.narrow(period);
     if (period.to() < period.from()) return 0.0;
 
-    const date expiry = calendar.rounded(lease_end(chain.BrksOrExp, chain.Brk, chain.AbFin));
+    const date expiry = calendar.rounded(lease_end(here, chain.BrksOrExp, chain.Brk, chain.AbFin));
     double amount = first(period, expiry);
     const auto visit = [&](const Relet& relet, const date&) {
         if (relet.rent_start > period.to() || relet.rent_start >= limit) return false;

@@ -20,7 +20,7 @@ class RentDates {
     void add_lease(const date& RentStart, View<date> ReviewDates, const date& expiry, int RevMos) {
         dates_->append(RentStart);
         for (const date& day : ReviewDates) dates_->append(day);
-        const date& to_market = ReviewDates.empty() ? RentStart : ReviewDates.last();
+        const date& to_market = ReviewDates.empty() || ReviewDates.last().iszero() ? RentStart : ReviewDates.last();
         add_reviews(RevMos == 0 ? date() : to_market.plusmonths(RevMos, true), RevMos, expiry);
         dates_->append(expiry);
         capitalised_ = expiry < DateCrit ? expiry : to_market;
@@ -86,7 +86,7 @@ double CapValueTStepRentGrowR(const date& ValuationDate, double Yield, double Di
 
     const LeaseCalendar calendar{measure, ROpts};
     const date& limit = AbFin.iszero() ? DateCrit : AbFin;
-    date expiry = calendar.rounded(lease_end(BrksOrExp, Brk, AbFin));
+    date expiry = calendar.rounded(lease_end(here, BrksOrExp, Brk, AbFin));
     RentDates changes;
     changes.add_lease(calendar.rounded(RentStart), rounded(ReviewDates, calendar), expiry, reviews.RevMos);
     const int relet_count = AbFin.iszero() ? number_of_relets(MktRent_s, relets) : Relets::most;
@@ -95,7 +95,7 @@ double CapValueTStepRentGrowR(const date& ValuationDate, double Yield, double Di
         changes.add_relet(relet, reviews.RevMos);
         expiry = relet.expiry;
     }
-    if (!AbFin.iszero()) changes.capitalise_at(AbFin);
+    if (!AbFin.iszero()) changes.capitalise_at(std::max(AbFin, expiry)); // an expiry may be rounded past it
 
     const Basis basis = measure;
     const auto rent_in = [&](const date& from, const date& to) {

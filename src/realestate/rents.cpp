@@ -29,11 +29,14 @@ struct SteppedLease {
     Collars collars{};
     bool opens_with_review = false; ///< without a list: reviewed to the market at once, and not let at it
     View<double> weights{};         ///< of the rents, of the reviews after them, of each relet; all 1 if there are none
+    bool by_from_dates = false;     ///< as they were given, which the trace tells
 
     const date& starts() const { return RentStart; }
+    /// How many rents there are: nothing but a blank date is no list.
+    int count() const { return ends.size() == 1 && ends.first().iszero() ? 0 : ends.size(); }
     double weight(int n) const { return weights.empty() ? 1.0 : weights.entry(n); }
-    double weight_of_reviews() const { return weight(ends.size() + 1); }
-    double weight_of_relet(int number) const { return weight(ends.size() + 1 + number); }
+    double weight_of_reviews() const { return weight(count() + 1); }
+    double weight_of_relet(int number) const { return weight(count() + 1 + number); }
 };
 
 /// The rent of a lease that is reviewed, walked review by review, in a period under accruals.
@@ -84,7 +87,7 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
                const Rules& rules, const Measure& measure) {
     const Routine here{"Stepped rents", Routine::internal};
     if (!within_lease(here, period, lease.RentStart, expiry)) return here.returning(0.0);
-    const int maxn = lease.ends.size();
+    const int maxn = lease.count();
     const DayCountCodes codes = DayCountCodes::of(measure.DayCount);
     const Measure generic_measure{codes.with_end(), measure.Periods};
     if (maxn == 0 && lease.opens_with_review)
@@ -111,7 +114,9 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
         const bool given = !iszero(rent);
         if (!given) {
             rent = market.at(from);
-            if (n == 1)
+            if (n == 1 && lease.by_from_dates)
+                here.info("Zero initial rent encountered with rent no ", n, ", reviewing to market of ", rent);
+            else if (n == 1)
                 here.info("Zero initial rent encountered, reviewing to market at Rent Start Date of ", from);
             else
                 here.info("Zero rent encountered at ", from, ", reviewing to market of ", rent);
@@ -206,13 +211,15 @@ class FromRents {
                       "will).  The function has set the first reveiew to market impossibly far into the future to "
                       "ensure no review.");
         const date& to_market = RevToMkt.iszero() ? DateCrit : RevToMkt;
+        const bool blank = FromDates.size() == 1 && FromDates.first().iszero() && iszero(AnnRents.single_or(1));
         int n = 0;
-        while (n < FromDates.size() && FromDates(n + 1) < to_market) ++n;
+        while (!blank && n < FromDates.size() && FromDates(n + 1) < to_market) ++n;
         here.info("Number of fixed rents ", n);
         for (int i = 2; i <= n; ++i) ends_->append(FromDates(i));
         if (n > 0) ends_->append(to_market);
         lease_.RentStart = n > 0 ? FromDates.first() : to_market;
         lease_.ends = ends_;
+        lease_.by_from_dates = true;
         lease_.opens_with_review = n == 0;
         nothing_ = n == 0 && RevToMkt.iszero();
         if (nothing_) here.info("No rents or reviews specified");
