@@ -13,7 +13,7 @@ constexpr Argument BrksOrExp() {
 constexpr Argument Brk() {
     return optional("Brk", 1,
                     "Which of the breaks ends the lease: its number, 0 the last, the expiry, -1 none, the lease never "
-                    "ends, -2 the first one after today",
+                    "ends, -2 the first one after today. If omitted, break on first break.",
                     "the first one");
 }
 constexpr Argument MktRent() {
