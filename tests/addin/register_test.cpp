@@ -135,7 +135,8 @@ std::string fault_of(const std::string& help, std::string_view name) {
         if (c < ' ' || c > '~') return "has a character that not every host shows";
     if (help.front() == ' ' || help.back() == ' ') return "has a space at an end";
     for (std::size_t at = 0; (at = help.find("  ", at)) != std::string::npos; ++at)
-        if (help[at - 1] != '.' && help.compare(at, 8, "  dates ") != 0 && help.compare(at, 11, "  Historic ") != 0)
+        if (help[at - 1] != '.' && help.compare(at, 8, "  dates ") != 0 && help.compare(at, 8, "  range ") != 0 &&
+            help.compare(at, 11, "  Historic ") != 0)
             return "has two spaces in a row within a sentence";
     if (std::islower(static_cast<unsigned char>(help.front()))) return "does not begin with a capital";
     for (std::size_t at = 0; (at = help.find(". ", at)) != std::string::npos; ++at) {
