@@ -6,6 +6,7 @@
 #include "calendar/time_period.h"
 #include "core/parse_number.h"
 #include "core/routine.h"
+#include "core/twin_run.h"
 
 #include <algorithm>
 #include <cctype>
@@ -176,50 +177,71 @@ namespace declaring {
 
 namespace {
 
-/// The loop of a twin over n items: `next` gives the one of an index, `word` what the trace puts before it.
-template <class Item, class Word, class Next>
-const Range<double>& each(const char* name, const char* list, Word word, int n, double (*call)(const Item&),
-                          Next next) {
+/// The run of a twin over the items that `set` gives.
+template <class Item, class Set>
+class RunOf final : public TwinRun<Item> {
+  public:
+    RunOf(const char* routine, int n, Range<double>& answers, Set set)
+        : TwinRun<Item>(routine, n, answers), set_(set) {}
+    const Item& set(int i) override {
+        set_(this->item_, i);
+        return this->item_;
+    }
+
+  private:
+    Set set_;
+};
+
+/// The loop of a twin over a list: `set` makes the item of an index, `word` is what the trace puts before it.
+template <class Item, class List, class Word, class Set>
+const Range<double>& each(const char* name, const List& list, const char* list_name, double (*call)(const Item&),
+                          Word word, Set set) {
     const std::string label = traced() ? std::string(name) + "AF" : std::string();
     Routine here{label.c_str(), Routine::array};
-    Range<double>& results = RangePool<double>::get(twin_result_slot);
+    Range<double>& answers = RangePool<double>::get(twin_result_slot);
+    const int n = list.size();
     if (n == 0) {
         here.warning("No timeperiods set for this array function");
-        here.fail<inputerror>(list);
+        here.fail<inputerror>(list_name);
     }
-    results.dimension(n);
+    answers.dimension(n);
+    if (!traced()) {
+        RunOf<Item, Set> run{name, n, answers, set};
+        const Item& item = run.first();
+        while (run.go_on(call(item))) {}
+        return answers;
+    }
     {
         const TraceBlock loop = here.loop("Timeperiod Loop", "Looping over each timeperiod in the array function");
+        Item item;
         for (int i = 1; i <= n; ++i) {
-            const Item& item = next(i);
-            const TraceBlock pass = here.pass(i, traced() ? word(i) : std::string(), item);
-            results(i) = call(item);
+            set(item, i);
+            const TraceBlock pass = here.pass(i, word(i), item);
+            answers(i) = call(item);
         }
     }
     here.returning();
-    return results;
+    return answers;
 }
 
 } // namespace
 
 const Range<double>& each_of(const char* name, const Range<date>& times, double (*call)(const timeperiod&)) {
-    static timeperiod period;
-    const auto word = [](int) { return std::string("TimePeriod "); };
-    return each(name, "Times", word, times.size(), call, [&times](int i) -> const timeperiod& {
-        period.setfromtimebase(times, i);
-        return period;
-    });
+    return each<timeperiod>(
+        name, times, "Times", call, [](int) { return std::string("TimePeriod "); },
+        [&times](timeperiod& period, int i) { period.setfromtimebase(times, i); });
 }
 
 const Range<double>& each_of(const char* name, const Range<date>& dates, double (*call)(const date&)) {
-    const auto word = [](int i) { return text_of("TheDate(", i, ") "); };
-    return each(name, dates.name(), word, dates.size(), call, [&dates](int i) -> const date& { return dates.get(i); });
+    return each<date>(
+        name, dates, dates.name(), call, [](int i) { return text_of("TheDate(", i, ") "); },
+        [&dates](date& day, int i) { day = dates.get(i); });
 }
 
 const Range<double>& each_of(const char* name, const Range<double>& values, double (*call)(const double&)) {
-    const auto word = [](int) { return std::string("Value "); };
-    return each(name, values.name(), word, values.size(), call,
-                [&values](int i) -> const double& { return values.get(i); });
+    return each<double>(
+        name, values, values.name(), call, [](int) { return std::string("Value "); },
+        [&values](double& value, int i) { value = values.get(i); });
 }
 
 } // namespace declaring

@@ -1,6 +1,6 @@
 #include "projections/stepped_rate.h"
 
-#include "core/routine.h"
+#include "core/twin_run.h"
 #include "projections/forecast.h"
 #include "projections/growth.h"
 
@@ -25,24 +25,27 @@ bool has_steps(const Routine& here, ToSteps& steps, View<double>& rates) {
 template <class Steps, class Amount>
 double sum_stream(const Routine& here, const timeperiod& Time, const Steps& steps, const Basis& basis, Amount amount,
                   LastStep last_step = LastStep::given) {
-    timeperiod period = Time;
-    if (!screen_period(here, period, steps.extent(), basis)) return 0.0;
-    return sum_steps(
-        here, period, steps, basis,
-        [&](int n, const Life& step, const Basis& stub, bool ComponentPart) {
-            return amount(period, n, step, stub, ComponentPart);
-        },
-        last_step);
+    return over(here, Time, [&](const timeperiod& given) {
+        timeperiod period = given;
+        if (!screen_period(here, period, steps.extent(), basis)) return 0.0;
+        return sum_steps(
+            here, period, steps, basis,
+            [&](int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                return amount(period, n, step, stub, ComponentPart);
+            },
+            last_step);
+    });
 }
 
 /// A stepped stream of which rate_of(n) is the annual rate of step n.
 template <class Steps, class Rate>
 double sum_rates(const Routine& here, const timeperiod& Time, const Steps& steps, const Basis& basis, Rate rate_of,
                  LastStep last_step = LastStep::given) {
+    Kept<double> rates{steps.count()};
     return sum_stream(
         here, Time, steps, basis,
         [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
-            return ConX(period, step, rate_of(n), stub, ComponentPart);
+            return ConX(period, step, rates(n, [&] { return rate_of(n); }), stub, ComponentPart);
         },
         last_step);
 }

@@ -110,11 +110,15 @@ double UKRatesR(const timeperiod& Time, const date& Start, View<date> BrksOrExp,
     check_rates(here, rates, basis);
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     const date start = calendar.rounded(Start), expiry = chain.expiry(BrksOrExp, calendar);
-    double amount = rates_between(here, Time, {start, expiry}, rates, basis);
-    each_relet(here, expiry, relets, calendar, chain.limit(), Time.to(), [&](const Relet& relet, const date&) {
-        amount += rates_between(here, Time, {relet.lease_start, relet.expiry}, rates, basis);
-    });
-    return here.returning(amount);
+    const Relets letting_again = relets.relets();
+    ReletWalk walk = relet_walk(letting_again, calendar, chain.limit());
+    return here.returning(over(here, Time, [&](const timeperiod& period) {
+        double amount = rates_between(here, period, {start, expiry}, rates, basis);
+        each_relet(here, expiry, walk, period.to(), [&](const Relet& relet, const date&) {
+            amount += rates_between(here, period, {relet.lease_start, relet.expiry}, rates, basis);
+        });
+        return amount;
+    }));
 }
 
 template <class Value>
@@ -128,15 +132,19 @@ double UKEmptyRates(const timeperiod& Time, const date& StartCost, const date& S
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     const date& limit = chain.limit();
     const date start = calendar.rounded(StartCost), first_lease = calendar.rounded(StartLease);
-    double amount = 0.0;
-    const auto add = [&](int n, const date& from, const date& to) {
-        const date liable = calendar.rounded(calendar.after(from, series_item(RatesHol_s, n)));
-        amount += rates_between(here, Time, {std::max(liable, start), std::min(to, limit)}, rates, basis);
-    };
-    add(1, start, first_lease);
-    each_relet(here, chain.expiry(BrksOrExp, calendar), relets, calendar, limit, Time.to(),
-               [&](const Relet& relet, const date& expiry) { add(relet.number + 1, expiry, relet.lease_start); });
-    return here.returning(EmptyRatesFrac * amount);
+    const Relets letting_again = relets.relets();
+    ReletWalk walk = relet_walk(letting_again, calendar, limit);
+    return here.returning(over(here, Time, [&](const timeperiod& period) {
+        double amount = 0.0;
+        const auto add = [&](int n, const date& from, const date& to) {
+            const date liable = calendar.rounded(calendar.after(from, series_item(RatesHol_s, n)));
+            amount += rates_between(here, period, {std::max(liable, start), std::min(to, limit)}, rates, basis);
+        };
+        add(1, start, first_lease);
+        each_relet(here, chain.expiry(BrksOrExp, calendar), walk, period.to(),
+                   [&](const Relet& relet, const date& expiry) { add(relet.number + 1, expiry, relet.lease_start); });
+        return EmptyRatesFrac * amount;
+    }));
 }
 
 #define QX_RATES_OF(Value)                                                                                             \

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "core/options.h"
+#include "core/twin_run.h"
 #include "projections/terms.h"
 
 namespace qx {
@@ -68,16 +69,45 @@ struct Relet {
 Relet next_relet(int number, const date& expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar,
                  const date& limit);
 
-/// Visits the relets that follow an expiry up to a date, with the expiry before each, until a visit returns false.
-template <class Visit>
-void walk_relets(date expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar, const date& limit,
-                 const date& until, Visit visit) {
-    for (int i = 1; i <= Relets::most && expiry <= until && expiry < limit; ++i) {
-        const Relet relet = next_relet(i, expiry, relets, RevMos, calendar, limit);
-        if (!visit(relet, expiry)) return;
-        expiry = relet.expiry;
+/// The walk over the relets that follow an expiry. In the run of a twin it finds each of them once, and starts behind
+/// those that lie before all that is asked for.
+class ReletWalk {
+  public:
+    ReletWalk(const Relets& relets, int RevMos, const LeaseCalendar& calendar, const date& limit)
+        : relets_(relets), RevMos_(RevMos), calendar_(calendar), limit_(limit), found_(Relets::most) {}
+
+    /// Visits the relets that can reach a date, and others, up to another one, with the expiry before each, until a
+    /// visit returns false. The first expiry is the same in each call.
+    template <class Visit>
+    void operator()(date expiry, const date& from, const date& until, Visit visit) {
+        int i = 1;
+        if (past_ > 0 && until >= from && from >= past_by_) {
+            expiry = past_expiry_;
+            i += past_;
+        } else {
+            past_ = 0;
+        }
+        for (; i <= Relets::most && expiry <= until && expiry < limit_; ++i) {
+            const Relet& relet = found_(i, [&] { return next_relet(i, expiry, relets_, RevMos_, calendar_, limit_); });
+            if (!visit(relet, expiry)) return;
+            const bool past = past_ == i - 1 && expiry < from && relet.expiry < from && relet.rent_start < from;
+            expiry = relet.expiry;
+            if (!past || !found_.keeps()) continue;
+            past_ = i;
+            past_expiry_ = expiry;
+            past_by_ = from;
+        }
     }
-}
+
+  private:
+    const Relets& relets_;
+    int RevMos_;
+    const LeaseCalendar& calendar_;
+    const date& limit_;
+    Kept<Relet> found_;
+    int past_ = 0;               ///< as many of the first ones lie before a date
+    date past_by_, past_expiry_; ///< that date, and the expiry of the last of them
+};
 
 /// The message of errinpmin for a relet that does not end after the expiry before it.
 inline constexpr const char* no_relet_term =

@@ -5,6 +5,7 @@
 #include "core/routine.h"
 #include "projections/constant_rate.h"
 #include "realestate/lease_dates.h"
+#include "realestate/relet_terms.h"
 
 #include <cmath>
 #include <optional>
@@ -455,8 +456,9 @@ WorkList<date> LeaseDates(const date& RentStart, View<date> BrksOrExp, int RevMo
     for (const date& day : BrksOrExp)
         if (day <= expiry && day < last_break) list.add(break_date, day);
     list.add(main_expiry, expiry);
-    constexpr int no_options = 0, no_reviews = 0;
-    const auto visit = [&](const Relet& relet, const date&) {
+    const LeaseCalendar calendar = plain_calendar();
+    ReletWalk walk = relet_walk(relets, calendar, limit);
+    walk(expiry, RentStart, limit, [&](const Relet& relet, const date&) {
         if (relet.lease_start >= limit) return false;
         if (relet.expiry <= relet.lease_start) here.fail<errinpmin>("RelTerm_s", no_relet_term);
         list.add(relet_lease_start, relet.lease_start, relet.number);
@@ -464,8 +466,7 @@ WorkList<date> LeaseDates(const date& RentStart, View<date> BrksOrExp, int RevMo
         list.add_market_reviews(relet.lease_start, RevMos, relet.expiry, relet.number);
         list.add(relet_expiry, relet.expiry, relet.number);
         return true;
-    };
-    walk_relets(expiry, relets, no_reviews, LeaseCalendar{any_measure(), no_options}, limit, limit, visit);
+    });
     WorkList<date> dates = list.labelled(here);
     return here.returning("DateResult", std::move(dates));
 }

@@ -9,23 +9,26 @@ namespace {
 double leasing_fees(const Routine& here, const timeperiod& Time, View<double> FeePerc_s, const date& LeaseStartDate,
                     View<date> BrksOrExp, View<double> MktRent_s, double InitRent, const MarketSource& source,
                     const ReletTerms& relets, const date& AbFin, int Brk) {
-    double amount = 0.0;
-    if (Time.contains(LeaseStartDate)) {
-        amount = series_item(FeePerc_s, 1) * InitRent;
-        here.info("Main Lease Start ", LeaseStartDate, ": fee ", amount);
-    }
     const LeaseCalendar calendar = plain_calendar();
     const ChainEnd chain{AbFin, calendar.ROpts, Brk};
     const date& limit = chain.limit();
-    each_relet(here, chain.expiry(BrksOrExp, calendar), relets, calendar, limit, Time.to(),
-               [&](const Relet& relet, const date&) {
-                   if (!Time.contains(relet.lease_start) || relet.lease_start >= limit) return;
-                   const Market market{source, relet_market(MktRent_s, relet.number)};
-                   const double fee = series_item(FeePerc_s, relet.number + 1) * market.at(relet.lease_start);
-                   here.info("at Relet No ", relet.number, ": fee ", fee);
-                   amount += fee;
-               });
-    return amount;
+    const Relets letting_again = relets.relets();
+    ReletWalk walk = relet_walk(letting_again, calendar, limit);
+    return over(here, Time, [&](const timeperiod& period) {
+        double amount = 0.0;
+        if (period.contains(LeaseStartDate)) {
+            amount = series_item(FeePerc_s, 1) * InitRent;
+            here.info("Main Lease Start ", LeaseStartDate, ": fee ", amount);
+        }
+        each_relet(here, chain.expiry(BrksOrExp, calendar), walk, period.to(), [&](const Relet& relet, const date&) {
+            if (!period.contains(relet.lease_start) || relet.lease_start >= limit) return;
+            const Market market{source, relet_market(MktRent_s, relet.number)};
+            const double fee = series_item(FeePerc_s, relet.number + 1) * market.at(relet.lease_start);
+            here.info("at Relet No ", relet.number, ": fee ", fee);
+            amount += fee;
+        });
+        return amount;
+    });
 }
 
 } // namespace

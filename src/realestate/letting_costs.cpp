@@ -10,20 +10,24 @@ namespace {
 double letting_costs(const Routine& here, const timeperiod& Time, View<date> BrksOrExp, const Payments& payments,
                      const SpreadCosts& expiry_costs, const SpreadCosts& relet_costs, const Growth& growth,
                      const ReletTerms& relets, const LettingEnd& end) {
-    double amount = MkPmts(Time, payments);
     const LeaseCalendar calendar = plain_calendar();
     const ChainEnd chain{end.AbFin, calendar.ROpts, end.Brk};
     const date& limit = chain.limit();
-    const date first_expiry = chain.expiry(BrksOrExp, calendar);
-    if (Time.to() <= first_expiry) return amount;
-    here.info("Timeperiod is after or partly after the first lease Expiry, calculating relets...");
-    each_relet(here, first_expiry, relets, calendar, limit, Time.to(), [&](const Relet& relet, const date& expiry) {
-        const bool last_expiry = !end.AbFin.iszero() && relet.expiry >= limit;
-        if (!last_expiry || !option_present(without_last_expiry, end.Options))
-            amount += expiry_costs.in(Time, relet.number, expiry, growth);
-        if (relet.lease_start < limit) amount += relet_costs.in(Time, relet.number, relet.lease_start, growth);
+    const Relets letting_again = relets.relets();
+    ReletWalk walk = relet_walk(letting_again, calendar, limit);
+    return over(here, Time, [&](const timeperiod& period) {
+        double amount = MkPmts(period, payments);
+        const date first_expiry = chain.expiry(BrksOrExp, calendar);
+        if (period.to() <= first_expiry) return amount;
+        here.info("Timeperiod is after or partly after the first lease Expiry, calculating relets...");
+        each_relet(here, first_expiry, walk, period.to(), [&](const Relet& relet, const date& expiry) {
+            const bool last_expiry = !end.AbFin.iszero() && relet.expiry >= limit;
+            if (!last_expiry || !option_present(without_last_expiry, end.Options))
+                amount += expiry_costs.in(period, relet.number, expiry, growth);
+            if (relet.lease_start < limit) amount += relet_costs.in(period, relet.number, relet.lease_start, growth);
+        });
+        return amount;
     });
-    return amount;
 }
 
 } // namespace

@@ -39,19 +39,23 @@ struct ChainEnd {
 /// Item n of a series, from 1, of which the last one serves for the rest; 0 of an empty one.
 inline double series_item(View<double> series, int n) { return series.empty() ? 0.0 : series.entry(n); }
 
+/// The walk over the relets of a chain without reviews.
+inline ReletWalk relet_walk(const Relets& relets, const LeaseCalendar& calendar, const date& limit) {
+    constexpr int no_reviews = 0;
+    return {relets, no_reviews, calendar, limit};
+}
+
 /// Calls `each` with every relet that follows an expiry up to a date, and with the expiry before it. Throws errinpmin
 /// for a relet that ends no later than the lease before it.
 template <class Each>
-void each_relet(const Routine& here, const date& expiry, const ReletTerms& terms, const LeaseCalendar& calendar,
-                const date& limit, const date& until, Each each) {
-    constexpr int no_reviews = 0;
-    const auto visit = [&](const Relet& relet, const date& before) {
+void each_relet(const Routine& here, const date& expiry, ReletWalk& walk, const date& until, Each each) {
+    const date any;
+    walk(expiry, any, until, [&](const Relet& relet, const date& before) {
         const TraceBlock pass = here.pass(relet.number, "Number of Relets needed: ", relet.number);
         if (relet.expiry <= before) here.fail<errinpmin>("RelTerm_s", no_relet_term);
         each(relet, before);
         return true;
-    };
-    walk_relets(expiry, terms.relets(), no_reviews, calendar, limit, until, visit);
+    });
 }
 
 /// The note of a function whose start was split into the start of the cost and that of the lease.

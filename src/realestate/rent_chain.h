@@ -88,27 +88,31 @@ double follow_chain(const Routine& here, const timeperiod& Time, const date& Ren
     const date& limit = chain.AbFin.iszero() ? DateCrit : chain.AbFin;
     const date& start = std::max(bounds.Start, RentStart);
     const date& end = bounds.Finish.iszero() ? limit : std::min(limit, bounds.Finish);
-    timeperiod period = Time;
-    if (!runs_forward(here, period)) return 0.0;
-    if (period.to() < start || period.from() > end) {
-        here.info("Time ", period, " is outside of RentStart ", start, " and AbFin ", end, " returning zero.");
-        return 0.0;
-    }
-    if (basis.cash()) period = CashTime(period, basis.Periods, start, end, true, basis.ProjMode);
-    bounds.narrow(period);
-    if (period.to() < period.from()) return 0.0;
+    Kept<date> end_of_first{1};
+    ReletWalk walk{chain.relets, RevMos, calendar, limit};
+    return over(here, Time, [&](const timeperiod& given) {
+        timeperiod period = given;
+        if (!runs_forward(here, period)) return 0.0;
+        if (period.to() < start || period.from() > end) {
+            here.info("Time ", period, " is outside of RentStart ", start, " and AbFin ", end, " returning zero.");
+            return 0.0;
+        }
+        if (basis.cash()) period = CashTime(period, basis.Periods, start, end, true, basis.ProjMode);
+        bounds.narrow(period);
+        if (period.to() < period.from()) return 0.0;
 
-    const date expiry = calendar.rounded(lease_end(here, chain.BrksOrExp, chain.Brk, chain.AbFin));
-    double amount = first(period, expiry);
-    const auto visit = [&](const Relet& relet, const date&) {
-        if (relet.rent_start > period.to() || relet.rent_start >= limit) return false;
-        if (relet.expiry < period.from()) return true;
-        const TraceBlock pass = here.pass(relet.number, "Number of Relets needed: ", relet.number);
-        amount += later(period, relet);
-        return true;
-    };
-    walk_relets(expiry, chain.relets, RevMos, calendar, limit, period.to(), visit);
-    return amount;
+        const date& expiry =
+            end_of_first(1, [&] { return calendar.rounded(lease_end(here, chain.BrksOrExp, chain.Brk, chain.AbFin)); });
+        double amount = first(period, expiry);
+        walk(expiry, period.from(), period.to(), [&](const Relet& relet, const date&) {
+            if (relet.rent_start > period.to() || relet.rent_start >= limit) return false;
+            if (relet.expiry < period.from()) return true;
+            const TraceBlock pass = here.pass(relet.number, "Number of Relets needed: ", relet.number);
+            amount += later(period, relet);
+            return true;
+        });
+        return amount;
+    });
 }
 
 } // namespace qx

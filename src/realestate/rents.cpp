@@ -12,11 +12,27 @@ namespace qx {
 
 namespace {
 
+/// The rent from a review to the next one; review 0 is the first rent.
+struct ReviewedRent {
+    int review = 0;
+    date from, to;
+    double rent = 0.0;
+
+    /// True if a period begins in it or after it, so that it needs none of the rents before.
+    bool precedes(const timeperiod& period) const { return review > 0 && from <= period.from() && from < period.to(); }
+};
+
 /// A lease that starts at a rent and is reviewed.
 struct PlainLease {
     date RentStart, FirstRev;
     double InitRent;
 
+    /// Where the walk over it has come to.
+    struct Walk {
+        explicit Walk(const PlainLease&) {}
+        Walk() = default;
+        ReviewedRent at;
+    };
     const date& starts() const { return RentStart; }
     static constexpr double weight_of_relet(int) { return 1.0; }
 };
@@ -31,6 +47,13 @@ struct SteppedLease {
     View<double> weights{};         ///< of the rents, of the reviews after them, of each relet; all 1 if there are none
     bool by_from_dates = false;     ///< as they were given, which the trace tells
 
+    /// Its rents, the lease from the first review to the market on, and where the walk over that has come to.
+    struct Walk {
+        explicit Walk(const SteppedLease& lease) : rents(std::max(lease.count(), 1)), reviewed(1) {}
+        Kept<double> rents;
+        Kept<PlainLease> reviewed;
+        PlainLease::Walk reviews;
+    };
     const date& starts() const { return RentStart; }
     /// How many rents there are: nothing but a blank date is no list.
     int count() const { return ends.size() == 1 && ends.first().iszero() ? 0 : ends.size(); }
@@ -41,7 +64,7 @@ struct SteppedLease {
 
 /// The rent of a lease that is reviewed, walked review by review, in a period under accruals.
 double rent_in(const timeperiod& period, const PlainLease& lease, const date& expiry, const Market& market,
-               const Rules& rules, const Measure& measure) {
+               const Rules& rules, const Measure& measure, PlainLease::Walk& walk) {
     Routine here{market.source.forecast != nullptr ? "RentFcst" : "RentGrow", Routine::internal};
     here.arguments("Time,RentStart,ExpOrBrk,FirstRev,InitRent,RevMos,RevDisc,DayCount,Periods,UOTog", period,
                    lease.RentStart, expiry, lease.FirstRev, lease.InitRent, rules.reviews.RevMos, rules.reviews.RevDisc,
@@ -54,24 +77,30 @@ double rent_in(const timeperiod& period, const PlainLease& lease, const date& ex
     }
     here.info("Calculated using ConX with ComponentPart=true");
     double amount = ConX(period, {lease.RentStart, std::min(FirstRev, expiry)}, lease.InitRent, measure, true);
-    double passing = lease.InitRent;
-    date from = FirstRev;
-    for (int n = 1; from < period.to() && from < expiry; ++n) {
-        const date to = rules.next_after(from, FirstRev);
-        const TraceBlock pass = here.pass(n, "Review at ", from);
-        passing = rules.reviewed(passing, market.at(from), from, true);
-        if (to > period.from()) {
-            const bool last = to >= expiry;
-            if (last)
-                here.info("The end of the review period is past ExpOrBrk, ComponentPart is false, use normal DayCount "
-                          "as input.");
-            else
-                here.info("The review period is in the core of the projection, ComponentPart is true, use adjustable "
-                          "DayCount.");
-            amount += ConX(period, {std::max(from, lease.RentStart), std::min(to, expiry)}, passing, measure, !last);
-        }
-        from = to;
-        check_number_of_reviews(here, n, FirstRev, period.to());
+    ReviewedRent& at = walk.at;
+    const auto add = [&] {
+        if (at.to <= period.from()) return;
+        const bool last = at.to >= expiry;
+        if (last)
+            here.info("The end of the review period is past ExpOrBrk, ComponentPart is false, use normal DayCount as "
+                      "input.");
+        else
+            here.info("The review period is in the core of the projection, ComponentPart is true, use adjustable "
+                      "DayCount.");
+        amount += ConX(period, {std::max(at.from, lease.RentStart), std::min(at.to, expiry)}, at.rent, measure, !last);
+    };
+    if (at.precedes(period))
+        add();
+    else
+        at = {0, lease.RentStart, FirstRev, lease.InitRent};
+    while (at.to < period.to() && at.to < expiry) {
+        const TraceBlock pass = here.pass(at.review + 1, "Review at ", at.to);
+        at.from = at.to;
+        at.to = rules.next_after(at.from, FirstRev);
+        at.rent = rules.reviewed(at.rent, market.at(at.from), at.from, true);
+        ++at.review;
+        add();
+        check_number_of_reviews(here, at.review, FirstRev, period.to());
     }
     return here.returning(amount);
 }
@@ -82,25 +111,48 @@ double step_day_count(const DayCountCodes& codes, double DayCount, int n, int ma
     return n == maxn && ends_lease ? codes.with_end() : codes.core;
 }
 
+/// Rent n of a list, which starts on a date after another rent.
+double rent_from(const Routine& here, int n, const date& from, double passing, const SteppedLease& lease,
+                 const Market& market, const Rules& rules) {
+    double rent = lease.AnnRents.single_or(n);
+    const bool given = !iszero(rent);
+    if (!given) {
+        rent = market.at(from);
+        if (n == 1 && lease.by_from_dates)
+            here.info("Zero initial rent encountered with rent no ", n, ", reviewing to market of ", rent);
+        else if (n == 1)
+            here.info("Zero initial rent encountered, reviewing to market at Rent Start Date of ", from);
+        else
+            here.info("Zero rent encountered at ", from, ", reviewing to market of ", rent);
+    }
+    if (n > 1) rent = rules.reviewed(passing, given ? rent : rules.discounted(rent), from, false);
+    return n > 1 || !given ? lease.collars.collared(rent, n) : rent;
+}
+
 /// The rent of a lease with a list of rents, in a period under accruals.
 double rent_in(const timeperiod& period, const SteppedLease& lease, const date& expiry, const Market& market,
-               const Rules& rules, const Measure& measure) {
+               const Rules& rules, const Measure& measure, SteppedLease::Walk& walk) {
     const Routine here{"Stepped rents", Routine::internal};
     if (!within_lease(here, period, lease.RentStart, expiry)) return here.returning(0.0);
     const int maxn = lease.count();
     const DayCountCodes codes = DayCountCodes::of(measure.DayCount);
     const Measure generic_measure{codes.with_end(), measure.Periods};
     if (maxn == 0 && lease.opens_with_review)
-        return here.returning(
-            rent_in(period, PlainLease{lease.RentStart, lease.RentStart, 0.0}, expiry, market, rules, generic_measure));
-    if (maxn == 0) {
-        const double rent = market.at(lease.RentStart);
-        const date FirstRev = rules.first_after(lease.RentStart);
-        here.warning("Warning: No fixed initial rent or review specified, assuming an initial rent based on market of ",
-                     rent, " and a first review of ", FirstRev);
-        return here.returning(lease.weight_of_reviews() * rent_in(period, PlainLease{lease.RentStart, FirstRev, rent},
-                                                                  expiry, market, rules, generic_measure));
-    }
+        return here.returning(rent_in(period, PlainLease{lease.RentStart, lease.RentStart, 0.0}, expiry, market, rules,
+                                      generic_measure, walk.reviews));
+    const auto reviewed = [&](const PlainLease& from_review) {
+        return lease.weight_of_reviews() *
+               rent_in(period, from_review, expiry, market, rules, generic_measure, walk.reviews);
+    };
+    if (maxn == 0)
+        return here.returning(reviewed(walk.reviewed(1, [&] {
+            const double rent = market.at(lease.RentStart);
+            const date FirstRev = rules.first_after(lease.RentStart);
+            here.warning("Warning: No fixed initial rent or review specified, assuming an initial rent based on market "
+                         "of ",
+                         rent, " and a first review of ", FirstRev);
+            return PlainLease{lease.RentStart, FirstRev, rent};
+        })));
     const date& to_market = lease.ends.last();
     const bool listed = period.from()<to_market, generic = period.to()> to_market;
     double amount = 0.0, passing = 0.0;
@@ -110,20 +162,7 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
         if (!generic && n > 1 && from > period.to()) break;
         const date& to = lease.ends(n);
         const TraceBlock pass = here.pass(n, "Rent from ", from, " to ", to);
-        double rent = lease.AnnRents.single_or(n);
-        const bool given = !iszero(rent);
-        if (!given) {
-            rent = market.at(from);
-            if (n == 1 && lease.by_from_dates)
-                here.info("Zero initial rent encountered with rent no ", n, ", reviewing to market of ", rent);
-            else if (n == 1)
-                here.info("Zero initial rent encountered, reviewing to market at Rent Start Date of ", from);
-            else
-                here.info("Zero rent encountered at ", from, ", reviewing to market of ", rent);
-        }
-        if (n > 1) rent = rules.reviewed(passing, given ? rent : rules.discounted(rent), from, false);
-        if (n > 1 || !given) rent = lease.collars.collared(rent, n);
-        passing = rent;
+        passing = walk.rents(n, [&] { return rent_from(here, n, from, passing, lease, market, rules); });
         if (!listed || to < period.from()) continue;
         const bool ends_lease = expiry <= to;
         amount +=
@@ -133,20 +172,24 @@ double rent_in(const timeperiod& period, const SteppedLease& lease, const date& 
     }
     if (!generic) return here.returning(amount);
     here.info("For portion of period after specified rent reviews where reviews are generic, rent due:");
-    const double rent = rules.reviewed(passing, market.at(to_market), to_market, true);
-    return here.returning(amount + lease.weight_of_reviews() * rent_in(period,
-                                                                       PlainLease{std::max(to_market, lease.RentStart),
-                                                                                  rules.first_after(to_market), rent},
-                                                                       expiry, market, rules, generic_measure));
+    return here.returning(
+        amount + reviewed(walk.reviewed(1, [&] {
+            const double rent = rules.reviewed(passing, market.at(to_market), to_market, true);
+            return PlainLease{std::max(to_market, lease.RentStart), rules.first_after(to_market), rent};
+        })));
 }
 
 /// The rent of one lease in a worksheet period.
 template <class Lease>
 double single_rent(const Routine& here, const timeperiod& Time, const Lease& lease, const date& expiry,
                    const Market& market, const Rules& rules, const Basis& basis) {
-    timeperiod period = Time;
-    if (!screen_rent(here, period, lease.starts(), expiry, basis)) return 0.0;
-    return rent_in(period, lease, expiry, market, rules, {basis.DayCount, basis.Periods});
+    const Measure measure{basis.DayCount, basis.Periods};
+    typename Lease::Walk walk{lease};
+    return over(here, Time, [&](const timeperiod& given) {
+        timeperiod period = given;
+        if (!screen_rent(here, period, lease.starts(), expiry, basis)) return 0.0;
+        return rent_in(period, lease, expiry, market, rules, measure, walk);
+    });
 }
 
 // --- Relets ----------------------------------------------------------------------------------------------------------
@@ -156,17 +199,28 @@ template <class Lease>
 double walk_chain(const Routine& here, const timeperiod& Time, const Lease& lease, View<double> MktRent_s,
                   const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis,
                   const StreamBounds& bounds) {
+    /// A relet, and where the walk over its reviews has come to.
+    struct LetAgain {
+        Market market;
+        PlainLease lease;
+        PlainLease::Walk walk{};
+    };
     const Measure measure{basis.DayCount, basis.Periods};
+    typename Lease::Walk first_walk{lease};
+    Kept<LetAgain> relettings{Relets::most};
     return follow_chain(
         here, Time, lease.starts(), chain, rules.reviews.RevMos, basis, bounds,
         [&](const timeperiod& period, const date& expiry) {
-            return rent_in(period, lease, expiry, Market{source, relet_market(MktRent_s, 0)}, rules, measure);
+            return rent_in(period, lease, expiry, Market{source, relet_market(MktRent_s, 0)}, rules, measure,
+                           first_walk);
         },
         [&](const timeperiod& period, const Relet& relet) {
-            const Market market = market_of(here, relet, MktRent_s, source, chain.ROpts);
+            LetAgain& again = relettings(relet.number, [&] {
+                const Market market = market_of(here, relet, MktRent_s, source, chain.ROpts);
+                return LetAgain{market, {relet.rent_start, relet.first_review, market.at(relet.lease_start)}};
+            });
             return lease.weight_of_relet(relet.number) *
-                   rent_in(period, PlainLease{relet.rent_start, relet.first_review, market.at(relet.lease_start)},
-                           relet.expiry, market, rules, measure);
+                   rent_in(period, again.lease, relet.expiry, again.market, rules, measure, again.walk);
         });
 }
 

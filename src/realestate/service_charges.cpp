@@ -44,27 +44,44 @@ double charge(const GrownSteppedServiceCharge& total, const timeperiod& period, 
     return charge(SteppedServiceCharge{dates, grown}, period, span, share, calendar);
 }
 
-/// What the leases of a chain pay of a total in a period.
+/// What the leases of a chain pay of a total.
 template <class Total>
-double charge_of_chain(const Routine& here, const timeperiod& Time, const date& SCStartDate, View<date> BrksOrExp,
-                       const Total& total, const ServiceChargeShare& share, const ReletTerms& relets,
-                       const Basis& basis, const ChainEnd& chain) {
-    const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
-    const date start = calendar.rounded(SCStartDate);
-    const date& limit = chain.limit();
-    timeperiod period = Time;
-    if (share.SCFromDates.empty() || !screen_period(here, period, {start, limit}, basis)) return 0.0;
-    double amount = 0.0;
-    const auto add = [&](const date& from, const date& to) {
-        const Life span{std::max(from, start), to};
-        if (span.Start < span.Finish && to >= period.from()) amount += charge(total, period, span, share, calendar);
-    };
-    const date expiry = chain.expiry(BrksOrExp, calendar);
-    add(start, expiry);
-    each_relet(here, expiry, relets, calendar, limit, period.to(),
-               [&](const Relet& relet, const date&) { add(relet.lease_start, relet.expiry); });
-    return amount;
-}
+class ChargeOfChain {
+  public:
+    ChargeOfChain(const date& SCStartDate, View<date> BrksOrExp, const Total& total, const ServiceChargeShare& share,
+                  const ReletTerms& relets, const Basis& basis, const ChainEnd& chain)
+        : total_(total), share_(share), basis_(basis), calendar_{{basis.DayCount, basis.Periods}, chain.ROpts},
+          limit_(chain.limit()), start_(calendar_.rounded(SCStartDate)), BrksOrExp_(BrksOrExp), chain_(chain),
+          relets_(relets.relets()), walk_(relet_walk(relets_, calendar_, limit_)) {}
+
+    double in(const Routine& here, const timeperiod& Time) {
+        timeperiod period = Time;
+        if (share_.SCFromDates.empty() || !screen_period(here, period, {start_, limit_}, basis_)) return 0.0;
+        double amount = 0.0;
+        const auto add = [&](const date& from, const date& to) {
+            const Life span{std::max(from, start_), to};
+            if (span.Start < span.Finish && to >= period.from())
+                amount += charge(total_, period, span, share_, calendar_);
+        };
+        const date expiry = chain_.expiry(BrksOrExp_, calendar_);
+        add(start_, expiry);
+        each_relet(here, expiry, walk_, period.to(),
+                   [&](const Relet& relet, const date&) { add(relet.lease_start, relet.expiry); });
+        return amount;
+    }
+
+  private:
+    const Total& total_;
+    const ServiceChargeShare& share_;
+    Basis basis_;
+    LeaseCalendar calendar_;
+    const date& limit_;
+    date start_;
+    View<date> BrksOrExp_;
+    ChainEnd chain_;
+    Relets relets_;
+    ReletWalk walk_;
+};
 
 } // namespace
 
@@ -81,7 +98,8 @@ double ServCharge(const timeperiod& Time, const date& SCStartDate, View<date> Br
     here.inputs(Time, SCStartDate, BrksOrExp, total, share, relets, basis, chain);
     basis.check(here);
     check(here, total);
-    return here.returning(charge_of_chain(here, Time, SCStartDate, BrksOrExp, total, share, relets, basis, chain));
+    ChargeOfChain<Total> tenant{SCStartDate, BrksOrExp, total, share, relets, basis, chain};
+    return here.returning(over(here, Time, [&](const timeperiod& period) { return tenant.in(here, period); }));
 }
 
 template <class Total>
@@ -95,13 +113,15 @@ double VacServCharge(const timeperiod& Time, const date& StartCost, const date& 
     here.change_note(175, "See Change in Behaviour 175, Oct-05 :DayCountRec and");
     basis.check(here);
     check(here, total);
-    const double whole = charge_of_chain(here, Time, StartCost, {}, total, share, relets, basis.cost(),
-                                         {chain.AbFin, chain.ROpts, no_break});
-    const double recovered =
-        charge_of_chain(here, Time, StartLease, BrksOrExp, total, share, relets, basis.recovery(), chain);
-    here.info("The share of the total is ", whole, ", of which ", recovered, " is recovered");
-    const double shortfall = whole - recovered;
-    return here.returning(std::fabs(shortfall) <= rounding * std::fabs(whole) ? 0.0 : shortfall);
+    ChargeOfChain<Total> landlord{
+        StartCost, {}, total, share, relets, basis.cost(), {chain.AbFin, chain.ROpts, no_break}};
+    ChargeOfChain<Total> tenant{StartLease, BrksOrExp, total, share, relets, basis.recovery(), chain};
+    return here.returning(over(here, Time, [&](const timeperiod& period) {
+        const double whole = landlord.in(here, period), recovered = tenant.in(here, period);
+        here.info("The share of the total is ", whole, ", of which ", recovered, " is recovered");
+        const double shortfall = whole - recovered;
+        return std::fabs(shortfall) <= rounding * std::fabs(whole) ? 0.0 : shortfall;
+    }));
 }
 
 #define QX_TENANT_CHARGE_OF(Total)                                                                                     \

@@ -1,16 +1,22 @@
 // What holds for every worksheet function, called as its own examples call it: time that grows with its lists and no
-// faster, an answer at both ends of every integer argument, and one that does not depend on the calls before.
+// faster, an answer at both ends of every integer argument, one that does not depend on the calls before, and one of an
+// array twin that is that of single calls.
 #include "addin/examples.h"
 #include "addin/function.h"
+#include "calendar/date.h"
 #include "core/range.h"
+#include "core/trace.h"
 #include "hosts/sheet/text.h"
 #include "hosts/sheet/workbook.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <iterator>
 #include <numeric>
@@ -279,6 +285,186 @@ TEST_F(EveryFunction, AnswersAlikeInWhateverOrder) {
             std::shuffle(order.begin(), order.end(), any);
         for (const std::size_t i : order) EXPECT_EQ(bits(result(formulas[i])), expected[i]) << formulas[i];
     }
+}
+
+// --- Array twins ------------------------------------------------------------------------------------------------
+
+/// Calls that vary those of the examples: other dates, amounts and switches, and some of the arguments left out.
+class Variations {
+  public:
+    explicit Variations(const Function& function) : any_(static_cast<unsigned>(std::strlen(function.name))) {
+        for (const char* const example : function.examples) {
+            if (example == nullptr) continue;
+            const Example read = read_example(example);
+            auto arguments = call_arguments(read.formula, function.name);
+            if (arguments && read.sign != '!' && static_cast<int>(arguments->size()) <= function.arity())
+                calls_.push_back({&function, std::move(*arguments)});
+        }
+    }
+    const std::vector<Call>& examples() const { return calls_; }
+    int below(int n) { return static_cast<int>(any_() % static_cast<unsigned>(n)); }
+
+    Call next() {
+        Call call = calls_[static_cast<std::size_t>(below(static_cast<int>(calls_.size())))];
+        const Function& function = *call.function;
+        for (int i = 0; i < function.arity(); ++i) {
+            const std::size_t at = static_cast<std::size_t>(i);
+            if (at >= call.arguments.size()) {
+                if (below(3) != 0) break;
+                call.arguments.emplace_back();
+            }
+            std::string& text = call.arguments[at];
+            if (!text.empty())
+                text = below(3) == 0 ? varied(text) : text;
+            else if (function.args[i].is_optional() && below(3) == 0)
+                text = made_up(function.calls.kinds[i], function.calls.items[i], function.args[i].limits);
+        }
+        return call;
+    }
+    /// Ascending dates from 2004 on, sometimes in any order.
+    std::vector<double> times(std::size_t n, bool shuffled) {
+        static constexpr int months[] = {1, 3, 3, 3, 6, 12};
+        const int step = months[below(6)], start = 12 * (2004 + below(8)) + below(12);
+        std::vector<double> dates;
+        for (std::size_t i = 0; i < n; ++i) {
+            const int month = start + static_cast<int>(i) * step;
+            dates.push_back(date(month / 12, month % 12 + 1, 1 + below(10) / 9).dtn());
+        }
+        if (shuffled && below(3) == 0) std::shuffle(dates.begin(), dates.end(), any_);
+        return dates;
+    }
+
+  private:
+    /// Years are moved by up to three years, other numbers scaled.
+    std::string varied(const std::string& text) {
+        static constexpr double scales[] = {0.0, 0.5, 2.0, 3.0, -1.0};
+        const double scale = scales[below(5)], years = below(25) / 4.0 - 3.0;
+        std::string changed;
+        bool quoted = false;
+        for (std::size_t at = 0; at < text.size();) {
+            quoted ^= text[at] == '"';
+            const bool named = !changed.empty() && (std::isalnum(static_cast<unsigned char>(changed.back())) != 0);
+            char* end = nullptr;
+            const double number = !quoted && !named && std::isdigit(static_cast<unsigned char>(text[at])) != 0
+                                      ? std::strtod(text.c_str() + at, &end)
+                                      : 0.0;
+            if (end == nullptr) {
+                changed += text[at++];
+                continue;
+            }
+            const bool is_year = number >= 1990 && number <= 2100, is_date = number >= 30000 && number <= 60000;
+            if (scale < 0.0 && !changed.empty() && changed.back() == '-') changed.back() = ' ';
+            changed += sheet::general_text(is_year ? number + years : is_date ? number + 91 * years : number * scale);
+            at = static_cast<std::size_t>(end - text.c_str());
+        }
+        return changed;
+    }
+    std::string made_up(Kind kind, Kind items, const Limits& limits) {
+        const auto year = [&] { return sheet::general_text(2003 + below(60) / 4.0); };
+        const auto number = [&] {
+            static constexpr double some[] = {0, 0.03, 0.1, 0.5, 1, 2, 3, 6, 12, 60, 100, 1000};
+            const double chosen = some[below(12)];
+            return sheet::general_text(std::clamp(chosen, std::max(limits.low, -1e9), std::min(limits.high, 1e9)));
+        };
+        switch (kind == Kind::list ? items : kind) {
+        case Kind::date:
+        case Kind::date_or_number:
+            return kind == Kind::list && below(2) == 0 ? "{2006;2008.5;2011}" : year();
+        case Kind::number:
+        case Kind::number_or_blank:
+            return kind == Kind::list && below(2) == 0 ? "{" + number() + ";" + number() + "}" : number();
+        case Kind::integer:
+            return sheet::general_text(std::clamp(below(7) - 1.0, limits.low, limits.high));
+        case Kind::boolean:
+            return below(2) == 0 ? "TRUE" : "FALSE";
+        case Kind::sequence: {
+            static constexpr const char* some[] = {"1", "2", "4", "12", "-4", "-1"};
+            return some[below(6)];
+        }
+        default:
+            return "";
+        }
+    }
+
+    std::vector<Call> calls_;
+    std::mt19937 any_;
+};
+
+/// The argument over which a function with an array twin loops: its period, or the first date or number.
+std::size_t looped_over(const Function& function) {
+    const Kind* const kinds = function.calls.kinds;
+    const Kind* const end = kinds + function.arity();
+    const Kind* const time = std::find(kinds, end, Kind::period_start);
+    const auto is_item = [](Kind kind) { return kind == Kind::date || kind == Kind::number; };
+    const Kind* const found = time != end ? time : std::find_if(kinds, end, is_item);
+    return found == end ? 0 : static_cast<std::size_t>(found - kinds);
+}
+
+// Whatever a twin shares between its items, each has the bits of a single call; and it fails if one of these fails.
+TEST_F(EveryFunction, AnswersInATwinAsOneByOne) {
+    constexpr std::size_t n = 20;
+    constexpr int calls_of_each = 16;
+    int twins = 0, called = 0, answered = 0, moving = 0;
+    each_function([&](const Function& function) {
+        Variations variations(function);
+        const std::size_t at = looped_over(function);
+        const bool periods = function.calls.kinds[at] == Kind::period_start;
+        const auto asking = [&](Call call, const char* items, const char* base) {
+            call.arguments[at] = items;
+            if (periods) call.arguments[at + 1] = base;
+            return call.formula();
+        };
+        const auto answers = [&](const Call& call, const std::vector<double>& items) -> std::vector<Value> {
+            for (std::uint32_t row = 0; row < n; ++row) book.set_value({row, 0, 0}, Value::number(items[row]));
+            const Value all = result(asking(call, "A1:A20", "3"));
+            std::vector<Value> list;
+            if (all.is(Type::array) && all.rows() * all.columns() == n)
+                for (std::uint32_t i = 0; i < n; ++i) list.push_back(all.rows() == 1 ? all.cell(0, i) : all.cell(i, 0));
+            return list;
+        };
+        const auto is_twin = [&](const Call& call) {
+            if (call.arguments.size() <= at + periods) return false;
+            trace().TraceStart(false);
+            const bool answered = !answers(call, variations.times(n, false)).empty();
+            bool looped = false;
+            for (int i = 1; i <= trace().count() && !looped; ++i)
+                looped = trace().text(i).starts_with(std::string(function.name) + "AF\t");
+            trace().TraceShow();
+            return answered && looped;
+        };
+        const std::vector<Call>& examples = variations.examples();
+        if (std::none_of(examples.begin(), examples.end(), is_twin)) return;
+        ++twins;
+        for (int i = 0; i < calls_of_each; ++i) {
+            const std::vector<double> items = variations.times(n, true);
+            const Call call = variations.next();
+            if (call.arguments.size() <= at + periods) continue;
+            SCOPED_TRACE(asking(call, "A1:A20", "3"));
+            const std::vector<Value> together = answers(call, items);
+            const sheet::Formula single = book.read(asking(call, "B1", "B2"));
+            bool some_fail = false, moves = false;
+            for (std::size_t item = 0; item + 1 < n; ++item) {
+                if (periods && items[item + 1] < items[item]) continue; // backward: no single call asks so
+                book.set_value({0, 1, 0}, Value::number(items[item]));
+                book.set_value({1, 1, 0}, Value::number(items[item + 1]));
+                const Value alone = book.look_up(book.evaluate(single, Area(CellAddress{})));
+                some_fail |= alone.is_error();
+                if (together.empty()) continue;
+                EXPECT_EQ(bits(together[item]), bits(alone)) << "from " << items[item] << " to " << items[item + 1];
+                moves |= !together[item].identical(together[0]);
+            }
+            ++called;
+            answered += together.empty() ? 0 : 1;
+            moving += moves ? 1 : 0;
+            if (some_fail || !together.empty()) continue;
+            trace().TraceStart(false); // single calls, those backward among them
+            EXPECT_TRUE(answers(call, items).empty());
+            trace().TraceShow();
+        }
+    });
+    EXPECT_GT(twins, 290);
+    EXPECT_GT(answered, called * 2 / 3) << "of " << called;
+    EXPECT_GT(moving, answered / 2) << "an answer that is the same for all shows little";
 }
 
 } // namespace

@@ -1,0 +1,7 @@
+#include "core/twin_run.h"
+
+namespace qx {
+
+std::byte TwinMemory::bytes_[size];
+
+} // namespace qx
