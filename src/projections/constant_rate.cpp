@@ -76,15 +76,18 @@ double ConX(const timeperiod& Time, const Life& life, double AnnualRate, const B
     here.arguments("Time,Start,Finish,AnnualRate,DayCount,Periods,ProjMode,ComponentPart", Time, life.Start,
                    life.Finish, AnnualRate, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
     basis.check(here);
+    const auto amount_in = [&](const timeperiod& period) {
+        return AnnualRate *
+               period.lenmonths(life.Start, life.Finish, basis.DayCount, basis.Periods, false, ComponentPart) / 12.0;
+    };
+    if (!basis.cash()) return here.returning(screen_accruals(here, Time, life) ? amount_in(Time) : 0.0);
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
     if (period.to() < life.Start || period.from() > life.Finish) {
         here.info("Timeperiod outside Start and Finish, returning zero");
         return here.returning(0.0);
     }
-    const double months =
-        period.lenmonths(life.Start, life.Finish, basis.DayCount, basis.Periods, false, ComponentPart);
-    return here.returning(AnnualRate * months / 12.0);
+    return here.returning(amount_in(period));
 }
 
 double Con(const timeperiod& Time, const Streams& streams, const Basis& basis) {

@@ -145,12 +145,22 @@ class IndexedLease {
   public:
     /// A rent between two dates. Up to the first indexation it holds; then it is what the index makes of its base.
     struct Stretch {
-        const date& from;
-        const date& to;
+        date from, to;
         double rent;
         typename Index::Base base;
         date first;
         bool agreed = false; ///< on the date of the base: not indexed on that day
+
+        /// The indexation that was asked for last, and the rent from it on.
+        struct Indexed {
+            date when;
+            double rent;
+        };
+        std::optional<Indexed> indexed{};
+    };
+    /// Where the walk over the reviews of a lease has come to: the rent to the next one, and what it is reviewed from.
+    struct Walk : ReviewPeriod {
+        std::optional<Stretch> stretch, reviewed;
     };
 
     IndexedLease(const Routine& here, const Index& index, const timeperiod& period, const Life& life,
@@ -172,7 +182,7 @@ class IndexedLease {
         return con(period_, life_.within(from, to), rent, {count, measure_.Periods, 0.0});
     }
     /// The amount of a rent that follows the index.
-    double amount(const Stretch& stretch) const {
+    double amount(Stretch& stretch) const {
         timeperiod rest = period_;
         rest.intersect(stretch.from, stretch.to);
         if (rest.to() <= rest.from()) return 0.0;
@@ -188,7 +198,9 @@ class IndexedLease {
         for (int n = 1; day < end; ++n) {
             timeperiod step = index_.step(day, stretch.first);
             const TraceBlock pass = here_.pass(n, "Indexed from ", step.from(), " to ", step.to());
-            const double rent = rent_in(step, stretch);
+            if (here_.traced() || !stretch.indexed || step.from() != stretch.indexed->when)
+                stretch.indexed = {step.from(), rent_in(step, stretch)};
+            const double rent = stretch.indexed->rent;
             step.setfrom(day);
             step.setto(std::min(step.to(), end));
             if (step.to() <= day)
@@ -228,45 +240,70 @@ class IndexedLease {
 /// The rent of a lease that follows an index from its first indexation to its end.
 template <class Index>
 double indexed_rent(const Routine& here, const timeperiod& period, const Life& life, double rent, const Index& index,
-                    const Measure& measure) {
+                    const Measure& measure, typename IndexedLease<Index>::Walk& walk) {
     if (!screen_accruals(here, period, life)) return 0.0;
     const IndexedLease<Index> lease{here, index, period, life, measure};
-    return lease.amount({life.Start, life.Finish, rent, index.base_or(life.Start, rent), index.first_from(life.Start)});
+    if (!walk.stretch)
+        walk.stretch = {life.Start, life.Finish, rent, index.base_or(life.Start, rent), index.first_from(life.Start)};
+    return lease.amount(*walk.stretch);
 }
 
 /// The same of one that is reviewed to the market.
 template <class Index>
 double reviewed_rent(const Routine& here, const timeperiod& period, const Life& life, const date& first_review,
-                     double rent, const Index& index, const Market& market, const Rules& rules,
-                     const Measure& measure) {
+                     double rent, const Index& index, const Market& market, const Rules& rules, const Measure& measure,
+                     typename IndexedLease<Index>::Walk& walk) {
     if (!screen_accruals(here, period, life)) return 0.0;
     const IndexedLease<Index> lease{here, index, period, life, measure};
     const date first = index.first_from(life.Start);
     const date FirstRev = check_first_review(here, first_review, life.Finish, rules.reviews.RevMos);
-    const date first_end = std::min(FirstRev, life.Finish);
-    typename IndexedLease<Index>::Stretch stretch{life.Start, first_end, rent, index.base_or(life.Start, rent), first};
-    double amount = lease.amount(stretch);
-    date from = FirstRev;
-    for (int n = 1; from < period.to() && from < life.Finish; ++n) {
-        const date to = rules.next_after(from, FirstRev);
-        const TraceBlock pass = here.pass(n, "Review at ", from);
-        rent = rules.reviewed(lease.rent_before(from, stretch), market.at(from), from, true);
-        const date start = std::max(from, life.Start), end = std::min(to, life.Finish);
-        const typename IndexedLease<Index>::Stretch next{start, end, rent, index.agreed(from, rent), first, true};
-        amount += lease.amount(next);
-        stretch.rent = rent;
-        stretch.base = next.base;
-        stretch.agreed = true;
-        check_number_of_reviews(here, n, FirstRev, period.to());
-        from = to;
+    double amount = 0.0;
+    if (walk.precedes(period)) {
+        amount = lease.amount(*walk.reviewed);
+    } else {
+        walk.review = 0;
+        walk.to = FirstRev;
+        walk.stretch = {life.Start, std::min(FirstRev, life.Finish), rent, index.base_or(life.Start, rent), first};
+        amount = lease.amount(*walk.stretch);
+    }
+    while (walk.to < period.to() && walk.to < life.Finish) {
+        const TraceBlock pass = here.pass(walk.review + 1, "Review at ", walk.to);
+        walk.from = walk.to;
+        walk.to = rules.next_after(walk.from, FirstRev);
+        const double reviewed =
+            rules.reviewed(lease.rent_before(walk.from, *walk.stretch), market.at(walk.from), walk.from, true);
+        walk.reviewed = {std::max(walk.from, life.Start),
+                         std::min(walk.to, life.Finish),
+                         reviewed,
+                         index.agreed(walk.from, reviewed),
+                         first,
+                         true};
+        amount += lease.amount(*walk.reviewed);
+        walk.stretch->rent = reviewed;
+        walk.stretch->base = walk.reviewed->base;
+        walk.stretch->agreed = true;
+        check_number_of_reviews(here, ++walk.review, FirstRev, period.to());
     }
     return amount;
 }
 
+/// What is known of a lease that starts with a list of rents: each of them, passing and as due, and the rent after.
+template <class Index>
+struct SteppedWalk {
+    explicit SteppedWalk(int steps) : rents(steps), rest(1) {}
+    struct Rent {
+        double passing, due;
+        bool to_market;
+    };
+    Kept<Rent> rents;
+    Kept<typename IndexedLease<Index>::Stretch> rest;
+};
+
 /// The same of one that starts with a list of rents.
 template <class Index>
 double stepped_rent(const Routine& here, const timeperiod& period, const Life& life, const RentSteps& steps,
-                    const Index& index, const Market& market, bool index_steps, const Measure& measure) {
+                    const Index& index, const Market& market, bool index_steps, const Measure& measure,
+                    SteppedWalk<Index>& walk) {
     if (!screen_accruals(here, period, life)) return 0.0;
     const IndexedLease<Index> lease{here, index, period, life, measure};
     const int maxn = steps.ReviewDates.size();
@@ -274,6 +311,23 @@ double stepped_rent(const Routine& here, const timeperiod& period, const Life& l
     here.info(index_steps
                   ? "Indexed Step Option (ROpts=1024): The input stepped rents will be escalated with indexation"
                   : "Stepped rents, unindexed (default) behaviour. See the value of ROpts");
+    const auto rent_from = [&](int n, const date& start) {
+        const double given = steps.AnnRents.single_or(n);
+        const bool to_market = iszero(given);
+        const double rent = to_market ? market.at(start) : given;
+        if (to_market) here.info("Zero rent encountered at ", start, ", reviewing to market of ", rent);
+        double due = rent;
+        if (index_steps && !to_market && !index.none()) {
+            if (start < first_indexation) {
+                here.info("Step Rent number ", n, " (", rent, ") NOT indexed because its date effective of ", start,
+                          " is before the first index date of ", first_indexation);
+            } else {
+                due = index.rent_on(start, index.base_or(life.Start, rent));
+                here.info("Escalated Step Rent ", due);
+            }
+        }
+        return typename SteppedWalk<Index>::Rent{rent, due, to_market};
+    };
     double amount = 0.0, passing = 0.0;
     bool to_market = true;
     date from = life.Start;
@@ -282,35 +336,25 @@ double stepped_rent(const Routine& here, const timeperiod& period, const Life& l
         if (start > period.to()) return amount;
         const date& to = steps.ReviewDates(n);
         const TraceBlock pass = here.pass(n, "Rent from ", start, " to ", to);
-        double rent = steps.AnnRents.single_or(n);
-        to_market = iszero(rent);
+        const auto& rent = walk.rents(n, [&] { return rent_from(n, start); });
+        to_market = rent.to_market;
+        passing = rent.passing;
         from = start;
-        if (to_market) {
-            rent = market.at(start);
-            here.info("Zero rent encountered at ", start, ", reviewing to market of ", rent);
-        }
-        passing = rent;
-        if (index_steps && !to_market && !index.none()) {
-            if (start < first_indexation) {
-                here.info("Step Rent number ", n, " (", rent, ") NOT indexed because its date effective of ", start,
-                          " is before the first index date of ", first_indexation);
-            } else {
-                rent = index.rent_on(start, index.base_or(life.Start, rent));
-                here.info("Escalated Step Rent ", rent);
-            }
-        }
-        amount += lease.fixed(start, std::min(to, life.Finish), rent);
+        amount += lease.fixed(start, std::min(to, life.Finish), rent.due);
     }
     const date last = maxn == 0 ? life.Start : std::max(steps.ReviewDates.last(), life.Start);
     if (last >= life.Finish || last >= period.to()) return amount;
-    if (maxn == 0) {
-        passing = market.at(life.Start);
-        here.warning("Warning: No fixed initial rent or review specified, assuming an initial rent based on market of ",
-                     passing);
-    }
-    const bool agreed = to_market || !(index.has_base() || index_steps);
-    const auto base = !agreed ? index.base_or(life.Start, passing) : index.agreed(to_market ? from : last, passing);
-    return amount + lease.amount({last, life.Finish, passing, base, index.first_from(last), agreed});
+    return amount + lease.amount(walk.rest(1, [&] {
+        if (maxn == 0) {
+            passing = market.at(life.Start);
+            here.warning("Warning: No fixed initial rent or review specified, assuming an initial rent based on market "
+                         "of ",
+                         passing);
+        }
+        const bool agreed = to_market || !(index.has_base() || index_steps);
+        const auto base = !agreed ? index.base_or(life.Start, passing) : index.agreed(to_market ? from : last, passing);
+        return typename IndexedLease<Index>::Stretch{last, life.Finish, passing, base, index.first_from(last), agreed};
+    }));
 }
 
 /// The market rents of a chain and what its dates are rounded with.
@@ -344,8 +388,16 @@ struct IndexedMarket {
 using GrownMarket = IndexedMarket<GrowthIndex>;
 using ForecastMarket = IndexedMarket<ForecastIndex>;
 
+/// A relet of a chain: its market, the rent at which it is let, and how far it has been walked.
+template <class Index>
+struct IndexedRelet {
+    Market market;
+    double rent;
+    typename IndexedLease<Index>::Walk walk{};
+};
+
 /// The sum over the leases of a chain. `first` takes the period, the life of the lease, its market and its index;
-/// `later` also the relet.
+/// `later` the period, the relet with what is known of it, and its index.
 template <class Index, class First, class Later>
 double indexed_chain(Routine& here, const timeperiod& Time, const date& RentStart, const Chain& chain, int RevMos,
                      const IndexedMarket<Index>& terms, const Basis& basis, const StreamBounds& bounds, First first,
@@ -353,15 +405,24 @@ double indexed_chain(Routine& here, const timeperiod& Time, const date& RentStar
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     const ChainMarket market{calendar, terms.market};
     const date start = calendar.rounded(RentStart);
+    // An index that lags has a list of its own, of which there are not so many.
+    Kept<Index> indices{terms.IdxLag_s.empty() ? Relets::most + 1 : 0};
+    Kept<IndexedRelet<Index>> relets{Relets::most};
+    const auto index_of = [&](int n) -> const Index& {
+        return indices(n + 1, [&] { return terms.of_lease(here, n); });
+    };
     return follow_chain(
         here, Time, start, chain, RevMos, basis, bounds,
         [&](const timeperiod& period, const date& expiry) {
             return first(period, Life{start, expiry}, Market{market.source(), relet_market(terms.MktRent_s, 0)},
-                         terms.of_lease(here, 0));
+                         index_of(0));
         },
         [&](const timeperiod& period, const Relet& relet) {
-            return later(period, relet, market_of(here, relet, terms.MktRent_s, market.source(), chain.ROpts),
-                         terms.of_lease(here, relet.number));
+            IndexedRelet<Index>& known = relets(relet.number, [&] {
+                const Market let_at = market_of(here, relet, terms.MktRent_s, market.source(), chain.ROpts);
+                return IndexedRelet<Index>{let_at, let_at.at(relet.lease_start)};
+            });
+            return later(period, relet, known, index_of(relet.number));
         });
 }
 
@@ -374,9 +435,9 @@ double indexed_only_chain(Routine& here, const timeperiod& Time, const date& Ren
     const Measure measure{basis.DayCount, basis.Periods};
     return indexed_chain(
         here, Time, RentStart, chain, no_reviews, terms, basis, bounds, first,
-        [&](const timeperiod& period, const Relet& relet, const Market& market, const Index& relet_index) {
-            return indexed_rent(here, period, {relet.rent_start, relet.expiry}, market.at(relet.lease_start),
-                                relet_index, measure);
+        [&](const timeperiod& period, const Relet& relet, IndexedRelet<Index>& known, const Index& relet_index) {
+            return indexed_rent(here, period, {relet.rent_start, relet.expiry}, known.rent, relet_index, measure,
+                                known.walk);
         });
 }
 
@@ -389,14 +450,15 @@ double reviewed_chain(Routine& here, const timeperiod& Time, const date& RentSta
     const Reviews market_reviews{reviews.RevMonths, reviews.RevDis};
     const Rules rules{market_reviews, UOTog};
     const date first_review = LeaseCalendar{measure, chain.ROpts}.rounded(FirstRev);
+    typename IndexedLease<Index>::Walk walk;
     return indexed_chain(
         here, Time, RentStart, chain, reviews.RevMonths, terms, basis, {},
         [&](const timeperiod& period, const Life& life, const Market& market, const Index& lease_index) {
-            return reviewed_rent(here, period, life, first_review, AnnRent, lease_index, market, rules, measure);
+            return reviewed_rent(here, period, life, first_review, AnnRent, lease_index, market, rules, measure, walk);
         },
-        [&](const timeperiod& period, const Relet& relet, const Market& market, const Index& relet_index) {
-            return reviewed_rent(here, period, {relet.rent_start, relet.expiry}, relet.first_review,
-                                 market.at(relet.lease_start), relet_index, market, rules, measure);
+        [&](const timeperiod& period, const Relet& relet, IndexedRelet<Index>& known, const Index& relet_index) {
+            return reviewed_rent(here, period, {relet.rent_start, relet.expiry}, relet.first_review, known.rent,
+                                 relet_index, known.market, rules, measure, known.walk);
         });
 }
 
@@ -413,11 +475,12 @@ double stepped_chain(Routine& here, const timeperiod& Time, const date& RentStar
     const bool overridden = absolute.override_start(chain.ROpts);
     if (overridden) here.info("AbStart overrides RentStart.");
     const StreamBounds bounds{overridden ? date() : absolute.AbStart, date()};
+    SteppedWalk<Index> walk{rounded_steps.ReviewDates.size()};
     return indexed_only_chain(
         here, Time, overridden ? absolute.AbStart : RentStart, chain, terms, basis, bounds,
         [&](const timeperiod& period, const Life& life, const Market& market, const Index& lease_index) {
             return stepped_rent(here, period, life, rounded_steps, lease_index, market,
-                                option_present(index_steps, chain.ROpts), measure);
+                                option_present(index_steps, chain.ROpts), measure, walk);
         });
 }
 
@@ -447,11 +510,12 @@ double IdxRentGrowR(const timeperiod& Time, const date& RentStart, View<date> Br
     basis.check(here);
     check_sources(here, growth, index);
     const Measure measure{basis.DayCount, basis.Periods};
+    IndexedLease<GrowthIndex>::Walk walk;
     return here.returning(indexed_only_chain(
         here, Time, RentStart, {BrksOrExp, Brk, AbFin, relets, ROpts},
         GrownMarket{MktRent_s, growth, index, indexation, IdxLag_s}, basis, {},
         [&](const timeperiod& period, const Life& life, const Market&, const GrowthIndex& lease_index) {
-            return indexed_rent(here, period, life, AnnRent, lease_index, measure);
+            return indexed_rent(here, period, life, AnnRent, lease_index, measure, walk);
         }));
 }
 
@@ -476,8 +540,9 @@ double IdxRentFcstR(const timeperiod& Time, const date& RentStart, View<date> Br
         [&](const timeperiod& period, const Life& life, const Market&, const ForecastIndex& lease_index) {
             return indexed(period, life, AnnRent, lease_index);
         },
-        [&](const timeperiod& period, const Relet& relet, const Market& market, const ForecastIndex& relet_index) {
-            return indexed(period, {relet.rent_start, relet.expiry}, market.at(relet.lease_start), relet_index);
+        [&](const timeperiod& period, const Relet& relet, const IndexedRelet<ForecastIndex>& known,
+            const ForecastIndex& relet_index) {
+            return indexed(period, {relet.rent_start, relet.expiry}, known.rent, relet_index);
         }));
 }
 

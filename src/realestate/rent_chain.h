@@ -51,6 +51,7 @@ inline WorkList<date> rounded(View<date> dates, const LeaseCalendar& calendar) {
 /// The dates between which a chain is measured: zero dates bound nothing.
 struct StreamBounds {
     date Start, Finish;
+    bool none() const { return Start.iszero() && Finish.iszero(); }
     void narrow(timeperiod& period) const {
         if (!Start.iszero()) period.setfrom(std::max(period.from(), Start));
         if (!Finish.iszero()) period.setto(std::min(period.to(), Finish));
@@ -91,27 +92,29 @@ double follow_chain(const Routine& here, const timeperiod& Time, const date& Ren
     Kept<date> end_of_first{1};
     ReletWalk walk{chain.relets, RevMos, calendar, limit};
     return over(here, Time, [&](const timeperiod& given) {
-        timeperiod period = given;
-        if (!runs_forward(here, period)) return 0.0;
-        if (period.to() < start || period.from() > end) {
-            here.info("Time ", period, " is outside of RentStart ", start, " and AbFin ", end, " returning zero.");
+        if (!runs_forward(here, given)) return 0.0;
+        if (given.to() < start || given.from() > end) {
+            here.info("Time ", given, " is outside of RentStart ", start, " and AbFin ", end, " returning zero.");
             return 0.0;
         }
-        if (basis.cash()) period = CashTime(period, basis.Periods, start, end, true, basis.ProjMode);
+        const auto amount_in = [&](const timeperiod& period) {
+            if (period.to() < period.from()) return 0.0;
+            const date& expiry =
+                end_of_first(1, [&] { return calendar.rounded(lease_end(here, chain.BrksOrExp, chain.Brk, chain.AbFin)); });
+            double amount = first(period, expiry);
+            walk(expiry, period.from(), period.to(), [&](const Relet& relet, const date&) {
+                if (relet.rent_start > period.to() || relet.rent_start >= limit) return false;
+                if (relet.expiry < period.from()) return true;
+                const TraceBlock pass = here.pass(relet.number, "Number of Relets needed: ", relet.number);
+                amount += later(period, relet);
+                return true;
+            });
+            return amount;
+        };
+        if (!basis.cash() && bounds.none()) return amount_in(given);
+        timeperiod period = basis.cash() ? CashTime(given, basis.Periods, start, end, true, basis.ProjMode) : given;
         bounds.narrow(period);
-        if (period.to() < period.from()) return 0.0;
-
-        const date& expiry =
-            end_of_first(1, [&] { return calendar.rounded(lease_end(here, chain.BrksOrExp, chain.Brk, chain.AbFin)); });
-        double amount = first(period, expiry);
-        walk(expiry, period.from(), period.to(), [&](const Relet& relet, const date&) {
-            if (relet.rent_start > period.to() || relet.rent_start >= limit) return false;
-            if (relet.expiry < period.from()) return true;
-            const TraceBlock pass = here.pass(relet.number, "Number of Relets needed: ", relet.number);
-            amount += later(period, relet);
-            return true;
-        });
-        return amount;
+        return amount_in(period);
     });
 }
 

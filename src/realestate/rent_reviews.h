@@ -13,6 +13,15 @@ inline constexpr int most_reviews_of_rent = 100;
 /// A discount to the market rent, where its sign tells upward-only reviews.
 inline constexpr Limits rent_discount_limits{-1, 1};
 
+/// How far the walk over the reviews of a lease has come: the last review, and the next one. Number 0 is the start.
+struct ReviewPeriod {
+    int review = 0;
+    date from, to;
+
+    /// True if a period asks for nothing before it.
+    bool precedes(const timeperiod& period) const { return review > 0 && from <= period.from() && from < period.to(); }
+};
+
 /// How the rent of a lease is reviewed.
 struct Rules {
     const Reviews& reviews;

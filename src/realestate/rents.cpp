@@ -12,26 +12,16 @@ namespace qx {
 
 namespace {
 
-/// The rent from a review to the next one; review 0 is the first rent.
-struct ReviewedRent {
-    int review = 0;
-    date from, to;
-    double rent = 0.0;
-
-    /// True if a period begins in it or after it, so that it needs none of the rents before.
-    bool precedes(const timeperiod& period) const { return review > 0 && from <= period.from() && from < period.to(); }
-};
-
 /// A lease that starts at a rent and is reviewed.
 struct PlainLease {
     date RentStart, FirstRev;
     double InitRent;
 
-    /// Where the walk over it has come to.
-    struct Walk {
-        explicit Walk(const PlainLease&) {}
+    /// Where the walk over its reviews has come to, and the rent there.
+    struct Walk : ReviewPeriod {
         Walk() = default;
-        ReviewedRent at;
+        explicit Walk(const PlainLease&) {}
+        double rent = 0.0;
     };
     const date& starts() const { return RentStart; }
     static constexpr double weight_of_relet(int) { return 1.0; }
@@ -77,30 +67,33 @@ double rent_in(const timeperiod& period, const PlainLease& lease, const date& ex
     }
     here.info("Calculated using ConX with ComponentPart=true");
     double amount = ConX(period, {lease.RentStart, std::min(FirstRev, expiry)}, lease.InitRent, measure, true);
-    ReviewedRent& at = walk.at;
     const auto add = [&] {
-        if (at.to <= period.from()) return;
-        const bool last = at.to >= expiry;
+        if (walk.to <= period.from()) return;
+        const bool last = walk.to >= expiry;
         if (last)
             here.info("The end of the review period is past ExpOrBrk, ComponentPart is false, use normal DayCount as "
                       "input.");
         else
             here.info("The review period is in the core of the projection, ComponentPart is true, use adjustable "
                       "DayCount.");
-        amount += ConX(period, {std::max(at.from, lease.RentStart), std::min(at.to, expiry)}, at.rent, measure, !last);
+        amount +=
+            ConX(period, {std::max(walk.from, lease.RentStart), std::min(walk.to, expiry)}, walk.rent, measure, !last);
     };
-    if (at.precedes(period))
+    if (walk.precedes(period)) {
         add();
-    else
-        at = {0, lease.RentStart, FirstRev, lease.InitRent};
-    while (at.to < period.to() && at.to < expiry) {
-        const TraceBlock pass = here.pass(at.review + 1, "Review at ", at.to);
-        at.from = at.to;
-        at.to = rules.next_after(at.from, FirstRev);
-        at.rent = rules.reviewed(at.rent, market.at(at.from), at.from, true);
-        ++at.review;
+    } else {
+        walk.review = 0;
+        walk.to = FirstRev;
+        walk.rent = lease.InitRent;
+    }
+    while (walk.to < period.to() && walk.to < expiry) {
+        const TraceBlock pass = here.pass(walk.review + 1, "Review at ", walk.to);
+        walk.from = walk.to;
+        walk.to = rules.next_after(walk.from, FirstRev);
+        walk.rent = rules.reviewed(walk.rent, market.at(walk.from), walk.from, true);
+        ++walk.review;
         add();
-        check_number_of_reviews(here, at.review, FirstRev, period.to());
+        check_number_of_reviews(here, walk.review, FirstRev, period.to());
     }
     return here.returning(amount);
 }
