@@ -39,11 +39,16 @@ AIMS = {  # nanoseconds
     "PVConGrow of 30 years by quarters": 60e3,
     "RentGrow of a period after four reviews": 1.5e3,
     "RentGrowR of a period in the fifth relet": 8e3,
+    "rent roll of 1,000 leases by 40 quarters": 250e6,
+    "twin of FStepGrow over 360 months": 200e3,
     "50,000 mixed cells recalculated": 50e6,
     "library opened, all rows registered, and closed": 20e6,
     "trace of 1,000,000 items, the file beside": 400e6,
 }
-LIBREOFFICE = pathlib.Path(__file__).parent / "peers" / "libreoffice.py"
+PEERS = pathlib.Path(__file__).parent / "peers"
+LIBREOFFICE = PEERS / "libreoffice.py"
+TABLES = {"NumPy": PEERS / "tables_numpy.py", "LibreOffice": PEERS / "tables_libreoffice.py"}
+SAME_TOTAL = 1e-9
 UNITS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
@@ -53,7 +58,8 @@ def shown(nanoseconds):
             return f"{nanoseconds / size:.3g} {unit}"
 
 
-def measured(program, options):
+def measured(program, options, totals):
+    """The times of each benchmark; where it made a table, the total of that goes to `totals`."""
     options = ["--benchmark_repetitions=20", "--benchmark_min_time=0.02", *options]
     run = subprocess.run([program, "--benchmark_format=json", *options], stdout=subprocess.PIPE, check=True)
     times = {}
@@ -64,6 +70,8 @@ def measured(program, options):
         time = entry["cpu_time"] * UNITS[entry["time_unit"]]
         known = times.setdefault(what, {})
         known[whose] = min(known.get(whose, time), time)
+        if "total" in entry:
+            totals.setdefault(what, {})[whose] = entry["total"]
     return times
 
 
@@ -81,10 +89,31 @@ def add_libreoffice(times):
         times[what]["LibreOffice"] = measured_there[what]
 
 
+def add_tables(times, totals):
+    """Beside the tables of the workbook the same by peers, where these are there and give the same total."""
+    for whose, program in TABLES.items() if totals else ():
+        run = subprocess.run([program], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False)
+        if run.returncode != 0:
+            print(f"bench: {whose} could not be measured", file=sys.stderr)
+            continue
+        for what, found in json.loads(run.stdout).items():
+            if what in totals:
+                times[what][whose] = found["time"]
+                totals[what][whose] = found["total"]
+    for what, found in totals.items():
+        ours = next(iter(found.values()))
+        other = [whose for whose, total in found.items() if abs(total - ours) > SAME_TOTAL * abs(ours)]
+        if other:
+            sys.exit(f"bench: {what}: not the total of {', '.join(other)}: {found}")
+        print(f"{what}: {', '.join(found)} all give {ours:.9g}, within {SAME_TOTAL:g} of it\n")
+
+
 def main():
     table = [("what", "ours", "peers, and how many times ours", "aim")]
-    times_of = measured(sys.argv[1], sys.argv[2:])
+    totals = {}
+    times_of = measured(sys.argv[1], sys.argv[2:], totals)
     add_libreoffice(times_of)
+    add_tables(times_of, totals)
     for what, times in times_of.items():
         ours = times.pop("ours", None)
         peers = ", ".join(f"{whose} {shown(time)}" + (f" ({time / ours:.2g})" if ours else "") for whose, time in times.items())

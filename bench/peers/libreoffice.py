@@ -3,7 +3,9 @@
 
 Needs the packages libreoffice-calc-nogui and python3-uno, and the Python of the latter.
 """
+import contextlib
 import json
+import os
 import subprocess
 import tempfile
 import time
@@ -86,9 +88,11 @@ def measured(desktop):
     return times
 
 
-def main():
+@contextlib.contextmanager
+def running_office():
+    """The desktop of an office without windows, which ends with the block."""
     with tempfile.TemporaryDirectory() as profile:
-        pipe = "qx_bench"
+        pipe = f"qx_bench_{os.getpid()}"  # another office may be at work
         office = subprocess.Popen(
             ["soffice", "--headless", "--norestore", f"-env:UserInstallation=file://{profile}",
              f"--accept=pipe,name={pipe};urp;"],
@@ -97,11 +101,16 @@ def main():
         try:
             context = connect(pipe)
             desktop = context.ServiceManager.createInstanceWithContext("com.sun.star.frame.Desktop", context)
-            print(json.dumps(measured(desktop)))
+            yield desktop
             desktop.terminate()
             office.wait(PATIENCE)
         finally:
             office.kill()
+
+
+def main():
+    with running_office() as desktop:
+        print(json.dumps(measured(desktop)))
 
 
 if __name__ == "__main__":
