@@ -229,7 +229,7 @@ const Range<double>& each(const char* name, const List& list, const char* list_n
 const Range<double>& each_of(const char* name, const Range<date>& times, double (*call)(const timeperiod&)) {
     return each<timeperiod>(
         name, times, "Times", call, [](int) { return std::string("TimePeriod "); },
-        [&times](timeperiod& period, int i) { period.setfromtimebase(times, i); });
+        [times = times.view()](timeperiod& period, int i) { period.setfromtimebase(times, i); });
 }
 
 const Range<double>& each_of(const char* name, const Range<date>& dates, double (*call)(const date&)) {

@@ -4,7 +4,7 @@
 
 namespace qx {
 
-bool Basis::cash() const { return iscash(ProjMode); }
+bool Basis::cash() const { return ProjMode != 0.0 && iscash(ProjMode); }
 
 Measure any_measure() {
     static const AnnualSequence quarters(4);

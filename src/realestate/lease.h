@@ -79,34 +79,37 @@ class ReletWalk {
     /// Visits the relets that can reach a date, and others, up to another one, with the expiry before each, until a
     /// visit returns false. The first expiry is the same in each call.
     template <class Visit>
-    void operator()(date expiry, const date& from, const date& until, Visit visit) {
-        int i = 1;
-        if (past_ > 0 && until >= from && from >= past_by_) {
-            expiry = past_expiry_;
-            i += past_;
-        } else {
-            past_ = 0;
-        }
-        for (; i <= Relets::most && expiry <= until && expiry < limit_; ++i) {
-            const Relet& relet = found_(i, [&] { return next_relet(i, expiry, relets_, RevMos_, calendar_, limit_); });
-            if (!visit(relet, expiry)) return;
-            const bool past = past_ == i - 1 && expiry < from && relet.expiry < from && relet.rent_start < from;
-            expiry = relet.expiry;
+    void operator()(const date& first_expiry, const date& from, const date& until, Visit visit) {
+        if (until < from || from.dtn() < past_by_) past_ = 0;
+        const date* expiry = past_ > 0 ? past_expiry_ : &first_expiry;
+        for (int i = past_ + 1; i <= Relets::most && *expiry <= until && *expiry < limit_; ++i) {
+            const Found& found = found_(i, [&] {
+                return Found{*expiry, next_relet(i, *expiry, relets_, RevMos_, calendar_, limit_)};
+            });
+            if (!visit(found.relet, found.before)) return;
+            expiry = &found.relet.expiry;
+            const bool past = past_ == i - 1 && found.before < from && *expiry < from && found.relet.rent_start < from;
             if (!past || !found_.keeps()) continue;
             past_ = i;
             past_expiry_ = expiry;
-            past_by_ = from;
+            past_by_ = from.dtn();
         }
     }
 
   private:
+    struct Found {
+        date before;
+        Relet relet;
+    };
+
     const Relets& relets_;
     int RevMos_;
     const LeaseCalendar& calendar_;
     const date& limit_;
-    Kept<Relet> found_;
-    int past_ = 0;               ///< as many of the first ones lie before a date
-    date past_by_, past_expiry_; ///< that date, and the expiry of the last of them
+    Kept<Found> found_;
+    int past_ = 0;    ///< as many of the first ones lie before a date
+    int past_by_ = 0; ///< that date, and the expiry of the last of them
+    const date* past_expiry_ = nullptr;
 };
 
 /// The message of errinpmin for a relet that does not end after the expiry before it.

@@ -89,6 +89,7 @@ double follow_chain(const Routine& here, const timeperiod& Time, const date& Ren
     const date& limit = chain.AbFin.iszero() ? DateCrit : chain.AbFin;
     const date& start = std::max(bounds.Start, RentStart);
     const date& end = bounds.Finish.iszero() ? limit : std::min(limit, bounds.Finish);
+    const bool as_accrued = !basis.cash() && bounds.none();
     Kept<date> end_of_first{1};
     ReletWalk walk{chain.relets, RevMos, calendar, limit};
     return over(here, Time, [&](const timeperiod& given) {
@@ -111,7 +112,7 @@ double follow_chain(const Routine& here, const timeperiod& Time, const date& Ren
             });
             return amount;
         };
-        if (!basis.cash() && bounds.none()) return amount_in(given);
+        if (as_accrued) return amount_in(given);
         timeperiod period = basis.cash() ? CashTime(given, basis.Periods, start, end, true, basis.ProjMode) : given;
         bounds.narrow(period);
         return amount_in(period);
