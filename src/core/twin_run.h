@@ -2,7 +2,7 @@
 // routine that returns `over(here, Time, ...)` answers for all that are left, and does once what none of them has a say
 // in:
 //
-//     Kept<double> rates{steps.count()};
+//     Kept<double> rates{here, steps.count()};
 //     return here.returning(over(here, Time, [&](const timeperiod& period) {
 //         return sum(period, [&](int n) { return rates(n, [&] { return Grow(steps.date_of(n), rate, growth, 0); }); });
 //     }));
@@ -20,14 +20,13 @@
 
 namespace qx {
 
-/// The routine for which a twin waits, which may go on over its items: null if there is none. What is kept is kept from
-/// then on.
+/// The routine for which a twin waits, and which may go on over its items.
 class TwinWait {
   public:
-    static bool on() { return routine_ != nullptr; }
+    static bool for_routine(const char* name) { return routine_ != nullptr && std::strcmp(name, routine_) == 0; }
 
   protected:
-    static inline const char* routine_ = nullptr;
+    static inline const char* routine_ = nullptr; ///< null if no twin waits
 };
 
 /// The items of a twin, one after the other in one place.
@@ -56,7 +55,7 @@ class TwinRun : TwinWait {
 
     /// The run that waits for a routine, to which it gives an item of its own; null if none does.
     static TwinRun* of(const char* routine, const Item& item) {
-        if (waiting_ == nullptr || &item != &waiting_->item_ || std::strcmp(routine, routine_) != 0) return nullptr;
+        if (waiting_ == nullptr || &item != &waiting_->item_ || !for_routine(routine)) return nullptr;
         TwinRun* const run = waiting_;
         run->hand_over();
         return run;
@@ -106,13 +105,13 @@ class TwinMemory {
     static inline std::size_t used_ = 0;
 };
 
-/// Values by number, from 1 to n. In the run of a twin each is made when it is first asked for, and kept; otherwise
-/// each is made when it is asked for, and lasts until the next one is.
+/// Values of a routine by number, from 1 to n. If its twin waits for it, each is made when it is first asked for, and
+/// kept; otherwise each is made when it is asked for, and lasts until the next one is.
 template <class T>
 class Kept {
   public:
-    explicit Kept(int n) {
-        if (!TwinWait::on() || n <= 0) return;
+    Kept(const Routine& here, int n) {
+        if (n <= 0 || !TwinWait::for_routine(here.name())) return;
         values_ = static_cast<std::optional<T>*>(TwinMemory::take(static_cast<std::size_t>(n) * sizeof *values_));
         if (values_ == nullptr) return;
         n_ = n;

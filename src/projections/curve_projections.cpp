@@ -2,7 +2,7 @@
 
 #include "calendar/date_arithmetic.h"
 #include "calendar/dated_amounts.h"
-#include "core/routine.h"
+#include "core/twin_run.h"
 #include "numerics/interpolation.h"
 #include "numerics/polynomials.h"
 
@@ -81,11 +81,11 @@ double FittedLevel(const date& TheDate, const date& Start, const date& Finish, V
     here.inputs(TheDate, Start, Finish, LevelDates, Levels, Degree);
     const FittedPolynomial level =
         fitted_over_time(here, LevelDates, Levels, Degree, [](const date& day) { return day.decimal_year(); });
-    if (TheDate < Start || TheDate >= Finish) {
+    return here.returning(over(here, TheDate, [&](const date& day) {
+        if (Start <= day && day < Finish) return level(day.decimal_year());
         here.info("The date is before Start or not before Finish, returning 0");
-        return here.returning(0.0);
-    }
-    return here.returning(level(TheDate.decimal_year()));
+        return 0.0;
+    }));
 }
 
 double FittedRate(const timeperiod& Time, const date& Start, const date& Finish, View<date> RateDates,
@@ -97,8 +97,10 @@ double FittedRate(const timeperiod& Time, const date& Start, const date& Finish,
     const FittedPolynomial rate = fitted_over_time(here, RateDates, AnnualRates, Degree, [&](const date& day) {
         return diffmonths(Start, day, DayCount, Periods) / 12.0;
     });
-    const Span years = span_of(here, Time, Start, Finish, DayCount, Periods, ProjMode);
-    return here.returning(rate.integral(years.from, years.to));
+    return here.returning(over(here, Time, [&](const timeperiod& period) {
+        const Span years = span_of(here, period, Start, Finish, DayCount, Periods, ProjMode);
+        return rate.integral(years.from, years.to);
+    }));
 }
 
 double Ramp(const timeperiod& Time, const date& Start, const date& Finish, double StartRate, double FinishRate,

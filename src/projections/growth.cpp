@@ -2,6 +2,7 @@
 
 #include "calendar/reviews.h"
 #include "calendar/seasons.h"
+#include "core/twin_run.h"
 #include "projections/reviewed_rate.h"
 
 namespace qx {
@@ -144,15 +145,24 @@ double GrowMkt(const date& TheDate, double StartingValue, const Growth& growth, 
         here.warning("Warning: RevMos was specified as zero but the function will use 1 month (in this function only)");
         RevMos = 1;
     }
+    int reviews = 0;
     double value = StartingValue;
     date review = growth.dates.first();
-    for (int n = 1; n <= most_reviews; ++n) {
-        review.addmonths(RevMos, true);
-        if (review > TheDate) break;
-        const TraceBlock pass = here.pass(n, "Review on ", review);
-        value = ReviewedRate(value, Grow(review, StartingValue, growth, RevMos), RevDisc, review, UOTog, true);
-    }
-    return here.returning(value);
+    return here.returning(over(here, TheDate, [&](const date& day) {
+        if (reviews > 0 && day < review) { // it goes back: the walk starts anew
+            reviews = 0;
+            value = StartingValue;
+            review = growth.dates.first();
+        }
+        while (reviews < most_reviews) {
+            const date next = review.plusmonths(RevMos, true);
+            if (next > day) break;
+            review = next;
+            const TraceBlock pass = here.pass(++reviews, "Review on ", review);
+            value = ReviewedRate(value, Grow(review, StartingValue, growth, RevMos), RevDisc, review, UOTog, true);
+        }
+        return value;
+    }));
 }
 
 double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const AnnualSequence& SeasonSeq,

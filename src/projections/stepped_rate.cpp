@@ -41,7 +41,7 @@ double sum_stream(const Routine& here, const timeperiod& Time, const Steps& step
 template <class Steps, class Rate>
 double sum_rates(const Routine& here, const timeperiod& Time, const Steps& steps, const Basis& basis, Rate rate_of,
                  LastStep last_step = LastStep::given) {
-    Kept<double> rates{steps.count()};
+    Kept<double> rates{here, steps.count()};
     return sum_stream(
         here, Time, steps, basis,
         [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {

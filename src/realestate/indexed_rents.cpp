@@ -290,7 +290,7 @@ double reviewed_rent(const Routine& here, const timeperiod& period, const Life& 
 /// What is known of a lease that starts with a list of rents: each of them, passing and as due, and the rent after.
 template <class Index>
 struct SteppedWalk {
-    explicit SteppedWalk(int steps) : rents(steps), rest(1) {}
+    SteppedWalk(const Routine& here, int steps) : rents(here, steps), rest(here, 1) {}
     struct Rent {
         double passing, due;
         bool to_market;
@@ -406,8 +406,8 @@ double indexed_chain(Routine& here, const timeperiod& Time, const date& RentStar
     const ChainMarket market{calendar, terms.market};
     const date start = calendar.rounded(RentStart);
     // An index that lags has a list of its own, of which there are not so many.
-    Kept<Index> indices{terms.IdxLag_s.empty() ? Relets::most + 1 : 0};
-    Kept<IndexedRelet<Index>> relets{Relets::most};
+    Kept<Index> indices{here, terms.IdxLag_s.empty() ? Relets::most + 1 : 0};
+    Kept<IndexedRelet<Index>> relets{here, Relets::most};
     const auto index_of = [&](int n) -> const Index& {
         return indices(n + 1, [&] { return terms.of_lease(here, n); });
     };
@@ -475,7 +475,7 @@ double stepped_chain(Routine& here, const timeperiod& Time, const date& RentStar
     const bool overridden = absolute.override_start(chain.ROpts);
     if (overridden) here.info("AbStart overrides RentStart.");
     const StreamBounds bounds{overridden ? date() : absolute.AbStart, date()};
-    SteppedWalk<Index> walk{rounded_steps.ReviewDates.size()};
+    SteppedWalk<Index> walk{here, rounded_steps.ReviewDates.size()};
     return indexed_only_chain(
         here, Time, overridden ? absolute.AbStart : RentStart, chain, terms, basis, bounds,
         [&](const timeperiod& period, const Life& life, const Market& market, const Index& lease_index) {

@@ -69,12 +69,12 @@ struct Relet {
 Relet next_relet(int number, const date& expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar,
                  const date& limit);
 
-/// The walk over the relets that follow an expiry. In the run of a twin it finds each of them once, and starts behind
-/// those that lie before all that is asked for.
+/// The walk of a routine over the relets that follow an expiry. In the run of a twin it finds each of them once, and
+/// starts behind those that lie before all that is asked for.
 class ReletWalk {
   public:
-    ReletWalk(const Relets& relets, int RevMos, const LeaseCalendar& calendar, const date& limit)
-        : relets_(relets), RevMos_(RevMos), calendar_(calendar), limit_(limit), found_(Relets::most) {}
+    ReletWalk(const Routine& here, const Relets& relets, int RevMos, const LeaseCalendar& calendar, const date& limit)
+        : relets_(relets), RevMos_(RevMos), calendar_(calendar), limit_(limit), found_(here, Relets::most) {}
 
     /// Visits the relets that can reach a date, and others, up to another one, with the expiry before each, until a
     /// visit returns false. The first expiry is the same in each call.

@@ -457,7 +457,7 @@ WorkList<date> LeaseDates(const date& RentStart, View<date> BrksOrExp, int RevMo
         if (day <= expiry && day < last_break) list.add(break_date, day);
     list.add(main_expiry, expiry);
     const LeaseCalendar calendar = plain_calendar();
-    ReletWalk walk = relet_walk(relets, calendar, limit);
+    ReletWalk walk = relet_walk(here, relets, calendar, limit);
     walk(expiry, RentStart, limit, [&](const Relet& relet, const date&) {
         if (relet.lease_start >= limit) return false;
         if (relet.expiry <= relet.lease_start) here.fail<errinpmin>("RelTerm_s", no_relet_term);

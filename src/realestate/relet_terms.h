@@ -40,9 +40,10 @@ struct ChainEnd {
 inline double series_item(View<double> series, int n) { return series.empty() ? 0.0 : series.entry(n); }
 
 /// The walk over the relets of a chain without reviews.
-inline ReletWalk relet_walk(const Relets& relets, const LeaseCalendar& calendar, const date& limit) {
+inline ReletWalk relet_walk(const Routine& here, const Relets& relets, const LeaseCalendar& calendar,
+                            const date& limit) {
     constexpr int no_reviews = 0;
-    return {relets, no_reviews, calendar, limit};
+    return {here, relets, no_reviews, calendar, limit};
 }
 
 /// Calls `each` with every relet that follows an expiry up to a date, and with the expiry before it. Throws errinpmin

@@ -90,8 +90,8 @@ double follow_chain(const Routine& here, const timeperiod& Time, const date& Ren
     const date& start = std::max(bounds.Start, RentStart);
     const date& end = bounds.Finish.iszero() ? limit : std::min(limit, bounds.Finish);
     const bool as_accrued = !basis.cash() && bounds.none();
-    Kept<date> end_of_first{1};
-    ReletWalk walk{chain.relets, RevMos, calendar, limit};
+    Kept<date> end_of_first{here, 1};
+    ReletWalk walk{here, chain.relets, RevMos, calendar, limit};
     return over(here, Time, [&](const timeperiod& given) {
         if (!runs_forward(here, given)) return 0.0;
         if (given.to() < start || given.from() > end) {

@@ -20,7 +20,7 @@ struct PlainLease {
     /// Where the walk over its reviews has come to, and the rent there.
     struct Walk : ReviewPeriod {
         Walk() = default;
-        explicit Walk(const PlainLease&) {}
+        Walk(const Routine&, const PlainLease&) {}
         double rent = 0.0;
     };
     const date& starts() const { return RentStart; }
@@ -39,7 +39,7 @@ struct SteppedLease {
 
     /// Its rents, the lease from the first review to the market on, and where the walk over that has come to.
     struct Walk {
-        explicit Walk(const SteppedLease& lease) : rents(std::max(lease.count(), 1)), reviewed(1) {}
+        Walk(const Routine& here, const SteppedLease& lease) : rents(here, lease.count()), reviewed(here, 1) {}
         Kept<double> rents;
         Kept<PlainLease> reviewed;
         PlainLease::Walk reviews;
@@ -177,7 +177,7 @@ template <class Lease>
 double single_rent(const Routine& here, const timeperiod& Time, const Lease& lease, const date& expiry,
                    const Market& market, const Rules& rules, const Basis& basis) {
     const Measure measure{basis.DayCount, basis.Periods};
-    typename Lease::Walk walk{lease};
+    typename Lease::Walk walk{here, lease};
     return over(here, Time, [&](const timeperiod& given) {
         timeperiod period = given;
         if (!screen_rent(here, period, lease.starts(), expiry, basis)) return 0.0;
@@ -199,8 +199,8 @@ double walk_chain(const Routine& here, const timeperiod& Time, const Lease& leas
         PlainLease::Walk walk{};
     };
     const Measure measure{basis.DayCount, basis.Periods};
-    typename Lease::Walk first_walk{lease};
-    Kept<LetAgain> relettings{Relets::most};
+    typename Lease::Walk first_walk{here, lease};
+    Kept<LetAgain> relettings{here, Relets::most};
     return follow_chain(
         here, Time, lease.starts(), chain, rules.reviews.RevMos, basis, bounds,
         [&](const timeperiod& period, const date& expiry) {

@@ -48,11 +48,11 @@ double charge(const GrownSteppedServiceCharge& total, const timeperiod& period, 
 template <class Total>
 class ChargeOfChain {
   public:
-    ChargeOfChain(const date& SCStartDate, View<date> BrksOrExp, const Total& total, const ServiceChargeShare& share,
-                  const ReletTerms& relets, const Basis& basis, const ChainEnd& chain)
+    ChargeOfChain(const Routine& here, const date& SCStartDate, View<date> BrksOrExp, const Total& total,
+                  const ServiceChargeShare& share, const ReletTerms& relets, const Basis& basis, const ChainEnd& chain)
         : total_(total), share_(share), basis_(basis), calendar_{{basis.DayCount, basis.Periods}, chain.ROpts},
           limit_(chain.limit()), start_(calendar_.rounded(SCStartDate)), BrksOrExp_(BrksOrExp), chain_(chain),
-          relets_(relets.relets()), walk_(relet_walk(relets_, calendar_, limit_)) {}
+          relets_(relets.relets()), walk_(relet_walk(here, relets_, calendar_, limit_)) {}
 
     double in(const Routine& here, const timeperiod& Time) {
         timeperiod period = Time;
@@ -98,7 +98,7 @@ double ServCharge(const timeperiod& Time, const date& SCStartDate, View<date> Br
     here.inputs(Time, SCStartDate, BrksOrExp, total, share, relets, basis, chain);
     basis.check(here);
     check(here, total);
-    ChargeOfChain<Total> tenant{SCStartDate, BrksOrExp, total, share, relets, basis, chain};
+    ChargeOfChain<Total> tenant{here, SCStartDate, BrksOrExp, total, share, relets, basis, chain};
     return here.returning(over(here, Time, [&](const timeperiod& period) { return tenant.in(here, period); }));
 }
 
@@ -113,9 +113,9 @@ double VacServCharge(const timeperiod& Time, const date& StartCost, const date& 
     here.change_note(175, "See Change in Behaviour 175, Oct-05 :DayCountRec and");
     basis.check(here);
     check(here, total);
-    ChargeOfChain<Total> landlord{
-        StartCost, {}, total, share, relets, basis.cost(), {chain.AbFin, chain.ROpts, no_break}};
-    ChargeOfChain<Total> tenant{StartLease, BrksOrExp, total, share, relets, basis.recovery(), chain};
+    ChargeOfChain<Total> landlord{here,  StartCost, {},           total,
+                                  share, relets,    basis.cost(), {chain.AbFin, chain.ROpts, no_break}};
+    ChargeOfChain<Total> tenant{here, StartLease, BrksOrExp, total, share, relets, basis.recovery(), chain};
     return here.returning(over(here, Time, [&](const timeperiod& period) {
         const double whole = landlord.in(here, period), recovered = tenant.in(here, period);
         here.info("The share of the total is ", whole, ", of which ", recovered, " is recovered");
