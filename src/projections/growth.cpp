@@ -71,10 +71,13 @@ double GrowthWalk::section(int n, const date& ToDate) const {
 }
 
 void GrowthWalk::reach(int n) {
-    for (int i = sections_.size() + 1; i <= n; ++i) {
+    if (n < 1) return;
+    if (!sections_) sections_.emplace();
+    auto& [sections, factors] = *sections_;
+    for (int i = sections.size() + 1; i <= n; ++i) {
         const double growth = section(i, growth_.dates(i + 1));
-        sections_->append(growth);
-        factors_->append((i > 1 ? factors_(i - 1) : 1.0) * growth);
+        sections->append(growth);
+        factors->append((i > 1 ? factors(i - 1) : 1.0) * growth);
     }
 }
 
@@ -85,7 +88,7 @@ double GrowthWalk::through(int n, double amount) {
                           {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure_);
     if (iszero(amount)) return 0.0;
     reach(n);
-    return sections_(n) * amount;
+    return sections_->growth(n) * amount;
 }
 
 double GrowthWalk::to(const date& Date2) {
@@ -93,11 +96,11 @@ double GrowthWalk::to(const date& Date2) {
     if (iszero(value_)) return 0.0;
     const int maxn = growth_.count();
     if (maxn == 0 || Date2 <= growth_.dates.first()) return value_;
-    int n = std::min(sections_.size() + 1, maxn);
+    int n = std::min((sections_ ? sections_->growth.size() : 0) + 1, maxn);
     while (n > 1 && growth_.dates(n) > Date2) --n;
     while (n < maxn && growth_.dates(n + 1) <= Date2) ++n;
     reach(n - 1);
-    return (n > 1 ? factors_(n - 1) : 1.0) * section(n, Date2) * value_;
+    return (n > 1 ? sections_->factors(n - 1) : 1.0) * section(n, Date2) * value_;
 }
 
 double Grow(const date& TheDate, double StartingValue, const Growth& growth, int RevMonthsOpt) {

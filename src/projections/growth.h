@@ -12,6 +12,8 @@
 #include "core/pools.h"
 #include "projections/terms.h"
 
+#include <optional>
+
 namespace qx {
 
 /// A discount of the market rate at reviews, where its sign says nothing.
@@ -80,8 +82,11 @@ class GrowthWalk {
     double value_;
     const Growth& growth_;
     const Measure& measure_;
-    WorkList<double> sections_; ///< the growth of each section up to the next
-    WorkList<double> factors_;  ///< the product of these up to and with each
+    /// Of the sections up to one that another one follows: the growth of each, and the product up to and with it.
+    struct Sections {
+        WorkList<double> growth, factors;
+    };
+    std::optional<Sections> sections_; ///< none as long as no section but the last asks
 };
 
 } // namespace qx
