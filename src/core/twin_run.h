@@ -16,6 +16,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <memory>
 #include <optional>
 
 namespace qx {
