@@ -170,7 +170,9 @@ double timeperiod::lenmonths(const date& Start, const date& Finish, double DayCo
         return -timeperiod(to_, from_).lenmonths(Start, Finish, DayCount, Periods, false, ComponentPart);
     }
     double months;
-    if (const DayCountCodes codes = DayCountCodes::of(DayCount); codes.composite(DayCount))
+    if (DayCountCodes::single(DayCount))
+        months = lenmonthsbasic(Start, Finish, whole(DayCount), AllowNeg);
+    else if (const DayCountCodes codes = DayCountCodes::of(DayCount); codes.composite(DayCount))
         months = lenmonthssequence(Start, Finish, codes, Periods, ComponentPart);
     else
         months = lenmonthsbasic(Start, Finish, codes.core, AllowNeg);
