@@ -74,13 +74,17 @@ double Occupancy(const timeperiod& Time, const date& LeaseStartDate, View<date> 
     measure.check(here);
     const Relets relets{RelVoid_s, {}, RelTerm_s};
     const date& limit = AbFin.iszero() ? DateCrit : AbFin;
-    ChainLease lease{0, LeaseStartDate, lease_end(BrksOrExp, Brk)};
-    double years = 0.0;
-    for (int i = 1; i <= Relets::most && lease.start <= Time.to() && lease.start < limit; ++i) {
-        years += con(Time, {lease.start, std::min(lease.expiry, limit)}, 1.0, measure);
-        lease = lease.next(relets.void_months(i), relets.term_months(i));
-    }
-    return here.returning(safe_divide(years, con(Time, {Time.from(), Time.to()}, 1.0, measure)));
+    const ChainLease first{0, LeaseStartDate, lease_end(BrksOrExp, Brk)};
+    Kept<ChainLease> later{here, Relets::most};
+    return here.returning(over(here, Time, [&](const timeperiod& period) {
+        ChainLease lease = first;
+        double years = 0.0;
+        for (int i = 1; i <= Relets::most && lease.start <= period.to() && lease.start < limit; ++i) {
+            years += con(period, {lease.start, std::min(lease.expiry, limit)}, 1.0, measure);
+            lease = later(i, [&] { return lease.next(relets.void_months(i), relets.term_months(i)); });
+        }
+        return safe_divide(years, con(period, {period.from(), period.to()}, 1.0, measure));
+    }));
 }
 
 } // namespace qx

@@ -200,9 +200,12 @@ double RentEvent(const timeperiod& Time, const LeaseTerms& lease, const Relets& 
     here.limit(lease.RevMos, review_months_limits, "RevMos");
     if (!runs_forward(here, Time)) return here.returning(0.0);
     const LeaseEvents events{here, lease, relets, Brk};
-    for (const SwitchValue& event : lease_event_values)
-        if (events.occurs(LeaseEvent{event.code}, Time)) return here.returning(event.code + 1.0);
-    return here.returning(0.0);
+    return here.returning(over(here, Time, [&](const timeperiod& period) {
+        if (!runs_forward(here, period)) return 0.0;
+        for (const SwitchValue& event : lease_event_values)
+            if (events.occurs(LeaseEvent{event.code}, period)) return event.code + 1.0;
+        return 0.0;
+    }));
 }
 
 // --- What follows from what ------------------------------------------------------------------------------------------
