@@ -187,31 +187,35 @@ void print_chosen(Document& document, const CalcOptions& options) {
     print_rows(std::cout, rows, options.output, options.wide);
 }
 
+constexpr std::size_t most_messages = 100; ///< of one kind; the others are counted
+
 void tell(const Document& document, std::size_t from = 0) {
-    for (std::size_t i = from; i < document.notes.size(); ++i) {
+    const std::size_t all = document.notes.size(), end = std::min(all, from + most_messages);
+    for (std::size_t i = from; i < end; ++i) {
         const files::Note& note = document.notes[i];
         std::cerr << document.name << ": " << (note.where.empty() ? "" : note.where + ": ") << note.message << '\n';
     }
+    if (all > end) std::cerr << document.name << ": and " << all - end << " more messages\n";
 }
 
 /// The list of the cells that show errors: cell, error, reason, and where it came from. Those of which the notes tell
 /// are not reported again.
 void tell_errors(Document& document) {
-    constexpr std::size_t most = 100;
     std::unordered_set<std::string> reported;
     for (const files::Note& note : document.notes) reported.insert(note.where);
     std::vector<sheet::CellError> errors = document.book.errors();
     std::erase_if(errors, [&](const sheet::CellError& error) {
         return error.origin == error.cell && reported.contains(document.place(error.cell));
     });
-    for (std::size_t i = 0; i < std::min(errors.size(), most); ++i) {
+    for (std::size_t i = 0; i < std::min(errors.size(), most_messages); ++i) {
         const sheet::CellError& error = errors[i];
         std::cerr << document.name << ": " << document.place(error.cell) << ": " << sheet::error_text(error.code)
                   << ": " << sheet::valid_utf8(error.reason);
         if (error.origin != error.cell) std::cerr << ", from " << document.place(error.origin);
         std::cerr << '\n';
     }
-    if (errors.size() > most) std::cerr << document.name << ": and " << errors.size() - most << " more errors\n";
+    if (errors.size() > most_messages)
+        std::cerr << document.name << ": and " << errors.size() - most_messages << " more errors\n";
 }
 
 std::string list_of(const std::vector<std::string>& items) {

@@ -131,6 +131,14 @@ void Workbook::prepare_change() {
 
 // --- Lookups --------------------------------------------------------------------------------------------------------
 
+namespace {
+
+/// Walks along a list that take about as long as to put it in order: with a list that changes again and again the
+/// index costs no more than twice what the walks do.
+constexpr int walks_of_an_index = 16;
+
+} // namespace
+
 const LookupIndex* Workbook::index_of(const Area& list) {
     constexpr std::uint32_t least_cells = 32;
     constexpr std::size_t most_lists = 64;
@@ -173,7 +181,7 @@ void Workbook::forget_lookups(const Area& changed) {
             continue;
         lookup.index.reset();
         lookup.uses = 0;
-        lookup.needed = std::min(lookup.needed * 2, 1 << 16);
+        lookup.needed = walks_of_an_index;
     }
 }
 

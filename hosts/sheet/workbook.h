@@ -185,7 +185,7 @@ class Workbook final : public Names {
     struct Lookup {
         Area list;
         int uses = 0;   ///< since it last changed
-        int needed = 2; ///< for an index; more with each change
+        int needed = 2; ///< for an index; more once it has changed
         std::unique_ptr<LookupIndex> index;
     };
     struct Sheet {

@@ -101,6 +101,11 @@ TEST(QuexelCalc, PrintsTheTableAndTellsWhatIsWrong) {
     EXPECT_EQ(quexel("calc - --out -", content("model.csv")).out, content("results.csv"));
     EXPECT_EQ(quexel("calc model.csv --no-dates --out -").out,
               "Date,End,Days\r\n46347,46356,9\r\n46377,46387,10\r\nloop,#REF!,19\r\n");
+    std::string faults;
+    for (int i = 0; i < 250; ++i) faults += "=SUM(\n";
+    const Outcome many = quexel("calc -", faults);
+    EXPECT_EQ(std::count(many.err.begin(), many.err.end(), '\n'), 101) << many.err;
+    EXPECT_NE(many.err.find("-: and 150 more messages\n"), std::string::npos) << many.err;
     const Outcome none = quexel("calc nosuch.csv");
     EXPECT_EQ(none.err, "nosuch.csv: cannot be read: No such file or directory\n");
     EXPECT_EQ(none.status, 1);

@@ -258,6 +258,7 @@ TEST_F(WorkbookTest, ManyLookupsInOneListFindWhatOneFinds) {
                                                 : Value());
         book.set_value({row, 1, 0}, Value::number(row));
         book.set_value({row, 2, 0}, Value::number(row / 3 * 2));
+        book.set_value({row, 3, 0}, Value::number((rows - row) / 3 * 2));
     };
     for (std::uint32_t row = 0; row < rows; ++row) fill(row);
     const char* const formulas[] = {"MATCH(%,A1:A200,0)",
@@ -267,17 +268,27 @@ TEST_F(WorkbookTest, ManyLookupsInOneListFindWhatOneFinds) {
                                     "MATCH(%*9,C1:C200)",
                                     "VLOOKUP(%*9,C1:C200,1)",
                                     "COUNTIFS(A1:A200,%,B1:B200,\"<100\")",
-                                    "XLOOKUP(%,A1:A200,B1:B200)"};
+                                    "XLOOKUP(%,A1:A200,B1:B200)",
+                                    "MATCH(%*9,D1:D200,-1)",
+                                    "COUNTIF(A1:A200,\"<>\"&%)",
+                                    "COUNTIF(A1:A200,%&\"*\")",
+                                    "SUMIFS(B1:B200,C1:C200,\">=\"&%,C1:C200,\"<\"&%+9,A1:A200,\"?\")",
+                                    "SUMIFS(B1:B200,A1:A200,%&\"*\",C1:C200,\">=\"&5)",
+                                    "XLOOKUP(%+0.5,A1:A200,B1:B200,,-1)",
+                                    "XLOOKUP(%-0.5,A1:A200,B1:B200,,1,-1)",
+                                    "XMATCH(%,A1:A200,0,-1)",
+                                    "RANK(%,A1:A200)&RANK(%,A1:A200,1)",
+                                    "LARGE(A1:A200,%)&SMALL(A1:A200,%+0.5)"};
     const char* const wanted[] = {"3", "\"C\"", "11", "\"zz\"", "0"};
     for (int round = 0; round < 3; ++round) {
         for (const std::string formula : formulas)
             for (const std::string value : wanted) {
                 std::string text = formula;
-                text.replace(text.find('%'), 1, value);
+                for (std::size_t place; (place = text.find('%')) != text.npos;) text.replace(place, 1, value);
                 const auto show = [&] { return test::shown(book.look_up(book.evaluate(book.read(text), {}))); };
                 fill(random() % rows); // drops the index: the first answers walk
                 const std::string first = show();
-                for (int i = 0; i < 600; ++i) ASSERT_EQ(show(), first) << text;
+                for (int i = 0; i < 40; ++i) ASSERT_EQ(show(), first) << text;
             }
         for (int i = 0; i < 20; ++i) fill(random() % rows);
     }
