@@ -227,17 +227,15 @@ std::string list_of(const std::vector<std::string>& items) {
 /// Writes the results to where they are to go.
 void write_results(Document& document, const std::vector<files::Chart>& charts, const CalcOptions& options) {
     if (options.in_place) {
-        std::string bytes;
+        std::string bytes, why;
         if (document.type() == files::FileType::csv) {
             bytes = as_same_csv(document);
         } else if (document.type() == files::FileType::ods) {
             throw FileError("an .ods file cannot be changed in place; --out FILE.xlsx writes a new one");
         } else if (!charts.empty()) {
             throw FileError("charts are drawn in a new file; give --out FILE.xlsx");
-        } else if (!as_same_xlsx(document, bytes)) {
-            throw FileError(
-                "a cell to be filled is not in the file, a formula was set, or the file counts days from 1904; "
-                "--out FILE.xlsx writes a new one");
+        } else if (!as_same_xlsx(document, bytes, why)) {
+            throw FileError(why + "; --out FILE.xlsx writes a new workbook");
         }
         return files::write_file(options.file, bytes);
     }
@@ -245,10 +243,10 @@ void write_results(Document& document, const std::vector<files::Chart>& charts, 
     const std::vector<std::string>& not_kept = document.not_kept();
     const bool has_macros = std::find(not_kept.begin(), not_kept.end(), "macros") != not_kept.end();
     if (ending == "xlsx" || ending == "xlsm") {
-        std::string bytes;
+        std::string bytes, why;
         // A workbook's own file with new values keeps what no writer of ours knows.
         if (document.type() == files::FileType::xlsx && charts.empty() && has_macros == (ending == "xlsm") &&
-            as_same_xlsx(document, bytes))
+            as_same_xlsx(document, bytes, why))
             return files::write_file(options.out, bytes);
         if (ending == "xlsm")
             throw FileError("an .xlsm file can only be the copy of another one; give --out FILE.xlsx");
