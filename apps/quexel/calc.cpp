@@ -187,8 +187,6 @@ void print_chosen(Document& document, const CalcOptions& options) {
     print_rows(std::cout, rows, options.output, options.wide);
 }
 
-constexpr std::size_t most_messages = 100; ///< of one kind; the others are counted
-
 void tell(const Document& document, std::size_t from = 0) {
     const std::size_t all = document.notes.size(), end = std::min(all, from + most_messages);
     for (std::size_t i = from; i < end; ++i) {

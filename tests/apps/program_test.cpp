@@ -201,6 +201,10 @@ TEST(QuexelReplace, ShowsAndThenWrites) {
     EXPECT_EQ(quexel("replace model.csv --find '' --replace y").err,
               "Error: Find text must not be the empty string!\n");
     EXPECT_EQ(quexel("replace nosuch.csv --find x --replace y").status, 1);
+    // What cannot be written whole leaves the former file as it was.
+    const std::string before = content("model.csv");
+    quexel_on_a_full_disk("replace model.csv --find R --replace " + std::string(9000, 'S') + " --write");
+    EXPECT_EQ(content("model.csv"), before);
     EXPECT_EQ(quexel("replace model.doc --find x --replace y").status, 1);
 }
 
