@@ -403,6 +403,9 @@ const Builtin logic[] = {
 const Builtin sums[] = {
     {"SUM", "r*", "number, ...", "The sum of the numbers",
      [](A a) {
+         constexpr std::uint32_t long_column = 128;
+         if (a.count == 1 && a[0].is(Type::area) && a[0].area().columns() == 1 && a[0].area().rows() >= long_column)
+             return a.calculator.book().sum_of_column(a[0].area());
          return over_numbers(
              a, 0.0, [](double& sum, double x) { sum += x; }, number);
      }},
