@@ -188,30 +188,32 @@ void print_chosen(Document& document, const CalcOptions& options) {
 }
 
 void tell(const Document& document, std::size_t from = 0) {
-    for (std::size_t i = from; i < document.notes.size(); ++i) {
+    const std::size_t all = document.notes.size(), end = std::min(all, from + most_messages);
+    for (std::size_t i = from; i < end; ++i) {
         const files::Note& note = document.notes[i];
         std::cerr << document.name << ": " << (note.where.empty() ? "" : note.where + ": ") << note.message << '\n';
     }
+    if (all > end) std::cerr << document.name << ": and " << all - end << " more messages\n";
 }
 
 /// The list of the cells that show errors: cell, error, reason, and where it came from. Those of which the notes tell
 /// are not reported again.
 void tell_errors(Document& document) {
-    constexpr std::size_t most = 100;
     std::unordered_set<std::string> reported;
     for (const files::Note& note : document.notes) reported.insert(note.where);
     std::vector<sheet::CellError> errors = document.book.errors();
     std::erase_if(errors, [&](const sheet::CellError& error) {
         return error.origin == error.cell && reported.contains(document.place(error.cell));
     });
-    for (std::size_t i = 0; i < std::min(errors.size(), most); ++i) {
+    for (std::size_t i = 0; i < std::min(errors.size(), most_messages); ++i) {
         const sheet::CellError& error = errors[i];
         std::cerr << document.name << ": " << document.place(error.cell) << ": " << sheet::error_text(error.code)
                   << ": " << sheet::valid_utf8(error.reason);
         if (error.origin != error.cell) std::cerr << ", from " << document.place(error.origin);
         std::cerr << '\n';
     }
-    if (errors.size() > most) std::cerr << document.name << ": and " << errors.size() - most << " more errors\n";
+    if (errors.size() > most_messages)
+        std::cerr << document.name << ": and " << errors.size() - most_messages << " more errors\n";
 }
 
 std::string list_of(const std::vector<std::string>& items) {
@@ -223,17 +225,15 @@ std::string list_of(const std::vector<std::string>& items) {
 /// Writes the results to where they are to go.
 void write_results(Document& document, const std::vector<files::Chart>& charts, const CalcOptions& options) {
     if (options.in_place) {
-        std::string bytes;
+        std::string bytes, why;
         if (document.type() == files::FileType::csv) {
             bytes = as_same_csv(document);
         } else if (document.type() == files::FileType::ods) {
             throw FileError("an .ods file cannot be changed in place; --out FILE.xlsx writes a new one");
         } else if (!charts.empty()) {
             throw FileError("charts are drawn in a new file; give --out FILE.xlsx");
-        } else if (!as_same_xlsx(document, bytes)) {
-            throw FileError(
-                "a cell to be filled is not in the file, a formula was set, or the file counts days from 1904; "
-                "--out FILE.xlsx writes a new one");
+        } else if (!as_same_xlsx(document, bytes, why)) {
+            throw FileError(why + "; --out FILE.xlsx writes a new workbook");
         }
         return files::write_file(options.file, bytes);
     }
@@ -241,10 +241,10 @@ void write_results(Document& document, const std::vector<files::Chart>& charts, 
     const std::vector<std::string>& not_kept = document.not_kept();
     const bool has_macros = std::find(not_kept.begin(), not_kept.end(), "macros") != not_kept.end();
     if (ending == "xlsx" || ending == "xlsm") {
-        std::string bytes;
+        std::string bytes, why;
         // A workbook's own file with new values keeps what no writer of ours knows.
         if (document.type() == files::FileType::xlsx && charts.empty() && has_macros == (ending == "xlsm") &&
-            as_same_xlsx(document, bytes))
+            as_same_xlsx(document, bytes, why))
             return files::write_file(options.out, bytes);
         if (ending == "xlsm")
             throw FileError("an .xlsm file can only be the copy of another one; give --out FILE.xlsx");

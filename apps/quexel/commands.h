@@ -2,6 +2,7 @@
 // was given. Results go to standard output, messages to standard error.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,9 @@ namespace qx::app {
 
 /// How tables are printed.
 enum class Output { table, csv, markdown, json };
+
+/// Messages about one file that are shown; the others are counted.
+inline constexpr std::size_t most_messages = 100;
 
 struct EvalOptions {
     std::string formula; ///< "-" for formulas on standard input, one a line

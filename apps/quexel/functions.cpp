@@ -216,6 +216,10 @@ int help(const std::string& name) {
         return 0;
     }
     if (print_topic(std::cout, name)) return 0;
+    constexpr std::string_view mark = "_xlfn."; // files write it in front of a spreadsheet's own function
+    if (sheet::equal_ignoring_case(std::string_view(name).substr(0, mark.size()), mark))
+        if (const sheet::Builtin* const builtin = sheet::find_builtin(name.substr(mark.size())))
+            return builtin_help(*builtin);
     const Function* const function = find_function(name);
     if (function == nullptr) {
         for (const Function* const each : declared_functions())

@@ -2,15 +2,13 @@
 #include "apps/quexel/output.h"
 
 #include "commands/find_replace.h"
+#include "hosts/files/model.h"
+#include "hosts/files/safe_file.h"
 #include "hosts/sheet/csv.h"
 #include "hosts/sheet/text.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <iostream>
-#include <sstream>
 #include <stdexcept>
 
 namespace qx::app {
@@ -39,19 +37,7 @@ std::string csv_text(const sheet::CsvRows& rows, const std::string& former) {
     return text;
 }
 
-bool read_whole(const std::string& name, std::string& text) {
-    std::ifstream file(name, std::ios::binary);
-    std::ostringstream content;
-    if (file) content << file.rdbuf();
-    text = content.str();
-    if (file.is_open() && !file.bad() && !text.empty()) return true;
-    std::cerr << name << ": cannot be read" << (errno != 0 ? std::string(": ") + std::strerror(errno) : "") << '\n';
-    return false;
-}
-
-} // namespace
-
-int replace(const ReplaceOptions& options) {
+int show_and_replace(const ReplaceOptions& options) {
     constexpr std::size_t all = static_cast<std::size_t>(-1);
     std::size_t top = 0, left = 0, bottom = all, right = all;
     if (!options.where.empty()) {
@@ -76,13 +62,14 @@ int replace(const ReplaceOptions& options) {
         std::cerr << "Error: Find text must not be the empty string!\n";
         return 1;
     }
-    errno = 0;
-    std::string text;
-    if (!read_whole(options.file, text)) return 1;
+    const std::string text = files::read_file(options.file);
     std::vector<sheet::Problem> problems;
     sheet::CsvRows rows = sheet::read_csv(text, problems);
-    for (const sheet::Problem& problem : problems)
-        std::cerr << options.file << ": " << sheet::address_text(problem.cell) << ": " << problem.message << '\n';
+    for (std::size_t i = 0; i < std::min(problems.size(), most_messages); ++i)
+        std::cerr << options.file << ": " << sheet::address_text(problems[i].cell) << ": " << problems[i].message
+                  << '\n';
+    if (problems.size() > most_messages)
+        std::cerr << options.file << ": and " << problems.size() - most_messages << " more messages\n";
     if (!problems.empty()) return 1;
 
     std::size_t filled = 0;
@@ -107,19 +94,23 @@ int replace(const ReplaceOptions& options) {
     }
     print_table(std::cout, changes);
     const bool write = options.write && !changes.empty();
-    if (write) {
-        std::ofstream file(options.file, std::ios::binary);
-        file << csv_text(rows, text);
-        file.close();
-        if (!file) {
-            std::cerr << options.file << ": cannot be written: " << std::strerror(errno) << '\n';
-            return 1;
-        }
-    }
+    if (write) files::write_file(options.file, csv_text(rows, text)); // the former file stays if this fails
     std::cout << changes.size() << " of " << filled << (filled == 1 ? " filled cell " : " filled cells ")
               << (write ? "changed" : "would change")
               << (options.write || changes.empty() ? "" : "; --write changes the file") << '\n';
     return 0;
+}
+
+} // namespace
+
+int replace(const ReplaceOptions& options) {
+    try {
+        return show_and_replace(options);
+    } catch (const files::FileError& error) {
+        std::cout.flush();
+        std::cerr << error.what() << '\n';
+        return 1;
+    }
 }
 
 } // namespace qx::app

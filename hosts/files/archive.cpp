@@ -74,7 +74,7 @@ void Archive::each(const std::function<void(const std::string&)>& visit) const {
         if (const char* const name = zip_get_name(zip_, static_cast<zip_uint64_t>(i), 0)) visit(name);
 }
 
-std::string Archive::with_parts(std::string_view bytes, const std::map<std::string, std::string>& parts) {
+std::string Archive::with_parts(std::string_view bytes, const Parts& parts) {
     // The source is written in place: libzip keeps a buffer of its own for what it writes.
     zip_source_t* const source = source_of(bytes);
     zip_t* const archive = open(source, 0);
@@ -82,8 +82,11 @@ std::string Archive::with_parts(std::string_view bytes, const std::map<std::stri
     const std::unique_ptr<zip_source_t, void (*)(zip_source_t*)> kept(source, zip_source_free);
     for (const auto& [name, content] : parts) {
         const zip_int64_t index = zip_name_locate(archive, name.c_str(), 0);
-        zip_source_t* const part = zip_source_buffer(archive, content.data(), content.size(), 0);
-        if (index < 0 || part == nullptr || zip_file_replace(archive, static_cast<zip_uint64_t>(index), part, 0) != 0) {
+        const auto place = static_cast<zip_uint64_t>(index);
+        zip_source_t* const part = content ? zip_source_buffer(archive, content->data(), content->size(), 0) : nullptr;
+        const bool done = index >= 0 && (content ? part != nullptr && zip_file_replace(archive, place, part, 0) == 0
+                                                 : zip_delete(archive, place) == 0);
+        if (!done) {
             zip_source_free(part);
             zip_discard(archive);
             throw FileError("\"" + name + "\" cannot be written into the archive");

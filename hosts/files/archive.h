@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,8 +29,10 @@ class Archive {
     /// Calls visit(name) for each part.
     void each(const std::function<void(const std::string&)>& visit) const;
 
-    /// The archive with the contents of some parts replaced.
-    static std::string with_parts(std::string_view bytes, const std::map<std::string, std::string>& parts);
+    /// What becomes of parts: other contents, or none for one that goes.
+    using Parts = std::map<std::string, std::optional<std::string>>;
+    /// The archive with some of its parts replaced.
+    static std::string with_parts(std::string_view bytes, const Parts& parts);
 
   private:
     zip* zip_ = nullptr;

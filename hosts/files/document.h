@@ -81,9 +81,9 @@ std::string ending_of(std::string_view name);
 
 /// The workbook with its results as a new .xlsx file, with charts on a sheet of their own. Throws FileError.
 std::string as_xlsx(Document& document, const std::vector<Chart>& charts = {});
-/// The workbook's own .xlsx file with the new results and inputs, all else as it was. False if a cell that is to be
-/// changed is not in the file. Throws FileError.
-bool as_same_xlsx(Document& document, std::string& bytes);
+/// The workbook's own .xlsx file with the new results and inputs, all else as it was. False, with the reason in words,
+/// if that cannot be. Throws FileError.
+bool as_same_xlsx(Document& document, std::string& bytes, std::string& why);
 /// A .csv model with the inputs that were changed, its formulas as they were.
 std::string as_same_csv(Document& document);
 /// The values of all sheets, the errors and the notes as JSON; dates as texts if asked.

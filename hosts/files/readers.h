@@ -5,7 +5,6 @@
 #include "hosts/files/archive.h"
 #include "hosts/files/model.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -24,12 +23,5 @@ Model read_ods(Archive& archive);
 
 /// True if a text begins with the sign, as _x000D_, by which .xlsx files hold a character that XML cannot.
 bool is_escape(std::string_view text);
-
-/// The calculated value of a formula's cell, or what a changed cell now holds; false to leave the cell as it is.
-using Results = std::function<bool(std::size_t sheet, sheet::CellAddress cell, Cell& value, std::string& text)>;
-
-/// The .xlsx file with the values of its cells replaced and everything else as it was; empty if the
-/// file counts days from 1904, so that its numbers are others. Throws FileError.
-std::string with_results(std::string_view bytes, const Results& results);
 
 } // namespace qx::files

@@ -1,6 +1,7 @@
 #include "hosts/files/document.h"
 #include "hosts/files/formula_text.h"
 #include "hosts/files/safe_file.h"
+#include "hosts/files/xlsx_copy.h"
 
 #include "hosts/sheet/text.h"
 
@@ -103,13 +104,15 @@ class XlsxWriter {
         std::string bytes = read_file(file.name);
         // libxlsxwriter knows only numbers and texts as results.
         if (special_.empty()) return bytes;
-        return with_results(bytes, [&](std::size_t sheet, CellAddress cell, Cell& value, std::string& text) {
-            cell.sheet = static_cast<std::uint16_t>(sheet);
-            if (sheet >= document_.book.sheet_count() || !special_.contains({cell.sheet, cell.row, cell.column}))
-                return false;
-            value = shown(document_.book.value(cell), text);
+        Changes changes;
+        changes.content = [&](CellAddress cell, CellContent& content) {
+            if (!special_.contains({cell.sheet, cell.row, cell.column})) return false;
+            content.value = shown(document_.book.value(cell), content.text);
+            content.filled = document_.book.filled_by(cell);
             return true;
-        });
+        };
+        std::string why;
+        return with_changes(bytes, changes, why);
     }
 
   private:
@@ -307,29 +310,36 @@ std::string as_xlsx(Document& document, const std::vector<Chart>& charts) {
     return XlsxWriter(document, charts).write();
 }
 
-bool as_same_xlsx(Document& document, std::string& bytes) {
-    // Every cell that shows something of ours must be in the file to take it.
-    std::size_t wanted = 0, found = 0;
+bool as_same_xlsx(Document& document, std::string& bytes, std::string& why) {
+    sheet::Workbook& book = document.book;
     const auto is_ours = [&](CellAddress cell) {
-        return document.is_changed(cell) || document.book.formula(cell) != nullptr ||
-               !document.book.filled_by(cell).is_cell();
+        return cell.sheet < book.sheet_count() &&
+               (document.is_changed(cell) || book.formula(cell) != nullptr || !book.filled_by(cell).is_cell());
     };
-    for (std::uint16_t number = 0; number < document.book.sheet_count(); ++number)
-        if (const std::optional<Area> used = document.book.used_area(number))
-            document.book.grid(number).visit(*used, [&](std::uint32_t row, std::uint32_t column, sheet::Cell&) {
-                wanted += is_ours({row, static_cast<std::uint16_t>(column), number});
+    Changes changes;
+    for (std::uint16_t number = 0; number < book.sheet_count(); ++number)
+        if (const std::optional<Area> used = book.used_area(number))
+            book.grid(number).visit(*used, [&](std::uint32_t row, std::uint32_t column, sheet::Cell&) {
+                const CellAddress cell{row, static_cast<std::uint16_t>(column), number};
+                if (is_ours(cell) && !(book.value(cell).is_blank() && book.formula(cell) == nullptr))
+                    changes.wanted.push_back(cell);
                 return true;
             });
-    bool formula_entered = false;
-    bytes = with_results(document.bytes(), [&](std::size_t sheet, CellAddress cell, Cell& value, std::string& text) {
-        cell.sheet = static_cast<std::uint16_t>(sheet);
+    changes.content = [&](CellAddress cell, CellContent& content) {
         if (!is_ours(cell)) return false;
-        ++found;
-        formula_entered |= document.is_changed(cell) && document.book.formula(cell) != nullptr;
-        value = shown(document.book.value(cell), text);
+        const Value value = book.value(cell);
+        content.value = shown(value, content.text);
+        content.is_date = value.is_date();
+        content.filled = book.filled_by(cell);
+        content.entered = document.is_changed(cell);
+        const sheet::Formula* const formula = book.formula(cell);
+        if (!content.entered || formula == nullptr || !(content.filled.first() == cell)) return true;
+        content.formula = to_xlsx(formula->text);
+        if (!content.filled.is_cell()) why = document.place(cell) + " fills several cells, which the file has to tell";
         return true;
-    });
-    return !bytes.empty() && found == wanted && !formula_entered;
+    };
+    bytes = with_changes(document.bytes(), changes, why);
+    return why.empty();
 }
 
 } // namespace qx::files

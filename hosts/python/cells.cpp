@@ -174,22 +174,31 @@ OPER shaped(OPER* cells, std::size_t rows, std::size_t columns) {
     return array_cell(cells, static_cast<int>(rows), static_cast<int>(columns));
 }
 
+std::size_t length_of(PyObject* sequence) { return static_cast<std::size_t>(PySequence_Fast_GET_SIZE(sequence)); }
+
+/// An item of a list or a tuple. What reads one item may run code that changes the list.
+py::object item_of(PyObject* sequence, std::size_t i) {
+    if (i >= length_of(sequence)) throw py::value_error("a list has changed while it was read");
+    return py::reinterpret_borrow<py::object>(PySequence_Fast_ITEMS(sequence)[i]);
+}
+
 /// A list or a tuple, or one of lists and tuples.
 OPER sequence_cell(PyObject* list, Kind items, CellMemory& memory) {
-    const auto rows = static_cast<std::size_t>(PySequence_Fast_GET_SIZE(list));
-    PyObject* const* const row = PySequence_Fast_ITEMS(list);
-    const bool nested = rows > 0 && is_sequence(row[0]);
-    const auto width = [](PyObject* values) { return static_cast<std::size_t>(PySequence_Fast_GET_SIZE(values)); };
-    const std::size_t columns = nested ? width(row[0]) : 1;
+    const std::size_t rows = length_of(list);
+    const py::object first = rows > 0 ? item_of(list, 0) : py::none();
+    const bool nested = is_sequence(first.ptr());
+    const std::size_t columns = nested ? length_of(first.ptr()) : 1;
     OPER* const cells = memory.cells(rows * columns + 1);
     for (std::size_t i = 0; i < rows; ++i) {
+        const py::object row = item_of(list, i);
         if (!nested) {
-            cells[i] = item_cell(row[i], items, memory);
+            cells[i] = item_cell(row.ptr(), items, memory);
             continue;
         }
-        if (!is_sequence(row[i]) || width(row[i]) != columns) throw py::value_error("rows of different lengths");
+        if (!is_sequence(row.ptr()) || length_of(row.ptr()) != columns)
+            throw py::value_error("rows of different lengths");
         for (std::size_t j = 0; j < columns; ++j)
-            cells[i * columns + j] = item_cell(PySequence_Fast_ITEMS(row[i])[j], items, memory);
+            cells[i * columns + j] = item_cell(item_of(row.ptr(), j).ptr(), items, memory);
     }
     return shaped(cells, rows, columns);
 }
@@ -247,8 +256,9 @@ py::array array_of(const OPER* cells, std::size_t rows, std::size_t columns, Kin
     if (items == Kind::date && all_are(numeric)) {
         py::array days = empty_array("M8[D]", shape);
         std::transform(cells, cells + count, static_cast<std::int64_t*>(days.mutable_data()), [](const OPER& cell) {
-            return is_blank(cell) ? std::numeric_limits<std::int64_t>::min() // NaT
-                                  : static_cast<std::int64_t>(std::floor(number_in(cell) - unix_serial));
+            if (is_blank(cell)) return std::numeric_limits<std::int64_t>::min(); // NaT
+            const double serial = number_in(cell);
+            return static_cast<std::int64_t>(std::floor(serial - unix_serial)) + (serial < 61.0); // 1900, no leap year
         });
         return days;
     }

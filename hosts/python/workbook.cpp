@@ -48,8 +48,8 @@ class Book {
     /// An .xlsx file: the one that was read with its new values if that can be, else a new one. The second item is what
     /// a new one has not kept, as "charts".
     py::tuple xlsx() {
-        std::string bytes;
-        if (keeps_file_ && document_.type() == files::FileType::xlsx && as_same_xlsx(document_, bytes))
+        std::string bytes, why;
+        if (keeps_file_ && document_.type() == files::FileType::xlsx && as_same_xlsx(document_, bytes, why))
             return py::make_tuple(py::bytes(bytes), py::list());
         return py::make_tuple(py::bytes(as_xlsx(document_)), document_.not_kept());
     }

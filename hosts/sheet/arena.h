@@ -41,17 +41,20 @@ class Arena {
     };
 
     void* bytes(std::size_t wanted) {
+        if (chunk_ == chunks_.size() || chunks_[chunk_].size - used_ < wanted) [[unlikely]]
+            make_room(wanted);
+        void* const memory = chunks_[chunk_].memory.get() + used_;
+        used_ += wanted;
+        return memory;
+    }
+    [[gnu::noinline]] void make_room(std::size_t wanted) {
         while (chunk_ < chunks_.size() && chunks_[chunk_].size - used_ < wanted) {
             ++chunk_;
             used_ = 0;
         }
-        if (chunk_ == chunks_.size()) {
-            const std::size_t size = wanted > chunk_size ? wanted : chunk_size;
-            chunks_.push_back({std::make_unique_for_overwrite<std::byte[]>(size), size});
-        }
-        void* const memory = chunks_[chunk_].memory.get() + used_;
-        used_ += wanted;
-        return memory;
+        if (chunk_ < chunks_.size()) return;
+        const std::size_t size = wanted > chunk_size ? wanted : chunk_size;
+        chunks_.push_back({std::make_unique_for_overwrite<std::byte[]>(size), size});
     }
 
     static constexpr std::size_t chunk_size = 1 << 16;

@@ -52,6 +52,9 @@ class Table {
     std::uint32_t used_rows() const { return used_rows_; }
     /// An index of the list, if it has one.
     const LookupIndex* index() const { return value_.is(Type::area) ? book_.index_of(value_.area()) : nullptr; }
+    bool is_same_range(const Table& other) const {
+        return value_.is(Type::area) && other.value_.is(Type::area) && value_.area() == other.value_.area();
+    }
     std::uint64_t size() const { return std::uint64_t{rows_} * columns_; }
     /// Items of a list that the sheet uses.
     std::uint64_t used() const { return columns_ == 1 ? used_rows_ : std::uint64_t{used_rows_} * columns_; }
@@ -199,35 +202,51 @@ class Criterion {
         }
     }
 
-    /// Finds the places that meet the criterion by an index, in order. False if that cannot tell.
-    bool find(const LookupIndex& index, std::vector<std::uint32_t>& places) const {
-        if (code_ != Code::equal || !(wanted_.is_number() || is_plain_text())) return false;
-        if (wanted_.is_number())
+    /// Finds the places by an index among which all are that meet the criterion, in no order. False if that cannot
+    /// tell, or not before it has looked at more than so many.
+    bool find(const LookupIndex& index, std::size_t most, std::vector<std::uint32_t>& places) const {
+        if (code_ != Code::equal) return false;
+        if (wanted_.is_number()) {
             index.find(wanted_.number(), true, places);
-        else
-            index.find(wanted_.text(), places);
-        std::sort(places.begin(), places.end());
-        return true;
-    }
-    /// Counts these places, also those of the numbers on one side of another.
-    bool count(const LookupIndex& index, double& count) const {
-        std::vector<std::uint32_t> places;
-        if (find(index, places)) {
-            count = static_cast<double>(places.size());
             return true;
         }
-        if (!wanted_.is_number() || code_ == Code::unequal) return false;
-        const std::size_t below = code_ == Code::less || code_ == Code::at_least ? index.below(wanted_.number())
-                                                                                 : index.up_to(wanted_.number());
-        count = static_cast<double>(code_ == Code::less || code_ == Code::at_most ? below : index.numbers() - below);
+        if (!wanted_.is_text()) return false;
+        const std::string_view text = wanted_.text(), beginning = text.substr(0, text.find_first_of("*?~"));
+        if (beginning.empty()) return false;
+        if (beginning.size() < text.size()) return index.find_beginning(beginning, most, places);
+        index.find(text, places);
+        return true;
+    }
+    /// Narrows ranks of numbers to those that a comparison with a number allows. False for other criteria.
+    bool narrow(const LookupIndex& index, std::size_t& first_rank, std::size_t& end_rank) const {
+        if (!wanted_.is_number() || code_ == Code::equal || code_ == Code::unequal) return false;
+        const double x = wanted_.number();
+        if (code_ == Code::less || code_ == Code::at_most)
+            end_rank = std::min(end_rank, code_ == Code::less ? index.below(x) : index.up_to(x));
+        else
+            first_rank = std::max(first_rank, code_ == Code::greater ? index.up_to(x) : index.below(x));
+        return true;
+    }
+    /// Counts the cells of a list that meet the criterion by an index. False if that cannot tell.
+    bool count(const LookupIndex& index, const Table& list, double& count) const {
+        std::size_t first = 0, end = index.numbers();
+        if (narrow(index, first, end)) {
+            count = static_cast<double>(end - first);
+            return true;
+        }
+        std::vector<std::uint32_t> places;
+        if (code_ == Code::unequal && wanted_.is_number()) { // a text that reads as it differs from it too
+            index.find(wanted_.number(), false, places);
+            count = static_cast<double>(list.size() - places.size());
+            return true;
+        }
+        if (!find(index, list.size(), places)) return false;
+        count = static_cast<double>(
+            std::count_if(places.begin(), places.end(), [&](std::uint32_t place) { return meets(list.at(place)); }));
         return true;
     }
 
   private:
-    bool is_plain_text() const {
-        return wanted_.is_text() && !wanted_.text().empty() &&
-               wanted_.text().find_first_of("*?~") == std::string_view::npos;
-    }
     /// A text that reads as a number equals that number, but does not fail to differ from it.
     bool equals(const Value& value, bool reading) const {
         if (wanted_.is_blank()) return value.is_blank();
@@ -249,7 +268,6 @@ class Criterion {
 };
 
 /// Calls add(row, column) for the places where all pairs of range and criterion from an argument on agree.
-
 template <class Add>
 Value each_match(const Arguments& a, int from, Add add) {
     if ((a.count - from) % 2 != 0) return bad_value();
@@ -266,10 +284,31 @@ Value each_match(const Arguments& a, int from, Add add) {
             if (!criteria[i].meets(tables[i].at(row, column))) return false;
         return true;
     };
-    std::vector<std::uint32_t> places;
+    // The fewest places among which all matches are, as an index of one of the lists knows them. Comparisons with one
+    // list, such as from a date and before another, go together.
+    std::vector<std::uint32_t> places, others;
+    bool narrowed = false;
     for (std::size_t i = 0; i < tables.size(); ++i) {
         const LookupIndex* const index = tables[i].index();
-        if (index == nullptr || !criteria[i].find(*index, places)) continue;
+        if (index == nullptr) continue;
+        others.clear();
+        const std::size_t most = narrowed ? places.size() : tables[i].size() / 8; // else a walk is as fast
+        if (criteria[i].find(*index, most, others)) {
+            if (!narrowed || others.size() < places.size()) places.swap(others);
+            narrowed = true;
+            continue;
+        }
+        std::size_t first = 0, end = index->numbers();
+        bool compared = false;
+        for (std::size_t j = 0; j < tables.size(); ++j)
+            if (tables[j].is_same_range(tables[i])) compared = criteria[j].narrow(*index, first, end) || compared;
+        if (!compared || (first < end && end - first >= most)) continue;
+        places.clear();
+        index->find(first, end, places);
+        narrowed = true;
+    }
+    if (narrowed) {
+        std::sort(places.begin(), places.end());
         const bool across = tables[0].rows() == 1;
         for (const std::uint32_t place : places) {
             const std::uint32_t row = across ? 0 : place, column = across ? place : 0;

@@ -9,23 +9,37 @@ namespace {
 
 bool same_kind(const Value& a, const Value& b) { return a.type() == b.type(); }
 
-/// The same by an index: false where that cannot tell.
+/// The first or the last of the places at which a value stands.
+bool find_equal(const LookupIndex& index, const Value& wanted, bool last, std::uint64_t& position) {
+    std::vector<std::uint32_t> places;
+    if (wanted.is_number())
+        index.find(wanted.number(), false, places);
+    else
+        index.find(wanted.text(), places);
+    if (places.empty()) return false;
+    const auto [first_place, last_place] = std::minmax_element(places.begin(), places.end());
+    position = last ? *last_place : *first_place;
+    return true;
+}
+
+/// Looks a value up as find_item() does. False where the index cannot tell.
 bool find_by_index(const LookupIndex& index, const Value& wanted, int type, bool& found, std::uint64_t& position) {
-    if (type == 0 &&
-        (wanted.is_number() || (wanted.is_text() && wanted.text().find_first_of("*?~") == std::string_view::npos))) {
-        std::vector<std::uint32_t> places;
-        if (wanted.is_number())
-            index.find(wanted.number(), false, places);
-        else
-            index.find(wanted.text(), places);
-        found = !places.empty();
-        if (found) position = *std::min_element(places.begin(), places.end());
+    if (type == 0) {
+        if (wanted.is_text() && wanted.text().find_first_of("*?~") != std::string_view::npos) return false;
+        found = find_equal(index, wanted, false, position);
         return true;
     }
-    if (type != 1 || !wanted.is_number() || !index.ascends()) return false;
-    const std::size_t count = index.up_to(wanted.number());
-    found = count > 0;
-    if (found) position = index.place(count - 1);
+    if (!wanted.is_number() || !(type > 0 ? index.ascends() : index.descends())) return false;
+    const double x = wanted.number();
+    if (type > 0) {
+        const std::size_t count = index.up_to(x);
+        found = count > 0;
+        if (found) position = index.place(count - 1);
+    } else { // the last in the list of the smallest that are not below
+        const std::size_t below = index.below(x);
+        found = below < index.numbers();
+        if (found) position = index.place(index.ranks(index.number(below)).second - 1);
+    }
     return true;
 }
 
@@ -195,17 +209,16 @@ Value lookup_in_order(A a) {
 bool find_place(const Value& wanted, const Table& table, double mode, double search, std::uint64_t& position) {
     bool found = false;
     const std::uint64_t count = table.size();
-    if (mode == 0.0 && search != -1.0 && (wanted.is_number() || wanted.is_text()))
-        if (const LookupIndex* const index = table.index()) {
-            std::vector<std::uint32_t> places;
-            if (wanted.is_number())
-                index->find(wanted.number(), false, places);
-            else
-                index->find(wanted.text(), places);
-            if (places.empty()) return false;
-            position = *std::min_element(places.begin(), places.end());
-            return true;
-        }
+    const LookupIndex* const index = wanted.is_number() || (wanted.is_text() && mode == 0.0) ? table.index() : nullptr;
+    if (index != nullptr) {
+        if (find_equal(*index, wanted, search == -1.0, position)) return true;
+        if (mode == 0.0 || mode == 2.0) return false;
+        const double x = wanted.number();
+        const std::size_t rank = mode < 0.0 ? index->below(x) : index->up_to(x);
+        if (mode < 0.0 ? rank == 0 : rank == index->numbers()) return false;
+        const double next = index->number(mode < 0.0 ? rank - 1 : rank);
+        return find_equal(*index, Value::number(next), search == -1.0, position);
+    }
     const Value* best = nullptr;
     for (std::uint64_t step = 0; step < count; ++step) {
         const std::uint64_t i = search == -1.0 ? count - 1 - step : step;

@@ -199,12 +199,6 @@ Value of_numbers(A a, Statistic statistic) {
 }
 
 /// The same for the numbers of the first argument, with the second.
-template <Value (*statistic)(std::vector<double>, double)>
-Value of_first(A a) {
-    std::vector<double> numbers;
-    Value error = all_numbers({a.calculator, a.values, 1}, numbers);
-    return error.is_error() ? error : statistic(std::move(numbers), a.number(1));
-}
 template <Value (*statistic)(std::vector<double>, double, bool), bool inclusive>
 Value of_first(A a) {
     std::vector<double> numbers;
@@ -212,13 +206,32 @@ Value of_first(A a) {
     return error.is_error() ? error : statistic(std::move(numbers), a.number(1), inclusive);
 }
 
+/// LARGE and SMALL: the number of a rank, from 1, counted from the largest or the smallest.
+Value of_rank(A a, bool from_largest) {
+    const double k = a.number(1) < 1.0 ? 0.0 : std::ceil(a.number(1));
+    if (const LookupIndex* const index = Table(a.calculator, a[0]).index(); index != nullptr && !index->has_errors()) {
+        const double count = static_cast<double>(index->numbers());
+        if (!(k >= 1.0 && k <= count)) return num();
+        return number(index->number(static_cast<std::size_t>(from_largest ? count - k : k - 1.0)));
+    }
+    std::vector<double> numbers;
+    Value error = all_numbers({a.calculator, a.values, 1}, numbers);
+    if (error.is_error()) return error;
+    return (from_largest ? largest : smallest)(std::move(numbers), k);
+}
+
 Value rank_of(A a) {
+    const bool ascending = a.number(2, 0.0) != 0.0;
+    if (const LookupIndex* const index = Table(a.calculator, a[1]).index(); index != nullptr && !index->has_errors()) {
+        const auto [first, end] = index->ranks(a.number(0));
+        if (first == end) return na();
+        return number(1.0 + static_cast<double>(ascending ? first : index->numbers() - end));
+    }
     std::vector<double> numbers;
     Value error = all_numbers({a.calculator, a.values + 1, 1}, numbers);
     if (error.is_error()) return error;
     const double x = a.number(0);
     if (std::find(numbers.begin(), numbers.end(), x) == numbers.end()) return na();
-    const bool ascending = a.number(2, 0.0) != 0.0;
     return number(1.0 + static_cast<double>(std::count_if(numbers.begin(), numbers.end(), [&](double other) {
                       return ascending ? other < x : other > x;
                   })));
@@ -390,6 +403,9 @@ const Builtin logic[] = {
 const Builtin sums[] = {
     {"SUM", "r*", "number, ...", "The sum of the numbers",
      [](A a) {
+         constexpr std::uint32_t long_column = 128;
+         if (a.count == 1 && a[0].is(Type::area) && a[0].area().columns() == 1 && a[0].area().rows() >= long_column)
+             return a.calculator.book().sum_of_column(a[0].area());
          return over_numbers(
              a, 0.0, [](double& sum, double x) { sum += x; }, number);
      }},
@@ -458,7 +474,7 @@ const Builtin sums[] = {
          double count = 0.0;
          const Criterion criterion(a[1]);
          const Table cells(a.calculator, a[0]);
-         if (const LookupIndex* const index = cells.index(); index != nullptr && criterion.count(*index, count))
+         if (const LookupIndex* const index = cells.index(); index != nullptr && criterion.count(*index, cells, count))
              return number(count);
          for (std::uint64_t i = 0; i < cells.used(); ++i)
              if (criterion.meets(cells.at(i))) count += 1.0;
@@ -486,8 +502,8 @@ const Builtin sums[] = {
     {"SUMPRODUCT", "r*", "array, ...", "The sum of the products of corresponding items", sum_of_products},
     {"MEDIAN", "r*", "number, ...", "The middle number in order of size",
      [](A a) { return of_numbers(a, [](auto numbers) { return numbers.empty() ? no_numbers() : median(numbers); }); }},
-    {"LARGE", "rn", "array, k", "The k-th largest number", of_first<largest>},
-    {"SMALL", "rn", "array, k", "The k-th smallest number", of_first<smallest>},
+    {"LARGE", "rn", "array, k", "The k-th largest number", [](A a) { return of_rank(a, true); }},
+    {"SMALL", "rn", "array, k", "The k-th smallest number", [](A a) { return of_rank(a, false); }},
     {"PERCENTILE", "rn", "array, share", "The number below which a share, 0 to 1, of the others is",
      of_first<percentile, true>},
     {"PERCENTILE.INC", "rn", "array, share", "The same", of_first<percentile, true>},

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 namespace qx::sheet {
 
@@ -16,12 +17,17 @@ namespace {
 constexpr std::size_t stack_budget = 512 * 1024;
 /// The most cells of a reference that become an array in memory.
 constexpr std::uint64_t largest_array = 4'000'000;
-/// The most cells that a function of the library is given.
-constexpr std::uint64_t largest_argument = 1'000'000;
+/// A list of so many cells is not handed to a function of the library, nor one of more rows.
+constexpr std::uint64_t too_many_cells = 1'000'000;
 constexpr std::uint32_t largest_argument_side = 65535;
 
 /// True if an array of this shape is more than a formula may work on.
 bool too_large(std::uint32_t rows, std::uint32_t columns) { return std::uint64_t{rows} * columns > largest_array; }
+
+/// True if a list of this shape is refused before it is copied for a function of the library.
+bool is_refused(std::uint32_t rows, std::uint32_t columns) {
+    return rows > largest_argument_side || std::uint64_t{rows} * columns >= too_many_cells;
+}
 
 std::uint32_t height(const Value& value) { return value.is(Type::array) ? value.rows() : 1; }
 std::uint32_t width(const Value& value) { return value.is(Type::array) ? value.columns() : 1; }
@@ -35,6 +41,11 @@ class Stack {
     ~Stack() { std::destroy(bottom_, top_); }
 
     void push(Value value) { new (top_++) Value(std::move(value)); }
+    /// Pushes what make() returns, made in its place: a value written in parts and at once copied whole is slow.
+    template <class Make>
+    void push_made(Make make) {
+        new (top_++) Value(make());
+    }
     void drop(int count = 1) {
         std::destroy(top_ - count, top_);
         top_ -= count;
@@ -405,13 +416,11 @@ Value Calculator::run(const Formula& formula, const Area& caller) {
     int open = -1;
     Stack locals(arena_, formula.locals);
     for (std::uint32_t i = 0; i < formula.locals; ++i) locals.push({});
-    const Area former_caller = caller_;
-    struct Restore {
-        Area& caller;
-        const Area& former;
-        ~Restore() { caller = former; }
-    } restore{caller_, former_caller};
-    caller_ = caller;
+    struct Caller { // of this formula, and then of the one that asked for it again
+        const Area*& current;
+        const Area* const former;
+        ~Caller() { current = former; }
+    } restored{caller_, std::exchange(caller_, &caller)};
 
     const Step* const steps = formula.steps.data();
     const std::size_t end = formula.steps.size();
@@ -419,10 +428,10 @@ Value Calculator::run(const Formula& formula, const Area& caller) {
         const Step& step = steps[at];
         switch (step.code) {
         case Code::constant:
-            stack.push(formula.constants[step.index]);
+            stack.push_made([&] { return formula.constants[step.index]; });
             break;
         case Code::reference:
-            stack.push(Value::reference(formula.areas[step.index]));
+            stack.push_made([&] { return Value::reference(formula.areas[step.index]); });
             break;
         case Code::name:
             stack.push(book_.read_name(step.index));
@@ -447,8 +456,11 @@ Value Calculator::run(const Formula& formula, const Area& caller) {
             const Value &left = operand(stack.top(1)), &right = operand(stack.top());
             double result = 0.0;
             if (both_numbers(step.code, left, right, result)) {
-                stack.drop();
-                stack.top() = step.code <= Code::power ? Value::number(result) : Value::boolean(result != 0.0);
+                stack.drop(2);
+                if (step.code <= Code::power)
+                    stack.push_made([&] { return Value::number(result); });
+                else
+                    stack.push_made([&] { return Value::boolean(result != 0.0); });
             } else {
                 stack.reduce(2, apply(step.code, stack.top(1), stack.top()));
             }
@@ -616,12 +628,11 @@ void Calculator::to_oper(OPER& cell, const Value& value) {
         to_oper(cell, value.area());
         return;
     case Type::array: {
-        const std::size_t cells = std::size_t{value.rows()} * value.columns();
-        if (value.rows() > largest_argument_side || cells > largest_argument) {
+        if (is_refused(value.rows(), value.columns())) {
             cell = error_cell(xlerrNum);
             return;
         }
-        OPER* const items = arena_.take<OPER>(cells);
+        OPER* const items = arena_.take<OPER>(std::size_t{value.rows()} * value.columns());
         for (std::uint32_t row = 0, i = 0; row < value.rows(); ++row)
             for (std::uint32_t column = 0; column < value.columns(); ++column, ++i) {
                 const Value& item = value.cell(row, column);
@@ -639,23 +650,27 @@ void Calculator::to_oper(OPER& cell, const Value& value) {
     }
 }
 
-void Calculator::to_oper(OPER& cell, const Area& given) {
-    if (given.is_cell()) return to_oper(cell, book_.read_cell(given.first()));
-    Area area = given;
-    Grid& grid = book_.grid(area.sheet);
-    // Of a whole column or row only what the sheet uses is meant.
+/// Of a whole column or row only what the sheet uses is meant.
+Area Calculator::meant(Area area) {
+    const Grid& grid = book_.grid(area.sheet);
     if (area.rows() == max_rows) area.last_row = std::max(area.first_row, std::max(grid.rows(), 1u) - 1);
     if (area.columns() == max_columns)
         area.last_column =
             static_cast<std::uint16_t>(std::max<std::uint32_t>(area.first_column, std::max(grid.columns(), 1u) - 1));
-    const std::size_t cells = std::size_t{area.rows()} * area.columns();
-    if (area.rows() > largest_argument_side || cells > largest_argument) {
+    return area;
+}
+
+void Calculator::to_oper(OPER& cell, const Area& given) {
+    if (given.is_cell()) return to_oper(cell, book_.read_cell(given.first()));
+    const Area area = meant(given);
+    if (is_refused(area.rows(), area.columns())) {
         cell = error_cell(xlerrNum);
         return;
     }
+    const std::size_t cells = std::size_t{area.rows()} * area.columns();
     OPER* const items = arena_.take<OPER>(cells);
     std::fill_n(items, cells, nil_cell());
-    grid.visit(area, [&](std::uint32_t row, std::uint32_t column, Cell& found) {
+    book_.grid(area.sheet).visit(area, [&](std::uint32_t row, std::uint32_t column, Cell& found) {
         to_oper(items[std::size_t{row - area.first_row} * area.columns() + column - area.first_column],
                 book_.read_cell(found));
         return true;
@@ -669,7 +684,7 @@ bool Calculator::to_reference(OPER& cell, const Area& area) {
         cell = error_cell(xlerrRef);
         return false;
     }
-    if (area.sheet == caller_.sheet) {
+    if (area.sheet == caller().sheet) {
         cell = sref_cell(rectangle);
         return true;
     }
@@ -739,6 +754,11 @@ Value Calculator::explained(const Function& function, std::uint16_t code, OPER* 
         const Value& value = arguments[i];
         if (value.is_error()) {
             cause = value;
+        } else if (code == xlerrNum && value.is_many() && function.calls.kinds[i] != Kind::reference &&
+                   (value.is(Type::array) ? is_refused(value.rows(), value.columns())
+                                          : is_refused(meant(value.area()).rows(), meant(value.area()).columns()))) {
+            return Value::error(code, "a list of a million cells or of more than 65,535 rows (" +
+                                          std::string(function.args[i].name) + ")");
         } else if (value.is(Type::area)) {
             book_.grid(value.area().sheet).visit(value.area(), [&](std::uint32_t, std::uint32_t, Cell& cell) {
                 if (const Value* const known = book_.peek(cell); known != nullptr && known->is_error()) cause = *known;

@@ -32,7 +32,7 @@ class Calculator {
     Value run(const Formula& formula, const Area& caller);
 
     Workbook& book() { return book_; }
-    const Area& caller() const { return caller_; }
+    const Area& caller() const { return *caller_; }
     /// True while a function of the library runs: it cannot be called once more, nor can cells be calculated.
     bool in_function() const { return in_function_; }
     void set_uncalculated(const Area& area) {
@@ -87,6 +87,7 @@ class Calculator {
     Value explained(const Function& function, std::uint16_t code, OPER* const* cells, const Value* arguments,
                     int count);
     void to_oper(OPER& cell, const Value& value);
+    Area meant(Area area);
     void to_oper(OPER& cell, const Area& area);
     bool to_reference(OPER& cell, const Area& area);
     void require(const Area& area);
@@ -94,7 +95,8 @@ class Calculator {
     Workbook& book_;
     SheetHost host_;
     Arena arena_;
-    Area caller_;
+    const Area first_cell_;
+    const Area* caller_ = &first_cell_; ///< of the formula that runs
     Area uncalculated_;
     bool has_uncalculated_ = false;
     bool in_function_ = false;

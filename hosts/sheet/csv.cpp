@@ -64,8 +64,15 @@ class CsvReader {
     bool at_line_end() const { return at_ >= text_.size() || text_[at_] == '\n' || text_[at_] == '\r'; }
 
     void report(std::size_t column, std::size_t row, const std::string& message, std::size_t at) {
-        const std::size_t character =
-            at < line_start_ ? 0 : character_count(text_.substr(line_start_, at - line_start_));
+        if (at < counted_to_ || counted_to_ < line_start_) { // else from the last message on, since a line may be long
+            counted_to_ = line_start_;
+            counted_ = 0;
+        }
+        if (at > counted_to_) {
+            counted_ += character_count(text_.substr(counted_to_, at - counted_to_));
+            counted_to_ = at;
+        }
+        const std::size_t character = at < line_start_ ? 0 : counted_;
         problems_.push_back(
             {{static_cast<std::uint32_t>(row),
               static_cast<std::uint16_t>(std::min<std::size_t>(column, max_columns - 1)), 0},
@@ -133,6 +140,7 @@ class CsvReader {
     std::string_view text_;
     std::vector<Problem>& problems_;
     std::size_t at_ = 0, line_ = 1, line_start_ = 0;
+    std::size_t counted_to_ = 0, counted_ = 0; ///< characters of the line up to a place
     bool too_wide_ = false;
 };
 

@@ -16,9 +16,11 @@ LookupIndex::LookupIndex(Workbook& book, const Area& list) {
         const Value& value = cell.value;
         if (value.is_number()) {
             ascends_ = ascends_ && (numbers_.empty() || numbers_.back().number <= value.number());
+            descends_ = descends_ && (numbers_.empty() || numbers_.back().number >= value.number());
             numbers_.push_back({value.number(), place});
         } else if (!value.is(Type::blank)) {
-            ascends_ = false;
+            ascends_ = descends_ = false;
+            has_errors_ = has_errors_ || value.is_error();
         }
         if (!value.is_text()) return true;
         texts_.push_back({upper_case(value.text()), place});
@@ -54,6 +56,23 @@ void LookupIndex::find(std::string_view text, std::vector<std::uint32_t>& places
     auto at = std::lower_bound(texts_.begin(), texts_.end(), capitals,
                                [](const Text& a, const std::string& wanted) { return a.text < wanted; });
     for (; at != texts_.end() && at->text == capitals; ++at) places.push_back(at->place);
+}
+
+bool LookupIndex::find_beginning(std::string_view text, std::size_t most, std::vector<std::uint32_t>& places) const {
+    const std::string capitals = upper_case(text);
+    const auto first = std::lower_bound(texts_.begin(), texts_.end(), capitals,
+                                        [](const Text& a, const std::string& wanted) { return a.text < wanted; });
+    const auto end =
+        std::partition_point(first, texts_.end(), [&](const Text& a) { return a.text.starts_with(capitals); });
+    if (static_cast<std::size_t>(end - first) > most) return false;
+    for (auto at = first; at != end; ++at) places.push_back(at->place);
+    return true;
+}
+
+std::pair<std::size_t, std::size_t> LookupIndex::ranks(double x) const {
+    const auto [first, end] = std::equal_range(numbers_.begin(), numbers_.end(), Number{x, 0},
+                                               [](const Number& a, const Number& b) { return a.number < b.number; });
+    return {first - numbers_.begin(), end - numbers_.begin()};
 }
 
 std::size_t LookupIndex::below(double x) const {

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qx::sheet {
@@ -21,14 +22,25 @@ class LookupIndex {
     void find(double x, bool texts_too, std::vector<std::uint32_t>& places) const;
     /// Appends the places of the texts that equal one, capitals and small letters alike.
     void find(std::string_view text, std::vector<std::uint32_t>& places) const;
+    /// The same of the texts that begin with one; false if there are more than so many.
+    bool find_beginning(std::string_view text, std::size_t most, std::vector<std::uint32_t>& places) const;
     /// How many numbers are below one, and how many are not above it.
     std::size_t below(double x) const;
     std::size_t up_to(double x) const;
     std::size_t numbers() const { return numbers_.size(); }
-    /// True if all filled cells are numbers that do not descend.
+    /// True if all filled cells are numbers that do not descend, or do not ascend.
     bool ascends() const { return ascends_; }
-    /// The place of the number of a rank, from 0.
+    bool descends() const { return descends_; }
+    bool has_errors() const { return has_errors_; }
+    /// The number of a rank, from 0, and its place; of equal ones the earlier place comes first.
+    double number(std::size_t rank) const { return numbers_[rank].number; }
     std::uint32_t place(std::size_t rank) const { return numbers_[rank].place; }
+    /// The ranks of the numbers that equal one to the last bit, from the first of them up to that behind the last.
+    std::pair<std::size_t, std::size_t> ranks(double x) const;
+    /// Appends the places of the numbers of some ranks.
+    void find(std::size_t first_rank, std::size_t end_rank, std::vector<std::uint32_t>& places) const {
+        for (std::size_t rank = first_rank; rank < end_rank; ++rank) places.push_back(numbers_[rank].place);
+    }
 
   private:
     struct Number {
@@ -43,7 +55,7 @@ class LookupIndex {
 
     std::vector<Number> numbers_, numeric_texts_; ///< by value, then by place
     std::vector<Text> texts_;
-    bool ascends_ = true;
+    bool ascends_ = true, descends_ = true, has_errors_ = false;
 };
 
 } // namespace qx::sheet

@@ -8,7 +8,9 @@
 #include <clocale>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <cwctype>
+#include <tuple>
 #if !defined(_WIN32)
 #include <locale.h>
 #endif
@@ -458,6 +460,11 @@ std::optional<std::vector<Token>> tokens_of(std::string_view format) {
         } else if (c == '[') {
             const std::size_t end = format.find(']', at);
             if (end == std::string_view::npos) return {};
+            const std::string unit =
+                lower_case(format.substr(at + 1, end - at - 1)); // all the hours, not those of a day
+            if (!unit.empty() && unit.find_first_not_of(unit[0]) == unit.npos &&
+                (unit[0] == 'h' || unit[0] == 'm' || unit[0] == 's'))
+                tokens.push_back({Token::date, upper_case(unit)});
             at = end; // colours and conditions do not show in a text
         } else if (c == '0' || c == '#' || c == '?') {
             tokens.push_back({Token::digit, std::string(1, c)});
@@ -487,7 +494,7 @@ std::optional<std::vector<Token>> tokens_of(std::string_view format) {
     return tokens;
 }
 
-std::string padded(int value, std::size_t width) {
+std::string padded(long value, std::size_t width) {
     std::string text = std::to_string(value);
     return text.size() < width ? std::string(width - text.size(), '0') + text : text;
 }
@@ -515,7 +522,7 @@ std::optional<std::string> date_in_format(double x, std::vector<Token>& tokens) 
             if (before == 'h') token.text[0] = 'n';
             minutes = &token;
         }
-        if (unit != 'A') before = unit;
+        if (unit != 'A') before = static_cast<char>(unit | 0x20); // [h], too, comes before minutes
     }
     std::string text;
     for (const Token& token : tokens) {
@@ -554,6 +561,15 @@ std::optional<std::string> date_in_format(double x, std::vector<Token>& tokens) 
             break;
         case 'A':
             text += seconds < 43200 ? "AM" : "PM";
+            break;
+        case 'H': // elapsed: days, too, in this unit
+            text += padded(static_cast<long>(days) * 24 + seconds / 3600, width);
+            break;
+        case 'M':
+            text += padded(static_cast<long>(days) * 1440 + seconds / 60, width);
+            break;
+        case 'S':
+            text += padded(static_cast<long>(days) * 86400 + seconds, width);
             break;
         }
     }
@@ -699,6 +715,77 @@ std::optional<std::string> number_in_format(double x, const std::vector<Token>& 
     return text;
 }
 
+/// The fraction nearest to a number from 0 to 1 with a denominator up to so many, of equally near ones the simplest.
+std::pair<int, int> nearest_fraction(double x, int most) {
+    std::pair<int, int> best{0, 1};
+    double distance = 2.0;
+    for (int under = 1; under <= most; ++under) {
+        const int over = static_cast<int>(std::floor(x * under + 0.5));
+        const double away = std::fabs(x - static_cast<double>(over) / under);
+        if (away >= distance) continue;
+        best = {over, under};
+        distance = away;
+        if (away < 1e-15) break;
+    }
+    return best;
+}
+
+/// A number in a format such as "# ?/?" or "# ??/16"; nothing if the format holds no fraction.
+std::optional<std::string> fraction_in_format(double x, const std::vector<Token>& tokens) {
+    const auto is_digit_token = [&](std::size_t i) { return i < tokens.size() && tokens[i].kind == Token::digit; };
+    std::size_t slash = 1;
+    while (slash < tokens.size() &&
+           !(tokens[slash].kind == Token::literal && tokens[slash].text.starts_with('/') && is_digit_token(slash - 1)))
+        ++slash;
+    if (slash >= tokens.size()) return {};
+    std::string below = tokens[slash].text.substr(1); // figures of a given denominator, or places for one
+    std::size_t after = slash + 1;
+    for (; is_digit_token(after); ++after) below += tokens[after].text;
+    const bool given = below.find_first_of("123456789") != below.npos;
+    const std::size_t figures = std::min(below.find_first_not_of("0123456789?#"), below.size());
+    if (figures == 0 || figures > 4) return {};
+    const std::string rest = below.substr(figures);
+    below.resize(figures);
+    std::size_t top = slash;
+    while (top > 0 && is_digit_token(top - 1)) --top;
+    const bool has_whole = std::any_of(tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(top),
+                                       [](const Token& token) { return token.kind == Token::digit; });
+    x = std::fabs(x);
+    double whole = has_whole ? std::floor(x) : 0.0;
+    if (!(x < 1e9)) return general_text(x);
+    const int most = static_cast<int>(std::pow(10.0, static_cast<double>(figures))) - 1;
+    const double part = x - whole;
+    int over = 0, under = 1;
+    if (given) {
+        under = std::max(1, std::atoi(below.c_str()));
+        over = static_cast<int>(std::floor(part * under + 0.5));
+    } else {
+        const double units = std::floor(part); // beyond a whole number where none is shown
+        std::tie(over, under) = nearest_fraction(part - units, most);
+        over += static_cast<int>(units) * under;
+    }
+    if (has_whole && over == under) {
+        whole += 1.0;
+        over = 0;
+    }
+    const std::vector<Token> before(tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(top));
+    std::string text = has_whole ? number_in_format(whole, before).value_or("") : std::string();
+    if (!has_whole)
+        for (const Token& token : before) text += token.text;
+    std::string above = std::to_string(over), denominator = std::to_string(under);
+    const std::size_t width = slash - top;
+    if (above.size() < width && tokens[top].text != "#")
+        above.insert(0, width - above.size(), tokens[top].text == "0" ? '0' : ' ');
+    if (denominator.size() < figures && below[0] != '#') denominator.append(figures - denominator.size(), ' ');
+    if (has_whole && over == 0)
+        text += std::string(above.size() + 1 + denominator.size(), ' ');
+    else
+        text += above + "/" + denominator;
+    text += rest;
+    for (std::size_t i = after; i < tokens.size(); ++i) text += tokens[i].text;
+    return text;
+}
+
 /// A section of a format, with its condition if it has one.
 struct Section {
     std::string_view format;
@@ -811,7 +898,8 @@ std::optional<std::string> formatted_text(double x, std::string_view format) {
     if (!tokens) return {};
     if (has_kind(*tokens, Token::text_itself)) return filled_in(*tokens, general_text(x));
     if (has_kind(*tokens, Token::date)) return date_in_format(x, *tokens);
-    auto text = number_in_format(x, *tokens);
+    auto text = fraction_in_format(x, *tokens);
+    if (!text) text = number_in_format(x, *tokens);
     const bool shows = text && (text->find_first_of("123456789") != std::string::npos);
     return shows ? minus + *text : text;
 }

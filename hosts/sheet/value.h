@@ -89,7 +89,15 @@ class Value {
         return *this;
     }
     Value& operator=(Value&& other) noexcept {
-        swap(other);
+        const Payload payload = other.payload_;
+        const Type type = std::exchange(other.type_, Type::blank); // before the drop, which may take the other with it
+        const bool date = other.date_;
+        const std::uint16_t code = other.code_;
+        if (counted()) drop();
+        payload_ = payload;
+        type_ = type;
+        date_ = date;
+        code_ = code;
         return *this;
     }
     ~Value() {

@@ -56,9 +56,7 @@ void Workbook::define_name(std::string_view name, std::string_view text, int she
     for (Node* const node : formulas_) {
         if (!node->formula || node->formula.names.empty()) continue;
         if (linked_) link(*node);
-        touch(node->target);
-        node->state = Node::dirty;
-        enlist(*node);
+        mark_dirty(*node);
     }
 }
 
@@ -131,6 +129,14 @@ void Workbook::prepare_change() {
 
 // --- Lookups --------------------------------------------------------------------------------------------------------
 
+namespace {
+
+/// Walks along a list that take about as long as to put it in order: with a list that changes again and again the
+/// index costs no more than twice what the walks do.
+constexpr int walks_of_an_index = 16;
+
+} // namespace
+
 const LookupIndex* Workbook::index_of(const Area& list) {
     constexpr std::uint32_t least_cells = 32;
     constexpr std::size_t most_lists = 64;
@@ -160,9 +166,68 @@ const LookupIndex* Workbook::index_of(const Area& list) {
     return found->index.get();
 }
 
-/// Drops the indexes that hold a cell of an area.
-void Workbook::forget_lookups(const Area& changed) {
+Value Workbook::sum_of_column(const Area& cells) {
+    constexpr std::size_t most_sums = 64;
+    constexpr std::uint32_t step = RunningSum::step;
+    Sheet& sheet = sheets_[cells.sheet];
+    const std::uint32_t end = std::min(cells.last_row + 1, sheet.grid.rows());
+    const auto find = [&] {
+        return std::find_if(sheet.running.begin(), sheet.running.end(), [&](const RunningSum& known) {
+            return known.first_row == cells.first_row && known.column == cells.first_column;
+        });
+    };
+    double sum = 0.0;
+    Area rest = cells;
+    std::size_t shared = 0;
+    if (const auto known = find(); known != sheet.running.end() && end > cells.first_row) {
+        shared = std::min<std::size_t>(known->sums.size(), (end - cells.first_row) / step);
+        if (shared > 0) sum = known->sums[shared - 1];
+        rest.first_row += static_cast<std::uint32_t>(shared) * step;
+    }
+    const std::uint32_t changes = sheet.changes;
+    std::vector<double> more; // a cell that is read may be calculated first, and other sums with it
+    std::uint32_t next = rest.first_row + step;
+    Value error;
+    sheet.grid.visit(rest, [&](std::uint32_t row, std::uint32_t, Cell& cell) {
+        for (; next <= row; next += step) more.push_back(sum);
+        const Value& value = read_cell(cell);
+        if (value.is_number()) sum += value.number();
+        if (value.is_error()) error = value;
+        return !error.is_error();
+    });
+    if (!error.is_error())
+        for (; next <= end; next += step) more.push_back(sum);
+    if (!more.empty() && changes == sheet.changes) {
+        auto known = find();
+        if (known == sheet.running.end()) {
+            if (sheet.running.size() == most_sums) sheet.running.erase(sheet.running.begin());
+            const bool first = sheet.running.empty();
+            sheet.first_summed = first ? cells.first_column : std::min(sheet.first_summed, cells.first_column);
+            sheet.last_summed = first ? cells.first_column : std::max(sheet.last_summed, cells.first_column);
+            known = sheet.running.insert(sheet.running.end(), RunningSum{cells.first_row, cells.first_column, {}});
+        }
+        if (known->sums.size() <= shared + more.size()) {
+            known->sums.resize(shared);
+            known->sums.insert(known->sums.end(), more.begin(), more.end());
+        }
+    }
+    return error.is_error() ? error : number_or_error(sum);
+}
+
+/// Drops the indexes that hold a cell of an area, and the sums beyond it.
+void Workbook::forget_known(const Area& changed) {
     Sheet& sheet = sheets_[changed.sheet];
+    ++sheet.changes;
+    if (!sheet.running.empty() && changed.first_column <= sheet.last_summed &&
+        changed.last_column >= sheet.first_summed)
+        for (RunningSum& known : sheet.running) {
+            if (changed.first_column > known.column || changed.last_column < known.column ||
+                changed.last_row < known.first_row)
+                continue;
+            const std::size_t kept =
+                changed.first_row <= known.first_row ? 0 : (changed.first_row - known.first_row) / RunningSum::step;
+            if (kept < known.sums.size()) known.sums.resize(kept);
+        }
     if (sheet.lookups.empty() || changed.first_column > sheet.last_looked_up ||
         changed.last_column < sheet.first_looked_up)
         return;
@@ -173,7 +238,7 @@ void Workbook::forget_lookups(const Area& changed) {
             continue;
         lookup.index.reset();
         lookup.uses = 0;
-        lookup.needed = std::min(lookup.needed * 2, 1 << 16);
+        lookup.needed = walks_of_an_index;
     }
 }
 
@@ -185,7 +250,7 @@ void Workbook::set_value(CellAddress at, Value value) {
     remove_formula(cell);
     if (value.is_error()) value.set_origin(at);
     cell.value = std::move(value);
-    forget_lookups(Area(at));
+    forget_known(Area(at));
     touch(Area(at));
 }
 
@@ -214,7 +279,7 @@ void Workbook::release_spill(Node& node) {
             cell.node = nullptr;
             cell.value = {};
         }
-    forget_lookups(area);
+    forget_known(area);
     touch(area);
 }
 
@@ -266,6 +331,7 @@ void Workbook::clear() {
     for (Sheet& sheet : sheets_) {
         sheet.grid = Grid();
         sheet.lookups.clear();
+        sheet.running.clear();
         sheet.readers.clear();
     }
     nodes_.clear();
@@ -393,7 +459,7 @@ void Workbook::touch(const Area& changed) {
             if ((reader->state != Node::clean && reader->state != Node::deferred) || !reader->formula) return;
             reader->state = Node::dirty;
             enlist(*reader);
-            forget_lookups(reader->filled());
+            forget_known(reader->filled());
             frontier.add(reader->filled());
         });
     while (frontier.take(area));
@@ -406,7 +472,7 @@ void Workbook::mark_dirty(CellAddress at) {
 }
 
 void Workbook::mark_dirty(Node& node) {
-    forget_lookups(node.filled());
+    forget_known(node.filled());
     touch(node.filled());
     node.state = Node::dirty;
     enlist(node);
@@ -602,7 +668,7 @@ void Workbook::spill(Node& node, Value result) {
             cell.value = std::move(value);
         }
     if (!changes) return;
-    forget_lookups(area);
+    forget_known(area);
     if (!area.is_cell()) node.spill = std::make_unique<Area>(area);
     // Who read these cells while they were empty reads them again. Two arrays that push each other about end somewhere.
     constexpr std::uint8_t most_changes = 50;
@@ -610,6 +676,7 @@ void Workbook::spill(Node& node, Value result) {
     node.spill_changed = recalculations_;
     if (node.spill_changes == most_changes) return;
     ++node.spill_changes;
+    if (!linked_ && !area.is_cell()) link_all(); // also in the first calculation
     touch(area);
 }
 
@@ -753,7 +820,11 @@ void Workbook::recalculate() {
 }
 
 void Workbook::recalculate_all() {
-    for (Sheet& sheet : sheets_) sheet.lookups.clear();
+    for (Sheet& sheet : sheets_) {
+        sheet.lookups.clear();
+        sheet.running.clear();
+        ++sheet.changes;
+    }
     for (Node* const node : formulas_) {
         if (!node->formula) continue;
         node->state = Node::dirty;

@@ -170,6 +170,9 @@ class Workbook final : public Names {
         if (cell.node == nullptr || cell.node->state == Node::clean) return &cell.value;
         return cell.node->cyclic ? &cycle_value_ : nullptr;
     }
+    /// The sum of the numbers in a part of a column, from the top, or the first error in it. Sums that begin in one
+    /// cell, such as running totals, share what they have in common.
+    Value sum_of_column(const Area& cells);
     /// An index of a row or a column of calculated cells in which values are looked up again and again, else null.
     const LookupIndex* index_of(const Area& list);
     Value read_name(std::uint32_t number);
@@ -185,8 +188,15 @@ class Workbook final : public Names {
     struct Lookup {
         Area list;
         int uses = 0;   ///< since it last changed
-        int needed = 2; ///< for an index; more with each change
+        int needed = 2; ///< for an index; more once it has changed
         std::unique_ptr<LookupIndex> index;
+    };
+    /// The sums from one cell down to every `step` rows further.
+    struct RunningSum {
+        static constexpr std::uint32_t step = 64;
+        std::uint32_t first_row = 0;
+        std::uint16_t column = 0;
+        std::vector<double> sums;
     };
     struct Sheet {
         std::string name;
@@ -194,6 +204,9 @@ class Workbook final : public Names {
         Readers readers;
         std::vector<Lookup> lookups;
         std::uint16_t first_looked_up = 0, last_looked_up = 0; ///< columns, where there are lookups
+        std::vector<RunningSum> running;
+        std::uint16_t first_summed = 0, last_summed = 0; ///< columns, where there are running sums
+        std::uint32_t changes = 0;                       ///< of cells
     };
     /// A formula in the list of those to calculate, with its place in the order of the last time.
     struct Pending {
@@ -211,7 +224,7 @@ class Workbook final : public Names {
     Node& node_at(CellAddress cell);
     void install(Node& node, Formula formula);
     void remove_formula(Cell& cell);
-    void forget_lookups(const Area& changed);
+    void forget_known(const Area& changed);
     void release_spill(Node& node);
     void enlist(Node& node);
     void prepare_change();

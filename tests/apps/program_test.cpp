@@ -101,6 +101,11 @@ TEST(QuexelCalc, PrintsTheTableAndTellsWhatIsWrong) {
     EXPECT_EQ(quexel("calc - --out -", content("model.csv")).out, content("results.csv"));
     EXPECT_EQ(quexel("calc model.csv --no-dates --out -").out,
               "Date,End,Days\r\n46347,46356,9\r\n46377,46387,10\r\nloop,#REF!,19\r\n");
+    std::string faults;
+    for (int i = 0; i < 250; ++i) faults += "=SUM(\n";
+    const Outcome many = quexel("calc -", faults);
+    EXPECT_EQ(std::count(many.err.begin(), many.err.end(), '\n'), 101) << many.err;
+    EXPECT_NE(many.err.find("-: and 150 more messages\n"), std::string::npos) << many.err;
     const Outcome none = quexel("calc nosuch.csv");
     EXPECT_EQ(none.err, "nosuch.csv: cannot be read: No such file or directory\n");
     EXPECT_EQ(none.status, 1);
@@ -196,6 +201,10 @@ TEST(QuexelReplace, ShowsAndThenWrites) {
     EXPECT_EQ(quexel("replace model.csv --find '' --replace y").err,
               "Error: Find text must not be the empty string!\n");
     EXPECT_EQ(quexel("replace nosuch.csv --find x --replace y").status, 1);
+    // What cannot be written whole leaves the former file as it was.
+    const std::string before = content("model.csv");
+    quexel_on_a_full_disk("replace model.csv --find R --replace " + std::string(9000, 'S') + " --write");
+    EXPECT_EQ(content("model.csv"), before);
     EXPECT_EQ(quexel("replace model.doc --find x --replace y").status, 1);
 }
 

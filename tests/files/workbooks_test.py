@@ -19,7 +19,7 @@ import termios
 import unittest
 import zipfile
 
-from archives import MAIN, archive, ods, xlsx, xlsx_parts
+from archives import MAIN, archive, ods, relations, xlsx, xlsx_parts
 
 QUEXEL = ""
 
@@ -173,9 +173,45 @@ class Writing(Case):
         self.run_quexel("calc", "a.xlsx", "--set", "A1=2", "--out", "b.xlsx")
         self.assertIn('<c r="C1" t="e"><f>1/(A1-2)</f><v>#DIV/0!</v></c>', self.sheet_of("b.xlsx"))
         self.assertEqual(zipfile.ZipFile(self.path("b.xlsx")).read("xl/media/image1.png"), b"\x89PNG picture")
-        # A cell that the file does not have.
+
+    def test_in_place_adds_cells(self):
+        parts = xlsx_parts(("S", '<dimension ref="A1:B6"/><sheetData><row r="1" spans="1:2"><c r="A1"><v>2</v></c>'
+                            '<c r="B1"><f>A1*3</f><v>6</v></c></row><row r="3" ht="20"/><row r="4"><c r="A4" s="1" cm="1">'
+                            '<f t="array" ref="A4:A6">_xlfn.SEQUENCE(A1+1)</f><v>1</v></c></row>'
+                            '<row r="5"><c r="A5"><v>2</v></c></row><row r="6"><c r="A6"><v>3</v></c></row>'
+                            '<row r="8"><c r="A8"><f t="shared" ref="A8:B8" si="0">A1+1</f><v>3</v></c>'
+                            '<c r="B8"><f t="shared" si="0"/><v>7</v></c></row></sheetData>'),
+                           ("Empty", "<sheetData/>"), styles="<cellXfs><xf numFmtId=\"0\"/><xf numFmtId=\"10\"/></cellXfs>")
+        parts["xl/calcChain.xml"] = f'<calcChain xmlns="{MAIN}"><c r="B1" i="1"/></calcChain>'
+        parts["[Content_Types].xml"] = '<Types><Override PartName="/xl/calcChain.xml"/></Types>'
+        parts["xl/_rels/workbook.xml.rels"] = relations(
+            ("worksheet", "worksheets/sheet1.xml"), ("worksheet", "worksheets/sheet2.xml"), ("styles", "styles.xml"),
+            ("calcChain", "calcChain.xml"))
+        self.put("a.xlsx", archive(parts))
+        self.run_quexel("calc", "a.xlsx", "--set", "A1=3", "--set", "D3=4", "--set", "C1==D3*2", "--set", "Empty!B2=x",
+                        "--in-place")
+        self.assertEqual(self.values("a.xlsx"), {"A1": 3, "B1": 9, "C1": 8, "D3": 4, "A4": 1, "A5": 2, "A6": 3, "A7": 4,
+                                                 "A8": 4, "B8": 10})
+        self.assertEqual(self.values("a.xlsx", sheet=1), {"B2": "x"})
+        sheet = self.sheet_of("a.xlsx")
+        self.assertIn('<dimension ref="A1:D8">', sheet)
+        self.assertIn('<row r="1"><c r="A1">', sheet) # the span did not hold any more
+        self.assertIn('<row r="3" ht="20"><c r="D3"><v>4</v></c></row>', sheet)
+        self.assertIn('<f t="array" ref="A4:A7">', sheet)
+        self.assertIn('<row r="7"><c r="A7" s="1"><v>4</v></c></row>', sheet)
+        # A formula was added: the order of the last calculation does not name it.
+        changed = zipfile.ZipFile(self.path("a.xlsx"))
+        self.assertNotIn("xl/calcChain.xml", changed.namelist())
+        for part in ("[Content_Types].xml", "xl/_rels/workbook.xml.rels"):
+            self.assertNotIn(b"calcChain", changed.read(part))
+        # An array that becomes shorter leaves nothing behind; a value takes the place of a formula.
+        self.run_quexel("calc", "a.xlsx", "--set", "A1=1", "--set", "B1=5", "--set", "B8=6", "--in-place")
+        self.assertEqual(self.values("a.xlsx"), {"A1": 1, "B1": 5, "C1": 8, "D3": 4, "A4": 1, "A5": 2, "A8": 2, "B8": 6})
         before = self.get("a.xlsx")
-        self.run_quexel("calc", "a.xlsx", "--set", "Z9=2", "--in-place", status=1)
+        for setting, reason in [("A8=1", "A8 holds the formula of other cells too"),
+                                ("F1==SEQUENCE(3)", "F1 fills several cells"), ("F1=2026-11-22", "F1 would be a date")]:
+            done = self.run_quexel("calc", "a.xlsx", "--set", setting, "--in-place", status=1)
+            self.assertIn(reason, done.stderr)
         self.assertEqual(self.get("a.xlsx"), before)
 
     def test_a_model_in_csv_keeps_its_formulas(self):

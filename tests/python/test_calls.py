@@ -47,6 +47,24 @@ def test_a_list_in_any_form():
         assert quexel.IRRT(days, amounts) == pytest.approx(root, abs=1e-9)
 
 
+def test_what_the_fuzzer_found():
+    # NumPy 1.24 crashes where it reads bytes that are no dates as dates.
+    assert quexel.MonthEnd(np.array([b"2026-02-10"]))[0] == np.datetime64("2026-02-28")
+    # What is no date is one of the first days of the count, as a single text is.
+    assert quexel.MonthEnd(np.array([b"bytes"]))[0] == quexel.MonthEnd("bytes")
+
+    class Clearing:
+        def __float__(self):
+            flows.clear()
+            return 1.0
+
+    flows = [-100.0, Clearing(), 60.0, 60.0]
+    with pytest.raises(ValueError, match="changed while it was read"):
+        quexel.IRRT(["2020-01-01", "2021-01-01", "2022-01-01", "2023-01-01"], flows)
+    with pytest.raises(ValueError, match="errors is"):
+        quexel.MonthEnd([38000], errors=np.zeros(3))
+
+
 class iter_range:
     """A sequence of one's own."""
 

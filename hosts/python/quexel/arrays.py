@@ -24,7 +24,7 @@ class Collected(NamedTuple):
 
 def spread(function: Any, values: list[Any], spreading: list[int], errors: str, each: Iterable[int] = ()) -> Any:
     """Calls a function for the elements of the arguments `spreading`, and for the lists of the arguments `each`."""
-    if errors not in ERRORS:
+    if not isinstance(errors, str) or errors not in ERRORS:
         raise ValueError(f"errors is {errors!r}; it is one of {', '.join(map(repr, ERRORS))}")
     each = list(each)
     if not spreading and not each:

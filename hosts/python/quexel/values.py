@@ -49,7 +49,8 @@ def serials(days: NDArray[Any], *, as_dates: bool = True) -> NDArray[Any]:
 def days(numbers: NDArray[Any]) -> NDArray[Any]:
     """Date numbers as datetime64[D], NaN as NaT."""
     missing = np.isnan(numbers)
-    result = (np.floor(np.where(missing, 0, numbers)) - UNIX_SERIAL).astype("i8").astype("M8[D]")
+    whole = np.floor(np.where(missing, 0, numbers))
+    result = (whole + (whole < 61) - UNIX_SERIAL).astype("i8").astype("M8[D]")  # 1900 counts as a leap year
     result[missing] = np.datetime64("NaT")
     return result
 
@@ -62,12 +63,14 @@ def column(values: Any, keeps_text: bool) -> NDArray[Any]:
     elif hasattr(dtype, "na_value") and getattr(dtype, "kind", "O") in "iuf":  # pandas: numbers that may be missing
         values = values.to_numpy(dtype="f8", na_value=np.nan)
     array = as_array(values)
+    if array.dtype.kind == "S":  # NumPy 1.24 may crash where it reads bytes as dates
+        array = np.char.decode(array, "utf-8", "replace")
     kind = array.dtype.kind
     if kind in "iuf":
         return array.astype("f8", copy=False)
     if kind == "M":
         return serials(array, as_dates=not keeps_text)
-    if kind in "US":
+    if kind == "U":
         if not keeps_text and array.size:
             try:
                 return serials(array.astype("M8[s]"))

@@ -37,6 +37,12 @@ TEST(Csv, FaultsAreToldWithTheirPlaceAndTheRestIsRead) {
     EXPECT_EQ(read("\"a\"b,c"), "ab|c ! A1 line 1, column 4: text after the closing quote");
     EXPECT_EQ(read("x\n\"é\n\"y\""), "x/é\ny\" ! A2 line 3, column 2: text after the closing quote");
     EXPECT_EQ(read("\xEF\xBB\xBF\"a"), "a ! A1 line 1, column 1: the quote is not closed");
+    std::string line; // the columns of many faults in one line are counted once
+    for (int i = 0; i < 300'000; ++i) line += "\"é\"x,";
+    std::vector<Problem> problems;
+    read_csv(line, problems);
+    ASSERT_EQ(problems.size(), 300'001u); // and one for the columns that a sheet does not have
+    EXPECT_EQ(problems.back().message, "line 1, column 1499999: text after the closing quote");
 }
 
 std::string shown_cells(Workbook& book) {

@@ -155,6 +155,10 @@ TEST_F(WorkbookTest, VolatileCellsAndTheirReadersAreCalculatedAnew) {
 }
 
 TEST_F(WorkbookTest, AnArraySpillsAndMakesRoom) {
+    set("H1", "=SUM(J2:J3)"); // calculated first, when these are empty
+    set("J1", "=SEQUENCE(3)");
+    book.recalculate();
+    EXPECT_EQ(get("H1"), "5");
     set("A1", "3");
     set("B1", "=SEQUENCE(A1,2)");
     set("E1", "=SUM(B1#)");
@@ -258,6 +262,7 @@ TEST_F(WorkbookTest, ManyLookupsInOneListFindWhatOneFinds) {
                                                 : Value());
         book.set_value({row, 1, 0}, Value::number(row));
         book.set_value({row, 2, 0}, Value::number(row / 3 * 2));
+        book.set_value({row, 3, 0}, Value::number((rows - row) / 3 * 2));
     };
     for (std::uint32_t row = 0; row < rows; ++row) fill(row);
     const char* const formulas[] = {"MATCH(%,A1:A200,0)",
@@ -267,17 +272,27 @@ TEST_F(WorkbookTest, ManyLookupsInOneListFindWhatOneFinds) {
                                     "MATCH(%*9,C1:C200)",
                                     "VLOOKUP(%*9,C1:C200,1)",
                                     "COUNTIFS(A1:A200,%,B1:B200,\"<100\")",
-                                    "XLOOKUP(%,A1:A200,B1:B200)"};
+                                    "XLOOKUP(%,A1:A200,B1:B200)",
+                                    "MATCH(%*9,D1:D200,-1)",
+                                    "COUNTIF(A1:A200,\"<>\"&%)",
+                                    "COUNTIF(A1:A200,%&\"*\")",
+                                    "SUMIFS(B1:B200,C1:C200,\">=\"&%,C1:C200,\"<\"&%+9,A1:A200,\"?\")",
+                                    "SUMIFS(B1:B200,A1:A200,%&\"*\",C1:C200,\">=\"&5)",
+                                    "XLOOKUP(%+0.5,A1:A200,B1:B200,,-1)",
+                                    "XLOOKUP(%-0.5,A1:A200,B1:B200,,1,-1)",
+                                    "XMATCH(%,A1:A200,0,-1)",
+                                    "RANK(%,A1:A200)&RANK(%,A1:A200,1)",
+                                    "LARGE(A1:A200,%)&SMALL(A1:A200,%+0.5)"};
     const char* const wanted[] = {"3", "\"C\"", "11", "\"zz\"", "0"};
     for (int round = 0; round < 3; ++round) {
         for (const std::string formula : formulas)
             for (const std::string value : wanted) {
                 std::string text = formula;
-                text.replace(text.find('%'), 1, value);
+                for (std::size_t place; (place = text.find('%')) != text.npos;) text.replace(place, 1, value);
                 const auto show = [&] { return test::shown(book.look_up(book.evaluate(book.read(text), {}))); };
                 fill(random() % rows); // drops the index: the first answers walk
                 const std::string first = show();
-                for (int i = 0; i < 600; ++i) ASSERT_EQ(show(), first) << text;
+                for (int i = 0; i < 40; ++i) ASSERT_EQ(show(), first) << text;
             }
         for (int i = 0; i < 20; ++i) fill(random() % rows);
     }
@@ -289,7 +304,7 @@ TEST(Workbook, ChangesLeadWhereAFreshCalculationLeads) {
     const auto pick = [&](std::uint32_t count) {
         return std::uniform_int_distribution<std::uint32_t>(0, count - 1)(random);
     };
-    constexpr std::uint32_t rows = 130, columns = 3;
+    constexpr std::uint32_t rows = 300, columns = 3;
     const auto name = [](std::uint32_t cell) {
         return address_text(CellAddress{cell / columns, static_cast<std::uint16_t>(cell % columns), 0});
     };
@@ -314,7 +329,9 @@ TEST(Workbook, ChangesLeadWhereAFreshCalculationLeads) {
         case 2:
             return "=IF(" + name(a) + ">50," + name(b) + ",1)";
         case 3:
-            return cell < columns ? "=" + name(a) : "=MOD(SUM(A1:C" + std::to_string(cell / columns) + "),1000)";
+            return cell < columns ? "=" + name(a)
+                   : pick(2) == 0 ? "=MOD(SUM(A1:C" + std::to_string(cell / columns) + "),1000)"
+                                  : "=MOD(SUM(B$1:B" + std::to_string(cell / columns) + "),1000)+0.1";
         default:
             return "=INDEX(A:C," + std::to_string(a / columns + 1) + "," + std::to_string(a % columns + 1) + ")*0.5";
         }
@@ -330,6 +347,9 @@ TEST(Workbook, ChangesLeadWhereAFreshCalculationLeads) {
         contents[cell] = draw(cell);
         change(book, cell);
         if (round % 3 == 0) book.recalculate();
+        // A long sum shares its beginning with others; one with another argument is added up by itself.
+        const std::string part = "SUM(B1:B" + std::to_string(129 + pick(200));
+        ASSERT_TRUE(book.evaluate(book.read(part + ")"), {}).identical(book.evaluate(book.read(part + ",0)"), {})));
         if (round % 10 != 9) continue;
         Workbook fresh;
         for (std::uint32_t i = 0; i < contents.size(); ++i) change(fresh, i);
