@@ -120,7 +120,7 @@ void mortgage_plainly(benchmark::State& state) {
         benchmark::DoNotOptimize(interest);
     }
 }
-BENCHMARK(mortgage_plainly)->Name("Mortgage over 300 months: plain C++")->Unit(benchmark::kMicrosecond);
+BENCHMARK(mortgage_plainly)->Name("MortgageQ over 300 months: plain C++")->Unit(benchmark::kMicrosecond);
 
 void pool(benchmark::State& state, int output) {
     constexpr int loans = 1000;
