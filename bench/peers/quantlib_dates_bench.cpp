@@ -88,28 +88,35 @@ void serial_to_ymd_chrono(benchmark::State& state) {
 }
 BENCHMARK(serial_to_ymd_chrono)->Name("date number to year, month, day: std::chrono");
 
+struct Day {
+    int year, month, day;
+};
+const std::vector<Day>& days() {
+    static const auto made = dates<Day>([](int serial) {
+        const qx::date day(static_cast<double>(serial));
+        return Day{day.year(), day.month(), day.day()};
+    });
+    return made;
+}
+
 void ymd_to_serial_ours(benchmark::State& state) {
-    each_pair(state, our_dates(),
-              [](const qx::date& day, const qx::date&) { return qx::date(day.year(), day.month(), day.day()).dtn(); });
+    each_pair(state, days(),
+              [](const Day& day, const Day&) { return qx::date(day.year, day.month, day.day).dtn(); });
 }
 BENCHMARK(ymd_to_serial_ours)->Name("year, month, day to date number: ours");
 
 void ymd_to_serial_chrono(benchmark::State& state) {
-    std::vector<std::chrono::year_month_day> days;
-    for (const qx::date& day : our_dates())
-        days.emplace_back(std::chrono::year{day.year()}, std::chrono::month{static_cast<unsigned>(day.month())},
-                          std::chrono::day{static_cast<unsigned>(day.day())});
-    each_pair(state, days, [](const auto& day, const auto&) { return std::chrono::sys_days{day}.time_since_epoch(); });
+    each_pair(state, days(), [](const Day& day, const Day&) {
+        const std::chrono::year_month_day made{std::chrono::year{day.year},
+                                               std::chrono::month{static_cast<unsigned>(day.month)},
+                                               std::chrono::day{static_cast<unsigned>(day.day)}};
+        return std::chrono::sys_days{made}.time_since_epoch();
+    });
 }
 BENCHMARK(ymd_to_serial_chrono)->Name("year, month, day to date number: std::chrono");
 
 void ymd_to_serial_quantlib(benchmark::State& state) {
-    struct Day {
-        int year, month, day;
-    };
-    std::vector<Day> days;
-    for (const qx::date& day : our_dates()) days.push_back({day.year(), day.month(), day.day()});
-    each_pair(state, days, [](const Day& day, const Day&) {
+    each_pair(state, days(), [](const Day& day, const Day&) {
         return ql::Date(day.day, static_cast<ql::Month>(day.month), day.year).serialNumber();
     });
 }
