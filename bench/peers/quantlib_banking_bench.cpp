@@ -138,7 +138,7 @@ void mortgage(benchmark::State& state) {
         benchmark::DoNotOptimize(interest);
     }
 }
-BENCHMARK(mortgage)->Name("MortgageQ over 300 months: QuantLib")->Unit(benchmark::kMicrosecond);
+BENCHMARK(mortgage)->Name("interest of a mortgage of 300 months: QuantLib")->Unit(benchmark::kMicrosecond);
 
 // --- Options on an asset with a dividend yield ------------------------------------------------------------------
 
