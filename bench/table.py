@@ -82,6 +82,7 @@ def measure(program, options, times):
                *options]
     run = subprocess.run([program, "--benchmark_format=json", *options], stdout=subprocess.PIPE, check=True)
     entries = [entry for entry in json.loads(run.stdout)["benchmarks"] if entry["run_type"] == "iteration"]
+    entries.sort(key=lambda entry: entry["family_index"])  # as they stand in the files, not as they were shuffled
     sizes = {}  # of one benchmark that runs at several
     for entry in entries:
         name = re.sub("/(iterations|repeats):.*", "", entry["run_name"])

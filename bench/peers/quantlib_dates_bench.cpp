@@ -101,7 +101,7 @@ const std::vector<Day>& days() {
 
 void ymd_to_serial_ours(benchmark::State& state) {
     each_pair(state, days(),
-              [](const Day& day, const Day&) { return qx::date(day.year, day.month, day.day).dtn(); });
+              [](const Day& day, const Day&) { return qx::date::from_ymd(day.year, day.month, day.day).dtn(); });
 }
 BENCHMARK(ymd_to_serial_ours)->Name("year, month, day to date number: ours");
 

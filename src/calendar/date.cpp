@@ -31,7 +31,7 @@ constexpr std::int64_t largest_dtn = 2'000'000'000; // keeps all of the arithmet
 
 /// The part of a month that has passed before a day, for months of 28 to 31 days.
 struct MonthParts {
-    double before[4][31];
+    double before[4][32]; ///< of the 29th to the 31st too, in all
 
     constexpr MonthParts() : before{} {
         for (int length = 28; length <= 31; ++length)
@@ -40,21 +40,25 @@ struct MonthParts {
 };
 constexpr MonthParts parts_of_month;
 
-/// The days of an ordinary year and of a leap year, and the rows of parts_of_month for their months.
+/// The days of an ordinary year and of a leap year, and of each month the days before it and its row of parts_of_month.
 struct YearDays {
     struct Day {
         std::uint8_t month, day;
     };
+    struct Month {
+        std::int16_t before, parts;
+    };
     Day days[2][366];
-    std::uint8_t parts[2][13];
+    Month months[2][16];
 
-    constexpr YearDays() : days{}, parts{} {
+    constexpr YearDays() : days{}, months{} {
         for (int leap = 0; leap <= 1; ++leap) {
             Day* next = days[leap];
             for (std::uint8_t month = 1; month <= 12; ++month) {
                 const int length = date::days_in_month(month, leap == 1);
                 for (std::uint8_t day = 1; day <= length; ++day) *next++ = {month, day};
-                parts[leap][month] = static_cast<std::uint8_t>(length - 28);
+                months[leap][month] = {static_cast<std::int16_t>(date::days_before_month(month, leap == 1)),
+                                       static_cast<std::int16_t>(length - 28)};
             }
         }
     }
@@ -94,10 +98,26 @@ class CalendarYears {
 };
 constinit const CalendarYears calendar_years;
 
+/// True if the calendar has such a month; the day may pass its end.
+bool in_calendar(int year, int month, int day) {
+    const auto within = [](int number, int first, int last) {
+        return static_cast<unsigned>(number - first) <= static_cast<unsigned>(last - first);
+    };
+    return within(year, first_calendar_year, date::maxyear) && within(month, 1, 12) && within(day, 1, 31);
+}
+
+/// True if the steps of set_irregular_dtn agree with the calendar: within the numbers that a user can name, but for the
+/// last days of four centuries.
+bool in_calendar(int dtn) {
+    constexpr std::uint32_t first = 3654, last = 640637;
+    const auto number = static_cast<std::uint32_t>(dtn);
+    return number - first <= last - first && number % days_in_400_years != 36525;
+}
+
 /// The date number of a day from 1908 on; one past its month's end runs into the next month.
 int calendar_number(int year, int month, int day) {
     const CalendarYears::Year& in = calendar_years(year);
-    return in.start + date::days_before_month(month, in.leap) + day - 1;
+    return in.start + year_days.months[in.leap][month].before + day - 1;
 }
 
 } // namespace
@@ -157,21 +177,6 @@ void date::set_number(double number) {
     }
 }
 
-date date::from_ymd(int year, int month, int day) {
-    date value;
-    value.year_ = year;
-    value.month_ = month;
-    value.day_ = day;
-    value.set_ymd();
-    return value;
-}
-
-date date::from_dtn(int dtn) {
-    date value;
-    value.set_dtn(dtn);
-    return value;
-}
-
 date date::from_months(double months, int seconds) {
     date value;
     value.set_months(months, seconds);
@@ -207,15 +212,30 @@ inline bool date::set_calendar(int year, int month, int day) {
     year_ = year;
     month_ = month;
     day_ = day;
-    months_ = year * 12 + (month - 1) + parts_of_month.before[year_days.parts[in.leap][month]][day - 1];
+    months_ = year * 12 + (month - 1) + parts_of_month.before[year_days.months[in.leap][month].parts][day - 1];
     return in.leap;
 }
 
 inline void date::set_ymd() {
     const int year = std::min(year_, maxyear), month = month_, day = day_;
-    if (year < first_calendar_year || month < 1 || month > 12 || day < 1 || day > 31) return set_early_ymd();
+    if (!in_calendar(year, month, day)) return set_early_ymd();
     set_calendar(year, month, day);
     dtn_ = calendar_number(year, month, day);
+}
+
+date date::from_ymd(int year, int month, int day) {
+    if (in_calendar(year, month, day)) [[likely]] {
+        date value; // whose own first values are never written
+        value.set_calendar(year, month, day);
+        value.dtn_ = calendar_number(year, month, day);
+        return value;
+    }
+    date value;
+    value.year_ = year;
+    value.month_ = month;
+    value.day_ = day;
+    value.set_ymd();
+    return value;
 }
 
 void date::set_early_ymd() {
@@ -225,15 +245,23 @@ void date::set_early_ymd() {
 }
 
 inline void date::set_dtn(int dtn) {
-    // Within the numbers that a user can name the steps agree with the calendar but for the last days of four centuries.
-    constexpr std::uint32_t first = 3654, last = 640637;
-    const auto number = static_cast<std::uint32_t>(dtn);
-    if (number - first > last - first || number % days_in_400_years == 36525) return set_irregular_dtn(dtn);
+    if (!in_calendar(dtn)) return set_irregular_dtn(dtn);
     const int year = calendar_years.of(dtn);
     const CalendarYears::Year& in = calendar_years(year);
     const YearDays::Day& day = year_days.days[in.leap][dtn - in.start];
     set_calendar(year, day.month, day.day);
     dtn_ = dtn;
+}
+
+date date::from_dtn(int dtn) {
+    if (in_calendar(dtn)) [[likely]] {
+        date value; // whose own first values are never written
+        value.set_dtn(dtn);
+        return value;
+    }
+    date value;
+    value.set_irregular_dtn(dtn);
+    return value;
 }
 
 /// The date number's day by steps of four years, as it stands outside the calendar of set_dtn.

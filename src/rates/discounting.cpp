@@ -49,13 +49,15 @@ const AnnualSequence& default_periods() {
 void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Dates, View<double> Cashflows) {
     const int n = std::min(Dates.size(), Cashflows.size());
     const YearsFrom start(rules.NPVDate, rules.DayCount, rules.Periods);
+    const bool begins = !rules.StartDCF.iszero(), ends = !rules.FinishDCF.iszero();
+    const bool evenly = (rules.options & flows_received_evenly) != 0 && n > 1;
     for (int i = 1; i <= n; ++i) {
         const date& day = Dates.get(i);
         const double flow = Cashflows.get(i);
-        if (!rules.FinishDCF.iszero() && day >= rules.FinishDCF) break;
-        if ((!rules.StartDCF.iszero() && day <= rules.StartDCF) || iszero(flow)) continue;
+        if (ends && day >= rules.FinishDCF) break;
+        if ((begins && day <= rules.StartDCF) || iszero(flow)) continue;
         const double years = start.to(day);
-        if ((rules.options & flows_received_evenly) != 0 && n > 1)
+        if (evenly)
             schedule.add_spread(flow, years, receipt_period(Dates, i, n, rules));
         else
             schedule.add(flow, years);
