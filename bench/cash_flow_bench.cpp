@@ -139,8 +139,8 @@ void bond_price(benchmark::State& state) {
     double yield = 0.045;
     for (auto _ : state) {
         benchmark::DoNotOptimize(yield);
-        benchmark::DoNotOptimize(PVT(cash.dates.get(1), yield, cash.dates, cash.flows, day_count, default_periods(),
-                                     no_date, no_date, 0));
+        benchmark::DoNotOptimize(
+            PVT(cash.dates.get(1), yield, cash.dates, cash.flows, day_count, default_periods(), no_date, no_date, 0));
     }
 }
 BENCHMARK(bond_price)->Name("price of a bond of 30 years, half-yearly: ours");

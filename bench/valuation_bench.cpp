@@ -21,7 +21,9 @@ double term_and_reversion(double yield) {
     return 100000.0 * perpetuity(yield, 0.0, 4.0) + 20000.0 * perpetuity(yield, 2.5, 4.0);
 }
 
-void cap_value(benchmark::State& state) { run(state, WorksheetCall("CapValue").with(0.07).with(120000).with(100000).with(30)); }
+void cap_value(benchmark::State& state) {
+    run(state, WorksheetCall("CapValue").with(0.07).with(120000).with(100000).with(30));
+}
 BENCHMARK(cap_value)->Name("CapValue, whole call: ours");
 
 void cap_value_plainly(benchmark::State& state) {
@@ -53,8 +55,16 @@ void equivalent_yield_plainly(benchmark::State& state) {
 BENCHMARK(equivalent_yield_plainly)->Name("EqYield, whole call: plain C++");
 
 void cap_value_cash_flow(benchmark::State& state) {
-    run(state,
-        WorksheetCall("CapValueDCF").with(0.06).with(0.09).with(120000).with(100000).with(240).with(0).with(0).with(60).with(4));
+    run(state, WorksheetCall("CapValueDCF")
+                   .with(0.06)
+                   .with(0.09)
+                   .with(120000)
+                   .with(100000)
+                   .with(240)
+                   .with(0)
+                   .with(0)
+                   .with(60)
+                   .with(4));
 }
 BENCHMARK(cap_value_cash_flow)->Name("CapValueDCF of 20 years, whole call: ours");
 

@@ -56,8 +56,10 @@ void rate_of_return(benchmark::State& state, int n) {
         benchmark::DoNotOptimize(CashFlows::yield(cash.receipts, 1000.0, day_counter, Compounded, Annual, false,
                                                   cash.start, cash.start, 1e-10, 100, 0.05));
 }
-BENCHMARK_CAPTURE(rate_of_return, flows_60, 60)->Name("internal rate of return of 60 dated flows, whole call: QuantLib");
-BENCHMARK_CAPTURE(rate_of_return, flows_100, 100)->Name("internal rate of return of 100 dated flows, whole call: QuantLib");
+BENCHMARK_CAPTURE(rate_of_return, flows_60, 60)
+    ->Name("internal rate of return of 60 dated flows, whole call: QuantLib");
+BENCHMARK_CAPTURE(rate_of_return, flows_100, 100)
+    ->Name("internal rate of return of 100 dated flows, whole call: QuantLib");
 
 void present_value(benchmark::State& state) {
     const Investment cash(60);
@@ -77,8 +79,7 @@ void duration(benchmark::State& state) {
     double rate = 0.1;
     for (auto _ : state) {
         benchmark::DoNotOptimize(rate);
-        benchmark::DoNotOptimize(CashFlows::duration(cash.receipts,
-                                                     InterestRate(rate, day_counter, Compounded, Annual),
+        benchmark::DoNotOptimize(CashFlows::duration(cash.receipts, InterestRate(rate, day_counter, Compounded, Annual),
                                                      Duration::Macaulay, false, cash.start, cash.start));
     }
 }
@@ -88,9 +89,14 @@ BENCHMARK(duration)->Name("duration of 60 dated flows: QuantLib");
 
 struct Gilt {
     Date settlement{10, February, 2025};
-    Schedule schedule{Date(7, December, 2024),  Date(7, December, 2054), Period(Semiannual),
-                      NullCalendar(),           Unadjusted,              Unadjusted,
-                      DateGeneration::Backward, false};
+    Schedule schedule{Date(7, December, 2024),
+                      Date(7, December, 2054),
+                      Period(Semiannual),
+                      NullCalendar(),
+                      Unadjusted,
+                      Unadjusted,
+                      DateGeneration::Backward,
+                      false};
     Actual365Fixed day_counter;
     FixedRateBond bond{0, 100.0, schedule, {0.0425}, ActualActual(ActualActual::ISMA, schedule)};
 
@@ -227,8 +233,8 @@ void bootstrap(benchmark::State& state) {
     for (int i = 1; i <= 30; ++i) {
         const Schedule schedule(today, today + i * Years, Period(Semiannual), NullCalendar(), Unadjusted, Unadjusted,
                                 DateGeneration::Backward, false);
-        bonds.push_back(ext::make_shared<FixedRateBondHelper>(
-            Handle<Quote>(par), 0, 100.0, schedule, std::vector<Rate>{0.03 + 0.001 * i}, years));
+        bonds.push_back(ext::make_shared<FixedRateBondHelper>(Handle<Quote>(par), 0, 100.0, schedule,
+                                                              std::vector<Rate>{0.03 + 0.001 * i}, years));
     }
     const PiecewiseYieldCurve<Discount, LogLinear> curve(today, bonds, years);
     double price = 100.0;

@@ -87,9 +87,9 @@ struct OptionInputs {
     bool put;
 };
 constexpr OptionInputs options[] = {
-    {42.0, 40.0, 6, 0.1, 0.2, 0.0, false},    {42.0, 40.0, 6, 0.1, 0.2, 0.0, true},
+    {42.0, 40.0, 6, 0.1, 0.2, 0.0, false},       {42.0, 40.0, 6, 0.1, 0.2, 0.0, true},
     {100.0, 110.0, 27, 0.03, 0.35, 0.05, false}, {100.0, 110.0, 27, 0.03, 0.35, 0.05, true},
-    {36.0, 40.0, 12, 0.06, 0.2, 0.0, true},   {1.2, 1.1, 3, -0.005, 0.09, 0.02, false},
+    {36.0, 40.0, 12, 0.06, 0.2, 0.0, true},      {1.2, 1.1, 3, -0.005, 0.09, 0.02, false},
 };
 
 class Valued {
@@ -164,8 +164,8 @@ void write_spot_rates() {
     const Date today(10, February, 2025);
     const Actual365Fixed years;
     Settings::instance().evaluationDate() = today;
-    const std::vector<Date> maturities{Date(7, June, 2025),   Date(7, March, 2026),     Date(31, January, 2028),
-                                       Date(22, July, 2030),  Date(29, February, 2036), Date(7, December, 2046)};
+    const std::vector<Date> maturities{Date(7, June, 2025),  Date(7, March, 2026),     Date(31, January, 2028),
+                                       Date(22, July, 2030), Date(29, February, 2036), Date(7, December, 2046)};
     const std::vector<double> coupons{0.05, 0.006, 0.04375, 0.00375, 0.0425, 0.0425};
     const std::vector<double> prices{1.0123, 0.9675, 1.0101, 0.8321, 0.9821, 0.9187};
 
@@ -223,7 +223,8 @@ void write_gilts() {
     const Gilt gilts[] = {{0.05, Date(10, February, 2025), Date(7, September, 2028), 0.0412},
                           {0.0425, Date(7, June, 2025), Date(7, December, 2033), 0.0505},
                           {0.00125, Date(30, August, 2024), Date(31, January, 2028), 0.0377}};
-    heading("Gilts: the price with accrued interest, the yield back from it, and the duration; each half-year counts alike.");
+    heading("Gilts: the price with accrued interest, the yield back from it, and the duration; each half-year counts "
+            "alike.");
     for (const Gilt& gilt : gilts) {
         Settings::instance().evaluationDate() = gilt.settlement;
         const Schedule schedule = whole_periods(gilt.settlement, gilt.maturity, Semiannual);
@@ -278,7 +279,8 @@ void write_flows() {
                                                     {10.0, Thirty360(Thirty360::BondBasis)}};
     for (const auto& [code, count] : counts) {
         expect(call("IRRT", dates, amounts, "", "", "", code),
-               CashFlows::yield(flows, 1000.0, count, Compounded, Annual, false, start, start, 1e-13, 1000, 0.1), "1e-9");
+               CashFlows::yield(flows, 1000.0, count, Compounded, Annual, false, start, start, 1e-13, 1000, 0.1),
+               "1e-9");
         expect(call("PVT", start, 0.07, dates, amounts, code),
                CashFlows::npv(flows, InterestRate(0.07, count, Compounded, Annual), false, start, start) - 1000.0,
                "1e-7");

@@ -16,8 +16,8 @@ namespace qx {
 typedef double double2 __attribute__((vector_size(16)));
 typedef double double4 __attribute__((vector_size(32)));
 
-/// e^(high + low) of each number, |high + low| at most PowersOf::largest, where high has few enough bits that its product
-/// with an integer is exact. The steps are the same for any number of numbers, and so are the bits.
+/// e^(high + low) of each number, |high + low| at most PowersOf::largest, where high has few enough bits that its
+/// product with an integer is exact. The steps are the same for any number of numbers, and so are the bits.
 template <class Vector>
 [[gnu::always_inline]] inline void exponential(Vector& power, const Vector& high, const Vector& low) {
     constexpr double per_ln2 = 1.4426950408889634;
@@ -65,7 +65,8 @@ class PowersOf {
 
     /// The powers of several exponents, each as split() gives it.
     template <class Vector>
-    [[gnu::always_inline]] void powers(Vector& powers, const Vector& exponents_high, const Vector& exponents_low) const {
+    [[gnu::always_inline]] void powers(Vector& powers, const Vector& exponents_high,
+                                       const Vector& exponents_low) const {
         exponential(powers, exponents_high * high_, exponents_high * low_ + exponents_low * log_);
     }
     double operator()(double exponent) const {
