@@ -224,17 +224,19 @@ inline void date::set_ymd() {
 }
 
 date date::from_ymd(int year, int month, int day) {
-    if (in_calendar(year, month, day)) [[likely]] {
-        date value; // whose own first values are never written
-        value.set_calendar(year, month, day);
-        value.dtn_ = calendar_number(year, month, day);
+    const auto otherwise = [](int year, int month, int day) __attribute__((noinline)) {
+        date value;
+        value.year_ = year;
+        value.month_ = month;
+        value.day_ = day;
+        value.set_ymd();
         return value;
-    }
-    date value;
-    value.year_ = year;
-    value.month_ = month;
-    value.day_ = day;
-    value.set_ymd();
+    };
+    if (!in_calendar(year, month, day)) [[unlikely]]
+        return otherwise(year, month, day);
+    date value; // whose own first values are never written
+    value.set_calendar(year, month, day);
+    value.dtn_ = calendar_number(year, month, day);
     return value;
 }
 
@@ -254,13 +256,15 @@ inline void date::set_dtn(int dtn) {
 }
 
 date date::from_dtn(int dtn) {
-    if (in_calendar(dtn)) [[likely]] {
-        date value; // whose own first values are never written
-        value.set_dtn(dtn);
+    const auto otherwise = [](int dtn) __attribute__((noinline)) {
+        date value;
+        value.set_irregular_dtn(dtn);
         return value;
-    }
-    date value;
-    value.set_irregular_dtn(dtn);
+    };
+    if (!in_calendar(dtn)) [[unlikely]]
+        return otherwise(dtn);
+    date value; // whose own first values are never written
+    value.set_dtn(dtn);
     return value;
 }
 
