@@ -78,8 +78,9 @@ class CalendarYears {
     constexpr CalendarYears() {
         int start = 2923;
         for (int year = first_calendar_year; year <= date::maxyear + 1; ++year) {
-            const bool leap = date::is_leap(year);
-            years_[year - first_calendar_year] = {start, leap, date::is_block_leap(year)};
+            const int block = year / 4;
+            const bool block_leap = block % 25 != 0 || block % 4 == 0, leap = year % 4 == 0 && block_leap;
+            years_[year - first_calendar_year] = {start, leap, block_leap};
             start += leap ? 366 : 365;
         }
     }

@@ -45,7 +45,8 @@ struct Fours {
     }
 };
 
-#ifdef __x86_64__
+#if defined(__x86_64__) && !defined(_WIN32) // where GCC does not align four on the stack
+#define QX_FOUR_AT_A_TIME
 [[gnu::target("avx2")]] void add_by_four(const Fours& fours, double2 (&sums)[lanes / 2], const PowersOf& growth) {
     fours.add_to<double4>(sums, growth);
 }
@@ -53,7 +54,7 @@ const bool four_at_a_time = __builtin_cpu_supports("avx2");
 #endif
 
 void add_fours(const Fours& fours, double2 (&sums)[lanes / 2], const PowersOf& growth) {
-#ifdef __x86_64__
+#ifdef QX_FOUR_AT_A_TIME
     if (four_at_a_time) return add_by_four(fours, sums, growth);
 #endif
     fours.add_to<double2>(sums, growth);
