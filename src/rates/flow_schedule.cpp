@@ -45,7 +45,7 @@ struct Fours {
     }
 };
 
-#if defined(__x86_64__) && !defined(_WIN32) // where GCC does not align four on the stack
+#if defined(__x86_64__) && !defined(_WIN32) // on Windows GCC leaves four numbers unaligned on the stack
 #define QX_FOUR_AT_A_TIME
 [[gnu::target("avx2")]] void add_by_four(const Fours& fours, double2 (&sums)[lanes / 2], const PowersOf& growth) {
     fours.add_to<double4>(sums, growth);
