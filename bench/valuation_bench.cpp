@@ -1,7 +1,6 @@
 // Capital values and equivalent yields as whole worksheet calls, beside the same formulas in plain C++ (no checks, no
 // trace), and a plain bisection for the yield.
-#include "addin/frame.h"
-#include "addin/function.h"
+#include "bench/worksheet_call.h"
 
 #include <benchmark/benchmark.h>
 
@@ -11,33 +10,7 @@
 namespace qx {
 namespace {
 
-/// A worksheet function called with numbers and lists.
-class Call {
-  public:
-    explicit Call(const char* function) : function_(*find_function(function)) {
-        cells_.fill(missing_cell());
-        for (int i = 0; i < max_arguments; ++i)
-            arguments_[static_cast<std::size_t>(i)] = &cells_[static_cast<std::size_t>(i)];
-    }
-    Call& with(double value) {
-        cells_[n_++] = number_cell(value);
-        return *this;
-    }
-    template <std::size_t n>
-    Call& with(std::array<OPER, n>& list) {
-        cells_[n_++] = array_cell(list.data(), n, 1);
-        return *this;
-    }
-    double operator()() const { return perform(function_, arguments_.data())->val.num; }
-
-  private:
-    const Function& function_;
-    std::array<OPER, max_arguments> cells_;
-    std::array<OPER*, max_arguments> arguments_;
-    std::size_t n_ = 0;
-};
-
-void run(benchmark::State& state, const Call& call) {
+void run(benchmark::State& state, const WorksheetCall& call) {
     for (auto step : state) benchmark::DoNotOptimize(call());
 }
 
@@ -48,7 +21,9 @@ double term_and_reversion(double yield) {
     return 100000.0 * perpetuity(yield, 0.0, 4.0) + 20000.0 * perpetuity(yield, 2.5, 4.0);
 }
 
-void cap_value(benchmark::State& state) { run(state, Call("CapValue").with(0.07).with(120000).with(100000).with(30)); }
+void cap_value(benchmark::State& state) {
+    run(state, WorksheetCall("CapValue").with(0.07).with(120000).with(100000).with(30));
+}
 BENCHMARK(cap_value)->Name("CapValue, whole call: ours");
 
 void cap_value_plainly(benchmark::State& state) {
@@ -61,7 +36,7 @@ void cap_value_plainly(benchmark::State& state) {
 BENCHMARK(cap_value_plainly)->Name("CapValue, whole call: plain C++");
 
 void equivalent_yield(benchmark::State& state) {
-    run(state, Call("EqYield").with(1.7e6).with(120000).with(100000).with(30).with(0).with(0).with(4));
+    run(state, WorksheetCall("EqYield").with(1.7e6).with(120000).with(100000).with(30).with(0).with(0).with(4));
 }
 BENCHMARK(equivalent_yield)->Name("EqYield, whole call: ours");
 
@@ -80,8 +55,16 @@ void equivalent_yield_plainly(benchmark::State& state) {
 BENCHMARK(equivalent_yield_plainly)->Name("EqYield, whole call: plain C++");
 
 void cap_value_cash_flow(benchmark::State& state) {
-    run(state,
-        Call("CapValueDCF").with(0.06).with(0.09).with(120000).with(100000).with(240).with(0).with(0).with(60).with(4));
+    run(state, WorksheetCall("CapValueDCF")
+                   .with(0.06)
+                   .with(0.09)
+                   .with(120000)
+                   .with(100000)
+                   .with(240)
+                   .with(0)
+                   .with(0)
+                   .with(60)
+                   .with(4));
 }
 BENCHMARK(cap_value_cash_flow)->Name("CapValueDCF of 20 years, whole call: ours");
 
@@ -98,13 +81,13 @@ struct Rents {
 
 void cap_value_list(benchmark::State& state) {
     Rents list;
-    run(state, Call("CapValueDCFG").with(0.06).with(0.09).with(list.rents).with(list.months));
+    run(state, WorksheetCall("CapValueDCFG").with(0.06).with(0.09).with(list.rents).with(list.months));
 }
 BENCHMARK(cap_value_list)->Name("CapValueDCFG of 20 annual rents, whole call: ours");
 
 void equivalent_yield_list(benchmark::State& state) {
     Rents list;
-    run(state, Call("EqYieldG").with(1.7e6).with(list.rents).with(list.months));
+    run(state, WorksheetCall("EqYieldG").with(1.7e6).with(list.rents).with(list.months));
 }
 BENCHMARK(equivalent_yield_list)->Name("EqYieldG of 20 annual rents, whole call: ours");
 

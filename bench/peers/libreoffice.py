@@ -1,11 +1,14 @@
 #!/usr/bin/python3
-"""The 50,000 cells of sheet_bench.cpp in LibreOffice, by its own functions: the fastest times in nanoseconds, as JSON.
+"""The 50,000 cells of sheet_bench.cpp in LibreOffice, by its own functions: the least processor time of several turns, in
+nanoseconds, as JSON.
 
 Needs the packages libreoffice-calc-nogui and python3-uno, and the Python of the latter.
 """
 import contextlib
 import json
 import os
+import pathlib
+import signal
 import subprocess
 import tempfile
 import time
@@ -48,16 +51,36 @@ def connect(pipe):
             time.sleep(0.2)
 
 
-def fastest(work):
-    times = []
+def family(office):
+    """The processes of the office: the one started, and those that it started."""
+    parents = {}
+    for stat in pathlib.Path("/proc").glob("[0-9]*/stat"):
+        try:
+            parents[int(stat.parent.name)] = int(stat.read_text().rpartition(")")[2].split()[1])
+        except OSError:  # ended meanwhile
+            continue
+    known = {office.pid}
+    while grown := {child for child, parent in parents.items() if parent in known} - known:
+        known |= grown
+    return known
+
+
+def processor_time(processes):
+    """What all their threads have used so far, in nanoseconds."""
+    threads = (thread for process in processes for thread in pathlib.Path(f"/proc/{process}/task").glob("*/schedstat"))
+    return sum(int(thread.read_text().split()[0]) for thread in threads)
+
+
+def fastest(office, work):
+    times, processes = [], family(office)
     for turn in range(TURNS):
-        start = time.perf_counter()
+        start = processor_time(processes)
         work(turn)
-        times.append(time.perf_counter() - start)
-    return min(times) * 1e9
+        times.append(processor_time(processes) - start)
+    return min(times)
 
 
-def measured(desktop):
+def measured(office, desktop):
     document = desktop.loadComponentFromURL(
         "private:factory/scalc", "_blank", 0, (PropertyValue(Name="Hidden", Value=True),)
     )
@@ -79,8 +102,8 @@ def measured(desktop):
         document.calculate()
 
     times = {
-        "50,000 mixed cells recalculated": fastest(recalculate),
-        "one input of 50,000 cells changed": fastest(change),
+        "50,000 mixed cells recalculated": fastest(office, recalculate),
+        "one input of 50,000 cells changed": fastest(office, change),
     }
     if sheet.getCellRangeByName("F5000").Value <= 0.0 or sheet.getCellRangeByName("A2").Value != 36556.0:
         raise SystemExit("LibreOffice did not calculate the cells")
@@ -90,7 +113,7 @@ def measured(desktop):
 
 @contextlib.contextmanager
 def running_office():
-    """The desktop of an office without windows, which ends with the block."""
+    """An office without windows, its process and its desktop, which ends with the block."""
     with tempfile.TemporaryDirectory() as profile:
         pipe = f"qx_bench_{os.getpid()}"  # another office may be at work
         office = subprocess.Popen(
@@ -101,16 +124,18 @@ def running_office():
         try:
             context = connect(pipe)
             desktop = context.ServiceManager.createInstanceWithContext("com.sun.star.frame.Desktop", context)
-            yield desktop
+            yield office, desktop
             desktop.terminate()
             office.wait(PATIENCE)
         finally:
-            office.kill()
+            for process in family(office):
+                with contextlib.suppress(ProcessLookupError):
+                    os.kill(process, signal.SIGKILL)
 
 
 def main():
-    with running_office() as desktop:
-        print(json.dumps(measured(desktop)))
+    with running_office() as (office, desktop):
+        print(json.dumps(measured(office, desktop)))
 
 
 if __name__ == "__main__":

@@ -121,7 +121,7 @@ def growth_table(desktop):
 
 
 def main():
-    with running_office() as desktop:
+    with running_office() as (_, desktop):
         print(json.dumps({RENT_ROLL: rent_roll(desktop), STREAMS: growth_table(desktop)}))
 
 

@@ -196,10 +196,8 @@ template <>
 struct Element<floatblank> : NumberOrBlankElement<floatblank> {};
 
 template <class T>
-void convert(T& slot, const OPER& cell, const Source& from) {
+void convert_other(T& slot, const OPER& cell, const Source& from) {
     switch (cell.type()) {
-    case xltypeNum:
-        return Element<T>::number(slot, cell.val.num, from);
     case xltypeStr:
         return Element<T>::text(slot, text_in(cell), from);
     case xltypeNil:
@@ -213,6 +211,13 @@ void convert(T& slot, const OPER& cell, const Source& from) {
     default:
         from.refuse();
     }
+}
+/// Numbers, which most cells are, stay in the loop over them.
+template <class T>
+inline void convert(T& slot, const OPER& cell, const Source& from) {
+    if (cell.type() == xltypeNum) [[likely]]
+        return Element<T>::number(slot, cell.val.num, from);
+    convert_other(slot, cell, from);
 }
 
 template <class T>

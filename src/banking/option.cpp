@@ -60,7 +60,7 @@ double OptionBS(const OptionTerms& terms, bool PutOption, int OptionOutput) {
     const double d2 = deviation > 0.0 ? d1 - deviation : d1;
     const double of_spot = sign * normal(sign * d1);
     const double of_strike = sign * normal(sign * d2);
-    const double density = deviation > 0.0 ? normal_density(d1) : 0.0;
+    const auto density = [&] { return deviation > 0.0 ? normal_density(d1) : 0.0; };
     here.info("d1=", d1, " d2=", d2);
     switch (OptionOutput) {
     case option_price:
@@ -68,12 +68,12 @@ double OptionBS(const OptionTerms& terms, bool PutOption, int OptionOutput) {
     case option_delta:
         return here.returning(spot / S * of_spot);
     case option_gamma:
-        return here.returning(deviation > 0.0 ? spot / S * density / (S * deviation) : 0.0);
+        return here.returning(deviation > 0.0 ? spot / S * density() / (S * deviation) : 0.0);
     case option_vega:
-        return here.returning(spot * density * std::sqrt(T));
+        return here.returning(spot * density() * std::sqrt(T));
     case option_theta:
         return here.returning(q * spot * of_spot - r * strike * of_strike -
-                              (deviation > 0.0 ? spot * density * sigma / (2.0 * std::sqrt(T)) : 0.0));
+                              (deviation > 0.0 ? spot * density() * sigma / (2.0 * std::sqrt(T)) : 0.0));
     case option_rho:
         return here.returning(T * strike * of_strike);
     default:

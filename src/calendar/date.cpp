@@ -2,6 +2,7 @@
 
 #include "core/trace.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -30,7 +31,7 @@ constexpr std::int64_t largest_dtn = 2'000'000'000; // keeps all of the arithmet
 
 /// The part of a month that has passed before a day, for months of 28 to 31 days.
 struct MonthParts {
-    double before[4][31];
+    double before[4][32]; ///< of the 29th to the 31st too, in all
 
     constexpr MonthParts() : before{} {
         for (int length = 28; length <= 31; ++length)
@@ -39,15 +40,85 @@ struct MonthParts {
 };
 constexpr MonthParts parts_of_month;
 
+/// The days of an ordinary year and of a leap year, and of each month the days before it and its row of parts_of_month.
+struct YearDays {
+    struct Day {
+        std::uint8_t month, day;
+    };
+    struct Month {
+        std::int16_t before, parts;
+    };
+    Day days[2][366];
+    Month months[2][16];
+
+    constexpr YearDays() : days{}, months{} {
+        for (int leap = 0; leap <= 1; ++leap) {
+            Day* next = days[leap];
+            for (std::uint8_t month = 1; month <= 12; ++month) {
+                const int length = date::days_in_month(month, leap == 1);
+                for (std::uint8_t day = 1; day <= length; ++day) *next++ = {month, day};
+                months[leap][month] = {static_cast<std::int16_t>(date::days_before_month(month, leap == 1)),
+                                       static_cast<std::int16_t>(length - 28)};
+            }
+        }
+    }
+};
+constexpr YearDays year_days;
+
 constexpr int first_calendar_year = 1908; ///< from which date numbers are those of the calendar
 
+/// The years of the calendar by number, and the one that begins after the last day.
+class CalendarYears {
+  public:
+    struct Year {
+        int start = 0; ///< the date number of 1 January
+        bool leap = false, block_leap = false;
+    };
+
+    constexpr CalendarYears() {
+        int start = 2923;
+        for (int year = first_calendar_year; year <= date::maxyear + 1; ++year) {
+            const int block = year / 4;
+            const bool block_leap = block % 25 != 0 || block % 4 == 0, leap = year % 4 == 0 && block_leap;
+            years_[year - first_calendar_year] = {start, leap, block_leap};
+            start += leap ? 366 : 365;
+        }
+    }
+    constexpr const Year& operator()(int year) const { return years_[year - first_calendar_year]; }
+    /// The year of a date number from 1910 on.
+    constexpr int of(int dtn) const {
+        const auto days = static_cast<std::uint32_t>(dtn - years_[0].start);
+        const int year = first_calendar_year + static_cast<int>((400 * days - 468) / days_in_400_years);
+        if (dtn >= operator()(year + 1).start) [[unlikely]]
+            return year + 1; // a few last days of December
+        return year;
+    }
+
+  private:
+    Year years_[date::maxyear + 2 - first_calendar_year];
+};
+constinit const CalendarYears calendar_years;
+
+/// True if the calendar has such a month; the day may pass its end.
+bool in_calendar(int year, int month, int day) {
+    const auto within = [](int number, int first, int last) {
+        return static_cast<unsigned>(number - first) <= static_cast<unsigned>(last - first);
+    };
+    return within(year, first_calendar_year, date::maxyear) && within(month, 1, 12) && within(day, 1, 31);
+}
+
+/// True if the steps of set_irregular_dtn agree with the calendar: within the numbers that a user can name, but for the
+/// last days of four centuries.
+bool in_calendar(int dtn) {
+    constexpr std::uint32_t first = 3654, last = 640637;
+    const auto number = static_cast<std::uint32_t>(dtn);
+    return number - first <= last - first && number % days_in_400_years != 36525;
+}
+
 /// The date number of a day from 1908 on; one past its month's end runs into the next month.
-constexpr int calendar_number(int year, int month, int day, bool leap) {
-    constexpr int before_1900 = 693594; // one less than the days since year 1: 29 February 1900 has a number
-    const auto passed = static_cast<std::uint32_t>(year - 1);
-    const std::uint32_t centuries = passed / 100;
-    return static_cast<int>(365 * passed + passed / 4 - centuries + centuries / 4) - before_1900 +
-           date::days_before_month(month, leap) + day;
+int calendar_number(int year, int month, int day) {
+    const CalendarYears::Year& in = calendar_years(year);
+    return in.start + year_days.months[in.leap][month].before + day - 1;
 }
 
 } // namespace
@@ -107,21 +178,6 @@ void date::set_number(double number) {
     }
 }
 
-date date::from_ymd(int year, int month, int day) {
-    date value;
-    value.year_ = year;
-    value.month_ = month;
-    value.day_ = day;
-    value.set_ymd();
-    return value;
-}
-
-date date::from_dtn(int dtn) {
-    date value;
-    value.set_dtn(dtn);
-    return value;
-}
-
 date date::from_months(double months, int seconds) {
     date value;
     value.set_months(months, seconds);
@@ -138,7 +194,7 @@ void date::derive_dtn() {
     set_leaps();
     check_month_and_day();
     if (year_ < first_calendar_year) return derive_early_dtn();
-    dtn_ = calendar_number(year_, month_, day_, leap_);
+    dtn_ = calendar_number(year_, month_, day_);
 }
 
 void date::derive_early_dtn() {
@@ -151,23 +207,38 @@ void date::derive_early_dtn() {
 }
 
 inline bool date::set_calendar(int year, int month, int day) {
-    const bool blockleap = is_leap_block(static_cast<std::uint32_t>(year) / 4);
-    const bool leap = (year % 4 == 0) & blockleap; // not &&: no branch that one year in four guesses wrong
-    blockleap_ = blockleap;
-    leap_ = leap;
+    const CalendarYears::Year& in = calendar_years(year);
+    leap_ = in.leap;
+    blockleap_ = in.block_leap;
     year_ = year;
     month_ = month;
     day_ = day;
-    months_ = year * 12 + (month - 1) + parts_of_month.before[days_in_month(month, leap) - 28][day - 1];
-    return leap;
+    months_ = year * 12 + (month - 1) + parts_of_month.before[year_days.months[in.leap][month].parts][day - 1];
+    return in.leap;
 }
 
 inline void date::set_ymd() {
-    limit_year();
-    check_month_and_day();
-    if (year_ < first_calendar_year) return set_early_ymd();
-    const int year = year_, month = month_, day = day_;
-    dtn_ = calendar_number(year, month, day, set_calendar(year, month, day));
+    const int year = std::min(year_, maxyear), month = month_, day = day_;
+    if (!in_calendar(year, month, day)) return set_early_ymd();
+    set_calendar(year, month, day);
+    dtn_ = calendar_number(year, month, day);
+}
+
+date date::from_ymd(int year, int month, int day) {
+    const auto otherwise = [](int year, int month, int day) __attribute__((noinline)) {
+        date value;
+        value.year_ = year;
+        value.month_ = month;
+        value.day_ = day;
+        value.set_ymd();
+        return value;
+    };
+    if (!in_calendar(year, month, day)) [[unlikely]]
+        return otherwise(year, month, day);
+    date value; // whose own first values are never written
+    value.set_calendar(year, month, day);
+    value.dtn_ = calendar_number(year, month, day);
+    return value;
 }
 
 void date::set_early_ymd() {
@@ -177,21 +248,25 @@ void date::set_early_ymd() {
 }
 
 inline void date::set_dtn(int dtn) {
-    // Within the numbers that a user can name the steps agree with the calendar but for the last days of four
-    // centuries; there the algorithm of Neri and Schneider (2022) gives the same day in a fraction of the time. Its
-    // years begin on 1 March.
-    constexpr std::uint32_t first = 3654, last = 640637, days_from_0000_03_01 = 693899;
-    const auto number = static_cast<std::uint32_t>(dtn);
-    if (number - first > last - first || number % days_in_400_years == 36525) return set_irregular_dtn(dtn);
-    const std::uint32_t n1 = 4 * (number + days_from_0000_03_01) + 3;
-    const std::uint32_t century = n1 / days_in_400_years;
-    const std::uint64_t p2 = 2939745ULL * (n1 % days_in_400_years | 3);
-    const std::uint32_t dayofyear = static_cast<std::uint32_t>(p2) / 2939745 / 4;
-    const std::uint32_t n3 = 2141 * dayofyear + 197913;
-    const int next_year = dayofyear >= 306 ? 1 : 0;
-    set_calendar(static_cast<int>(100 * century + static_cast<std::uint32_t>(p2 >> 32)) + next_year,
-                 static_cast<int>(n3 >> 16) - 12 * next_year, static_cast<int>((n3 & 0xFFFF) / 2141) + 1);
+    if (!in_calendar(dtn)) return set_irregular_dtn(dtn);
+    const int year = calendar_years.of(dtn);
+    const CalendarYears::Year& in = calendar_years(year);
+    const YearDays::Day& day = year_days.days[in.leap][dtn - in.start];
+    set_calendar(year, day.month, day.day);
     dtn_ = dtn;
+}
+
+date date::from_dtn(int dtn) {
+    const auto otherwise = [](int dtn) __attribute__((noinline)) {
+        date value;
+        value.set_irregular_dtn(dtn);
+        return value;
+    };
+    if (!in_calendar(dtn)) [[unlikely]]
+        return otherwise(dtn);
+    date value; // whose own first values are never written
+    value.set_dtn(dtn);
+    return value;
 }
 
 /// The date number's day by steps of four years, as it stands outside the calendar of set_dtn.

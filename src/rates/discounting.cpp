@@ -14,6 +14,25 @@ namespace {
 constexpr int solve_rounds = 100;
 constexpr double nearest_to_total_loss = -1.0 + 1e-11; ///< stands for -100%, at which nothing can be discounted
 
+/// Years from one date to others under a day count, whose code is read once.
+class YearsFrom {
+  public:
+    YearsFrom(const date& from, double DayCount, const AnnualSequence& Periods)
+        : from_(from), DayCount_(DayCount), Periods_(Periods), single_(DayCountCodes::single(DayCount)),
+          code_(whole(DayCount)) {}
+    double to(const date& day) const {
+        if (single_ && day > from_) return daycountmonths(from_, day, code_) / 12.0;
+        return years_between(from_, day, DayCount_, Periods_);
+    }
+
+  private:
+    const date& from_;
+    double DayCount_;
+    const AnnualSequence& Periods_;
+    bool single_;
+    int code_;
+};
+
 /// Years over which flow i of several is received: up to the next date; for the last, as long as since the one before.
 double receipt_period(View<date> Dates, int i, int n, const DiscountRules& rules) {
     const int first = i < n ? i : n - 1;
@@ -29,13 +48,16 @@ const AnnualSequence& default_periods() {
 
 void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Dates, View<double> Cashflows) {
     const int n = std::min(Dates.size(), Cashflows.size());
+    const YearsFrom start(rules.NPVDate, rules.DayCount, rules.Periods);
+    const bool begins = !rules.StartDCF.iszero(), ends = !rules.FinishDCF.iszero();
+    const bool evenly = (rules.options & flows_received_evenly) != 0 && n > 1;
     for (int i = 1; i <= n; ++i) {
         const date& day = Dates.get(i);
         const double flow = Cashflows.get(i);
-        if (!rules.FinishDCF.iszero() && day >= rules.FinishDCF) break;
-        if ((!rules.StartDCF.iszero() && day <= rules.StartDCF) || iszero(flow)) continue;
-        const double years = years_between(rules.NPVDate, day, rules.DayCount, rules.Periods);
-        if ((rules.options & flows_received_evenly) != 0 && n > 1)
+        if (ends && day >= rules.FinishDCF) break;
+        if ((begins && day <= rules.StartDCF) || iszero(flow)) continue;
+        const double years = start.to(day);
+        if (evenly)
             schedule.add_spread(flow, years, receipt_period(Dates, i, n, rules));
         else
             schedule.add(flow, years);

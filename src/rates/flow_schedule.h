@@ -21,7 +21,16 @@ class FlowSchedule {
     void clear() { n_ = n_lengths_ = 0, longest_ = 0.0, spread_ = false; }
     int size() const { return n_; }
     /// A flow at a time in years, received at once.
-    void add(double amount, double years);
+    void add(double amount, double years) {
+        if (n_ == capacity) fail_full();
+        amounts_[n_] = amount;
+        years_[n_] = years;
+        years_high_[n_] = PowersOf::split(years);
+        years_low_[n_] = years - years_high_[n_];
+        periods_[n_] = received_at_once;
+        if (std::fabs(years) > longest_) longest_ = std::fabs(years);
+        ++n_;
+    }
     /// A flow received evenly over a period of some years (0 or more) from that time on.
     void add_spread(double amount, double years, double period);
 
@@ -33,6 +42,9 @@ class FlowSchedule {
     double present_value(double rate) const;
 
   private:
+    static constexpr double received_at_once = -1.0;
+
+    [[noreturn]] static void fail_full();
     /// True if the four flows from i on may be valued two at a time.
     bool served_from(int i, const PowersOf& growth) const;
 
