@@ -14,6 +14,8 @@
 
 namespace qx {
 
+class GrowthWalk;
+
 /// Months between reviews: throws errlibmin, errlibmax outside 0 to 1000.
 void check_reviews(Routine& here, int RevMonths, const char* name = "RevMonthsOpt");
 /// All limits of a stream that is reviewed to a forecast.
@@ -95,6 +97,10 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
 double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                    double InitialAnnRate, const Growth& growth, const date& GrowthBaseDate, int RevMonthsOpt,
                    const Basis& basis, bool ComponentPart, int GrowthLag);
+/// The same with growth from GrowthBaseDate on that several streams share.
+double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
+                   double InitialAnnRate, const Growth& growth, GrowthWalk& walk, int RevMonthsOpt, const Basis& basis,
+                   bool ComponentPart, int GrowthLag = 0);
 /// The same with the market rate as at the first growth date. A section of no growth is at the rate that it starts
 /// with.
 double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
@@ -171,8 +177,10 @@ double ConRev(const timeperiod& Time, const Life& life, double MktPrice, double 
 /// The price grows and is taken up from FirstRev on every RevMonthsOpt months.
 double ConRevGrow(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,
                   const Growth& growth, int RevMonthsOpt, const Basis& basis);
+/// With growth that several streams share, null for growth of the stream's own.
 double ConRevGrowX(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,
-                   const Growth& growth, int RevMonthsOpt, const Basis& basis, bool ComponentPart);
+                   const Growth& growth, int RevMonthsOpt, const Basis& basis, bool ComponentPart,
+                   GrowthWalk* shared = nullptr);
 /// The price is the forecast at Start, and from FirstRev on at each review.
 double ConRevFcst(const timeperiod& Time, const Life& life, const date& FirstRev, double AnnualRate,
                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis);

@@ -3,6 +3,7 @@
 #include "projections/growth.h"
 #include "rates/growing_annuities.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace qx {
@@ -26,8 +27,11 @@ double grown_months(double T, double g, double S, double F) {
 double con_grow_streams(Routine& here, const timeperiod& Time, const Streams& streams, const Growth& growth,
                         int RevMonths, const Basis& basis) {
     if (!runs_forward(here, Time)) return 0.0;
+    GrowthWalk walk(growth.first_or(DateCrit), growth);
     return streams.sum(here, [&](const Life& life, double AnnualRate) {
-        return con_grow(Time, life, AnnualRate, growth, RevMonths, basis);
+        return growth.none() ? con_grow(Time, life, AnnualRate, growth, RevMonths, basis)
+                             : ConGrowMktX(Time, life, walk.from(), AnnualRate, AnnualRate, growth, walk, RevMonths,
+                                           basis, false);
     });
 }
 
@@ -36,7 +40,16 @@ double con_grow_streams(Routine& here, const timeperiod& Time, const Streams& st
 double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                    double InitialAnnRate, const Growth& growth, const date& GrowthBaseDate, int RevMonthsOpt,
                    const Basis& basis, bool ComponentPart, int GrowthLag) {
+    GrowthWalk walk(GrowthBaseDate, growth);
+    return ConGrowMktX(Time, life, FirstRev, MktAnnRate, InitialAnnRate, growth, walk, RevMonthsOpt, basis,
+                       ComponentPart, GrowthLag);
+}
+
+double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
+                   double InitialAnnRate, const Growth& growth, GrowthWalk& walk, int RevMonthsOpt, const Basis& basis,
+                   bool ComponentPart, int GrowthLag) {
     Routine here{"ConGrowMktX", Routine::internal};
+    const date& GrowthBaseDate = walk.from();
     here.arguments("Time,Start,Finish,FirstRev,MktAnnRate,InitialAnnRate,GrowthDates,GrowthRates,GrowthBaseDate,"
                    "RevMonthsOpt,DayCount,Periods,ProjMode,ComponentPart,GrowthLag",
                    Time, life.Start, life.Finish, FirstRev, MktAnnRate, InitialAnnRate, growth.dates, growth.rates,
@@ -85,10 +98,20 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
     const TraceBlock sections = here.loop("Growth Sections", "Looping through each of the growth sections...");
     const Measure measure{basis.DayCount, basis.Periods};
     const int maxn = growth.dates.size();
+    const date& counts_from = std::max(std::max(life.Start, FirstReview), period.from());
     double market = MktAnnRate;
-    GrowthWalk walk(GrowthBaseDate, MktAnnRate, growth, measure);
-    const date* base = &GrowthBaseDate;
-    for (int n = 1; n <= maxn; ++n) {
+    int first = 1;
+    if (!here.traced()) { // through the sections that end before anything counts the market rate grows, and no more
+        const auto after = [&](const date& day) {
+            return static_cast<int>(std::upper_bound(growth.dates.begin(), growth.dates.end(), day) -
+                                    growth.dates.begin()) +
+                   1;
+        };
+        first = std::max(after(counts_from) - 1, 1);
+        market = walk.through(std::max(after(GrowthBaseDate), 2) - 1, first - 2, market);
+        here.takes_steps(first / 16);
+    }
+    for (int n = first; n <= maxn; ++n) {
         const date& grows_from = growth.dates(n);
         const TraceBlock pass = here.pass(n, "Growth from ", grows_from);
         if (grows_from > period.to()) {
@@ -97,25 +120,25 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
         }
         // The market rate compounds from section to section: only the one before has a say.
         const bool compounds = n > 1 && grows_from > GrowthBaseDate;
-        if (compounds) market = walk.through(n - 1, market);
-        base = &std::max(GrowthBaseDate, grows_from);
+        if (compounds) market = walk.through(n - 1, market, measure);
+        const date& base = std::max(GrowthBaseDate, grows_from);
 
         const date& next = n < maxn ? growth.dates(n + 1) : DateCrit;
         const date& to = std::min(next, std::min(period.to(), life.Finish));
-        const date& from = std::max(std::max(life.Start, FirstReview), std::max(period.from(), grows_from));
+        const date& from = std::max(counts_from, grows_from);
         if (to <= from) continue;
         const date next_rev =
             FirstReview >= grows_from ? FirstReview : next_review(grows_from, FirstReview, RevMonthsOpt, false).when;
         double passing = InitialAnnRate;
         if (compounds) {
             const date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt, false).when;
-            passing = walk.to(last_rev.iszero() ? next_rev : last_rev);
+            passing = walk.to(last_rev.iszero() ? next_rev : last_rev, MktAnnRate, measure);
         }
         const bool goes_on = periods(to, life.Finish) >= 1;
         const double day_count = !goes_on                       ? codes.with_end()
                                  : periods(life.Start, to) >= 1 ? codes.core
                                                                 : codes.with_start();
-        amount += SumEGStepMktFT(period, market, passing, growth.rates(n), grows_from, *base, next_rev, from, to,
+        amount += SumEGStepMktFT(period, market, passing, growth.rates(n), grows_from, base, next_rev, from, to,
                                  day_count, basis.Periods, RevMonthsOpt, goes_on);
     }
     return here.returning(amount);

@@ -87,7 +87,7 @@ double ConRevGrow(const timeperiod& Time, const Life& life, double MktPrice, con
 }
 
 double ConRevGrowX(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,
-                   const Growth& growth, int RevMonthsOpt, const Basis& basis, bool ComponentPart) {
+                   const Growth& growth, int RevMonthsOpt, const Basis& basis, bool ComponentPart, GrowthWalk* shared) {
     Routine here{"ConRevGrowX", Routine::internal};
     here.arguments(
         "Time,Start,Finish,MktPrice,FirstRev,AnnualRate,GrowthDates,GrowthRates,RevMonthsOpt,DayCount,Periods,"
@@ -98,9 +98,12 @@ double ConRevGrowX(const timeperiod& Time, const Life& life, double MktPrice, co
     check_reviews(here, RevMonthsOpt);
     growth.check(here);
     if (!screen_accruals(here, Time, life)) return here.returning(0.0);
-    return here.returning(ConGrowMktX(Time, life, FirstRev, MktPrice, MktPrice, growth, growth.first_or(life.Start),
-                                      RevMonthsOpt, basis, ComponentPart, 0) *
-                          AnnualRate);
+    const double grown =
+        shared != nullptr && !growth.none()
+            ? ConGrowMktX(Time, life, FirstRev, MktPrice, MktPrice, growth, *shared, RevMonthsOpt, basis, ComponentPart)
+            : ConGrowMktX(Time, life, FirstRev, MktPrice, MktPrice, growth, growth.first_or(life.Start), RevMonthsOpt,
+                          basis, ComponentPart, 0);
+    return here.returning(grown * AnnualRate);
 }
 
 double ConRevFcst(const timeperiod& Time, const Life& life, const date& FirstRev, double AnnualRate,

@@ -4,6 +4,8 @@
 #include "calendar/seasons.h"
 #include "projections/reviewed_rate.h"
 
+#include <algorithm>
+
 namespace qx {
 
 namespace {
@@ -45,6 +47,7 @@ double GrowFromTo(const date& Date1, const date& Date2, double StartingValue, co
     if (maxn == 0 || Date2 <= growth.dates.first()) return here.returning(StartingValue);
     const date LastRevDate = review_before(Date2, growth.dates.first(), RevMonthsOpt);
     if (RevMonthsOpt != 0) here.info("Last review on ", LastRevDate);
+    here.takes_steps(maxn);
     double factor = 1.0;
     for (int n = 1; n <= maxn && growth.dates(n) <= LastRevDate; ++n) {
         const date& ToDate = std::min(n < maxn ? growth.dates(n + 1) : DateCrit, LastRevDate);
@@ -71,26 +74,36 @@ void GrowthWalk::reach(int n) {
     }
 }
 
-double GrowthWalk::through(int n, double amount) {
-    const date& next = growth_.dates(n + 1);
-    if (traced())
-        return GrowFromTo(std::max(from_, growth_.dates(n)), next, amount,
-                          {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure_);
-    if (iszero(amount)) return 0.0;
-    reach(n);
-    return sections_(n) * amount;
+double GrowthWalk::through(int n, double amount, const Measure& measure) {
+    if (!traced()) return through(n, n, amount);
+    return GrowFromTo(std::max(from_, growth_.dates(n)), growth_.dates(n + 1), amount,
+                      {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure);
 }
 
-double GrowthWalk::to(const date& Date2) {
-    if (traced()) return GrowFromTo(from_, Date2, value_, growth_, growth_exponential, 0, measure_);
-    if (iszero(value_)) return 0.0;
-    const int maxn = growth_.count();
-    if (maxn == 0 || Date2 <= growth_.dates.first()) return value_;
-    int n = std::min(sections_.size() + 1, maxn);
-    while (n > 1 && growth_.dates(n) > Date2) --n;
-    while (n < maxn && growth_.dates(n + 1) <= Date2) ++n;
+double GrowthWalk::through(int first, int last, double amount) {
+    if (first <= last) reach(last);
+    for (int n = first; n <= last; ++n) {
+        if (iszero(amount)) return 0.0;
+        check_next(n + 1);
+        amount *= sections_(n);
+    }
+    return amount;
+}
+
+double GrowthWalk::to(const date& Date2, double StartingValue, const Measure& measure) {
+    if (traced()) return GrowFromTo(from_, Date2, StartingValue, growth_, growth_exponential, 0, measure);
+    if (iszero(StartingValue)) return 0.0;
+    if (count_ == 0 || Date2 <= growth_.dates.first()) return StartingValue;
+    const View<date> dates = growth_.dates.upto(count_);
+    const int n = static_cast<int>(std::upper_bound(dates.begin(), dates.end(), Date2) - dates.begin());
+    check_next(n);
     reach(n - 1);
-    return (n > 1 ? factors_(n - 1) : 1.0) * section(n, Date2) * value_;
+    return (n > 1 ? factors_(n - 1) : 1.0) * section(n, Date2) * StartingValue;
+}
+
+double GrownAmounts::operator()(const date& TheDate, double StartingValue) {
+    if (traced()) return Grow(TheDate, StartingValue, growth_, 0);
+    return growth_.none() ? StartingValue : walk_.to(TheDate, StartingValue, any_measure());
 }
 
 double Grow(const date& TheDate, double StartingValue, const Growth& growth, int RevMonthsOpt) {

@@ -59,27 +59,44 @@ double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const 
               const Measure& measure);
 
 /// Exponential growth without reviews from one date to others: what GrowFromTo gives for each, bit for bit, with the
-/// growth of each section worked out once. A trace shows the calls of GrowFromTo instead.
+/// growth of each section worked out once for all amounts. A trace shows the calls of GrowFromTo instead.
 class GrowthWalk {
   public:
-    GrowthWalk(const date& Date1, double StartingValue, const Growth& growth, const Measure& measure)
-        : from_(Date1), value_(StartingValue), growth_(growth), measure_(measure) {}
-    double to(const date& Date2);
+    /// The dates must outlive the walk.
+    GrowthWalk(const date& Date1, const Growth& growth) : from_(Date1), growth_(growth), count_(growth.count()) {}
+    const date& from() const { return from_; }
+    double to(const date& Date2, double StartingValue, const Measure& measure);
     /// An amount grown through the whole of a section that another one follows.
-    double through(int n, double amount);
+    double through(int n, double amount, const Measure& measure);
+    /// An amount grown through whole sections from one to another that a further one follows. For no trace.
+    double through(int first, int last, double amount);
 
   private:
     /// Works the growth of the sections out up to one that another one follows.
     void reach(int n);
     /// The growth of a section up to a date.
     double section(int n, const date& ToDate) const;
+    /// Fails, as GrowFromTo does, where the rate that follows a section has no date.
+    void check_next(int n) const {
+        if (n < count_) static_cast<void>(growth_.dates(n + 1));
+    }
 
     const date& from_;
-    double value_;
-    const Growth& growth_;
-    const Measure& measure_;
+    const Growth growth_;
+    const int count_;
     WorkList<double> sections_; ///< the growth of each section up to the next
     WorkList<double> factors_;  ///< the product of these up to and with each
+};
+
+/// Grow without reviews at many dates, from the first growth date on.
+class GrownAmounts {
+  public:
+    explicit GrownAmounts(const Growth& growth) : growth_(growth), walk_(growth.first_or(DateCrit), growth) {}
+    double operator()(const date& TheDate, double StartingValue);
+
+  private:
+    const Growth growth_;
+    GrowthWalk walk_;
 };
 
 } // namespace qx

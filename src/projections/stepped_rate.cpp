@@ -56,10 +56,11 @@ double sum_given(const Routine& here, const timeperiod& Time, const Steps& steps
 template <class Steps>
 double sum_revenue(const Routine& here, const timeperiod& Time, const Steps& steps, View<double> AnnualRates,
                    double MktPrice, const date& FirstRev, const Growth& growth, int RevMonthsOpt, const Basis& basis) {
+    GrowthWalk walk(growth.first_or(DateCrit), growth);
     return sum_stream(here, Time, steps, basis,
                       [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
                           return ConRevGrowX(period, step, MktPrice, FirstRev, AnnualRates.single_or(n), growth,
-                                             RevMonthsOpt, stub, ComponentPart);
+                                             RevMonthsOpt, stub, ComponentPart, &walk);
                       });
 }
 
@@ -209,8 +210,9 @@ double StepGrow(const timeperiod& Time, const date& end, double InitialAnnRate, 
     Steps steps{end, dates};
     View<double> rates = View<double>::of(InitialAnnRate);
     if (!runs_forward(here, Time) || !has_steps(here, steps, rates)) return here.returning(0.0);
+    GrownAmounts grown(growth);
     return here.returning(sum_rates(
-        here, Time, steps, basis, [&](int n) { return Grow(steps.date_of(n), InitialAnnRate, growth, 0); },
+        here, Time, steps, basis, [&](int n) { return grown(steps.date_of(n), InitialAnnRate); },
         LastStep::cut_off_too));
 }
 
@@ -224,8 +226,9 @@ double StepGrown(const timeperiod& Time, const Steps& given, View<double> Annual
     growth.check(here);
     Steps steps = given;
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
+    GrownAmounts grown(growth);
     return here.returning(sum_rates(
-        here, Time, steps, basis, [&](int n) { return Grow(steps.date_of(n), AnnualRates.single_or(n), growth, 0); },
+        here, Time, steps, basis, [&](int n) { return grown(steps.date_of(n), AnnualRates.single_or(n)); },
         LastStep::cut_off_too));
 }
 
@@ -241,11 +244,12 @@ double StepGrowX(const timeperiod& Time, const Steps& given, View<double> Annual
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
     const Life whole = steps.extent();
     const date& anchor = growth.first_or(whole.Start);
+    GrowthWalk walk(anchor, growth);
     return here.returning(sum_stream(
         here, Time, steps, basis,
         [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
             const double rate = AnnualRates.single_or(n);
-            return ConGrowMktX(period, step, anchor, rate, rate, growth, anchor, RevMonthsOpt, stub, ComponentPart, 0);
+            return ConGrowMktX(period, step, anchor, rate, rate, growth, walk, RevMonthsOpt, stub, ComponentPart);
         }));
 }
 
@@ -258,9 +262,10 @@ double StepGrowMkt(const timeperiod& Time, const date& end, double MktAnnRate, V
     growth.check(here);
     Steps steps{end, dates};
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
+    GrownAmounts grown(growth);
     return here.returning(sum_rates(here, Time, steps, basis, [&](int n) {
         const double rate = AnnualRates.single_or(n);
-        return iszero(rate) ? Grow(steps.date_of(n), MktAnnRate, growth, 0) : rate;
+        return iszero(rate) ? grown(steps.date_of(n), MktAnnRate) : rate;
     }));
 }
 
@@ -438,12 +443,13 @@ double StepThenGrowRev(const timeperiod& Time, const date& end, double MktPrice,
     const auto& all = then_steps(steps);
     const int maxn = all.count();
     if (!runs_forward(here, Time) || maxn == 0 || AnnualRates.empty()) return here.returning(0.0);
+    GrowthWalk walk(growth.first_or(DateCrit), growth);
     return here.returning(sum_stream(
         here, Time, all, basis,
         [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
             if (n < maxn)
                 return ConRevGrowX(period, step, MktPrice, growth.first_or(step.Start), AnnualRates.single_or(n),
-                                   growth, std::max(RevMonthsOpt, 1), stub, ComponentPart);
+                                   growth, std::max(RevMonthsOpt, 1), stub, ComponentPart, &walk);
             return ConRevGrow2X(period, step, MktPrice, rate_growth.first_or(step.Start),
                                 AnnualRates.single_or(std::max(steps.count(), 1)), growth, rate_growth, RevMonthsOpt,
                                 RevMonthsAnnRateOpt, stub, ComponentPart);
