@@ -114,7 +114,7 @@ double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRe
     for (int n = first; n <= maxn; ++n) {
         const date& grows_from = growth.dates(n);
         const TraceBlock pass = here.pass(n, "Growth from ", grows_from);
-        if (grows_from > period.to()) {
+        if (grows_from > period.to() || grows_from >= life.Finish) {
             here.info("GrowthDate beyond timeperiod, no more to do...");
             break;
         }

@@ -76,16 +76,19 @@ void GrowthWalk::reach(int n) {
 
 double GrowthWalk::through(int n, double amount, const Measure& measure) {
     if (!traced()) return through(n, n, amount);
+    constexpr int shown = 3; // the section, and what shows whether those after it are sound
     return GrowFromTo(std::max(from_, growth_.dates(n)), growth_.dates(n + 1), amount,
-                      {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure);
+                      {growth_.dates.from(n).upto(shown), growth_.rates.from(n).upto(shown)}, growth_exponential, 0,
+                      measure);
 }
 
 double GrowthWalk::through(int first, int last, double amount) {
-    if (first <= last) reach(last);
-    for (int n = first; n <= last; ++n) {
+    if (first > last) return amount;
+    reach(last);
+    for (const double& growth : View<double>(sections_).upto(last).from(first)) {
         if (iszero(amount)) return 0.0;
-        check_next(n + 1);
-        amount *= sections_(n);
+        if (&growth == &sections_(last)) check_next(last + 1);
+        amount *= growth;
     }
     return amount;
 }
