@@ -169,7 +169,9 @@ constexpr Argument PrdsInt() {
                     "figures; quarterly in arrear if left out")
         .of(sequence_values);
 }
-constexpr Argument FromDatesInt() { return {"FromDatesInt", "Dates from which the interest rates hold, ascending"}; }
+constexpr Argument FromDatesInt() {
+    return Argument{"FromDatesInt", "Dates from which the interest rates hold, ascending"}.in_ascending_order();
+}
 constexpr Argument IntSimple() {
     return {"IntSimple", "Simple annual interest rates, one for each of the dates (or one for all)"};
 }

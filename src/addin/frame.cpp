@@ -34,6 +34,7 @@ std::uint16_t cell_error(const ErrorClass& kind) {
 
 /// What every failure does first.
 void clean_up() {
+    steps_left = steps_without_limit;
     TraceMuted = false;
     free_temporary_memory();
 }
@@ -117,6 +118,7 @@ void Frame::start() {
     }
     free_temporary_memory();
     reset_call_state();
+    steps_left = most_steps;
     if (CalcMonOn) CalcMonTimer().reset(true);
     if (traced()) trace().inputs();
 }
@@ -131,6 +133,7 @@ void Frame::inputs_concluded() {
 }
 
 void Frame::end() {
+    steps_left = steps_without_limit;
     reset_call_state();
     free_temporary_memory();
     if (tracing) TraceTimer().stop();

@@ -8,7 +8,7 @@
 namespace qx {
 
 /// SimpleRates.
-constexpr ArgumentGroup simple_rates() { return {FromDatesInt().in_ascending_order(), IntSimple()}; }
+constexpr ArgumentGroup simple_rates() { return {FromDatesInt(), IntSimple()}; }
 /// Payments that are advances.
 constexpr ArgumentGroup advances() {
     return {Argument{"AdvanceDates", "Dates of the advances, ascending"}.in_ascending_order(),

@@ -169,13 +169,13 @@ LedgerFigures LoanBook::figures(int i, const LoanPeriod& period, const Charge& c
     const Life life{starts_(i), ends_(i)};
     const double amount = amounts_(i);
     if (Time.from() > life.Finish || Time.to() < life.Start) return {};
-    const auto on = [&](const date& day) { return life.Start <= day && day < life.Finish ? amount : 0.0; };
+    const auto before = [&](const date& day) { return life.Start < day && day <= life.Finish ? amount : 0.0; };
     return {
         .principal = (Time.contains(life.Start) ? amount : 0.0) - (Time.contains(life.Finish) ? amount : 0.0),
         .interest = without_dust(interest(i, period, charge, accrual)),
-        .opening = on(Time.from().plusdays(-1)),
+        .opening = before(Time.from()),
         .average = without_dust(average(i, period, charge)),
-        .closing = on(Time.to().plusdays(-1)),
+        .closing = before(Time.to()),
     };
 }
 

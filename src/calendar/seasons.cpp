@@ -9,6 +9,8 @@ namespace qx {
 
 namespace {
 
+constexpr int most_seasons = 366; ///< one for each day
+
 /// The amount by seasons, of which season_end gives the end of the i-th that began at a date.
 template <class SeasonEnd>
 double by_seasons(Routine& here, const char* label, const timeperiod& period, const date& Start, const date& Finish,
@@ -17,6 +19,8 @@ double by_seasons(Routine& here, const char* label, const timeperiod& period, co
     const auto years = [&](const date& from, const date& to) {
         return period.lenyrs(from, to, DayCount, Periods, false, ComponentPart);
     };
+    if (SeasonFactors.size() > most_seasons)
+        here.fail<errlibmax>("SeasonFactors", "More than ", most_seasons, " seasons in a year");
     if (SeasonFactors.size() < 2) return here.returning(Rate * years(Start, Finish));
     if (iszero(Rate) || Start > Finish || period.from() > period.to()) return here.returning(0.0);
 

@@ -8,6 +8,7 @@
 //     }
 #pragma once
 
+#include "core/call_state.h"
 #include "core/errors.h"
 #include "core/limits.h"
 #include "core/maybe.h"
@@ -56,12 +57,19 @@ class Routine {
     enum Call { function, internal, array };
 
     explicit Routine(const char* name, Call call = function) : name_(name) {
+        takes_steps(1);
         if (qx::traced()) enter(call);
     }
 
     const char* name() const { return name_; }
     bool traced() const { return qx::traced(); }
     int level() const { return level_; }
+
+    /// Counts passes of a loop that calls no routine. Throws errliboveriterated beyond most_steps in one worksheet
+    /// call.
+    void takes_steps(long long steps) const {
+        if ((steps_left -= steps) < 0) fail_after_most_steps();
+    }
 
     /// The inputs of a routine that is a worksheet function, one trace item each, in the order of its arguments and
     /// under the names that its declaration gives them.
@@ -187,6 +195,12 @@ class Routine {
         FunctionContext context(name_, variable);
         if (sizeof...(pieces) > 0 && tracing) context.setmessage(text_of(pieces...));
         throw E(context);
+    }
+
+    [[noreturn, gnu::cold, gnu::noinline]] void fail_after_most_steps() const {
+        steps_left = 0; // whoever goes on fails at once
+        throw_error<errliboveriterated, std::string>(
+            "", text_of("The call takes more than ", most_steps, " steps: the lengths of its lists multiply."));
     }
 
     [[gnu::cold, gnu::noinline]] void enter(Call call) {

@@ -102,7 +102,10 @@ bool is_met(Evaluated answer, const std::string& formula, const FunctionContext&
 }
 
 bool meets(const std::string& value, const anyvalue& criterion, const FunctionContext& context) {
+    constexpr int steps_of_an_evaluation = 20;
     if (criterion.isblank()) fail<errinput>(context, "Criteria Missing when one is required.");
+    if ((steps_left -= steps_of_an_evaluation) < 0)
+        fail<errliboveriterated>(context, "Every value against every criterion is too much.");
     static std::string formula;
     set_formula(formula, value, criterion, context);
     if (traced())

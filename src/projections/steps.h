@@ -105,6 +105,20 @@ enum class LastStep {
     cut_off_too, ///< also one that Finish cuts off
 };
 
+/// The number of the first step that ends on a date or later; that of the last one if none does.
+template <class Steps>
+int first_step_to(const Steps& steps, const date& day) {
+    int low = 1, high = steps.count();
+    while (low < high) {
+        const int middle = low + (high - low) / 2;
+        if (steps(middle).Finish < day)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return low;
+}
+
 /// The sum over the steps that a period can hold something of, each measured as its place in the whole asks: the first
 /// with the start stub of a composite day count, the last with its end stub, and each but the last as a part of a
 /// longer stream. `amount` takes the number of the step, its life, how to measure it, and whether it is such a part.
@@ -114,10 +128,9 @@ double sum_steps(const Routine& here, const timeperiod& period, const Steps& ste
     const DayCountCodes codes = DayCountCodes::of(basis.DayCount);
     const int maxn = steps.count();
     double sum = 0.0;
-    for (int n = 1; n <= maxn; ++n) {
+    for (int n = first_step_to(steps, period.from()); n <= maxn; ++n) { // those before it would measure zero
         const Life step = steps(n);
         if (step.Start > period.to()) break;
-        if (n < maxn && step.Finish < period.from()) continue; // long past: it would measure zero
         const TraceBlock pass = here.pass(n, "From ", step.Start, " to ", step.Finish);
         const bool last = n == maxn || (last_step == LastStep::cut_off_too && steps.cut_off(n));
         const double stub = last ? codes.with_end() : steps.opens(n) ? codes.with_start() : codes.core;

@@ -35,7 +35,7 @@ constexpr Argument Timebase() {
                     "Dates on which the periods start, ascending; the last period is as long as the one before it"}
         .in_ascending_order();
 }
-constexpr Argument rates_from() { return FromDatesInt().in_ascending_order(); }
+constexpr Argument rates_from() { return FromDatesInt(); }
 constexpr Argument rate(const char* name, const char* help) { return {name, help}; }
 constexpr Argument IntLoan() {
     return rate("IntLoan", "Simple annual interest rates of long-term loans as fractions, one for each of the dates or "

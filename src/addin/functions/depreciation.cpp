@@ -40,7 +40,7 @@ constexpr Argument Periodicity() {
 
 /// PoolCosts.
 constexpr ArgumentGroup pool_costs() {
-    return {FromDatesInt().in_ascending_order(), IntSimple(),
+    return {FromDatesInt(), IntSimple(),
             Argument{"AdditionDates", "Dates on which money is spent, ascending"}.in_ascending_order(),
             Argument{"Additions", "What is spent, one amount for each of the dates"}};
 }

@@ -14,8 +14,12 @@ constexpr Argument Finish() { return {"Finish", "Date until which the balance st
 constexpr Argument Balance() {
     return {"Balance", "Amount on which interest accrues: an advance positive, with negative interest"};
 }
-constexpr Argument FromDates() { return {"FromDates", "Dates from which the balances stand, ascending"}; }
-constexpr Argument ToDates() { return {"ToDates", "Dates until which the balances stand, ascending"}; }
+constexpr Argument FromDates() {
+    return Argument{"FromDates", "Dates from which the balances stand, ascending"}.in_ascending_order();
+}
+constexpr Argument ToDates() {
+    return Argument{"ToDates", "Dates until which the balances stand, ascending"}.in_ascending_order();
+}
 constexpr Argument Balances() {
     return {"Balances", "Amounts on which interest accrues, one for each date: advances positive"};
 }
