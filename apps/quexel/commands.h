@@ -72,7 +72,9 @@ int functions(const FunctionsOptions& options);
 int help(const std::string& name);
 /// Lists the pages of help that hold all the words.
 int search_help(const std::vector<std::string>& words);
+/// For what help is written: pages with search for a browser, or the project of a help file for Windows.
+enum class HelpForm { browser, project };
 /// Writes help as a folder of pages.
-int write_help(const std::string& folder);
+int write_help(const std::string& folder, HelpForm form);
 
 } // namespace qx::app

@@ -165,17 +165,28 @@ int run(int argc, char** argv) {
     CLI::Option* const search_option =
         help_command->add_option("--search", words, "List the functions and topics that hold these words")
             ->type_name("WORDS");
-    std::string folder;
-    help_command->add_option("--html", folder, "Write help as pages with search, for a browser, to this folder")
+    std::string folder, project_folder;
+    CLI::Option* const html_option =
+        help_command->add_option("--html", folder, "Write help as pages with search, for a browser, to this folder")
+            ->type_name("FOLDER")
+            ->excludes(search_option);
+    help_command
+        ->add_option("--chm-project", project_folder,
+                     "Write the pages and the project from which a help compiler makes Quexel.chm to this folder")
         ->type_name("FOLDER")
-        ->excludes(search_option);
+        ->excludes(search_option)
+        ->excludes(html_option);
     help_command->callback([&] {
         if (!words.empty()) {
             status = search_help(words);
             return;
         }
         if (!folder.empty()) {
-            status = write_help(folder);
+            status = write_help(folder, HelpForm::browser);
+            return;
+        }
+        if (!project_folder.empty()) {
+            status = write_help(project_folder, HelpForm::project);
             return;
         }
         for (const CLI::App* const command :
