@@ -56,7 +56,8 @@ struct ReplaceOptions {
     std::string file;
     std::string find;
     std::string replacement;
-    std::string where;  ///< area such as A1:D50; empty for the sheet
+    std::string where;  ///< area such as A1:D50 or Inputs!A1:D50; empty for all cells
+    std::string out;    ///< another file to write the changed model to
     bool write = false; ///< change the file, and not only show what would change
 };
 int replace(const ReplaceOptions& options);

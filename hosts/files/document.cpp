@@ -143,15 +143,47 @@ void Document::enter(CellAddress cell, std::string_view text) {
     Area array;
     if (book.is_array_formula(cell, array) && !array.is_cell())
         throw FileError(place(cell) + " is a part of an array formula");
+    note_change(cell);
     book.set_value(cell, {});
     sheet::enter(book, cell, text);
-    changed_.insert(key(cell));
+}
+
+void Document::note_change(CellAddress cell) { changed_.insert(key(cell)); }
+
+std::string Document::content(CellAddress cell) {
+    if (const sheet::Formula* const formula = book.formula(cell))
+        return book.filled_by(cell).first() == cell ? "=" + formula->text : "";
+    return book.filled_by(cell).is_cell() ? sheet::csv_value(book.value(cell), true) : "";
+}
+
+void Document::replace_content(CellAddress cell, const std::string& text) {
+    Area area;
+    const bool is_text = book.formula(cell) == nullptr && book.value(cell).is_text();
+    const bool is_formula = !is_text && text.size() > 1 && text[0] == '=';
+    if (book.is_array_formula(cell, area)) {
+        if (!is_formula) throw FileError("an array formula can only become another one");
+        book.read(text, cell.sheet); // throws before anything is changed
+        note_change(cell);
+        return book.set_array_formula(area, text);
+    }
+    if (is_formula) {
+        const sheet::Fill fill = book.filled_by(cell).is_cell() ? sheet::Fill::intersect : sheet::Fill::spill;
+        book.read(text, cell.sheet);
+        note_change(cell);
+        return book.set_formula(cell, text, fill);
+    }
+    note_change(cell);
+    book.set_value(cell, {});
+    if (is_text)
+        book.set_value(cell, Value::text(text));
+    else
+        sheet::enter(book, cell, text);
 }
 
 void Document::set_number(CellAddress cell, double x) {
     const bool date = book.value(cell).is_date();
+    note_change(cell);
     book.set_value(cell, date ? Value::date(x) : Value::number(x));
-    changed_.insert(key(cell));
 }
 
 const std::string& Document::format_code(CellAddress cell) {

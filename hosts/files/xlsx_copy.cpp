@@ -220,18 +220,16 @@ class CopyWriter : public XmlHandler {
                                                       [&](const Area& area) { return area.contains(cell); });
         if (!is_ours && !is_stale) return;
         changed = true;
+        const bool is_array = formula_type_ == "array", is_shared = formula_type_ == "shared";
         std::string formula;
-        if (!content.formula.empty()) {
-            formula = "<" + prefix_ + "f>";
-            for (const char c : content.formula) append_escaped(formula, c);
-            formula += "</" + prefix_ + "f>";
-        } else if (!content.entered) {
+        if (!content.formula.empty())
+            formula = formula_element(content.formula, content.is_array ? content.filled : Area(cell));
+        else if (is_shared && !content.own.empty())
+            formula = formula_element(content.own, Area(cell));
+        else if (!content.entered)
             formula = formula_;
-        }
-        const bool is_array = formula_type_ == "array";
         if (content.entered) {
-            if (formula_type_ == "dataTable" || (formula_type_ == "shared" && formula_area_))
-                refuse(cell, "holds the formula of other cells too");
+            if (formula_type_ == "dataTable") refuse(cell, "holds the formula of other cells too");
             if (!formula_.empty() || !formula.empty()) formulas_changed = true;
         }
         if (is_array && formula_area_ && (content.entered || !(content.filled == *formula_area_))) {
@@ -244,6 +242,15 @@ class CopyWriter : public XmlHandler {
         copy_up_to(cell_start_);
         put(tag_, content.entered ? start_tag_of_value_ : start_tag_, formula, content);
         copied_ = end;
+    }
+
+    /// The element of a formula, of an array formula if it is for several cells.
+    std::string formula_element(const std::string& formula, const Area& filled) const {
+        std::string element = "<" + prefix_ + "f";
+        if (!filled.is_cell()) element += " t=\"array\" ref=\"" + sheet::address_text(filled) + "\"";
+        element += ">";
+        for (const char c : formula) append_escaped(element, c);
+        return element + "</" + prefix_ + "f>";
     }
 
     /// Writes a cell from its opening tag, which still is without its type and its end.
@@ -297,11 +304,8 @@ class CopyWriter : public XmlHandler {
         CellContent content;
         if (!changes_.content(cell, content)) return;
         std::string formula, style;
-        if (!content.formula.empty()) {
-            formula = "<" + prefix_ + "f>";
-            for (const char c : content.formula) append_escaped(formula, c);
-            formula += "</" + prefix_ + "f>";
-        }
+        if (!content.formula.empty())
+            formula = formula_element(content.formula, content.is_array ? content.filled : Area(cell));
         for (const auto& [area, known] : arrays_)
             if (area.contains(cell)) style = known;
         if (content.is_date && style.empty()) refuse(cell, "would be a date, and the file has no format there");
