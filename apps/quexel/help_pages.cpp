@@ -38,8 +38,6 @@ std::string page_of(Category category) {
     return page + ".html";
 }
 
-std::string page_of(const Definitions& document) { return std::string("definitions-") + document.name + ".html"; }
-
 /// The section with links to related functions; empty without any.
 std::string see_also(const std::vector<const Function*>& functions) {
     std::string list;
@@ -146,9 +144,9 @@ class Pages {
 
     static std::string argument_row(const ArgumentHelp& argument) {
         std::string html = "<tr><td><code>" + html_escaped(argument.name) + "</code></td><td><p>" +
-                           html_escaped(argument.text) + "</p><p class=\"soft\">Is " + html_escaped(argument.what);
+                           html_escaped(argument.text) + "</p><p class=\"soft\">" + html_escaped(argument.what);
         if (!argument.range.empty()) html += ", " + html_escaped(argument.range);
-        html += argument.preset.empty() ? "; must be given" : "; default: " + html_escaped(argument.preset);
+        html += argument.preset.empty() ? "; required" : "; default: " + html_escaped(argument.preset);
         if (!argument.topic.empty()) {
             const Topic* const topic = find_topic(argument.topic);
             html += ". See " + link(page_of(*topic), topic->name);
@@ -188,7 +186,7 @@ class Pages {
         }
         body += std::string("<p>") +
                 (function.errors_as_data ? "Takes error values in its arguments as data."
-                                         : "An error value in an argument comes back as it is.") +
+                                         : "An error value in an argument is returned as it is.") +
                 " See " + link("topic-errors.html", "errors") + ".</p>\n";
         body += "<h2>Examples</h2>\n";
         for (const ExampleHelp& example : help.examples) {

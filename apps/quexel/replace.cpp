@@ -42,7 +42,7 @@ class Contents {
 
 Area area_of_where(const std::string& where) {
     Area area;
-    if (!sheet::read_area(where, 0, area)) throw FileError("\"" + where + "\" is no area such as A1:D50");
+    if (!sheet::read_area(where, 0, area)) throw FileError("\"" + where + "\" is not an area such as A1:D50");
     return area;
 }
 

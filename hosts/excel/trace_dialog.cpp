@@ -71,7 +71,7 @@ constexpr LegendEntry legend[] = {
     {L"Loop Pass", 21},
 };
 
-/// The formula of the active cell, as far as the host tells it.
+/// The formula of the active cell, as far as the host gives it.
 TraceSubject subject_of_active_cell() {
     HostCell cell, formula;
     if (Excel(xlfActiveCell, cell.get(), 0) != xlretSuccess ||

@@ -28,7 +28,7 @@ Document::Document(std::string file_name, std::string bytes, bool with_last_valu
     const bool named_xlsx = ending == "xlsx" || ending == "xlsm" || ending == "xltx" || ending == "xltm";
     const bool named_ods = ending == "ods" || ending == "ots";
     if ((type_ == FileType::csv && (named_xlsx || named_ods || ending == "xls" || ending == "xlsb")))
-        throw FileError("the name ends in ." + ending + ", but the file is no workbook of any kind");
+        throw FileError("the name ends in ." + ending + ", but the file is not a workbook of any kind");
     if ((type_ == FileType::xlsx && (named_csv || named_ods)) || (type_ == FileType::ods && (named_csv || named_xlsx)))
         throw FileError(std::string("the file is an ") + (type_ == FileType::xlsx ? ".xlsx" : ".ods") +
                         " workbook, but its name ends in ." + ending + "; rename it");
@@ -224,12 +224,12 @@ Area Document::area(std::string_view text) {
     }
     if (sheet::read_area(reference, number, area)) return area;
     if (book.find_name(reference, number, area)) return area;
-    throw FileError("\"" + sheet::valid_utf8(text) + "\" is no cell, range or name in this workbook");
+    throw FileError("\"" + sheet::valid_utf8(text) + "\" is not a cell, range or name in this workbook");
 }
 
 std::string as_same_csv(Document& document) {
     std::vector<sheet::Problem> problems;
-    // Fields are copied as they stand in the file; only the changed ones are written anew.
+    // Fields are copied as they are in the file; only the changed ones are written anew.
     sheet::CsvRows rows = sheet::read_csv(document.bytes(), problems);
     const std::optional<Area> used = document.book.used_area(0);
     for (std::uint32_t row = 0; used && row <= used->last_row; ++row)

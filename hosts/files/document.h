@@ -60,7 +60,7 @@ class Document {
 
     /// "B7", with the name of the sheet if there are several.
     std::string place(sheet::CellAddress cell) const;
-    /// The cells that a text names: "B7", "Sheet2!A1:B3" or a name. Throws FileError.
+    /// The cells that a string names: "B7", "Sheet2!A1:B3" or a name. Throws FileError.
     sheet::Area area(std::string_view text);
 
   private:

@@ -191,7 +191,7 @@ class XlsxWriter {
         case Kind::text:
             write_text(sheet, at, text, style, place);
             break;
-        case Kind::error: // there is no such constant to write: a text first, see special_
+        case Kind::error: // there is no such constant to write: a string first, see special_
             check(worksheet_write_string(sheet, row, column, sheet::error_text(static_cast<std::uint16_t>(cell.number)),
                                          style),
                   place);

@@ -34,7 +34,7 @@ struct CellChange {
 };
 
 /// The dialog's state and what its buttons do, on the selection of the host. Find shows what would change; Replace
-/// writes it once it has been shown; Undo writes the former contents of the last Replace back. What goes wrong is told
+/// writes it once it has been shown; Undo writes the former contents of the last Replace back. What goes wrong is shown
 /// in the status.
 class clsfindreplace {
   public:

@@ -22,7 +22,7 @@ struct TraceNode {
     std::uint32_t end = 0; ///< one past the last line below it
     int depth = 0;         ///< 0 at the top
     TraceKind kind = TraceKind::info;
-    bool expanded = false; ///< shown open at first, since an error stands somewhere inside
+    bool expanded = false; ///< shown open at first, since there is an error somewhere inside
     bool fold = false;     ///< not of the trace: it holds a long run of lines that are alike
 };
 

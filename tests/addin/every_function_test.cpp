@@ -267,7 +267,7 @@ TEST_F(EveryFunction, AnswersAlikeInWhateverOrder) {
         const Call call = example_call(function);
         if (call.arguments.empty() || outlasts_its_call(function)) return;
         formulas.push_back(call.formula());
-        Call failing = call; // a text for the first number, or whatever else stands first
+        Call failing = call; // a string for the first number, or whatever else stands first
         failing.arguments[0] = "\"no number\"";
         formulas.push_back(failing.formula());
     });

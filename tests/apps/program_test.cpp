@@ -200,7 +200,7 @@ TEST(QuexelReplace, ShowsAndThenWrites) {
     EXPECT_EQ(content("model.csv.bak"), model);
     EXPECT_EQ(content("model.csv"), "\xEF\xBB\xBFRent,Note\r\n1200,\"=DpD(A2,31)\"\r\n\r\n\"a \"\"30\"\"\",31\r\n");
     EXPECT_EQ(quexel("replace model.csv --find '(' --replace x --write").status, 1);
-    EXPECT_EQ(quexel("replace model.csv --find x --replace y --where A").err, "\"A\" is no area such as A1:D50\n");
+    EXPECT_EQ(quexel("replace model.csv --find x --replace y --where A").err, "\"A\" is not an area such as A1:D50\n");
     EXPECT_EQ(quexel("replace model.csv --find '' --replace y").err,
               "Error: Find text must not be the empty string!\n");
     EXPECT_EQ(quexel("replace nosuch.csv --find x --replace y").status, 1);

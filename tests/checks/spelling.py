@@ -2,7 +2,8 @@
 """The spelling of what users and developers read: pages of help, documents, options of the program, comments of headers.
 
 British English, by hunspell, and the terms of words.txt. A name in running text, PmtsPerYear or trace_topic, must be one
-that exists: of a function, an argument, a command, or in the sources.
+that exists: of a function, an argument, a command, or in the sources. Phrases that a native reader stumbles over are
+found too, in the comments of all sources.
 
 Usage: spelling.py SOURCE_FOLDER PROGRAM
 """
@@ -15,6 +16,21 @@ import sys
 import tempfile
 
 WORD = re.compile(r"(?<![\w.^])[A-Za-z][A-Za-z0-9_]*(?:'[a-z]+)?")
+PHRASES = {
+    r"\b(?:is|are|was|were|be) told\b|\btold to the (?:user|trace|host)\b": "is reported, shown, given",
+    r"\btells (?:whether|if|what|which|its|the|of|about)\b(?! compiler)": "says, shows, returns",
+    r"\bstands? (?:in|at|on|under|beside|behind|where|there|above|below)\b": "is",
+    r"\bleft out\b": "omitted",
+    r"\bat every moment\b": "continuously",
+    r"\b(?:a|an empty|one|each) text\b(?! (?:box|file|editor|field|string))": "a string, text",
+    r"\bin arrear\b": "in arrears",
+    r"\bmisses the\b|\bthat (?:it|they) miss(?:es)?\b": "lacks",
+    r"\bby hand\b(?=.*\btest)|\btested by hand\b": "manually",
+    r"\bas its table states\b|\bto the letter\b": "no line speaks of a document behind the code",
+}
+# As they were written, for those who search for them.
+KEPT = ("BiAnnually in arrear", "Annually in arrear", "Quarterly in arrear", "quarterly in arrear", "Monthly in arrear",
+        "qtrly in arrear", "Quarter Days in arrear")
 NAME = re.compile(r"\w[A-Z0-9_]|^[A-Z]$")  # capitals inside, digits: no word of the language
 
 
@@ -67,6 +83,16 @@ def texts(root, program, known_names):
     yield "quexel man", re.sub(r"^\.(B|TH|br|nf|fi|TP).*$|--?[a-z-]+|'[^']*'|^  quexel .*$", " ", manual.replace("\\", ""), flags=re.M)
 
 
+def stilted(place, text):
+    """Phrases that are better said otherwise."""
+    lines = re.sub(r"\s+", " ", text)
+    for sentence in KEPT:
+        lines = lines.replace(sentence, "")
+    for pattern, better in PHRASES.items():
+        for found in re.finditer(pattern, lines):
+            yield f"{place}: \"{lines[max(0, found.start() - 30):found.end() + 20].strip()}\": rather {better}"
+
+
 def declared(program):
     found = set()
     for function in json.loads(subprocess.run([program, "functions", "--json"], capture_output=True, check=True).stdout):
@@ -92,8 +118,11 @@ def unknown(words):
 def main(root, program):
     terms = {line for line in (root / "tests/checks/words.txt").read_text().splitlines() if not line.startswith("#")}
     known, known_names = declared(program), in_code(root)
-    places, seen_terms = {}, set()
+    places, seen_terms, phrases = {}, set(), []
+    for path in sorted(path for top in ("src", "apps", "hosts", "tests") for path in (root / top).rglob("*.cpp")):
+        phrases += stilted(path.relative_to(root), comments(path.read_text(), known_names=set()))
     for place, text in texts(root, program, known_names):
+        phrases += stilted(place, text)
         for token in WORD.findall(text):
             word = re.sub(r"'s?$", "", token)
             if word in terms or word.lower() in terms:
@@ -106,7 +135,8 @@ def main(root, program):
         print(f"{places[word]}: {word}")
     for word in sorted(terms - seen_terms):
         print(f"tests/checks/words.txt: {word} is no longer used")
-    return 1 if faults or terms - seen_terms else 0
+    print("\n".join(phrases), end="\n" if phrases else "")
+    return 1 if faults or phrases or terms - seen_terms else 0
 
 
 if __name__ == "__main__":

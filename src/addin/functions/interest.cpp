@@ -9,12 +9,12 @@ namespace {
 
 constexpr Category category = Category::Banking;
 
-constexpr Argument Start() { return {"Start", "Date from which the balance stands"}; }
-constexpr Argument Finish() { return {"Finish", "Date until which the balance stands"}; }
+constexpr Argument Start() { return {"Start", "Date from which the balance is outstanding"}; }
+constexpr Argument Finish() { return {"Finish", "Date up to which the balance is outstanding"}; }
 constexpr Argument Balance() {
     return {"Balance", "Amount on which interest accrues: an advance positive, with negative interest"};
 }
-constexpr Argument FromDates() { return {"FromDates", "Dates from which the balances stand, ascending"}; }
+constexpr Argument FromDates() { return {"FromDates", "Dates from which the balances are outstanding, ascending"}; }
 constexpr Argument ToDates() { return {"ToDates", "Dates until which the balances stand, ascending"}; }
 constexpr Argument Balances() {
     return {"Balances", "Amounts on which interest accrues, one for each date: advances positive"};
