@@ -146,7 +146,7 @@ bool InBetween(const date& TheDate, const date& StartDate, const date& FinishDat
 std::string DescribeDayCount(double DayCount);
 std::string DescribePeriods(const AnnualSequence& Periods);
 std::string DescribeCashBasis(double ProjMode);
-/// PmtsPerYear is -1e6 to 1e6: positive in advance, negative in arrear, 0 annually in arrears.
+/// PmtsPerYear is -1e6 to 1e6: positive in advance, negative in arrears, 0 annually in arrears.
 std::string DescribePmtsPerYear(double PmtsPerYear);
 
 // --- Names of older workbooks ---------------------------------------------------------------------------------

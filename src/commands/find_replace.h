@@ -63,7 +63,7 @@ class clsfindreplace {
     bool read_selection(Selection& selection);
     bool confine(Selection& selection);
     void look(const Selection& selection);
-    /// Writes one text a cell; returns how many could be written and notes the problems.
+    /// Writes a string to each cell; returns how many could be written and notes the problems.
     int write(std::vector<CellChange>& changes, std::string CellChange::*text);
     bool is_shown() const;
 

@@ -32,7 +32,7 @@ using FormulaEvaluator = Evaluated (*)(const std::string& formula);
 inline FormulaEvaluator evaluate_formula = nullptr;
 
 /// True if a value meets a criterion. The criterion is a number, for equality; a string with "?" in place of the value;
-/// a text that begins with =, < or >, for the value to be put in front; or any other text, for equality. Throws
+/// a string that begins with =, < or >, for the value to be put in front; or any other text, for equality. Throws
 /// errinput if either is blank, invalidcriteria if the criterion cannot be evaluated or has its ? in quotes, uncalc.
 bool MeetsCriteria(const anyvalue& value, const anyvalue& criterion, const FunctionContext& context);
 

@@ -11,7 +11,7 @@ namespace qx {
 /// The text between two delimiters: token 1 starts where the text does. With the option letter "e" the end of the text
 /// closes the last token, which is otherwise not found; with "d" delimiters in a row count as one, while otherwise
 /// there is an empty token between them. Gives "not found" for a token that is not there, for one below 1, and for an
-/// empty text or delimiter.
+/// empty string or delimiter.
 std::string GetToken(const std::string& Textstring, int TokenNo, const std::string& Delimiter,
                      const std::string& OptionLetters);
 /// The text from one token to another with the delimiters between them, or "not found" unless all are there.

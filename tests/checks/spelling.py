@@ -17,12 +17,12 @@ import tempfile
 
 WORD = re.compile(r"(?<![\w.^])[A-Za-z][A-Za-z0-9_]*(?:'[a-z]+)?")
 PHRASES = {
-    r"\b(?:is|are|was|were|be) told\b|\btold to the (?:user|trace|host)\b": "is reported, shown, given",
+    r"(?<!compiler )\b(?:is|are|was|were|be) told\b|\btold to the (?:user|trace|host)\b": "is reported, shown, given",
     r"\btells (?:whether|if|what|which|its|the|of|about)\b(?! compiler)": "says, shows, returns",
     r"\bstands? (?:in|at|on|under|beside|behind|where|there|above|below)\b": "is",
     r"\bleft out\b": "omitted",
     r"\bat every moment\b": "continuously",
-    r"\b(?:a|an empty|one|each) text\b(?! (?:box|file|editor|field|string))": "a string, text",
+    r"\b(?:a|an empty) text\b(?! (?:box|file|editor|field|string))": "a string, text",
     r"\bin arrear\b": "in arrears",
     r"\bmisses the\b|\bthat (?:it|they) miss(?:es)?\b": "lacks",
     r"\bby hand\b(?=.*\btest)|\btested by hand\b": "manually",
@@ -119,10 +119,12 @@ def main(root, program):
     terms = {line for line in (root / "tests/checks/words.txt").read_text().splitlines() if not line.startswith("#")}
     known, known_names = declared(program), in_code(root)
     places, seen_terms, phrases = {}, set(), []
-    for path in sorted(path for top in ("src", "apps", "hosts", "tests") for path in (root / top).rglob("*.cpp")):
+    for path in sorted(path for top in ("src", "apps", "hosts", "tests") for path in (root / top).rglob("*")
+                       if path.suffix in (".h", ".cpp")):
         phrases += stilted(path.relative_to(root), comments(path.read_text(), known_names=set()))
     for place, text in texts(root, program, known_names):
-        phrases += stilted(place, text)
+        if not place.endswith(".h"):  # whose comments have been looked at above, names and all
+            phrases += stilted(place, text)
         for token in WORD.findall(text):
             word = re.sub(r"'s?$", "", token)
             if word in terms or word.lower() in terms:
