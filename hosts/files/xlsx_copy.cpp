@@ -16,7 +16,7 @@ using sheet::CellAddress;
 
 namespace {
 
-/// The content of a text element: a character that XML cannot hold by its sign.
+/// The content of a string element: a character that XML cannot hold by its sign.
 std::string escaped(std::string_view text) {
     std::string result;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -31,13 +31,13 @@ std::string escaped(std::string_view text) {
     return result;
 }
 
-/// True if blanks at the ends of a text could be taken for layout.
+/// True if blanks at the ends of a string could be taken for layout.
 bool preserves(std::string_view text) {
     constexpr std::string_view blanks = " \t\n";
     return !text.empty() && (blanks.find(text.front()) != blanks.npos || blanks.find(text.back()) != blanks.npos);
 }
 
-/// "x:row" of the tag at the start of a text.
+/// "x:row" of the tag at the start of a string.
 std::string_view tag_name(std::string_view text) {
     return text.substr(1, std::min(text.find_first_of(" \t\r\n/>"), text.size()) - 1);
 }
@@ -121,7 +121,7 @@ class CopyWriter : public XmlHandler {
         result_ += document_.substr(copied_, at - copied_);
         copied_ = at;
     }
-    /// Puts a tag in the place of the one that stands there, which may have been the whole element.
+    /// Puts a tag in the place of the one there, which may have been the whole element.
     void reopen(const std::string& tag, std::size_t at) {
         copy_up_to(at);
         result_ += tag;

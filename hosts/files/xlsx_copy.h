@@ -13,7 +13,7 @@ namespace qx::files {
 /// What a copy puts into a cell.
 struct CellContent {
     Cell value;
-    std::string text;      ///< of a text
+    std::string text;      ///< of a string
     bool is_date = false;  ///< a number that is shown as a date
     bool is_array = false; ///< the formula is an array formula, of all the cells that it fills
     bool entered = false;  ///< it takes the place of a formula that the file has there

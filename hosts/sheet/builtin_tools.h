@@ -235,7 +235,7 @@ class Criterion {
             return true;
         }
         std::vector<std::uint32_t> places;
-        if (code_ == Code::unequal && wanted_.is_number()) { // a text that reads as it differs from it too
+        if (code_ == Code::unequal && wanted_.is_number()) { // a string that reads as it differs from it too
             index.find(wanted_.number(), false, places);
             count = static_cast<double>(list.size() - places.size());
             return true;

@@ -289,7 +289,7 @@ TEST_F(EveryFunction, AnswersAlikeInWhateverOrder) {
 
 // --- Array twins ------------------------------------------------------------------------------------------------
 
-/// Calls that vary those of the examples: other dates, amounts and switches, and some of the arguments left out.
+/// Calls that vary those of the examples: other dates, amounts and switches, and some of the arguments omitted.
 class Variations {
   public:
     explicit Variations(const Function& function) : any_(static_cast<unsigned>(std::strlen(function.name))) {
