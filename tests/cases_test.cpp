@@ -54,7 +54,7 @@ TEST(Examples, OfAllFunctionsHold) {
         }
 }
 
-// The runner itself: what it must tell apart.
+// The runner itself: what it must keep apart.
 TEST(Cases, AFalsePromiseIsAFault) {
     Cases cases;
     for (const char* const good :

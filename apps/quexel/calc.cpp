@@ -196,8 +196,8 @@ void tell(const Document& document, std::size_t from = 0) {
     if (all > end) std::cerr << document.name << ": and " << all - end << " more messages\n";
 }
 
-/// The list of the cells that show errors: cell, error, reason, and where it came from. Those of which the notes tell
-/// are not reported again.
+/// The list of the cells that show errors: cell, error, reason, and where it came from. Those in the notes are not
+/// reported again.
 void tell_errors(Document& document) {
     std::unordered_set<std::string> reported;
     for (const files::Note& note : document.notes) reported.insert(note.where);
@@ -296,7 +296,7 @@ int calculate(const CalcOptions& options) {
         try {
             if (!document.area(options.trace).is_cell()) throw FileError("");
         } catch (const FileError&) {
-            std::cerr << "\"" << sheet::valid_utf8(options.trace) << "\" is no cell; give its address, as B7\n";
+            std::cerr << "\"" << sheet::valid_utf8(options.trace) << "\" is not a cell; give its address, as B7\n";
             return 1;
         }
     }

@@ -56,7 +56,8 @@ struct ReplaceOptions {
     std::string file;
     std::string find;
     std::string replacement;
-    std::string where;  ///< area such as A1:D50; empty for the sheet
+    std::string where;  ///< area such as A1:D50 or Inputs!A1:D50; empty for all cells
+    std::string out;    ///< another file to write the changed model to
     bool write = false; ///< change the file, and not only show what would change
 };
 int replace(const ReplaceOptions& options);
@@ -72,7 +73,9 @@ int functions(const FunctionsOptions& options);
 int help(const std::string& name);
 /// Lists the pages of help that hold all the words.
 int search_help(const std::vector<std::string>& words);
+/// For what help is written: pages with search for a browser, or the project of a help file for Windows.
+enum class HelpForm { browser, project };
 /// Writes help as a folder of pages.
-int write_help(const std::string& folder);
+int write_help(const std::string& folder, HelpForm form);
 
 } // namespace qx::app

@@ -125,7 +125,7 @@ ArgumentHelp argument_help(const Function& function, int i) {
     ArgumentHelp help;
     help.name = argument.name;
     help.text = argument.help;
-    help.what = kind == Kind::list ? list_of(function.calls.items[i]) : one(kind);
+    help.what = capital(kind == Kind::list ? list_of(function.calls.items[i]) : one(kind));
     if (argument.order == Order::ascending) help.what += ", ascending";
     help.topic = topic_of_argument(argument, kind);
     help.range = range_text(argument.limits);

@@ -14,7 +14,7 @@ namespace qx::app {
 struct ArgumentHelp {
     std::string name;
     std::string text;
-    std::string what;                                ///< "a number", "a list of dates"
+    std::string what;                                ///< "A number", "A list of dates"
     std::string topic;                               ///< the topic that explains it, "day-counts"; mostly empty
     std::string range;                               ///< "0 to 999"; empty for any
     std::string preset;                              ///< what it is when omitted; empty if it must be given

@@ -3,6 +3,7 @@
 #include "addin/registration.h"
 #include "apps/quexel/function_help.h"
 #include "apps/quexel/help_index.h"
+#include "apps/quexel/help_texts.h"
 #include "apps/quexel/output.h"
 #include "apps/quexel/topics.h"
 #include "hosts/sheet/builtins.h"
@@ -36,7 +37,7 @@ nlohmann::ordered_json preset_json(const Preset& preset) {
     }
 }
 
-/// Prints a text in lines of at most 100 characters, or what the terminal has, each after the same indent.
+/// Prints a string in lines of at most 100 characters, or what the terminal has, each after the same indent.
 void print_wrapped(std::string_view text, const std::string& first, std::size_t indent) {
     const std::size_t terminal = terminal_width();
     const std::size_t width = terminal == 0 ? 100 : std::clamp<std::size_t>(terminal, indent + 20, 100);
@@ -125,9 +126,9 @@ void print(const Function& function, const FunctionHelp& help) {
         const auto more = [&](const std::string& text) { print_wrapped(text, "", width + 4); };
         for (const ArgumentHelp& argument : help.arguments) {
             print_wrapped(argument.text, "  " + argument.name, width + 4);
-            std::string what = "Is " + argument.what;
+            std::string what = argument.what;
             if (!argument.range.empty()) what += ", " + argument.range;
-            if (!argument.preset.empty()) what += ". Default: " + argument.preset;
+            what += argument.preset.empty() ? "; required" : "; default: " + argument.preset;
             more(what);
             std::string values;
             for (const auto& [code, name] : argument.values)
@@ -216,6 +217,10 @@ int help(const std::string& name) {
         return 0;
     }
     if (print_topic(std::cout, name)) return 0;
+    if (const Definitions* const document = find_definitions(name)) {
+        std::cout << document->markdown;
+        return 0;
+    }
     constexpr std::string_view mark = "_xlfn."; // files write it in front of a spreadsheet's own function
     if (sheet::equal_ignoring_case(std::string_view(name).substr(0, mark.size()), mark))
         if (const sheet::Builtin* const builtin = sheet::find_builtin(name.substr(mark.size())))

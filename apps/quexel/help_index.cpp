@@ -2,6 +2,8 @@
 
 #include "addin/registration.h"
 #include "apps/quexel/function_help.h"
+#include "apps/quexel/help_texts.h"
+#include "apps/quexel/markdown.h"
 #include "apps/quexel/topics.h"
 #include "hosts/sheet/builtins.h"
 #include "hosts/sheet/text.h"
@@ -22,6 +24,9 @@ std::vector<HelpEntry> help_index() {
     }
     for (const Topic& topic : topics())
         entries.push_back({topic.name, "Topic", topic.summary, page_of(topic), topic.text});
+    for (const Definitions& document : definitions())
+        entries.push_back(
+            {document.name, "Definitions", title_of_markdown(document.markdown), page_of(document), document.markdown});
     for (const sheet::BuiltinGroup& group : sheet::builtin_groups())
         for (const sheet::Builtin& builtin : group.functions)
             entries.push_back({builtin.name, std::string("Built in: ") + group.title, builtin.help,

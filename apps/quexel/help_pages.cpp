@@ -1,9 +1,11 @@
-// Help as a folder of pages: one for each function, category, topic and file of definitions, and an index with search.
+// Help as a folder of pages: one for each function, category, topic and file of definitions, and an index. A browser
+// gets a search of its own; a help file gets the project from which a help compiler makes it.
 #include "apps/quexel/commands.h"
 
 #include "addin/registration.h"
 #include "apps/quexel/function_help.h"
 #include "apps/quexel/help_index.h"
+#include "apps/quexel/help_project.h"
 #include "apps/quexel/help_texts.h"
 #include "apps/quexel/markdown.h"
 #include "apps/quexel/topics.h"
@@ -35,8 +37,6 @@ std::string page_of(Category category) {
         page += std::isalnum(static_cast<unsigned char>(c)) ? c : '-';
     return page + ".html";
 }
-
-std::string page_of(const Definitions& document) { return std::string("definitions-") + document.name + ".html"; }
 
 /// The section with links to related functions; empty without any.
 std::string see_also(const std::vector<const Function*>& functions) {
@@ -76,9 +76,14 @@ std::string html_of_text(std::string_view text) {
     return html;
 }
 
+/// The head of a page in a browser; the window of a help file has a search of its own.
+constexpr const char* search_header =
+    "<header><a href=\"index.html\">Quexel help</a>\n<form action=\"index.html\"><input type=\"search\" name=\"q\" "
+    "aria-label=\"Search help\" placeholder=\"Search\"></form></header>\n";
+
 class Pages {
   public:
-    explicit Pages(std::filesystem::path folder) : folder_(std::move(folder)) {
+    Pages(std::filesystem::path folder, HelpForm form) : folder_(std::move(folder)), form_(form) {
         std::filesystem::create_directories(folder_);
     }
 
@@ -94,6 +99,7 @@ class Pages {
         write_builtins();
         write_commands();
         write_index(categories);
+        if (form_ == HelpForm::project) write_help_project(folder_, contents(categories));
         return count_;
     }
 
@@ -104,6 +110,7 @@ class Pages {
             html.replace(html.find(place), place.size(), text);
         };
         put("{{body}}", body);
+        put("{{header}}", form_ == HelpForm::browser ? search_header : "");
         put("{{title}}", html_escaped(title));
         const std::filesystem::path path = folder_ / page;
         std::ofstream file(path, std::ios::binary);
@@ -125,8 +132,10 @@ class Pages {
                 return page_of(*function);
             };
             links.of_target = [](std::string_view target) -> std::string {
+                const std::size_t anchor = std::min(target.find('#'), target.size());
                 for (const Definitions& other : definitions())
-                    if (target == std::string(other.name) + ".md") return page_of(other);
+                    if (target.substr(0, anchor) == std::string(other.name) + ".md")
+                        return page_of(other) + std::string(target.substr(anchor));
                 return {};
             };
             write(page, title, html_of_markdown(document.markdown, links));
@@ -135,9 +144,9 @@ class Pages {
 
     static std::string argument_row(const ArgumentHelp& argument) {
         std::string html = "<tr><td><code>" + html_escaped(argument.name) + "</code></td><td><p>" +
-                           html_escaped(argument.text) + "</p><p class=\"soft\">Is " + html_escaped(argument.what);
+                           html_escaped(argument.text) + "</p><p class=\"soft\">" + html_escaped(argument.what);
         if (!argument.range.empty()) html += ", " + html_escaped(argument.range);
-        html += argument.preset.empty() ? "; must be given" : "; default: " + html_escaped(argument.preset);
+        html += argument.preset.empty() ? "; required" : "; default: " + html_escaped(argument.preset);
         if (!argument.topic.empty()) {
             const Topic* const topic = find_topic(argument.topic);
             html += ". See " + link(page_of(*topic), topic->name);
@@ -177,7 +186,7 @@ class Pages {
         }
         body += std::string("<p>") +
                 (function.errors_as_data ? "Takes error values in its arguments as data."
-                                         : "An error value in an argument comes back as it is.") +
+                                         : "An error value in an argument is returned as it is.") +
                 " See " + link("topic-errors.html", "errors") + ".</p>\n";
         body += "<h2>Examples</h2>\n";
         for (const ExampleHelp& example : help.examples) {
@@ -259,9 +268,11 @@ class Pages {
     }
 
     void write_index(const std::map<std::string, std::vector<const Function*>>& categories) {
-        std::string body =
-            "<dl id=\"found\"></dl>\n<div id=\"contents\">\n<h1>Quexel help</h1>\n<p>Worksheet functions for "
-            "models of property, project finance and banking. Type in the field above to search.</p>\n";
+        const bool searches = form_ == HelpForm::browser;
+        std::string body = searches ? "<dl id=\"found\" aria-live=\"polite\"></dl>\n" : "";
+        body += "<div id=\"contents\">\n<h1>Quexel help</h1>\n<p>Worksheet functions for models of property, project "
+                "finance and banking.";
+        body += searches ? " Type in the field above to search.</p>\n" : "</p>\n";
         body += "<h2>Functions</h2>\n<table class=\"stack\">\n";
         for (const auto& [name, members] : categories) {
             const Category category = members.front()->category;
@@ -289,7 +300,14 @@ class Pages {
         body += "<h2>All functions</h2>\n<ul class=\"columns\">\n";
         for (const Function* const function : declared_functions())
             body += "<li>" + link(page_of(*function), function->name) + "</li>\n";
-        body += "</ul>\n</div>\n<script id=\"pages\" type=\"application/json\">[";
+        body += "</ul>\n</div>\n";
+        if (searches) body += search_script();
+        write("index.html", "Contents", body);
+    }
+
+    /// The table of all pages, and the script that searches it.
+    static std::string search_script() {
+        std::string body = "<script id=\"pages\" type=\"application/json\">[";
         const char* between = "\n";
         for (const HelpEntry& entry : help_index()) {
             body += between;
@@ -298,20 +316,42 @@ class Pages {
                     ",\"more\":" + script_string(entry.more) + "}";
             between = ",\n";
         }
-        body += "]</script>\n<script>\n" + std::string(help_search_script) + "</script>\n";
-        write("index.html", "Contents", body);
+        return body + "]</script>\n<script>\n" + std::string(help_search_script) + "</script>\n";
+    }
+
+    /// The pages as a tree, in the order of the index.
+    static std::vector<HelpNode> contents(const std::map<std::string, std::vector<const Function*>>& categories) {
+        HelpNode functions{.title = "Functions", .page = "index.html"};
+        for (const auto& [name, members] : categories) {
+            HelpNode category{.title = name, .page = page_of(members.front()->category)};
+            for (const Function* const function : members)
+                category.below.push_back({.title = function->name, .page = page_of(*function)});
+            functions.below.push_back(std::move(category));
+        }
+        functions.below.push_back({.title = "Built in", .page = "built-in.html"});
+        HelpNode common{.title = "What functions have in common", .page = "index.html"};
+        HelpNode program{.title = "The program", .page = "index.html"};
+        for (const Topic& topic : topics())
+            (topic.on_functions ? common : program).below.push_back({.title = topic.summary, .page = page_of(topic)});
+        HelpNode documents{.title = "Definitions", .page = "index.html"};
+        for (const Definitions& document : definitions())
+            documents.below.push_back({.title = title_of_markdown(document.markdown), .page = page_of(document)});
+        return {{.title = "Quexel help", .page = "index.html"}, functions, common, documents,
+                {.title = "Commands", .page = "commands.html"}, program};
     }
 
     std::filesystem::path folder_;
+    HelpForm form_;
     std::map<const Function*, std::set<std::pair<std::string, std::string>>> definitions_; ///< page#section, title
     int count_ = 0;
 };
 
 } // namespace
 
-int write_help(const std::string& folder) {
-    const int count = Pages(folder).write_all();
-    std::cerr << count << " pages; open " << (std::filesystem::path(folder) / "index.html").string() << '\n';
+int write_help(const std::string& folder, HelpForm form) {
+    const int count = Pages(folder, form).write_all();
+    const char* const first = form == HelpForm::browser ? "index.html" : "Quexel.hhp";
+    std::cerr << count << " pages; open " << (std::filesystem::path(folder) / first).string() << '\n';
     return 0;
 }
 

@@ -38,7 +38,11 @@ function search() {
 }
 
 box.value = new URLSearchParams(location.search).get("q") || "";
-box.addEventListener("input", search);
+box.addEventListener("input", () => {
+  search();
+  // The address holds the words, so that the way back from a page leads to what was found.
+  history.replaceState(null, "", box.value ? "?q=" + encodeURIComponent(box.value) : location.pathname);
+});
 box.form.addEventListener("submit", event => {
   event.preventDefault();
   const first = list.querySelector("a");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 
 namespace qx::app {
 
@@ -14,5 +15,9 @@ struct Definitions {
     const char* markdown;
 };
 std::span<const Definitions> definitions();
+/// The one of a name, in any case; null if there is none.
+const Definitions* find_definitions(const std::string& name);
+/// The file of its page.
+std::string page_of(const Definitions& document);
 
 } // namespace qx::app

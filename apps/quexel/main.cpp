@@ -138,15 +138,23 @@ int run(int argc, char** argv) {
     ReplaceOptions replace_options;
     CLI::App* const replace_command = program.add_subcommand(
         "replace", "Find by a regular expression in the formulas and constants of a model, and replace");
-    replace_command->add_option("file", replace_options.file, "CSV file")->required();
+    replace_command->add_option("file", replace_options.file, "The model, an .xlsx, .ods or .csv file")->required();
     replace_command->add_option("--find", replace_options.find, "Regular expression in Perl syntax")->required();
     replace_command
         ->add_option("--replace", replace_options.replacement,
                      "What takes the place of each match; $1 is the first group")
         ->required();
-    replace_command->add_option("--where", replace_options.where, "Only the cells of this area, as A1:D50");
-    replace_command->add_flag("--write", replace_options.write,
-                              "Change the file; without it the changes are only shown");
+    replace_command
+        ->add_option("--where", replace_options.where, "Only the cells of this area, as A1:D50, Inputs!B2 or a name")
+        ->type_name("AREA");
+    CLI::Option* const write_option = replace_command->add_flag(
+        "--write", replace_options.write,
+        "Change the file, and keep the former one with .bak after its name; without it the changes are only shown");
+    replace_command
+        ->add_option("--out", replace_options.out,
+                     "Write the changed model to this .xlsx file, or .csv from a CSV model")
+        ->type_name("FILE")
+        ->excludes(write_option);
     replace_command->callback([&] { status = replace(replace_options); });
 
     FunctionsOptions functions_options;
@@ -165,17 +173,28 @@ int run(int argc, char** argv) {
     CLI::Option* const search_option =
         help_command->add_option("--search", words, "List the functions and topics that hold these words")
             ->type_name("WORDS");
-    std::string folder;
-    help_command->add_option("--html", folder, "Write help as pages with search, for a browser, to this folder")
+    std::string folder, project_folder;
+    CLI::Option* const html_option =
+        help_command->add_option("--html", folder, "Write help as pages with search, for a browser, to this folder")
+            ->type_name("FOLDER")
+            ->excludes(search_option);
+    help_command
+        ->add_option("--chm-project", project_folder,
+                     "Write the pages and the project from which a help compiler makes Quexel.chm to this folder")
         ->type_name("FOLDER")
-        ->excludes(search_option);
+        ->excludes(search_option)
+        ->excludes(html_option);
     help_command->callback([&] {
         if (!words.empty()) {
             status = search_help(words);
             return;
         }
         if (!folder.empty()) {
-            status = write_help(folder);
+            status = write_help(folder, HelpForm::browser);
+            return;
+        }
+        if (!project_folder.empty()) {
+            status = write_help(project_folder, HelpForm::project);
             return;
         }
         for (const CLI::App* const command :

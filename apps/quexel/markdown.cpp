@@ -36,6 +36,7 @@ std::string anchor_of(std::string_view heading) {
             anchor += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
         else if (!anchor.empty() && anchor.back() != '-')
             anchor += '-';
+    if (anchor.ends_with('-')) anchor.pop_back();
     return anchor;
 }
 
@@ -62,7 +63,7 @@ class Converter {
                 indented();
             else if (line.starts_with('|'))
                 table();
-            else if (line.starts_with("- "))
+            else if (marker_of(line) > 0)
                 list();
             else
                 paragraph();
@@ -118,21 +119,29 @@ class Converter {
         html_ += "</table></div>\n";
     }
 
+    /// The length of what begins an item of a list, "- " or "12. "; 0 if nothing does.
+    static std::size_t marker_of(std::string_view line) {
+        if (line.starts_with("- ")) return 2;
+        const std::size_t digits = line.find_first_not_of("0123456789");
+        return digits > 0 && digits < line.size() && line.substr(digits).starts_with(". ") ? digits + 2 : 0;
+    }
+
     void list() {
-        html_ += "<ul>\n";
-        while (at_ < lines_.size() && lines_[at_].starts_with("- ")) {
-            std::string item(lines_[at_++].substr(2));
+        const std::string tag = lines_[at_][0] == '-' ? "ul" : "ol";
+        html_ += "<" + tag + ">\n";
+        for (std::size_t marker; at_ < lines_.size() && (marker = marker_of(lines_[at_])) > 0;) {
+            std::string item(lines_[at_++].substr(marker));
             while (at_ < lines_.size() && lines_[at_].starts_with("  "))
                 item += ' ' + std::string(trimmed(lines_[at_++]));
             html_ += "<li>" + inlined(item) + "</li>\n";
         }
-        html_ += "</ul>\n";
+        html_ += "</" + tag + ">\n";
     }
 
     void paragraph() {
         std::string text;
         for (; at_ < lines_.size() && !trimmed(lines_[at_]).empty() && !lines_[at_].starts_with('|') &&
-               !lines_[at_].starts_with("- ") && !lines_[at_].starts_with('#');
+               !lines_[at_].starts_with("- ") && !lines_[at_].starts_with('#'); // a number may begin a line of it
              ++at_)
             text += (text.empty() ? "" : " ") + std::string(trimmed(lines_[at_]));
         html_ += "<p>" + inlined(text) + "</p>\n";

@@ -114,7 +114,7 @@ void print_table(std::ostream& out, const Rows& rows, std::size_t width) {
         std::cerr << "(" << count << " of " << full.size() << " columns are shown; --wide shows all)\n";
     } else if (widths != full) {
         out.flush();
-        std::cerr << "(long texts are cut; --wide shows all)\n";
+        std::cerr << "(long text is cut; --wide shows all)\n";
     }
 }
 

@@ -19,7 +19,7 @@ std::string plain_text(const sheet::Value& value, bool dates, int digits);
 
 struct Field {
     std::string text;
-    bool to_the_right = false; ///< numbers stand under each other
+    bool to_the_right = false; ///< numbers are aligned to the right
 };
 Field field_of(const sheet::Value& value, bool dates, int digits);
 /// The same, and numbers as the cell's format asks: per cents with their sign.
@@ -31,7 +31,7 @@ Rows rows_of(const sheet::Value& value, bool dates, int digits);
 
 /// How wide a table may be: as wide as the terminal, if standard output is one; 0 for any width.
 std::size_t terminal_width();
-/// Prints rows in columns, each as wide as its widest field, within `width` if that is not 0: long texts are cut, and
+/// Prints rows in columns, each as wide as its widest field, within `width` if that is not 0: long text is cut, and
 /// columns at the right omitted, with a note on standard error.
 void print_table(std::ostream& out, const Rows& rows, std::size_t width = 0);
 void print_csv(std::ostream& out, const Rows& rows);

@@ -2,112 +2,235 @@
 #include "apps/quexel/output.h"
 
 #include "commands/find_replace.h"
-#include "hosts/files/model.h"
+#include "hosts/files/document.h"
 #include "hosts/files/safe_file.h"
 #include "hosts/sheet/csv.h"
 #include "hosts/sheet/text.h"
 
-#include <algorithm>
 #include <iostream>
-#include <stdexcept>
+#include <map>
+#include <memory>
+#include <optional>
 
 namespace qx::app {
 
+using files::Document;
+using files::FileError;
+using sheet::Area;
+using sheet::CellAddress;
+
 namespace {
 
-/// The rows as a text, with the line ends and the byte order mark of the former one.
-std::string csv_text(const sheet::CsvRows& rows, const std::string& former) {
-    const std::size_t first_end = former.find('\n');
-    const char* const line_end =
-        first_end != former.npos && first_end > 0 && former[first_end - 1] == '\r' ? "\r\n" : "\n";
-    std::string text = former.starts_with("\xEF\xBB\xBF") ? "\xEF\xBB\xBF" : "";
-    for (const std::vector<std::string>& row : rows) {
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            if (i > 0) text += ',';
-            if (row[i].find_first_of(",\"\r\n") == std::string::npos) {
-                text += row[i];
-                continue;
-            }
-            text += '"';
-            for (const char c : row[i]) text.append(c == '"' ? 2 : 1, c);
-            text += '"';
-        }
-        text += line_end;
-    }
-    return text;
+struct Change {
+    CellAddress cell;
+    std::string place, before, after;
+    std::string problem; ///< why the cell stays as it was; empty if it changes
+};
+
+/// A model whose cells are looked at one by one, as a user sees them who edits them.
+class Contents {
+  public:
+    virtual ~Contents() = default;
+    /// Calls visit(cell, place, content) for the filled cells of the area that the text names; all cells for none.
+    using Visit = std::function<void(CellAddress, const std::string& place, const std::string& content)>;
+    virtual void each(const std::string& where, const Visit& visit) = 0;
+    /// Carries the changes out, and notes at each that cannot be why.
+    virtual void apply(std::vector<Change>& changes) = 0;
+    /// The changed model. Throws FileError.
+    virtual std::string bytes(bool same_file) = 0;
+};
+
+Area area_of_where(const std::string& where) {
+    Area area;
+    if (!sheet::read_area(where, 0, area)) throw FileError("\"" + where + "\" is not an area such as A1:D50");
+    return area;
 }
 
-int show_and_replace(const ReplaceOptions& options) {
-    constexpr std::size_t all = static_cast<std::size_t>(-1);
-    std::size_t top = 0, left = 0, bottom = all, right = all;
-    if (!options.where.empty()) {
-        sheet::Area area;
-        if (!sheet::read_area(options.where, 0, area)) {
-            std::cerr << "\"" << options.where << "\" is no area such as A1:D50\n";
-            return 1;
+/// Fields are kept as they are in the file, byte by byte, but for those that change.
+class CsvContents final : public Contents {
+  public:
+    explicit CsvContents(std::string text) : text_(std::move(text)) {
+        std::vector<sheet::Problem> problems;
+        rows_ = sheet::read_csv(text_, problems);
+        if (!problems.empty())
+            throw FileError(sheet::address_text(problems.front().cell) + ": " + problems.front().message);
+    }
+
+    void each(const std::string& where, const Visit& visit) override {
+        const std::optional<Area> area = where.empty() ? std::nullopt : std::optional(area_of_where(where));
+        for (std::uint32_t row = 0; row < rows_.size(); ++row)
+            for (std::uint32_t column = 0; column < rows_[row].size(); ++column) {
+                const CellAddress cell{row, static_cast<std::uint16_t>(column), 0};
+                if (!rows_[row][column].empty() && (!area || area->contains(cell)))
+                    visit(cell, sheet::address_text(cell), rows_[row][column]);
+            }
+    }
+
+    void apply(std::vector<Change>& changes) override {
+        const std::map<std::string, std::string> problems_before = problems();
+        for (const Change& change : changes) rows_[change.cell.row][change.cell.column] = change.after;
+        const std::map<std::string, std::string> problems_after = problems();
+        for (Change& change : changes) {
+            const auto found = problems_after.find(change.place);
+            if (found == problems_after.end() || problems_before.contains(change.place)) continue;
+            change.problem = found->second;
+            rows_[change.cell.row][change.cell.column] = change.before;
         }
-        top = area.first_row;
-        left = area.first_column;
-        bottom = area.last_row;
-        right = area.last_column;
     }
-    std::string extension = options.file.substr(std::min(options.file.size(), options.file.rfind('.')));
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    if (extension != ".csv") {
-        std::cerr << options.file << ": find and replace works on CSV files\n";
-        return 1;
+
+    std::string bytes(bool) override {
+        const std::size_t end = text_.find('\n');
+        const char* const line_end = end != text_.npos && end > 0 && text_[end - 1] == '\r' ? "\r\n" : "\n";
+        std::string text = text_.starts_with("\xEF\xBB\xBF") ? "\xEF\xBB\xBF" : "";
+        for (const std::vector<std::string>& row : rows_) {
+            for (std::size_t i = 0; i < row.size(); ++i) text += (i > 0 ? "," : "") + sheet::csv_field(row[i]);
+            text += line_end;
+        }
+        return text;
     }
-    if (options.find.empty()) {
-        std::cerr << "Error: Find text must not be the empty string!\n";
-        return 1;
+
+  private:
+    /// What is wrong with the model as it is now, by cell.
+    std::map<std::string, std::string> problems() {
+        std::map<std::string, std::string> found;
+        sheet::Workbook book;
+        for (const sheet::Problem& problem : sheet::load_csv(book, 0, bytes(true)))
+            found.emplace(sheet::address_text(problem.cell), problem.message);
+        return found;
     }
-    const std::string text = files::read_file(options.file);
-    std::vector<sheet::Problem> problems;
-    sheet::CsvRows rows = sheet::read_csv(text, problems);
-    for (std::size_t i = 0; i < std::min(problems.size(), most_messages); ++i)
-        std::cerr << options.file << ": " << sheet::address_text(problems[i].cell) << ": " << problems[i].message
-                  << '\n';
-    if (problems.size() > most_messages)
-        std::cerr << options.file << ": and " << problems.size() - most_messages << " more messages\n";
-    if (!problems.empty()) return 1;
+
+    std::string text_;
+    sheet::CsvRows rows_;
+};
+
+class WorkbookContents final : public Contents {
+  public:
+    WorkbookContents(const std::string& name, std::string bytes) : document_(name, std::move(bytes)) {
+        document_.book.recalculate(); // so that it is known which cells a result fills
+    }
+
+    void each(const std::string& where, const Visit& visit) override {
+        std::vector<Area> areas;
+        if (!where.empty()) areas.push_back(document_.area(where));
+        for (std::uint16_t number = 0; where.empty() && number < document_.book.sheet_count(); ++number)
+            if (const std::optional<Area> used = document_.book.used_area(number)) areas.push_back(*used);
+        for (const Area& area : areas)
+            document_.book.grid(area.sheet).visit(area, [&](std::uint32_t row, std::uint32_t column, sheet::Cell&) {
+                const CellAddress cell{row, static_cast<std::uint16_t>(column), area.sheet};
+                if (const std::string content = document_.content(cell); !content.empty())
+                    visit(cell, document_.place(cell), content);
+                return true;
+            });
+    }
+
+    void apply(std::vector<Change>& changes) override {
+        for (Change& change : changes) try {
+                document_.replace_content(change.cell, change.after);
+            } catch (const sheet::FormulaError& error) {
+                change.problem = "character " + std::to_string(error.column) + ": " + error.what();
+            } catch (const FileError& error) {
+                change.problem = error.what();
+            }
+    }
+
+    std::string bytes(bool same_file) override {
+        document_.book.recalculate();
+        if (document_.type() == files::FileType::xlsx) {
+            std::string bytes, why;
+            if (as_same_xlsx(document_, bytes, why)) return bytes;
+            throw FileError("the file cannot be changed: " + why + "; quexel calc --out makes a new one");
+        }
+        if (same_file) throw FileError("an .ods file cannot be changed in place; --out FILE.xlsx writes a new one");
+        if (!document_.not_kept().empty()) {
+            std::cerr << document_.name << ": not carried over:";
+            for (const std::string& part : document_.not_kept()) std::cerr << ' ' << part;
+            std::cerr << '\n';
+        }
+        return as_xlsx(document_);
+    }
+
+  private:
+    Document document_;
+};
+
+void check_target(const ReplaceOptions& options, bool is_csv) {
+    if (options.write && options.file == "-") throw FileError("standard input cannot be changed");
+    if (options.out.empty()) return;
+    if (files::same_file(options.out, options.file))
+        throw FileError("--out would write over the model; --write changes it");
+    const std::string ending = files::ending_of(options.out);
+    if (options.out != "-" && ending != (is_csv ? "csv" : "xlsx") && (is_csv || ending != "xlsm"))
+        throw FileError(options.out + (is_csv ? ": the changed model is a .csv file; quexel calc --out makes others"
+                                              : ": the changed model is an .xlsx file"));
+}
+
+int find_and_replace(const ReplaceOptions& options) {
+    if (options.find.empty()) throw FileError("Error: Find text must not be the empty string!");
+    std::string former = files::read_file(options.file);
+    const bool is_csv = files::type_of(former) == files::FileType::csv;
+    check_target(options, is_csv);
+    std::unique_ptr<Contents> contents;
+    try {
+        if (is_csv)
+            contents = std::make_unique<CsvContents>(former);
+        else
+            contents = std::make_unique<WorkbookContents>(options.file, former);
+    } catch (const FileError& error) {
+        throw FileError(options.file + ": " + error.what());
+    }
 
     std::size_t filled = 0;
-    std::vector<std::vector<Field>> changes;
+    std::vector<Change> changes;
+    const auto look = [&](const Replacer& replacer) {
+        contents->each(options.where, [&](CellAddress cell, const std::string& place, const std::string& before) {
+            ++filled;
+            if (std::string after = replacer(before); after != before)
+                changes.push_back({cell, place, before, std::move(after), {}});
+        });
+    };
     try {
-        const Replacer replacer(options.find, options.replacement);
-        for (std::size_t row = top; row < rows.size() && row <= bottom; ++row)
-            for (std::size_t column = left; column < rows[row].size() && column <= right; ++column) {
-                std::string& field = rows[row][column];
-                if (field.empty()) continue;
-                ++filled;
-                std::string after = replacer(field);
-                if (after == field) continue;
-                const sheet::CellAddress cell{static_cast<std::uint32_t>(row), static_cast<std::uint16_t>(column), 0};
-                changes.push_back(
-                    {{sheet::address_text(cell)}, {sheet::valid_utf8(field)}, {"->"}, {sheet::valid_utf8(after)}});
-                field = std::move(after);
-            }
+        look(Replacer(options.find, options.replacement));
+    } catch (const FileError&) {
+        throw;
     } catch (const std::exception& error) {
-        std::cerr << "\"" << options.find << "\": " << error.what() << '\n';
-        return 1;
+        throw FileError("\"" + options.find + "\": " + error.what());
     }
-    print_table(std::cout, changes);
-    const bool write = options.write && !changes.empty();
-    if (write) files::write_file(options.file, csv_text(rows, text)); // the former file stays if this fails
-    std::cout << changes.size() << " of " << filled << (filled == 1 ? " filled cell " : " filled cells ")
-              << (write ? "changed" : "would change")
-              << (options.write || changes.empty() ? "" : "; --write changes the file") << '\n';
-    return 0;
+    contents->apply(changes);
+
+    std::vector<std::vector<Field>> rows;
+    std::size_t changed = 0;
+    for (const Change& change : changes) {
+        rows.push_back({{change.place}, {sheet::valid_utf8(change.before)}, {"->"}, {sheet::valid_utf8(change.after)}});
+        if (change.problem.empty())
+            ++changed;
+        else
+            rows.back().push_back({"stays as it was: " + change.problem});
+    }
+    const bool writes = changed > 0 && (options.write || !options.out.empty());
+    if (writes && options.write) {
+        const std::string now = contents->bytes(true);
+        files::write_file(options.file + ".bak", former);
+        files::write_file(options.file, now);
+    } else if (writes) {
+        files::write_file(options.out, contents->bytes(false));
+    }
+    std::ostream& report = options.out == "-" ? std::cerr : std::cout;
+    print_table(report, rows);
+    report << changed << " of " << filled << (filled == 1 ? " filled cell " : " filled cells ")
+           << (writes ? "changed" : "would change")
+           << (!writes && changed > 0    ? "; --write changes the file"
+               : writes && options.write ? "; the former file is " + options.file + ".bak"
+                                         : std::string())
+           << '\n';
+    return changed == changes.size() ? 0 : 1;
 }
 
 } // namespace
 
 int replace(const ReplaceOptions& options) {
     try {
-        return show_and_replace(options);
-    } catch (const files::FileError& error) {
-        std::cout.flush();
+        return find_and_replace(options);
+    } catch (const FileError& error) {
         std::cerr << error.what() << '\n';
         return 1;
     }

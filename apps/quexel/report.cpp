@@ -102,7 +102,7 @@ class Page {
                   script_string(reads) + ",[" + items + "]]";
     }
 
-    /// The lines of a trace; those deeper than a person follows are left out.
+    /// The lines of a trace; those deeper than a person follows are omitted.
     void add_items(const TraceTree& tree, std::string& items) {
         constexpr int deepest = 60;
         for (std::size_t i = 0; i < tree.size(); ++i) {

@@ -1,5 +1,7 @@
 #include "apps/quexel/topics.h"
 
+#include "apps/quexel/help_texts.h"
+#include "apps/quexel/markdown.h"
 #include "calendar/annual_sequence.h"
 #include "calendar/day_count.h"
 #include "calendar/time_period.h"
@@ -317,9 +319,13 @@ void print_topics(std::ostream& out) {
         out << (on_functions ? "\nWhat functions have in common:\n\n" : "\nThe program:\n\n");
         for (const Topic& topic : all_topics)
             if (topic.on_functions == on_functions)
-                out << "  " << topic.name << std::string(18 - std::string_view(topic.name).size(), ' ') << topic.summary
+                out << "  " << topic.name << std::string(22 - std::string_view(topic.name).size(), ' ') << topic.summary
                     << '\n';
     }
+    out << "\nDefinitions, with formulas and sources:\n\n";
+    for (const Definitions& document : definitions())
+        out << "  " << document.name << std::string(22 - std::string_view(document.name).size(), ' ')
+            << title_of_markdown(document.markdown) << '\n';
     out << "\nquexel functions lists the functions by category.\n";
 }
 

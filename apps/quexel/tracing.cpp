@@ -62,7 +62,7 @@ std::string words(const StepDigest& step) {
 
 using Rows = std::vector<std::vector<Field>>;
 
-/// What a modeller asks first of a call, as rows of a name and a text.
+/// What a modeller asks first of a call, as rows of a name and a string.
 Rows in_short(const CallDigest& call, const TraceSubject& subject) {
     Rows rows{{{call.function}, {"= " + answer(call, subject)}}};
     for (const InputDigest& input : call.inputs)

@@ -195,7 +195,7 @@ std::vector<ScenarioColumn> read_columns(Document& document, const sheet::CsvRow
             const bool empty = std::all_of(rows.begin() + 1, rows.end(),
                                            [i](const auto& row) { return i >= row.size() || trimmed(row[i]).empty(); });
             if (empty && !column.head.empty()) // a label with nothing in it is a slip
-                throw FileError(file + ": \"" + sheet::valid_utf8(column.head) + "\" is no cell or name in " +
+                throw FileError(file + ": \"" + sheet::valid_utf8(column.head) + "\" is not a cell or name in " +
                                 document.name);
         }
         if (column.cell && document.book.formula(*column.cell) == nullptr)

@@ -25,7 +25,7 @@ struct Found {
 /// Runs the goal seeks that the cells ask for.
 std::vector<Found> seek_goals(files::Document& document);
 bool goal_seek_failed();
-/// Prints what was found and where it stands, and the report of the goal seeks.
+/// Prints what was found and where it is, and the report of the goal seeks.
 void print_found(std::ostream& out, files::Document& document, const std::vector<Found>& found, bool dates);
 
 /// Runs the model once for each row of a CSV file and prints or writes the table of their results. The head of a column

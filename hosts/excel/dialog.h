@@ -14,7 +14,7 @@
 
 namespace qx::excel {
 
-/// A text of the library, which is UTF-8 or else in the system's code page, as Windows shows it.
+/// A string of the library, which is UTF-8 or else in the system's code page, as Windows shows it.
 std::wstring wide(std::string_view text);
 /// What a user has typed, in the system's code page, as cells hold it.
 std::string narrow(std::wstring_view text);
@@ -35,7 +35,7 @@ class Dialog {
     virtual void rescaled() {}                       ///< the resolution is another
     virtual void paint(HDC) {}                       ///< the background
     virtual void pressed(int /*button*/) {}          ///< a button, or F1 as IDHELP
-    virtual void changed(int /*control*/) {}         ///< a text that the user edits
+    virtual void changed(int /*control*/) {}         ///< a string that the user edits
     virtual LRESULT notified(const NMHDR&) { return 0; }
     virtual void timer() {}
 

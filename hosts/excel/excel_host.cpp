@@ -52,6 +52,8 @@ class ExcelHost final : public Host {
         static const Viewer HtmlHelp = find<Viewer>("hhctrl.ocx", "HtmlHelpA");
         if (HtmlHelp == nullptr) return;
         const DWORD_PTR number = page == HelpPage::topic ? std::strtoul(std::string(topic).c_str(), nullptr, 10) : 0;
+        // A caller without a topic, such as the menu, gets the first page: no page has the number 0.
+        if (number == 0) page = HelpPage::first;
         HtmlHelp(nullptr, std::string(file).c_str(), static_cast<UINT>(page), number);
     }
 };

@@ -26,7 +26,6 @@ constexpr UINT_PTR filling = 1;
 
 const wchar_t* const headers[] = {L"Function, Variable Name or Message Type", L"Value", L"Description"};
 constexpr int header_widths[] = {406, 121, 406};
-constexpr const char* trace_topic = "10008";
 
 /// The picture of each kind: a sign on a ground, or on none.
 struct Picture {
@@ -72,7 +71,7 @@ constexpr LegendEntry legend[] = {
     {L"Loop Pass", 21},
 };
 
-/// The formula of the active cell, as far as the host tells it.
+/// The formula of the active cell, as far as the host gives it.
 TraceSubject subject_of_active_cell() {
     HostCell cell, formula;
     if (Excel(xlfActiveCell, cell.get(), 0) != xlretSuccess ||
@@ -180,7 +179,7 @@ class TraceDialog final : public Dialog {
         if (button == close_button)
             close();
         else if (button == help_button)
-            show_help(help_file(), HelpPage::topic, trace_topic);
+            show_help(help_file(), HelpPage::topic, std::to_string(trace_help_topic));
         else if (button == page_button)
             open_page();
     }

@@ -23,7 +23,7 @@ std::string_view trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(" \t") + 1 - first);
 }
 
-/// The numbers behind or below the cell at which a label stands.
+/// The numbers behind or below the cell with a label.
 std::optional<Area> labelled(sheet::Workbook& book, std::string_view label) {
     for (std::uint16_t number = 0; number < book.sheet_count(); ++number) {
         const std::optional<Area> used = book.used_area(number);
@@ -61,7 +61,7 @@ Series read_series(sheet::Workbook& book, std::string_view text) {
         if (value.is(sheet::Type::area)) return {std::string(text), value.area()};
     } catch (const sheet::FormulaError&) {} // a label of several words
     if (const std::optional<Area> area = labelled(book, text)) return {std::string(text), *area};
-    throw FileError("\"" + sheet::valid_utf8(text) + "\" is no range, name or labelled row of numbers to draw");
+    throw FileError("\"" + sheet::valid_utf8(text) + "\" is not a range, name or labelled row of numbers to draw");
 }
 
 /// The text left of a row of cells, or above a column of them.

@@ -18,7 +18,7 @@ struct Series {
 struct Chart {
     std::string title;
     std::vector<Series> series;
-    std::optional<sheet::Area> over; ///< what stands along the axis, as years
+    std::optional<sheet::Area> over; ///< what is along the axis, as years
 
     /// Columns for one series of few values, lines for others.
     bool has_columns() const {

@@ -28,7 +28,7 @@ Document::Document(std::string file_name, std::string bytes, bool with_last_valu
     const bool named_xlsx = ending == "xlsx" || ending == "xlsm" || ending == "xltx" || ending == "xltm";
     const bool named_ods = ending == "ods" || ending == "ots";
     if ((type_ == FileType::csv && (named_xlsx || named_ods || ending == "xls" || ending == "xlsb")))
-        throw FileError("the name ends in ." + ending + ", but the file is no workbook of any kind");
+        throw FileError("the name ends in ." + ending + ", but the file is not a workbook of any kind");
     if ((type_ == FileType::xlsx && (named_csv || named_ods)) || (type_ == FileType::ods && (named_csv || named_xlsx)))
         throw FileError(std::string("the file is an ") + (type_ == FileType::xlsx ? ".xlsx" : ".ods") +
                         " workbook, but its name ends in ." + ending + "; rename it");
@@ -143,15 +143,47 @@ void Document::enter(CellAddress cell, std::string_view text) {
     Area array;
     if (book.is_array_formula(cell, array) && !array.is_cell())
         throw FileError(place(cell) + " is a part of an array formula");
+    note_change(cell);
     book.set_value(cell, {});
     sheet::enter(book, cell, text);
-    changed_.insert(key(cell));
+}
+
+void Document::note_change(CellAddress cell) { changed_.insert(key(cell)); }
+
+std::string Document::content(CellAddress cell) {
+    if (const sheet::Formula* const formula = book.formula(cell))
+        return book.filled_by(cell).first() == cell ? "=" + formula->text : "";
+    return book.filled_by(cell).is_cell() ? sheet::csv_value(book.value(cell), true) : "";
+}
+
+void Document::replace_content(CellAddress cell, const std::string& text) {
+    Area area;
+    const bool is_text = book.formula(cell) == nullptr && book.value(cell).is_text();
+    const bool is_formula = !is_text && text.size() > 1 && text[0] == '=';
+    if (book.is_array_formula(cell, area)) {
+        if (!is_formula) throw FileError("an array formula can only become another one");
+        book.read(text, cell.sheet); // throws before anything is changed
+        note_change(cell);
+        return book.set_array_formula(area, text);
+    }
+    if (is_formula) {
+        const sheet::Fill fill = book.filled_by(cell).is_cell() ? sheet::Fill::intersect : sheet::Fill::spill;
+        book.read(text, cell.sheet);
+        note_change(cell);
+        return book.set_formula(cell, text, fill);
+    }
+    note_change(cell);
+    book.set_value(cell, {});
+    if (is_text)
+        book.set_value(cell, Value::text(text));
+    else
+        sheet::enter(book, cell, text);
 }
 
 void Document::set_number(CellAddress cell, double x) {
     const bool date = book.value(cell).is_date();
+    note_change(cell);
     book.set_value(cell, date ? Value::date(x) : Value::number(x));
-    changed_.insert(key(cell));
 }
 
 const std::string& Document::format_code(CellAddress cell) {
@@ -192,12 +224,12 @@ Area Document::area(std::string_view text) {
     }
     if (sheet::read_area(reference, number, area)) return area;
     if (book.find_name(reference, number, area)) return area;
-    throw FileError("\"" + sheet::valid_utf8(text) + "\" is no cell, range or name in this workbook");
+    throw FileError("\"" + sheet::valid_utf8(text) + "\" is not a cell, range or name in this workbook");
 }
 
 std::string as_same_csv(Document& document) {
     std::vector<sheet::Problem> problems;
-    // Fields are copied as they stand in the file; only the changed ones are written anew.
+    // Fields are copied as they are in the file; only the changed ones are written anew.
     sheet::CsvRows rows = sheet::read_csv(document.bytes(), problems);
     const std::optional<Area> used = document.book.used_area(0);
     for (std::uint32_t row = 0; used && row <= used->last_row; ++row)

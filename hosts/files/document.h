@@ -41,6 +41,11 @@ class Document {
     /// Puts what a user enters, "5e6" or "=B2*2", into a cell. Throws sheet::FormulaError.
     void enter(sheet::CellAddress cell, std::string_view text);
     void set_number(sheet::CellAddress cell, double x);
+    /// What a user sees who edits a cell, "5000000" or "=B2*2"; empty for a cell that another one's formula fills.
+    std::string content(sheet::CellAddress cell);
+    /// Puts another content into a cell that has one. Text stays text, and an array formula keeps its cells. Throws
+    /// sheet::FormulaError and FileError.
+    void replace_content(sheet::CellAddress cell, const std::string& text);
     /// True for a cell whose content was changed since the file was read.
     bool is_changed(sheet::CellAddress cell) const { return changed_.contains(key(cell)); }
 
@@ -55,7 +60,7 @@ class Document {
 
     /// "B7", with the name of the sheet if there are several.
     std::string place(sheet::CellAddress cell) const;
-    /// The cells that a text names: "B7", "Sheet2!A1:B3" or a name. Throws FileError.
+    /// The cells that a string names: "B7", "Sheet2!A1:B3" or a name. Throws FileError.
     sheet::Area area(std::string_view text);
 
   private:
@@ -63,6 +68,7 @@ class Document {
     void load_model(bool with_last_values);
     void load(std::uint16_t sheet, const SheetModel& from, std::vector<sheet::Value>& texts);
     sheet::Value value_of(const Cell& cell, std::vector<sheet::Value>& texts) const;
+    void note_change(sheet::CellAddress cell); ///< before it
     void note_problem(sheet::CellAddress cell, std::string message);
     static std::uint64_t key(sheet::CellAddress cell) {
         return (std::uint64_t{cell.sheet} << 48) | (std::uint64_t{cell.column} << 32) | cell.row;

@@ -346,7 +346,7 @@ std::string to_xlsx(std::string_view formula) {
 
 namespace {
 
-/// What stands between brackets in an OpenDocument formula: ".A1", "$Sheet2.A1:.B2", "$'My Sheet'.$A$1".
+/// What is between brackets in an OpenDocument formula: ".A1", "$Sheet2.A1:.B2", "$'My Sheet'.$A$1".
 std::string open_reference(std::string_view inside) {
     std::string result;
     bool first = true;

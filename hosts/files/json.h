@@ -11,7 +11,7 @@ namespace qx::files {
 
 /// A value; dates as "2026-11-21" if asked, else as numbers.
 std::string json_text(const sheet::Value& value, bool dates = false);
-/// A text as a JSON string.
+/// A string as a JSON string.
 std::string json_string(std::string_view text);
 
 } // namespace qx::files

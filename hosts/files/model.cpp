@@ -71,7 +71,7 @@ SheetModel& ModelBuilder::add_sheet(std::string_view name) {
 
 std::uint32_t ModelBuilder::keep(std::string text) {
     bytes_ += text.size();
-    if (bytes_ > most_text) throw FileError("the texts of the file need more than 256 MB");
+    if (bytes_ > most_text) throw FileError("the text of the file needs more than 256 MB");
     model.texts.push_back(std::move(text));
     return static_cast<std::uint32_t>(model.texts.size() - 1);
 }

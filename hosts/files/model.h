@@ -25,7 +25,7 @@ struct Cell {
     std::uint16_t column = 0;
     std::uint16_t format = 0;  ///< in Model::formats
     std::uint32_t formula = 0; ///< in Model::texts; 0 for none
-    std::uint32_t text = 0;    ///< in Model::texts, of a text
+    std::uint32_t text = 0;    ///< in Model::texts, of a string
     double number = 0.0;       ///< a number, 0 or 1 for a truth value, the code of an error
     Kind kind = Kind::blank;
     bool spills = false;  ///< the formula fills as many cells as its result has

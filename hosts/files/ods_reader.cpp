@@ -152,20 +152,20 @@ class Content : public XmlHandler {
                 cell.number = date->value;
             else
                 builder_.note({cell.row, cell.column, 0},
-                              "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is no date");
+                              "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is not a date");
             cell.format = builder_.format(cell.number == static_cast<long long>(cell.number) ? "yyyy-mm-dd"
                                                                                              : "yyyy-mm-dd hh:mm:ss");
         } else if (type_ == "time") {
             if (!read_duration(value_, cell.number))
                 builder_.note({cell.row, cell.column, 0},
-                              "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is no time");
+                              "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is not a time");
             cell.format = builder_.format("[h]:mm:ss");
         } else if (type_ == "float" || type_ == "percentage" || type_ == "currency") {
             const char* const end = value_.data() + value_.size();
             double x = 0.0;
             if (std::from_chars(value_.data(), end, x).ptr != end || value_.empty() || x - x != 0.0)
                 builder_.note({cell.row, cell.column, 0},
-                              "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is no number");
+                              "\"" + sheet::valid_utf8(value_.substr(0, 40)) + "\" is not a number");
             else
                 cell.number = x;
             if (type_ == "percentage") cell.format = builder_.format("0.00%");

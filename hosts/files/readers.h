@@ -21,7 +21,7 @@ Model read_model(std::string_view bytes);
 Model read_xlsx(Archive& archive);
 Model read_ods(Archive& archive);
 
-/// True if a text begins with the sign, as _x000D_, by which .xlsx files hold a character that XML cannot.
+/// True if a string begins with the sign, as _x000D_, by which .xlsx files hold a character that XML cannot.
 bool is_escape(std::string_view text);
 
 } // namespace qx::files

@@ -16,7 +16,7 @@ using sheet::CellAddress;
 
 namespace {
 
-/// The content of a text element: a character that XML cannot hold by its sign.
+/// The content of a string element: a character that XML cannot hold by its sign.
 std::string escaped(std::string_view text) {
     std::string result;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -31,13 +31,13 @@ std::string escaped(std::string_view text) {
     return result;
 }
 
-/// True if blanks at the ends of a text could be taken for layout.
+/// True if blanks at the ends of a string could be taken for layout.
 bool preserves(std::string_view text) {
     constexpr std::string_view blanks = " \t\n";
     return !text.empty() && (blanks.find(text.front()) != blanks.npos || blanks.find(text.back()) != blanks.npos);
 }
 
-/// "x:row" of the tag at the start of a text.
+/// "x:row" of the tag at the start of a string.
 std::string_view tag_name(std::string_view text) {
     return text.substr(1, std::min(text.find_first_of(" \t\r\n/>"), text.size()) - 1);
 }
@@ -121,7 +121,7 @@ class CopyWriter : public XmlHandler {
         result_ += document_.substr(copied_, at - copied_);
         copied_ = at;
     }
-    /// Puts a tag in the place of the one that stands there, which may have been the whole element.
+    /// Puts a tag in the place of the one there, which may have been the whole element.
     void reopen(const std::string& tag, std::size_t at) {
         copy_up_to(at);
         result_ += tag;
@@ -220,18 +220,16 @@ class CopyWriter : public XmlHandler {
                                                       [&](const Area& area) { return area.contains(cell); });
         if (!is_ours && !is_stale) return;
         changed = true;
+        const bool is_array = formula_type_ == "array", is_shared = formula_type_ == "shared";
         std::string formula;
-        if (!content.formula.empty()) {
-            formula = "<" + prefix_ + "f>";
-            for (const char c : content.formula) append_escaped(formula, c);
-            formula += "</" + prefix_ + "f>";
-        } else if (!content.entered) {
+        if (!content.formula.empty())
+            formula = formula_element(content.formula, content.is_array ? content.filled : Area(cell));
+        else if (is_shared && !content.own.empty())
+            formula = formula_element(content.own, Area(cell));
+        else if (!content.entered)
             formula = formula_;
-        }
-        const bool is_array = formula_type_ == "array";
         if (content.entered) {
-            if (formula_type_ == "dataTable" || (formula_type_ == "shared" && formula_area_))
-                refuse(cell, "holds the formula of other cells too");
+            if (formula_type_ == "dataTable") refuse(cell, "holds the formula of other cells too");
             if (!formula_.empty() || !formula.empty()) formulas_changed = true;
         }
         if (is_array && formula_area_ && (content.entered || !(content.filled == *formula_area_))) {
@@ -244,6 +242,15 @@ class CopyWriter : public XmlHandler {
         copy_up_to(cell_start_);
         put(tag_, content.entered ? start_tag_of_value_ : start_tag_, formula, content);
         copied_ = end;
+    }
+
+    /// The element of a formula, of an array formula if it is for several cells.
+    std::string formula_element(const std::string& formula, const Area& filled) const {
+        std::string element = "<" + prefix_ + "f";
+        if (!filled.is_cell()) element += " t=\"array\" ref=\"" + sheet::address_text(filled) + "\"";
+        element += ">";
+        for (const char c : formula) append_escaped(element, c);
+        return element + "</" + prefix_ + "f>";
     }
 
     /// Writes a cell from its opening tag, which still is without its type and its end.
@@ -297,11 +304,8 @@ class CopyWriter : public XmlHandler {
         CellContent content;
         if (!changes_.content(cell, content)) return;
         std::string formula, style;
-        if (!content.formula.empty()) {
-            formula = "<" + prefix_ + "f>";
-            for (const char c : content.formula) append_escaped(formula, c);
-            formula += "</" + prefix_ + "f>";
-        }
+        if (!content.formula.empty())
+            formula = formula_element(content.formula, content.is_array ? content.filled : Area(cell));
         for (const auto& [area, known] : arrays_)
             if (area.contains(cell)) style = known;
         if (content.is_date && style.empty()) refuse(cell, "would be a date, and the file has no format there");

@@ -13,11 +13,13 @@ namespace qx::files {
 /// What a copy puts into a cell.
 struct CellContent {
     Cell value;
-    std::string text;     ///< of a text
-    bool is_date = false; ///< a number that is shown as a date
-    bool entered = false; ///< it takes the place of a formula that the file has there
-    std::string formula;  ///< that was entered, as the file writes it, without the equals sign
-    sheet::Area filled;   ///< by the formula that fills the cell
+    std::string text;      ///< of a string
+    bool is_date = false;  ///< a number that is shown as a date
+    bool is_array = false; ///< the formula is an array formula, of all the cells that it fills
+    bool entered = false;  ///< it takes the place of a formula that the file has there
+    std::string formula;   ///< that was entered, as the file writes it, without the equals sign
+    std::string own;       ///< the formula that a cell has which shares one with others, if one of them may change
+    sheet::Area filled;    ///< by the formula that fills the cell
 };
 
 // Sheets count from 0, as the file's worksheets come.

@@ -191,7 +191,7 @@ class XlsxWriter {
         case Kind::text:
             write_text(sheet, at, text, style, place);
             break;
-        case Kind::error: // there is no such constant to write: a text first, see special_
+        case Kind::error: // there is no such constant to write: a string first, see special_
             check(worksheet_write_string(sheet, row, column, sheet::error_text(static_cast<std::uint16_t>(cell.number)),
                                          style),
                   place);
@@ -325,6 +325,8 @@ bool as_same_xlsx(Document& document, std::string& bytes, std::string& why) {
                     changes.wanted.push_back(cell);
                 return true;
             });
+    bool formula_entered = false;
+    for (const CellAddress cell : changes.wanted) formula_entered |= document.is_changed(cell);
     changes.content = [&](CellAddress cell, CellContent& content) {
         if (!is_ours(cell)) return false;
         const Value value = book.value(cell);
@@ -333,9 +335,16 @@ bool as_same_xlsx(Document& document, std::string& bytes, std::string& why) {
         content.filled = book.filled_by(cell);
         content.entered = document.is_changed(cell);
         const sheet::Formula* const formula = book.formula(cell);
-        if (!content.entered || formula == nullptr || !(content.filled.first() == cell)) return true;
+        if (formula == nullptr || !(content.filled.first() == cell)) return true;
+        if (!content.entered) {
+            if (formula_entered) content.own = to_xlsx(formula->text);
+            return true;
+        }
         content.formula = to_xlsx(formula->text);
-        if (!content.filled.is_cell()) why = document.place(cell) + " fills several cells, which the file has to tell";
+        Area array;
+        content.is_array = book.is_array_formula(cell, array);
+        if (!content.filled.is_cell() && !content.is_array)
+            why = document.place(cell) + " fills several cells, which the file has to tell";
         return true;
     };
     bytes = with_changes(document.bytes(), changes, why);

@@ -1,5 +1,5 @@
-// XML read in pieces, without anything that an attacker could make large: no document types, no entities but the five,
-// no deep nesting; and text as XML and HTML hold it.
+// XML read in pieces, without anything that a hostile file could make large: no document types, no entities but the
+// five, no deep nesting; and text as XML and HTML hold it.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 namespace qx::files {
 
-/// Adds a character of a text to XML or HTML: <, >, & and " as entities.
+/// Adds a character of a string to XML or HTML: <, >, & and " as entities.
 void append_escaped(std::string& markup, char c);
 
 /// The attributes of an element, by the name without its prefix; names of the extensions of LibreOffice keep

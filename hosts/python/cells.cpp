@@ -62,7 +62,7 @@ const PyDateTime_CAPI& dates() {
 }
 bool is_exactly(PyObject* value, PyTypeObject* type) { return Py_TYPE(value) == type; }
 
-/// Kinds that show a text as it is. Any other takes an ISO text as the date that it names.
+/// Kinds that show a string as it is. Any other takes an ISO text as the date that it names.
 bool keeps_text(Kind kind) {
     switch (kind) {
     case Kind::text:
@@ -77,7 +77,7 @@ bool keeps_text(Kind kind) {
     }
 }
 
-/// Kinds that tell a truth value from a number.
+/// Kinds that distinguish a truth value from a number.
 bool keeps_truth(Kind kind) {
     return kind == Kind::boolean || kind == Kind::any || kind == Kind::cell || kind == Kind::reference;
 }
@@ -99,7 +99,7 @@ bool read_iso_date(std::string_view text, double& serial) {
 OPER text_cell(std::string_view text, Kind kind, CellMemory& memory) {
     double serial = 0.0;
     if (!keeps_text(kind) && read_iso_date(text, serial)) return day_cell(serial, kind);
-    if (text.size() > longest_text) throw py::value_error("a text of more than 255 bytes does not fit a cell");
+    if (text.size() > longest_text) throw py::value_error("a string of more than 255 bytes does not fit a cell");
     unsigned char* const room = memory.bytes(text.size() + 2);
     room[0] = static_cast<unsigned char>(text.size());
     std::memcpy(room + 1, text.data(), text.size());

@@ -44,7 +44,7 @@ _object* object_of(const OPER& cell, const Calls& calls);
 _object* date_of(double serial);
 /// A value of a workbook: dates where it shows dates, CellError for an error value, None for a blank.
 _object* object_of(const sheet::Value& value);
-/// The other way round: a text that is a formula or looks like a date stays a text.
+/// The other way round: a string that is a formula or looks like a date stays a string.
 sheet::Value value_of(_object* object);
 
 } // namespace qx::python

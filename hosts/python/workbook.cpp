@@ -58,7 +58,7 @@ class Book {
     py::tuple area(const std::string& address) {
         const sheet::Formula formula = book_.read(address);
         const Value value = book_.evaluate(formula, Area(CellAddress{}));
-        if (!value.is(sheet::Type::area)) throw py::key_error("\"" + address + "\" is no cell and no range");
+        if (!value.is(sheet::Type::area)) throw py::key_error("\"" + address + "\" is neither a cell nor a range");
         const Area& found = value.area();
         return py::make_tuple(found.sheet, found.first_row, found.first_column, found.last_row, found.last_column);
     }

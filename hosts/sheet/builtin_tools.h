@@ -31,7 +31,7 @@ Value apply(A a) {
 
 // --- Ranges and arrays as tables ------------------------------------------------------------------------------------
 
-/// A reference, an array or a single value as rows and columns. Rows that the sheet never used are left out.
+/// A reference, an array or a single value as rows and columns. Rows that the sheet never used are omitted.
 class Table {
   public:
     Table(Calculator& calculator, const Value& value) : book_(calculator.book()), value_(value) {
@@ -101,7 +101,7 @@ class Table {
 };
 
 /// Calls visit(value, inside) for each value of an argument: inside a range or an array, or alone. Blank cells of
-/// the sheet may be left out. The callback returns false to stop.
+/// the sheet may be omitted. The callback returns false to stop.
 template <class Visit>
 void each_value(const Arguments& a, int i, Visit visit) {
     const Value& value = a[i];
@@ -235,7 +235,7 @@ class Criterion {
             return true;
         }
         std::vector<std::uint32_t> places;
-        if (code_ == Code::unequal && wanted_.is_number()) { // a text that reads as it differs from it too
+        if (code_ == Code::unequal && wanted_.is_number()) { // a string that reads as it differs from it too
             index.find(wanted_.number(), false, places);
             count = static_cast<double>(list.size() - places.size());
             return true;
@@ -247,7 +247,7 @@ class Criterion {
     }
 
   private:
-    /// A text that reads as a number equals that number, but does not fail to differ from it.
+    /// A string that reads as a number equals that number, but does not fail to differ from it.
     bool equals(const Value& value, bool reading) const {
         if (wanted_.is_blank()) return value.is_blank();
         if (wanted_.is_text()) {

@@ -1,8 +1,8 @@
 // The workbook's own functions: the everyday ones of every spreadsheet.
 //
 // Tables; each row says with letters what its arguments are, and the calculator converts them before the body runs:
-// n a number, t a text, b a truth value, v any single value, e any single value or error, r as it comes (a reference,
-// an array or a value). An argument left empty is 0, "" or FALSE; for N and B it takes the preset. Optional ones stand
+// n a number, t a string, b a truth value, v any single value, e any single value or error, r as it comes (a reference,
+// an array or a value). An argument left empty is 0, "" or FALSE; for N and B it takes the preset. Optional ones are
 // after |, and * repeats the last letters from the slash before it. A function of single values is applied to each
 // element of an array.
 #pragma once

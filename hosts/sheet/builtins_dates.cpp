@@ -308,7 +308,7 @@ const Builtin dates[] = {
      [](A a) { return working_day_later(a, -1, 2); }},
     {"WORKDAY.INTL", "nn|rr", "start, days, [weekend], [holidays]", "The same with other days off",
      [](A a) { return working_day_later(a, 2, 3); }},
-    {"DATEVALUE", "t", "text", "The date that a text spells",
+    {"DATEVALUE", "t", "text", "The date that text spells",
      [](A a) {
          const auto read = read_number(a.text(0));
          return read && read->is_date ? Value::date(std::floor(read->value)) : bad_value();

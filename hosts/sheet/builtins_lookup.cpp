@@ -165,7 +165,7 @@ Value offset(const Arguments& a) {
                              static_cast<std::uint16_t>(column + columns - 1.0)});
 }
 
-/// The reference that a text spells: in A1 or R1C1 style, or a name.
+/// The reference that a string spells: in A1 or R1C1 style, or a name.
 Value indirect(A a) {
     Area area;
     Workbook& book = a.calculator.book();
@@ -183,7 +183,7 @@ Value indirect(A a) {
     const bool r1c1 = a.has(1) && !a.truth(1);
     if (r1c1 ? read_r1c1_area(text, cell, sheet, area) : read_area(text, sheet, area)) return Value::reference(area);
     if (book.find_name(text, sheet, area)) return Value::reference(area);
-    return Value::error(xlerrRef, '"' + valid_utf8(text) + "\" is no reference");
+    return Value::error(xlerrRef, '"' + valid_utf8(text) + "\" is not a reference");
 }
 
 /// The item of a list, or of the other list, at which a value is in an ascending list: LOOKUP.
@@ -512,7 +512,7 @@ const Builtin lookups[] = {
     {"MMULT", "rr", "matrix, matrix", "The product of two matrices", matrix_product},
     {"OFFSET", "rnn|NN", "reference, rows, columns, [height], [width]", "A reference moved by rows and columns", offset,
      true},
-    {"INDIRECT", "t|b", "text, [a1]", "The reference that a text spells, in A1 style, or in R1C1 style if a1 is FALSE",
+    {"INDIRECT", "t|b", "text, [a1]", "The reference that text spells, in A1 style, or in R1C1 style if a1 is FALSE",
      indirect, true},
 };
 

@@ -126,7 +126,7 @@ Value variance(const std::vector<double>& numbers, bool sample) {
     const double count = static_cast<double>(numbers.size());
     if (count < (sample ? 2.0 : 1.0)) return Value::error(xlerrDiv0, "there are too few numbers");
     const double mean = std::accumulate(numbers.begin(), numbers.end(), 0.0) / count;
-    double squares = 0.0, rest = 0.0; // what the mean misses by its rounding
+    double squares = 0.0, rest = 0.0; // what rounding takes from the mean
     for (const double x : numbers) {
         squares += (x - mean) * (x - mean);
         rest += x - mean;
@@ -239,7 +239,7 @@ Value rank_of(A a) {
 
 // --- Subtotals ------------------------------------------------------------------------------------------------------
 
-/// True if a formula is itself a subtotal, which other subtotals leave out.
+/// True if a formula is itself a subtotal, which other subtotals pass over.
 bool is_subtotal(const Cell& cell) {
     if (cell.node == nullptr || !cell.node->formula) return false;
     const auto& builtins = cell.node->formula.builtins;

@@ -165,20 +165,20 @@ Value fixed(A a) {
 }
 
 const Builtin texts[] = {
-    {"LEN", "t", "text", "How many characters a text has",
+    {"LEN", "t", "text", "How many characters a string has",
      [](A a) { return number(static_cast<double>(character_count(a.text(0)))); }},
-    {"LEFT", "t|n", "text, [count]", "The first characters of a text",
+    {"LEFT", "t|n", "text, [count]", "The first characters of a string",
      [](A a) {
          const double count = std::trunc(a.count > 1 ? a.number(1) : 1.0);
          return count < 0.0 ? bad_value() : Value::text(characters(a.text(0), 0.0, count));
      }},
-    {"RIGHT", "t|n", "text, [count]", "The last characters of a text",
+    {"RIGHT", "t|n", "text, [count]", "The last characters of a string",
      [](A a) {
          const double count = std::trunc(a.count > 1 ? a.number(1) : 1.0);
          const double length = static_cast<double>(character_count(a.text(0)));
          return count < 0.0 ? bad_value() : Value::text(characters(a.text(0), std::max(0.0, length - count), count));
      }},
-    {"MID", "tnn", "text, start, count", "Characters from inside a text",
+    {"MID", "tnn", "text, start, count", "Characters from inside a string",
      [](A a) {
          const double from = std::trunc(a.number(1)), count = std::trunc(a.number(2));
          return from < 1.0 || count < 0.0 ? bad_value() : Value::text(characters(a.text(0), from - 1.0, count));
@@ -190,21 +190,24 @@ const Builtin texts[] = {
     {"TRIM", "t", "text", "The text without superfluous blanks", trim},
     {"CLEAN", "t", "text", "The text without control characters", clean},
     {"FIXED", "n|Nb", "number, [decimals], [no_commas]", "A number as text with a fixed number of decimals", fixed},
-    {"FIND", "tt|n", "find, text, [start]", "Where a text is inside another, telling capitals from small letters",
+    {"FIND", "tt|n", "find, text, [start]", "Where a string is inside another; capitals matter",
      [](A a) { return find_text(a, true); }},
-    {"SEARCH", "tt|n", "find, text, [start]", "Where a text, perhaps with * and ?, is inside another",
+    {"SEARCH", "tt|n", "find, text, [start]",
+     "Where a string, perhaps with * and ?, is inside another; capitals do not matter",
      [](A a) { return find_text(a, false); }},
-    {"SUBSTITUTE", "ttt|n", "text, old, new, [which]", "The text with one text in it replaced by another", substitute},
+    {"SUBSTITUTE", "ttt|n", "text, old, new, [which]", "The text with one string in it replaced by another",
+     substitute},
     {"REPLACE", "tnnt", "text, start, count, new", "The text with some characters replaced", replace},
     {"CONCATENATE", "t*", "text, ...", "Texts joined", [](A a) { return joined_text(a, 0, {}, false); }},
-    {"CONCAT", "r*", "text, ...", "Texts and ranges of texts joined", [](A a) { return joined_text(a, 0, {}, false); }},
+    {"CONCAT", "r*", "text, ...", "Strings and ranges of strings joined",
+     [](A a) { return joined_text(a, 0, {}, false); }},
     {"TEXTJOIN", "rbr*", "delimiter, skip_empty, text, ...", "Texts joined with a delimiter between them", text_join},
     {"TEXT", "vt", "value, format", "A number as text in a format such as \"#,##0.00\"", text_in_format},
-    {"VALUE", "v", "text", "The number that a text spells", value_of},
+    {"VALUE", "v", "text", "The number that text spells", value_of},
     {"CHAR", "n", "code", "The character of a code, 1 to 255", character},
     {"CODE", "t", "text", "The code of the first character", code},
     {"REPT", "tn", "text, times", "The text repeated", repeat},
-    {"EXACT", "tt", "text, text", "TRUE if two texts are the same to the letter",
+    {"EXACT", "tt", "text, text", "TRUE if two strings are equal, capitals included",
      [](A a) { return truth(a.text(0) == a.text(1)); }},
 };
 

@@ -70,7 +70,7 @@ class Stack {
 
 namespace {
 
-/// A text for a message, cut if it is long.
+/// A string for a message, cut if it is long.
 std::string quoted(std::string_view text) {
     constexpr std::size_t most = 40;
     const std::size_t end = character_offset(text, most);

@@ -121,7 +121,7 @@ int compare(const Value& a, const Value& b);
 /// base to the power of exponent; #NUM! for 0^0 and for a fractional power of a negative number.
 Value raised(double base, double exponent);
 
-/// The most bytes of a text that a formula may make.
+/// The most bytes of a string that a formula may make.
 inline constexpr std::size_t longest_text = 32767;
 
 /// A cell that the library has given back, as a value; references beyond the sheets become #REF!.

@@ -52,7 +52,7 @@ class CsvReader {
         CsvRows rows;
         while (at_ < text_.size()) {
             if (rows.size() == max_rows) {
-                report(0, rows.size() - 1, "the sheet has no more rows; the rest is left out", at_);
+                report(0, rows.size() - 1, "the sheet has no more rows; the rest is not read", at_);
                 break;
             }
             read_row(rows);
@@ -98,7 +98,7 @@ class CsvReader {
                 row.push_back(std::move(field));
             else if (row.size() == max_columns && !too_wide_) {
                 too_wide_ = true;
-                report(row.size(), rows.size() - 1, "the sheet has no more columns; the rest is left out", start);
+                report(row.size(), rows.size() - 1, "the sheet has no more columns; the rest is not read", start);
             }
             if (at_line_end()) break;
             ++at_;
@@ -214,11 +214,11 @@ std::string formula_problem(const FormulaError& error, std::string_view text) {
     std::string message = "character " + std::to_string(column) + " of " + excerpt(text, column) + ": " + error.what();
     if (text.find('(') != std::string_view::npos && text.find(',') == std::string_view::npos &&
         std::count(text.begin(), text.end(), '(') > std::count(text.begin(), text.end(), ')'))
-        message += " (a formula with commas stands in quotes)";
+        message += " (a formula with commas needs quotes)";
     return message;
 }
 
-/// Tells of a file without commas whose formulas stand behind another separator: each line would be one text.
+/// Reports a file without commas whose formulas follow another separator: each line would be a single field.
 void tell_other_separator(const CsvRows& rows, std::uint16_t sheet, std::vector<Problem>& problems) {
     if (std::any_of(rows.begin(), rows.end(), [](const auto& row) { return row.size() > 1; })) return;
     for (std::uint32_t row = 0; row < rows.size(); ++row) {
@@ -310,7 +310,7 @@ std::string save_csv(Workbook& book, std::uint16_t sheet, bool dates) {
     std::string text;
     const std::uint32_t rows = book.grid(sheet).rows(), columns = book.grid(sheet).columns();
     for (std::uint32_t row = 0; row < rows; ++row) {
-        std::size_t end = text.size(); // trailing empty cells are left out
+        std::size_t end = text.size(); // trailing empty cells are omitted
         for (std::uint32_t column = 0; column < columns; ++column) {
             if (column > 0) text += ',';
             const std::string value = csv_value(book.value({row, static_cast<std::uint16_t>(column), sheet}), dates);

@@ -3,7 +3,7 @@
 // A cell that begins with = is a formula, with {= an array formula: the first cell of its rectangle holds it, and
 // the other cells hold {} or the same text again. Numbers, TRUE, FALSE and error values are read as such; dates as
 // 2026-11-21 or 21-Nov-2026; whatever else is text. Fields are separated by commas, and a field with a comma, a quote
-// or a line end stands in quotes (RFC 4180); so do formulas with commas. The text is UTF-8, with or without a byte
+// or a line end is in quotes (RFC 4180); so do formulas with commas. The text is UTF-8, with or without a byte
 // order mark; bytes that are not are taken for Windows-1252.
 #pragma once
 
@@ -17,7 +17,7 @@ namespace qx::sheet {
 
 using CsvRows = std::vector<std::vector<std::string>>;
 
-/// The fields of a text. What is broken is listed in `problems` and read as well as it can be.
+/// The fields of a string. What is broken is listed in `problems` and read as well as it can be.
 CsvRows read_csv(std::string_view text, std::vector<Problem>& problems);
 
 /// Puts the text of a cell into it as a user would enter it. Throws FormulaError.
@@ -29,7 +29,7 @@ std::vector<Problem> load_csv(Workbook& book, std::uint16_t sheet, std::string_v
 
 /// A value as a file holds it: it reads back equal.
 std::string csv_value(const Value& value, bool dates);
-/// A text as a field, in quotes where it needs them.
+/// A string as a field, in quotes where it needs them.
 std::string csv_field(std::string_view text);
 
 /// The calculated values of a sheet as a CSV text that reads back equal: numbers in full, dates as 2026-11-21 or, if

@@ -234,7 +234,7 @@ class Reader {
     }
     [[noreturn]] void fail(const std::string& message) const { fail(message, at_); }
 
-    /// What stands at the place where reading stopped, for a message.
+    /// What is at the place where reading stopped, for a message.
     std::string here() const {
         if (at_ >= text_.size()) return "end of the formula";
         const std::size_t length = character_offset(rest(), 1);
@@ -359,7 +359,7 @@ class Reader {
             fail("nested too deeply (more than " + std::to_string(deepest_nesting) + " levels)");
     }
 
-    /// A text between quotes, of which doubled ones stand for one.
+    /// A string between quotes, of which doubled ones mean one.
     std::string quoted(char quote, const char* what) {
         const std::size_t opened = at_++;
         std::string text;
@@ -451,7 +451,7 @@ class Reader {
             }
         }
         if (!is_digit(peek()) && !(peek() == '.' && is_digit(peek(1))))
-            fail("unexpected " + here() + ", expected a number, a text, TRUE, FALSE or an error value in the array");
+            fail("unexpected " + here() + ", expected a number, text, TRUE, FALSE or an error value in the array");
         const double x = number();
         return Value::number(negative ? -x : x);
     }
@@ -468,7 +468,7 @@ class Reader {
         return text_.substr(start, at_ - start);
     }
 
-    /// A reference, name, function or truth value, perhaps on a sheet that stands in front with "!".
+    /// A reference, name, function or truth value, perhaps on a sheet in front of it with "!".
     void named_thing() {
         const std::size_t start = at_;
         std::uint16_t sheet = sheet_;
@@ -555,7 +555,7 @@ class Reader {
         // A name that both have is the library's, unless a file says that it means the spreadsheet's own.
         const bool own = equal_ignoring_case(name.substr(0, 6), "_xlfn.");
         name = bare(name);
-        // A service may stand in front: "com.example.Functions.DpD".
+        // A service may be in front: "com.example.Functions.DpD".
         const std::size_t dot = name.rfind('.');
         const std::string_view last = dot == std::string_view::npos ? name : name.substr(dot + 1);
         const Function* const library = own && find_builtin(name) != nullptr ? nullptr : find_function(name);
@@ -616,7 +616,7 @@ class Reader {
              start);
     }
 
-    /// One argument; one that is left out pushes a missing value.
+    /// One argument; one that is omitted pushes a missing value.
     void argument() {
         if (peek() == ',' || peek() == ')')
             constant(Value::missing());
@@ -827,7 +827,7 @@ std::string moved_formula(std::string_view text, std::int64_t rows, std::int64_t
     std::string moved;
     for (std::size_t at = 0; at < text.size();) {
         const char c = text[at];
-        if (c == '"' || c == '\'') { // a text or the name of a sheet
+        if (c == '"' || c == '\'') { // a string or the name of a sheet
             const std::size_t end = text.find(c, at + 1);
             const std::size_t length = end == std::string_view::npos ? text.size() - at : end + 1 - at;
             moved += text.substr(at, length);
@@ -892,7 +892,7 @@ bool read_r1c1_part(std::string_view& text, std::int64_t here, std::int64_t end,
     return true;
 }
 
-/// A cell, a row or a column in R1C1 style at the start of a text, as an area.
+/// A cell, a row or a column in R1C1 style at the start of a string, as an area.
 bool read_r1c1_corner(std::string_view& text, CellAddress cell, Area& area) {
     const auto begins = [&](char letter) { return !text.empty() && static_cast<char>(text[0] | 0x20) == letter; };
     area = Area(cell.sheet, 0, 0, max_rows - 1, static_cast<std::uint16_t>(max_columns - 1));

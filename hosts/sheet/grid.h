@@ -1,4 +1,4 @@
-// The cells of one sheet: columns of blocks of rows, made where something stands.
+// The cells of one sheet: columns of blocks of rows, made where there is something.
 #pragma once
 
 #include "hosts/sheet/value.h"
@@ -42,7 +42,7 @@ class Grid {
     std::uint32_t rows() const { return rows_; }
     std::uint32_t columns() const { return width_; }
 
-    /// Calls visit(row, column, cell) row by row for the cells of an area where something may stand. The callback
+    /// Calls visit(row, column, cell) row by row for the cells of an area where there may be something. The callback
     /// returns false to stop.
     template <class Visit>
     void visit(const Area& area, Visit visit) {

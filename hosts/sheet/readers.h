@@ -1,6 +1,6 @@
 // Which formulas read a cell: an index of intervals of rows, column by column.
 //
-// The intervals stand in a few sorted lists, each twice as long as the next, so that adding one costs little. A list is
+// The intervals are in a few sorted lists, each twice as long as the next, so that adding one costs little. A list is
 // searched as a balanced tree that knows how far down the intervals of each of its branches reach.
 #pragma once
 
@@ -100,7 +100,7 @@ class Readers {
     }
 
   private:
-    static constexpr std::uint32_t widest = 16; ///< columns of a range that stands in the list of each of them
+    static constexpr std::uint32_t widest = 16; ///< columns of a range that is in the list of each of them
 
     static IntervalTree::Interval interval_of(const Area& area, Node& reader) {
         return {area.first_row, area.last_row, &reader, area.first_column, area.last_column};

@@ -24,7 +24,7 @@ std::string_view text_of_oper(const OPER& cell) {
     return {reinterpret_cast<const char*>(cell.val.str) + 1, cell.val.str[0]};
 }
 
-/// A scalar without memory of its own; a text points into the value.
+/// A scalar without memory of its own; a string points into the value.
 OPER plain_oper(const Value& value) {
     switch (value.type()) {
     case Type::number:
@@ -293,7 +293,7 @@ int SheetHost::evaluate(OPER* result, const OPER& text) {
     if (text.type() != xltypeStr) return xlretInvXloper;
     try {
         const Formula formula = book_.read(text_of_oper(text), calculator_.caller().sheet);
-        // The library runs one function at a time, so a text that calls another one cannot be evaluated.
+        // The library runs one function at a time, so a string that calls another one cannot be evaluated.
         if (!formula.functions.empty()) return xlretFailed;
         const Area caller = calculator_.caller();
         Value value = calculator_.run(formula, caller);
@@ -316,7 +316,7 @@ int SheetHost::formula_text(OPER* result, const OPER& reference) {
     XLREF rectangle;
     if (area == Area(book_.caller_sheet(), caller().rwFirst, caller().colFirst, caller().rwLast, caller().colLast) &&
         !to_rectangle(calculator_.caller(), rectangle))
-        return xlretFailed; // the caller stands beyond what a reference can tell
+        return xlretFailed; // the caller is beyond what a reference can hold
     const Formula* const formula = book_.formula(area.first());
     if (formula != nullptr) return copy_to_oper(*result, Value::text("=" + formula->text)) ? xlretSuccess : xlretFailed;
     const Cell* const cell = book_.grid(area.sheet).find(area.first_row, area.first_column);

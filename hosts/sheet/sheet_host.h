@@ -25,7 +25,7 @@ class SheetHost final : public Host {
     int sheet_name(OPER* result, int count, OPER* const* arguments);
     int seek(OPER* result, int count, OPER* const* arguments);
     /// The caller as a rectangle that a reference can hold. One beyond the 256th column or the 65536th row keeps its
-    /// shape and stands at the end of these.
+    /// shape and is at the end of these.
     XLREF caller() const;
     /// The area of a reference; false for anything else.
     bool area_of(const OPER& reference, Area& area) const;

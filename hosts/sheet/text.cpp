@@ -171,7 +171,7 @@ bool equal_ignoring_case(std::string_view a, std::string_view b) { return compar
 
 namespace {
 
-/// Whether one character of a text fits the pattern at a place, which is not *. Both go on behind what they compare.
+/// Whether one character of a string fits the pattern at a place, which is not *. Both go on behind what they compare.
 bool fits_character(std::string_view pattern, std::size_t& p, std::string_view text, std::size_t& t) {
     if (pattern[p] == '?') {
         ++p;
@@ -295,7 +295,7 @@ std::optional<double> read_plain_number(std::string_view text) {
     std::size_t at = 0;
     bool has_digit = false;
     for (; at < text.size() && (is_digit(text[at]) || text[at] == ','); ++at) {
-        if (text[at] == ',') { // a separator of thousands stands before three digits
+        if (text[at] == ',') { // a separator of thousands is before three digits
             if (at == 0 || at + 3 >= text.size() || !is_digit(text[at + 1]) || !is_digit(text[at + 2]) ||
                 !is_digit(text[at + 3]) || (at + 4 < text.size() && is_digit(text[at + 4])))
                 return {};
@@ -455,7 +455,7 @@ std::optional<std::vector<Token>> tokens_of(std::string_view format) {
         } else if (c == '_') { // room for a character
             ++at;
             literal(" ");
-        } else if (c == '*') { // fill: a text has no width
+        } else if (c == '*') { // fill: a string has no width
             ++at;
         } else if (c == '[') {
             const std::size_t end = format.find(']', at);
@@ -465,7 +465,7 @@ std::optional<std::vector<Token>> tokens_of(std::string_view format) {
             if (!unit.empty() && unit.find_first_not_of(unit[0]) == unit.npos &&
                 (unit[0] == 'h' || unit[0] == 'm' || unit[0] == 's'))
                 tokens.push_back({Token::date, upper_case(unit)});
-            at = end; // colours and conditions do not show in a text
+            at = end; // colours and conditions do not show in a string
         } else if (c == '0' || c == '#' || c == '?') {
             tokens.push_back({Token::digit, std::string(1, c)});
         } else if (c == '.') {
@@ -664,7 +664,7 @@ std::optional<std::string> number_in_format(double x, const std::vector<Token>& 
     std::string power = shape.has_exponent ? std::to_string(std::abs(exponent)) : "";
     pad(power, shape.exponent_places);
 
-    // Digits take their places from the point to the left; what is left over stands at the first of them.
+    // Digits take their places from the point to the left; what is left over goes to the first of them.
     std::string text;
     int place = shape.whole_places; // of the next digit before the point, from 1 at the point
     std::size_t decimal = 0;
@@ -866,7 +866,7 @@ bool has_kind(const std::vector<Token>& tokens, Token::Kind kind) {
     return std::any_of(tokens.begin(), tokens.end(), [&](const Token& token) { return token.kind == kind; });
 }
 
-/// The tokens with @ replaced by a text.
+/// The tokens with @ replaced by a string.
 std::string filled_in(const std::vector<Token>& tokens, std::string_view itself) {
     std::string text;
     for (const Token& token : tokens) text += token.kind == Token::text_itself ? itself : std::string_view(token.text);

@@ -21,13 +21,13 @@ std::string lower_case(std::string_view text);
 std::string proper_case(std::string_view text); ///< a capital at the start of each word
 bool equal_ignoring_case(std::string_view a, std::string_view b);
 int compare_ignoring_case(std::string_view a, std::string_view b);
-/// True if the text fits a pattern with * (any characters), ? (one) and ~ (the next character as it stands).
+/// True if the text fits a pattern with * (any characters), ? (one) and ~ (the next character itself).
 bool matches_wildcards(std::string_view pattern, std::string_view text);
 
-/// The byte, from one on, at which the first part of a text starts that fits a pattern; npos if there is none.
+/// The byte, from one on, at which the first part of a string starts that fits a pattern; npos if there is none.
 std::size_t find_wildcards(std::string_view pattern, std::string_view text, std::size_t from);
 
-/// What a text means as a number: 1,234.5, 12%, 1e3, 1 1/2, (500), £5, 2026-11-21, 21-Nov-2026, 13:45.
+/// What a string means as a number: 1,234.5, 12%, 1e3, 1 1/2, (500), £5, 2026-11-21, 21-Nov-2026, 13:45.
 struct ReadNumber {
     double value;
     bool is_date;
@@ -41,7 +41,7 @@ std::string shortest_text(double x);
 /// A number in a format such as "#,##0.00;(#,##0.00)", "0.0%", "dd-mmm-yyyy" or "hh:mm". Nothing if it cannot be
 /// shown, as a negative date.
 std::optional<std::string> formatted_text(double x, std::string_view format);
-/// A text in a format: in the section for texts, or in one with @.
+/// A string in a format: in the section for texts, or in one with @.
 std::string formatted_text(std::string_view text, std::string_view format);
 
 /// Rounded to so many decimals, halves away from zero as the number reads in fifteen digits.

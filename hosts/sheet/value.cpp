@@ -19,7 +19,7 @@ std::string address_text(const Area& area) {
 
 namespace {
 
-/// How many bytes of a text fit a counted string without cutting a character.
+/// How many bytes of a string fit a counted string without cutting a character.
 std::size_t counted_length(std::string_view bytes) {
     if (bytes.size() <= 255) return bytes.size();
     std::size_t length = 255;

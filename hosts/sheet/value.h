@@ -51,7 +51,7 @@ struct Area {
     bool operator==(const Area&) const = default;
 };
 
-/// "A1", "$" left out.
+/// "A1", "$" omitted.
 std::string address_text(CellAddress cell);
 /// "A1:B3", or "A1" for one cell.
 std::string address_text(const Area& area);
@@ -246,7 +246,7 @@ inline Value number_or_error(double x) { return x - x == 0.0 ? Value::number(x) 
 const char* error_text(std::uint16_t code);
 /// What an error of this code means in general, as "division by zero".
 const char* error_meaning(std::uint16_t code);
-/// The error that a text begins with, as "#N/A": its length, and the code; 0 if it is none.
+/// The error that a string begins with, as "#N/A": its length, and the code; 0 if it is none.
 std::size_t match_error(std::string_view text, std::uint16_t& code);
 
 } // namespace qx::sheet

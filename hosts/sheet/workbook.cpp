@@ -315,6 +315,9 @@ void Workbook::set_array_formula(const Area& area, std::string_view text) {
     Formula formula = read(text, area.sheet);
     prepare_change();
     Grid& grid = sheets_[area.sheet].grid;
+    if (Cell& first = grid.make(area.first_row, area.first_column);
+        first.node != nullptr && first.node->is_array && first.node->target == area)
+        return install(*first.node, std::move(formula)); // another formula for the same cells
     const auto each_cell = [&](auto visit) {
         for (std::uint32_t row = area.first_row; row <= area.last_row; ++row)
             for (std::uint32_t column = area.first_column; column <= area.last_column; ++column)

@@ -6,7 +6,7 @@
 //     book.recalculate();
 //
 // A cell is calculated when it is read, and what it reads before it. A change marks whatever depends on it. A formula
-// that depends on itself shows #REF! and is told of in problems().
+// that depends on itself shows #REF! and is listed in problems().
 #pragma once
 
 #include "hosts/sheet/calculator.h"
@@ -130,7 +130,7 @@ class Workbook final : public Names {
 
     /// The value of a cell, calculated if it has to be.
     Value value(CellAddress cell);
-    /// The value of a formula that stands in no cell. References to one cell and several come as such.
+    /// The value of a formula that is in no cell. References to one cell and several come as such.
     Value evaluate(const Formula& formula, const Area& caller);
     Formula read(std::string_view text, std::uint16_t sheet = 0) { return read_formula(text, *this, sheet); }
     /// A reference as the values that it refers to; any other value as it is.
@@ -145,13 +145,13 @@ class Workbook final : public Names {
     /// Has a cell calculated anew at the next recalculation, and what depends on it.
     void mark_dirty(CellAddress cell);
 
-    /// What is wrong with the formulas as they stand after a recalculation, in the order of the cells.
+    /// What is wrong with the formulas after a recalculation, in the order of the cells.
     std::vector<Problem> problems() const;
     /// The cells that show an error value, in the same order, with the cause and the cell in which it came up.
     std::vector<CellError> errors();
     std::size_t formula_count() const;
 
-    /// Told now and then how many formulas of how many are calculated.
+    /// Called now and then with the formulas calculated and to calculate.
     std::function<void(std::size_t done, std::size_t all)> progress;
 
     // --- For the calculator ---------------------------------------------------------------------------------------

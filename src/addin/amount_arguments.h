@@ -10,7 +10,7 @@ namespace qx {
 
 // --- Spreads ---------------------------------------------------------------------------------------------------------
 
-constexpr Argument Total() { return {"Total", "The amount that is laid out"}; }
+constexpr Argument Total() { return {"Total", "The amount that is spread"}; }
 constexpr Argument Skew() {
     return optional("Skew", 1.0, "1 is symmetrical, below 1 earlier, above 1 later; 0 all on Start", "symmetrical")
         .within(skew_limits);

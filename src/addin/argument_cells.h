@@ -13,7 +13,7 @@ namespace qx {
 /// The cells of an argument, row by row; a reference is looked up.
 class Cells {
   public:
-    /// What a text in place of the cells is: a value like any other, or the name of cells.
+    /// What a string in place of the cells is: a value like any other, or the name of cells.
     enum Text { as_value, as_reference };
 
     Cells(const Cell& argument, const char* name, const Routine& here, Text text = as_value) : source_(argument.oper) {
@@ -39,7 +39,7 @@ class Cells {
     int columns() const { return is_array() ? source_->val.array.columns : 1; }
     const OPER& value() const { return *source_; }
     const OPER& operator()(int i) const { return is_array() ? source_->val.array.lparray[i - 1] : *source_; }
-    /// Entry i of a series, of which the last serves all that follow.
+    /// Entry i of a series, of which the last applies to all that follow.
     const OPER& entry(int i) const { return (*this)(std::min(i, count())); }
     /// The one cell of the argument. Throws gotarange if there are several.
     const OPER& single(const char* name, const Routine& here) const {

@@ -27,7 +27,7 @@ constexpr Argument Base() {
 constexpr Argument DayCount(double preset = 5.0) {
     return optional("DayCount", preset,
                     "Day count convention: 0 30/360 PSA, 1 actual/actual, 2 actual/360, 3 actual/365, 4 30E/360, 5 "
-                    "decimal year, 6 actual/actual in period; or a composite core.startend",
+                    "decimal year, 6 actual/actual in period; or a composite code such as 2.03",
                     preset == 5.0 ? "Actual Days/Actual Days In Month ('Decimal Year')" : nullptr)
         .of(day_count_values)
         .within(daycount_limits);
@@ -81,7 +81,7 @@ constexpr Argument AnnDateSeq(const char* name = "AnnDateSeq") {
 constexpr Argument SpecificDates(const char* name = "SpecificDates") {
     return optional(name, "List of dates that do not recur, in any order");
 }
-/// One of several sequences that may be left out.
+/// One of several sequences that may be omitted.
 constexpr Argument AnnDateSeqOpt(const char* name, DefaultSequence default_sequence = DefaultSequence::none) {
     return sequence_or_none(name,
                             "Dates that recur every year, as a preset number or a range of mm.dd figures; none if "
@@ -146,7 +146,7 @@ constexpr Argument PmtsPerYear(const char* name = "PmtsPerYear") {
 constexpr Argument TermYrs() { return {"TermYrs", "Term in years, whole or decimal"}; }
 constexpr Argument AnnGrowthRate() { return {"AnnGrowthRate", "Growth rate a year as a fraction"}; }
 constexpr Argument GrowRevsPerYrOpt() {
-    return optional("GrowRevsPerYrOpt", 1.0, "Steps of growth a year; 0 for growth at every moment", "once a year");
+    return optional("GrowRevsPerYrOpt", 1.0, "Steps of growth a year; 0 for continuous growth", "once a year");
 }
 constexpr Argument FVOpt() { return optional("FVOpt", 0.0, "Future value: a single amount at the end of the term"); }
 /// The day count and the sequence of lengths of time in discounting.
@@ -160,13 +160,13 @@ constexpr Argument DayCountDisc(const char* name = "DayCountDisc") {
 constexpr Argument PrdsDisc(const char* name = "PrdsDisc") {
     return sequence(name, -4,
                     "Dates in the year that bound the periods of the day count: 1, 2, 4, 12, negative in arrears, or a "
-                    "range of mm.dd figures; quarterly in arrear if left out")
+                    "range of mm.dd figures; quarterly in arrears if omitted")
         .of(sequence_values);
 }
 constexpr Argument PrdsInt() {
     return sequence("PrdsInt", -4,
                     "Dates in the year on which interest is paid: -1, -2, -4, -12 in arrears, or a range of mm.dd "
-                    "figures; quarterly in arrear if left out")
+                    "figures; quarterly in arrears if omitted")
         .of(sequence_values);
 }
 constexpr Argument FromDatesInt() {
@@ -181,13 +181,11 @@ constexpr Argument Cashflows(const char* name = "Cashflows") {
     return {name, "Cash flows, one for each date: received positive, paid negative"};
 }
 constexpr Argument StartDCF() {
-    return optional(
-        "StartDCF",
-        "If omitted, all cashflows are included.  Over-rides other Start  dates in the function. Cash flows on or "
-        "before it are left out");
+    return optional("StartDCF", "If omitted, all cashflows are included.  Over-rides other Start  dates in the "
+                                "function. Cash flows on or before it are excluded");
 }
 constexpr Argument FinishDCF() {
-    return optional("FinishDCF", "If omitted, all cashflows are included. Cash flows from this date on are left out");
+    return optional("FinishDCF", "If omitted, all cashflows are included. Cash flows from this date on are excluded");
 }
 
 // --- Groups: the arguments of a composite parameter (projections/terms.h, projections/steps.h) -----------------------
@@ -229,7 +227,7 @@ constexpr Argument RevMonthsOpt(const char* name = "RevMonthsOpt") {
 /// Forecast.
 constexpr ArgumentGroup forecast(const char* values = "FcstVals", const char* start = "StartFcst",
                                  const char* base = "FcstBase") {
-    return {{values, "Values of the forecast, one for each of its periods; the last one holds from then on"},
+    return {{values, "Values of the forecast, one for each of its periods; the last one applies from then on"},
             {start, "Date from which the first value of the forecast holds"},
             Argument{base, "Months that each value of the forecast holds, 1 to 1000"}.within(forecast_base_limits)};
 }

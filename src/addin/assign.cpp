@@ -1,6 +1,6 @@
 // Conversion of cells into typed inputs: what each cell type means for each type of input.
 //
-//     Element<T>    one value of type T from a number, a text, a blank or a boolean
+//     Element<T>    one value of type T from a number, a string, a blank or a boolean
 //     AssignCell    one cell, or an array or reference that holds just one value
 //     AssignRange   a cell or an array into a Range
 //

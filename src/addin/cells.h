@@ -15,7 +15,7 @@ inline constexpr const char* type_warning =
 inline constexpr const char* unexpected_reference =
     "A reference type was received. which was not expected.  It's not critical, but it needs looking at.";
 
-/// The text of a text cell.
+/// The text of a string cell.
 std::string text_in(const OPER& cell);
 std::string_view view_of(const OPER& cell);
 

@@ -86,7 +86,7 @@ inline constexpr Kind item_kind_of<Pairs<A, B, n>> = item_kind_of<A>;
 template <class T, int n>
 inline constexpr Kind item_kind_of<Repeated<T, n>> = item_kind_of<T>;
 
-/// The same calls, with what their routine gives back.
+/// The same calls, with what their routine returns.
 template <class R>
 constexpr Calls giving(Calls calls) {
     calls.gives = kind_of<std::remove_cvref_t<R>>;
@@ -343,7 +343,7 @@ struct TwinThunk<routine, at> {
 template <auto routine>
 inline constexpr Calls core = declaring::Thunk<routine>::calls();
 
-/// The calls of a routine of a time period, a date or a number that has an array twin; `at` tells which of the
+/// The calls of a routine of a time period, a date or a number that has an array twin; `at` says which of the
 /// parameters that is.
 template <auto routine, std::size_t at = 0>
 inline constexpr Calls twin = declaring::giving<double>(
@@ -389,7 +389,7 @@ constexpr bool preset_suits(Preset::Type preset, Kind kind) {
     }
 }
 
-/// Never defined: a call of it stops the compiler at the fault that its name tells.
+/// Never defined: a call of it stops the compiler with the fault in its name.
 void fault(const char* what);
 
 constexpr std::string_view words(const char* text) { return text == nullptr ? std::string_view{} : text; }

@@ -47,14 +47,14 @@ OPER* fail(std::uint16_t code, std::string_view reason) {
     return &ResultOper();
 }
 
-/// A call from within a text that the host evaluates for another call: slots and results are in use, and waiting for
+/// A call from within a string that the host evaluates for another call: slots and results are in use, and waiting for
 /// the lock would never end. Nothing of the other call is touched.
 OPER* refuse_nested(const Function& function) {
     static OPER refused;
     refused = error_cell(xlerrValue);
     if (traced())
         trace().warning(std::string(function.name) +
-                        " stands in a text that another function evaluates, and only one is calculated at a time.");
+                        " is in a string that another function evaluates, and only one is calculated at a time.");
     return &refused;
 }
 

@@ -26,7 +26,7 @@ namespace qx {
 class Frame;
 
 inline constexpr int max_arguments = 29;
-/// The most characters of a text of the registration.
+/// The most characters of a string of the registration.
 inline constexpr std::size_t longest_help = 255;
 
 enum class Category : std::uint8_t {
@@ -76,12 +76,12 @@ enum class Kind : std::uint8_t {
     reference, ///< the cell as it comes, and references unresolved
 };
 
-/// What an optional argument is when it is left out.
+/// What an optional argument is when it is omitted.
 struct Preset {
     enum Type : std::uint8_t { required, number, boolean, text, empty, sequence };
     Type type = required;
     double value = 0.0;          ///< number, boolean (0 or 1), date number, or number of a preset sequence
-    const char* words = nullptr; ///< the default as text; for the other types what the default means, if told
+    const char* words = nullptr; ///< the default as text; for the other types what the default means, if given
 };
 
 /// What a list of dates or numbers must be like.
@@ -140,7 +140,7 @@ constexpr Argument optional(const char* name, const char* preset, const char* he
 /// An argument that is an empty range, a blank or the zero date when it is omitted.
 constexpr Argument optional(const char* name, const char* help) { return {name, help, {Preset::empty, 0.0, nullptr}}; }
 
-/// The arguments of a composite parameter: one or several that stand together in a list.
+/// The arguments of a composite parameter: one or several, side by side in a list.
 struct ArgumentGroup {
     static constexpr int most = 8;
     Argument items[most] = {};
@@ -175,8 +175,8 @@ struct Calls {
     Kind kinds[max_arguments] = {};
     bool gives_dates = false;       ///< the numbers of the result are dates, for a host that formats its cells
     Kind items[max_arguments] = {}; ///< of an argument that is a list: what its cells are converted to
-    Kind gives = Kind::none;        ///< what comes back; none for a cell as the routine makes it
-    Kind gives_items = Kind::none;  ///< of a list that comes back
+    Kind gives = Kind::none;        ///< what is returned; none for a cell as the routine makes it
+    Kind gives_items = Kind::none;  ///< of a list that is returned
 };
 
 /// A numbered note of a change in behaviour.
@@ -222,7 +222,7 @@ Registered* all_functions();
 const Function* find_function(std::string_view name);
 
 /// The argument list as the host shows it: "TheDate,Days,[DayCount],[Periods]". A host takes 255 characters: a list
-/// that is longer goes without the brackets, and if need be without its last names, for which "..." stands.
+/// that is longer goes without the brackets, and if need be with "..." in place of its last names.
 std::string argument_text(const Function& function);
 /// The type text of the registration: R, then P or R per argument, and a ! if volatile.
 std::string type_text(const Function& function);

@@ -31,7 +31,7 @@ class Host {
 /// Sets the host of the process and returns the former one. A null pointer sets none.
 Host* set_host(Host* host);
 
-/// Calls the host. A null argument fails with xlretFailed before the host is asked; a failure is told to the
+/// Calls the host. A null argument fails with xlretFailed before the host is asked; a failure is reported to the
 /// debug stream; the temporary memory is emptied whatever the outcome.
 int excel_call(int xlfn, OPER* result, int count, OPER* const* arguments);
 
@@ -43,8 +43,8 @@ int Excel(int xlfn, OPER* result, int count, Cells*... cells) {
                       arguments);
 }
 
-/// Has the host evaluate a text as a formula, for which it may call back functions of the library. A text longer than a
-/// cell's fails with xlretFailed.
+/// Has the host evaluate a string as a formula, for which it may call back functions of the library. A string longer
+/// than a cell's fails with xlretFailed.
 int evaluate_text(OPER* result, std::string_view text);
 /// True within evaluate_text() on the thread that has called it.
 bool evaluating_text();
@@ -58,7 +58,7 @@ void message_box(std::string_view title, std::string_view text);
 /// Opens a help file, if the host can.
 void show_help(std::string_view file, HelpPage page, std::string_view topic);
 
-/// True if at least 10 kilobytes of stack are left, by the host's word. If not, and unless quiet, the user is told.
+/// True if at least 10 kilobytes of stack are left, by the host's word. If not, and unless quiet, the user is informed.
 bool stackok(std::string_view name, bool quiet);
 
 // Temporary memory: arguments of one host call, in an arena of the calling thread. Emptied by every host call.

@@ -37,7 +37,7 @@ void replace_all(std::string& text, std::string_view from, std::string_view to) 
 /// Asks the host for the add-in's full path.
 void ask_path(HostCell& path) {
     if (Excel(xlGetName, path.get(), 0) != xlretSuccess || path->type() != xltypeStr)
-        throw std::runtime_error("the host does not tell the add-in's path");
+        throw std::runtime_error("the host does not give the add-in's path");
 }
 
 /// Registers one row. Returns 0, or the code that the host gave.

@@ -59,12 +59,12 @@ constexpr Argument DayCountPrin() { return DayCount().renamed("DayCountPrin"); }
 constexpr Argument PrdsPrin() {
     return sequence("PrdsPrin", -4,
                     "Dates in the year on which capital is repaid: 1, 2, 4, 12 in advance, negative in arrears, or a "
-                    "range of mm.dd figures; quarterly in arrear if omitted");
+                    "range of mm.dd figures; quarterly in arrears if omitted");
 }
 constexpr Argument PrdsRep() {
     return sequence("PrdsRep", -4,
                     "Dates in the year on which repayments are made: -1, -2, -4, -12 in arrears, or a range of mm.dd "
-                    "figures; quarterly in arrear if omitted");
+                    "figures; quarterly in arrears if omitted");
 }
 /// Basis of a loan.
 constexpr ArgumentGroup loan_basis() { return {DayCount(), PrdsInt(), ProjMode()}; }

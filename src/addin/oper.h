@@ -37,7 +37,7 @@ struct XLMREF {
     XLREF reftbl[1];
 };
 
-/// A cell value: a payload and the word that tells its type.
+/// A cell value: a payload and the word that holds its type.
 struct OPER {
     union Value {
         double num;

@@ -22,8 +22,8 @@ constexpr Argument PaymentDates() {
                     "Dates on which payments are made: an option number or a range of floats, in the format mm.dd for "
                     "payments in advance or -mm.dd for payments in arrears");
 }
-constexpr Argument FirstFlow() { return optional("StartDCF", "Flows before it are omitted; one on it counts"); }
-constexpr Argument LastFlow() { return optional("FinishDCF", "Flows after it are omitted; one on it counts"); }
+constexpr Argument FirstFlow() { return optional("StartDCF", "Flows before it are excluded; one on it counts"); }
+constexpr Argument LastFlow() { return optional("FinishDCF", "Flows after it are excluded; one on it counts"); }
 constexpr ArgumentGroup cash_terms() {
     return {DayCount(0.0), PaymentDates(), DayCountDisc().within(daycount_limits), PrdsDisc(), FirstFlow(), LastFlow()};
 }

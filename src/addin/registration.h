@@ -1,4 +1,4 @@
-// The register: what a host is told of every worksheet function and command, as rows of 30 texts.
+// The register: what a host is given of every worksheet function and command, as rows of 30 texts.
 //
 // The rows come from the declarations, in the order of register_order.h. What is named there but does not exist yet
 // has no row.

@@ -12,8 +12,8 @@ constexpr Argument BrksOrExp() {
 }
 constexpr Argument Brk() {
     return optional("Brk", 1,
-                    "Which of the breaks ends the lease: its number, 0 the last, the expiry, -1 none, the lease never "
-                    "ends, -2 the first one after today. If omitted, break on first break.",
+                    "Which break ends the lease: its number; 0 the last, which is the expiry; -1 none, the lease never "
+                    "ends; -2 the first after today. If omitted, break on first break.",
                     "the first one");
 }
 constexpr Argument MktRent() {
@@ -21,7 +21,7 @@ constexpr Argument MktRent() {
 }
 constexpr Argument MktRent_s() {
     return {"MktRent_s", "Market rents a year, as at the first growth date: of the lease, then of each relet, of which "
-                         "the last one serves for the rest"};
+                         "the last one applies to the rest"};
 }
 constexpr Argument InitRent() { return {"InitRent", "Rent a year until the first review"}; }
 constexpr ArgumentGroup rent_forecast() { return forecast(); }
@@ -60,9 +60,9 @@ constexpr ArgumentGroup reviews() {
 }
 /// Relets.
 constexpr ArgumentGroup relets() {
-    return {optional("RelVoid_s", "Months of void before each relet; the last one serves for the rest"),
-            optional("RelRF_s", "Months without rent at the start of each relet; the last one serves for the rest"),
-            optional("RelTerm_s", "Term of each relet in years, the last one serving for the rest; 15 if omitted")};
+    return {optional("RelVoid_s", "Months of void before each relet; the last one applies to the rest"),
+            optional("RelRF_s", "Months without rent at the start of each relet; the last one applies to the rest"),
+            optional("RelTerm_s", "Term of each relet in years, the last one applying to the rest; 15 if omitted")};
 }
 
 /// Groups side by side as one.

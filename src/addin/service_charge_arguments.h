@@ -8,8 +8,8 @@ namespace qx {
 /// ReletTerms.
 constexpr ArgumentGroup relet_terms() {
     return {
-        optional("RelVoid_s", "Months of void before each relet; the last one serves for the rest, none if omitted"),
-        optional("RelTerm_s", "Term of each relet in years, the last one serving for the rest; 15 if omitted")};
+        optional("RelVoid_s", "Months of void before each relet; the last one applies to the rest, none if omitted"),
+        optional("RelTerm_s", "Term of each relet in years, the last one applying to the rest; 15 if omitted")};
 }
 /// ChainEnd.
 constexpr ArgumentGroup chain_end() {

@@ -15,7 +15,7 @@ struct SheetRange {
 
 bool has_both_sides(std::string_view text, std::size_t mark) { return mark > 0 && mark + 1 < text.size(); }
 
-/// Looks at the quotes and exclamation marks of a text.
+/// Looks at the quotes and exclamation marks of a string.
 SheetRange classify(std::string_view text, const Routine& here) {
     const auto refuse = [&] { here.fail<errinput>("Textstring", text, ": Error in range reference"); };
     if (text.find_first_not_of(' ') == text.npos) refuse();
@@ -48,7 +48,7 @@ const OPER& value_of(const OPER& cell) {
 
 using Take = void (KeptCell::*)(const OPER&); ///< keep or append
 
-/// Takes the values of a text that the host understands by itself.
+/// Takes the values of a string that the host understands by itself.
 void evaluate_at_once(KeptCell& values, Take take, std::string_view text, const Routine& here) {
     HostCell found;
     const int code = evaluate_text(found.get(), text);

@@ -8,8 +8,8 @@
 
 namespace qx {
 
-/// The values that a text stands for. A reference to one range on several sheets, "Jan:Mar!B2:B5", gives one column,
-/// sheet by sheet. Throws errinput for a text that is no reference, name or formula and for a reference that is not
+/// The values that a string stands for. A reference to one range on several sheets, "Jan:Mar!B2:B5", gives one column,
+/// sheet by sheet. Throws errinput for a string that is no reference, name or formula and for a reference that is not
 /// valid, uncalc if a cell is still to be calculated.
 void evaluate(KeptCell& values, std::string_view text, const Routine& here);
 

@@ -34,7 +34,7 @@ XLREF caller_rectangle(FunctionContext& context) {
     throw functionerror(context);
 }
 
-/// The number of cells of a time argument: 0 for what is neither a number, a text nor several cells.
+/// The number of cells of a time argument: 0 for what is neither a number, a string nor several cells.
 long long cells_in(const OPER& cell, FunctionContext& context) {
     switch (cell.type()) {
     case xltypeMulti:

@@ -2,7 +2,7 @@
 //
 // An entry is a figure mm.dd: 3.25 is 25 March and 2.29 the last day of February. A negative first entry makes the
 // whole sequence one of payments in arrears; entries are held as positive figures. Where a BusDaySwitch is set,
-// every date of the sequence stands rolled forward to the next business day.
+// every date of the sequence is rolled forward to the next business day.
 //
 // A worksheet argument becomes a sequence in one of these ways:
 //
@@ -176,7 +176,7 @@ inline constexpr SwitchValue sequence_values[] = {
 
 /// The words of a preset: "quarterly (1Jan,1Apr,1Jul,1Oct) ".
 std::string preset_text(int preset);
-/// A sequence in words: its preset or its dates, whether in arrear or in advance, and how its dates roll. The opening
+/// A sequence in words: its preset or its dates, whether in arrears or in advance, and how its dates roll. The opening
 /// for a list of periods is " periods commencing " or " periods up to and including ".
 std::string describe_periods(const AnnualSequence& sequence);
 /// The same, opening with " in advance, " or " in arrear, ".

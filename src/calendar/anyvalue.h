@@ -1,4 +1,4 @@
-// Cells that may hold one of several kinds of value: a number, a text, a date, or nothing.
+// Cells that may hold one of several kinds of value: a number, a string, a date, or nothing.
 //
 //     anyvalue cell;
 //     cell.setnumber(5.0);
@@ -67,7 +67,7 @@ class dateorfloat : public floatblank {
     date date_;
 };
 
-/// A number, a text or a blank cell.
+/// A number, a string or a blank cell.
 class anyvalue {
   public:
     void setnumber(double number) {
@@ -83,11 +83,11 @@ class anyvalue {
     bool isnumber() const { return kind_ == CellKind::number; }
     bool istext() const { return kind_ == CellKind::text; }
     bool isblank() const { return kind_ == CellKind::blank; }
-    /// The number; 0 for a text or a blank.
+    /// The number; 0 for a string or a blank.
     double number() const { return value_; }
     /// The text; empty for a number or a blank.
     const std::string& text() const { return text_; }
-    /// The number read as a date, by the rule of date's assignment; the zero date for a text or a blank.
+    /// The number read as a date, by the rule of date's assignment; the zero date for a string or a blank.
     const date& asdate() {
         date_ = date();
         if (isnumber()) date_ = value_;

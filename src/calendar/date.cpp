@@ -269,7 +269,7 @@ date date::from_dtn(int dtn) {
     return value;
 }
 
-/// The date number's day by steps of four years, as it stands outside the calendar of set_dtn.
+/// The date number's day by steps of four years, outside the calendar of set_dtn.
 void date::set_irregular_dtn(int dtn) {
     int block, y;
     const int beyond1999 = dtn - 36525;

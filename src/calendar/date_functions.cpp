@@ -218,11 +218,11 @@ date prev_in(View<date> ascending, const date& day) {
 /// The earlier of two dates, of which either may be none.
 const date& earlier(const date& a, const date& b) { return b.iszero() || (!a.iszero() && a < b) ? a : b; }
 
-/// A sequence with a list: where dates are looked for. A sequence that was left out may be left out here too.
+/// A sequence with a list: where dates are looked for. A sequence may be omitted.
 struct Source {
     const AnnualSequence& sequence;
     View<date> list;
-    bool even_default = false; ///< a default stands for a sequence left out
+    bool even_default = false; ///< an omitted sequence takes a default
     WorkList<date> in_order{};
 
     void sort() { list = in_order = sorted(list); }
@@ -241,7 +241,7 @@ date next_of(const Source (&sources)[N], const date& day) {
     return found;
 }
 
-/// Tells in the trace which sequence was left out and has no part, though its inputs show a default.
+/// Shows in the trace which sequence was omitted and has no part, though its inputs show a default.
 template <int N>
 void tell_left_out(Routine& here, const Source (&sources)[N]) {
     for (const Source& source : sources)

@@ -69,7 +69,7 @@ date PrevDateList(const date& TheDate, View<date> SpecificDates);
 /// The first date of a sequence or list after a date, and the last before it.
 date NextDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates);
 date PrevDateSeq(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates);
-/// The first date of up to four sequences and lists after a date. Those left out have no part in it.
+/// The first date of up to four sequences and lists after a date. Those omitted have no part in it.
 date NextDateCombine(const date& TheDate, const AnnualSequence& AnnDateSeq1, View<date> SpecificDates1,
                      const AnnualSequence& AnnDateSeq2, View<date> SpecificDates2, const AnnualSequence& AnnDateSeq3,
                      View<date> SpecificDates3, const AnnualSequence& AnnDateSeq4, View<date> SpecificDates4);
@@ -136,7 +136,7 @@ date RoundWeekDay(const date& TheDate, int DayInWeek, int RoundMethod);
 
 /// A date, but none before MinDate or after MaxDate; a zero date is no limit.
 date CollarDate(const date& TheDate, const date& MinDate, const date& MaxDate);
-/// An amount, but none below Minimum or above Maximum; a limit of zero is none.
+/// An amount, but none below Minimum or above Maximum; a limit of zero is no limit.
 double Collar(double Amt, double Minimum, double Maximum);
 /// True if a date is on or after StartDate and before FinishDate.
 bool InBetween(const date& TheDate, const date& StartDate, const date& FinishDate);
@@ -146,7 +146,7 @@ bool InBetween(const date& TheDate, const date& StartDate, const date& FinishDat
 std::string DescribeDayCount(double DayCount);
 std::string DescribePeriods(const AnnualSequence& Periods);
 std::string DescribeCashBasis(double ProjMode);
-/// PmtsPerYear is -1e6 to 1e6: positive in advance, negative in arrear, 0 annually in arrear.
+/// PmtsPerYear is -1e6 to 1e6: positive in advance, negative in arrears, 0 annually in arrears.
 std::string DescribePmtsPerYear(double PmtsPerYear);
 
 // --- Names of older workbooks ---------------------------------------------------------------------------------

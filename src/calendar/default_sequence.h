@@ -7,7 +7,7 @@ namespace qx {
 
 enum class DefaultSequence : std::uint8_t {
     in_advance,      ///< calendar quarters in advance: the general default
-    in_arrears,      ///< calendar quarters in arrear: of loans and the time value of money
+    in_arrears,      ///< calendar quarters in arrears: of loans and the time value of money
     none,            ///< no dates: a list that may be missing
     none_if_omitted, ///< no dates if omitted, otherwise the general default
 };

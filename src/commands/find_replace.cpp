@@ -34,7 +34,7 @@ namespace {
 constexpr std::size_t longest = 255; ///< characters that a cell of the interface holds
 constexpr std::size_t most_cells = 1'000'000;
 
-/// A text of up to 255 characters as a cell; a temporary text would be cut at 200.
+/// A string of up to 255 characters as a cell; a temporary text would be cut at 200.
 class Counted {
   public:
     explicit Counted(std::string_view text) {
@@ -98,7 +98,7 @@ void put(OPER* cell, const std::string& text) {
         throw std::runtime_error("Excel does not accept the contents");
 }
 
-/// The part of a sheet that is in use; the whole sheet if the host does not tell.
+/// The part of a sheet that is in use; the whole sheet if the host does not say.
 XLREF used_part() {
     int ends[4]; // first and last row, first and last column, from 1
     for (int i = 0; i < 4; ++i) {
@@ -127,7 +127,7 @@ std::string counted(std::size_t number, const char* word) {
     return std::to_string(number) + ' ' + word + (number == 1 ? "" : "s");
 }
 
-/// The corner that a text begins with, as $B$7; the text goes on behind it.
+/// The corner that a string begins with, as $B$7; the text goes on behind it.
 bool read_corner(std::string_view& text, int& row, int& column) {
     const auto take = [&text](char c) {
         if (text.empty() || text.front() != c) return false;

@@ -34,7 +34,7 @@ struct CellChange {
 };
 
 /// The dialog's state and what its buttons do, on the selection of the host. Find shows what would change; Replace
-/// writes it once it has been shown; Undo writes the former contents of the last Replace back. What goes wrong is told
+/// writes it once it has been shown; Undo writes the former contents of the last Replace back. What goes wrong is shown
 /// in the status.
 class clsfindreplace {
   public:
@@ -63,7 +63,7 @@ class clsfindreplace {
     bool read_selection(Selection& selection);
     bool confine(Selection& selection);
     void look(const Selection& selection);
-    /// Writes one text a cell; returns how many could be written and notes the problems.
+    /// Writes a string to each cell; returns how many could be written and notes the problems.
     int write(std::vector<CellChange>& changes, std::string CellChange::*text);
     bool is_shown() const;
 

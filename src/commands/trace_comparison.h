@@ -22,7 +22,7 @@ struct ComparedNode {
     bool expanded = false; ///< shown open at first
 };
 
-/// Lines belong together if they stand in the same place under the same name; siblings are matched in order, so that as
+/// Lines belong together if they are in the same place under the same name; siblings are matched in order, so that as
 /// many as possible find a partner. Times taken do not count as a difference.
 std::vector<ComparedNode> compare(const TraceTree& before, const TraceTree& after);
 

@@ -14,7 +14,7 @@ extern const char trace_page[]; // the page, with places for its title and its d
 
 namespace {
 
-/// Length of the UTF-8 sequence that a text starts with; 0 if it starts with none.
+/// Length of the UTF-8 sequence that a string starts with; 0 if it starts with none.
 std::size_t sequence_length(std::string_view text) {
     const auto byte = [text](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u; };
     const auto follows = [byte](std::size_t i, unsigned low = 0x80, unsigned high = 0xBF) {
@@ -30,7 +30,7 @@ std::size_t sequence_length(std::string_view text) {
     return 0;
 }
 
-/// Adds a text as a JSON string that is safe inside a script element.
+/// Adds a string as a JSON string that is safe inside a script element.
 void append_json(std::string& json, std::string_view text) {
     json += '"';
     const auto escape = [&json](unsigned code) {
@@ -54,7 +54,7 @@ void append_json(std::string& json, std::string_view text) {
     json += '"';
 }
 
-/// Adds a text as HTML.
+/// Adds a string as HTML.
 void append_html(std::string& html, std::string_view text) {
     for (const char letter : text) {
         if (letter == '&')
@@ -66,7 +66,7 @@ void append_html(std::string& html, std::string_view text) {
     }
 }
 
-/// The data of the page: each text once, and figures for each line.
+/// The data of the page: each string once, and figures for each line.
 class PageData {
   public:
     /// Five figures a line: its depth, its kind (plus 100 if it is open at first) and its three texts.

@@ -12,6 +12,9 @@
 
 namespace qx {
 
+/// The number of the help topic on the trace.
+constexpr int trace_help_topic = 10008;
+
 /// One line of the tree. Its text is in the tree's texts.
 struct TraceNode {
     std::size_t text = 0;
@@ -19,7 +22,7 @@ struct TraceNode {
     std::uint32_t end = 0; ///< one past the last line below it
     int depth = 0;         ///< 0 at the top
     TraceKind kind = TraceKind::info;
-    bool expanded = false; ///< shown open at first, since an error stands somewhere inside
+    bool expanded = false; ///< shown open at first, since there is an error somewhere inside
     bool fold = false;     ///< not of the trace: it holds a long run of lines that are alike
 };
 

@@ -75,7 +75,7 @@ class clsTimer {
     /// Starts from zero, or lets a stopped timer go on from its elapsed time.
     void start(bool fromzero = true);
     void stop();
-    /// Time since the start, or up to the stop. The timer goes on running.
+    /// Time since the start, or up to the stop. The timer keeps running.
     double microseconds() const;
     /// Whole milliseconds.
     long long milliseconds() const { return static_cast<long long>(microseconds() / 1000.0); }

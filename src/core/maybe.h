@@ -1,4 +1,4 @@
-// An argument of a routine that must tell left out, blank and given apart.
+// An argument of a routine that must distinguish omitted, blank and given.
 #pragma once
 
 #include "core/utilities.h"

@@ -23,7 +23,7 @@ void remove(std::string& text, std::string_view piece) {
         text.erase(at, piece.size());
 }
 
-/// Reduces a text to the digits of its number. Returns false if it has none.
+/// Reduces a string to the digits of its number. Returns false if it has none.
 bool reduce(std::string& text, bool& negative) {
     if (text.size() > longest_text) text.resize(longest_text);
     for (const std::string_view sign : currency_signs) remove(text, sign);

@@ -5,7 +5,7 @@
 
 namespace qx {
 
-/// The number in a text, or `otherwise` if it holds none. Currency signs, commas, blanks and brackets are
+/// The number in a string, or `otherwise` if it holds none. Currency signs, commas, blanks and brackets are
 /// dropped, so an amount in brackets is positive. Never fails.
 double parsenumber(const std::string& text, double otherwise);
 /// The same as a whole number: digits after a point are not read.

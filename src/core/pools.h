@@ -60,7 +60,7 @@ class RangePool {
 };
 
 /// Gives a type a pool of ranges: this in a header, and in one source file QX_RANGE_POOL_STORAGE. (The definition of
-/// a template would stand in the library's file on Windows with all its zeros.)
+/// a template would be in the library's file on Windows with all its zeros.)
 #define QX_RANGE_POOL(type_, slots_)                                                                                   \
     template <>                                                                                                        \
     inline constexpr int range_slots<type_> = slots_;                                                                  \
@@ -103,7 +103,7 @@ class WorkListPool {
     static inline std::uint32_t taken = 0;
 };
 
-/// A list for the work of one routine: empty at first, and given back with the scope. It can be returned as the
+/// A list for the work of one routine: empty at first, and returned with the scope. It can be returned as the
 /// routine's result and read wherever a Range or a View is read.
 ///
 ///     WorkList<double> amounts;

@@ -28,7 +28,7 @@ namespace qx {
 #define QX_NAMED(...) #__VA_ARGS__, __VA_ARGS__
 
 /// A block of the trace that ends with its scope: a loop pass or an if clause. Not closed while an error unwinds,
-/// so that the error stands inside the block in which it arose.
+/// so that the error is inside the block in which it arose.
 class TraceBlock {
   public:
     TraceBlock() = default;
@@ -158,7 +158,7 @@ class Routine {
         if (qx::traced()) trace().return_value(result, value, name_, level_);
         return std::forward<T>(value);
     }
-    /// The end of a routine whose result is shown elsewhere or is none.
+    /// The end of a routine whose result is shown elsewhere, or that has none.
     void returning() const {
         if (qx::traced()) trace().returning(name_, level_);
     }

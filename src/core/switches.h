@@ -1,5 +1,5 @@
 // Arguments that are switches: their values in words. One table of a switch is what users choose from, what help shows,
-// what a text is read by, and what the functions that describe a value answer.
+// what a string is read by, and what the functions that describe a value answer.
 #pragma once
 
 namespace qx {
@@ -7,7 +7,7 @@ namespace qx {
 /// One value of a switch.
 struct SwitchValue {
     int code;
-    const char* name;            ///< as lists of choices show it after the code; null for a value that they leave out
+    const char* name;            ///< as lists of choices show it after the code; null for a value that they omit
     const char* words = nullptr; ///< as descriptions have it, where they say more than the name
 };
 

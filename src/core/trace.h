@@ -41,7 +41,7 @@ enum class TraceKind : int {
     element = 23,
 };
 
-/// A text as the file has it, and with all digits of its numbers if that is another.
+/// A string as the file has it, and with all digits of its numbers if that is another.
 struct TraceText {
     std::string_view text, full;
 

@@ -68,7 +68,7 @@ class AllDigits {
     ~AllDigits();
 };
 
-/// A text and, while a trace runs, the same text with all digits of its numbers: empty if it is no other.
+/// A string and, while a trace runs, the same text with all digits of its numbers: empty if it is no other.
 struct Wording : std::string {
     std::string full;
 };

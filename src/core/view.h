@@ -70,7 +70,7 @@ class View {
     }
     const T& first() const { return (*this)(1); }
     const T& last() const { return (*this)(n_); }
-    /// Entry i of a series, of which the last serves all that follow.
+    /// Entry i of a series, of which the last applies to all that follow.
     const T& entry(int i) const { return (*this)(i < n_ ? i : n_); }
     /// Entry i of a list that may hold a single value for all.
     const T& single_or(int i) const { return (*this)(n_ == 1 ? 1 : i); }

@@ -114,7 +114,7 @@ bool meets(const std::string& value, const anyvalue& criterion, const FunctionCo
     return is_met(evaluate_formula == nullptr ? Evaluated::failed : evaluate_formula(formula), formula, context);
 }
 
-/// A value as it stands in a formula; valid until the next call.
+/// A value as written in a formula; valid until the next call.
 const std::string& rendered(const anyvalue& value, const FunctionContext& context) {
     if (value.isblank()) fail<errinput>(context, "Value Missing when one is required.");
     static std::string text;

@@ -31,9 +31,9 @@ enum class Evaluated : std::uint8_t {
 using FormulaEvaluator = Evaluated (*)(const std::string& formula);
 inline FormulaEvaluator evaluate_formula = nullptr;
 
-/// True if a value meets a criterion. The criterion is a number, for equality; a text with "?" in place of the value; a
-/// text that begins with =, < or >, for the value to be put in front; or any other text, for equality. Throws errinput
-/// if either is blank, invalidcriteria if the criterion cannot be evaluated or has its ? in quotes, uncalc.
+/// True if a value meets a criterion. The criterion is a number, for equality; a string with "?" in place of the value;
+/// a string that begins with =, < or >, for the value to be put in front; or any other text, for equality. Throws
+/// errinput if either is blank, invalidcriteria if the criterion cannot be evaluated or has its ? in quotes, uncalc.
 bool MeetsCriteria(const anyvalue& value, const anyvalue& criterion, const FunctionContext& context);
 
 enum CritOption : int { all_criteria = 1 };
@@ -41,10 +41,10 @@ inline constexpr SwitchValue criteria_option_values[] = {{0, "Condition is OR"},
 
 /// True if a value meets one of the criteria, or with the option all_criteria all of them.
 bool meets_criteria(const anyvalue& value, View<anyvalue> Criteria, int CritOpts, const FunctionContext& context);
-/// The same for a value as it stands in a formula.
+/// The same for a value as written in a formula.
 bool meets_criteria(const std::string& value, View<anyvalue> Criteria, int CritOpts, const FunctionContext& context);
 
-// Values as they stand in a formula: a number in full, a text in quotes.
+// Values as written in a formula: a number in full, a string in quotes.
 void append_to_formula(std::string& formula, double number);
 void append_to_formula(std::string& formula, std::string_view text);
 

@@ -19,15 +19,15 @@ using Conditions = Pairs<Maybe<bool>, Maybe<Result>, most_choices>;
 template <class Result>
 using Cases = Pairs<Maybe<anyvalue>, Maybe<Result>, most_choices>;
 
-/// The result of the first true condition, or the default. A condition that is left out is false.
+/// The result of the first true condition, or the default. A condition that is omitted is false.
 double IfElse(double Default, const Conditions<double>& Choices);
 const std::string& IfElseT(const std::string& DefaultText, const Conditions<std::string>& Choices);
 /// The same with conditions and results in two lists. Throws inputrangelength2 if they differ in length.
 double IfElseR(double Default, View<bool> Conds, View<double> Results);
 const std::string& IfElseRT(const std::string& DefaultTxt, View<bool> Conds, View<std::string> ResultsText);
 
-/// The result of the first case equal to the variable, or the default. A number and a text are equal if the text parsed
-/// as an amount is that number; a case that is left out equals nothing.
+/// The result of the first case equal to the variable, or the default. A number and a string are equal if the text
+/// parsed as an amount is that number; a case that is omitted equals nothing.
 double Switch(const anyvalue& SwitchVar, double Default, const Cases<double>& Choices);
 const std::string& SwitchT(const anyvalue& SwitchVar, const std::string& DefaultText,
                            const Cases<std::string>& Choices);

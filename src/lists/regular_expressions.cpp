@@ -6,7 +6,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#define BOOST_REGEX_MAX_STATE_COUNT 1'000'000 // for a text that is read letter by letter
+#define BOOST_REGEX_MAX_STATE_COUNT 1'000'000 // for a string that is read letter by letter
 #include <boost/regex.hpp>
 
 namespace qx {
@@ -23,7 +23,7 @@ void look() {
         throw std::runtime_error("The search takes too long"); // once: what unwinds looks as well
 }
 
-/// A place in a text that counts how often it is looked at.
+/// A place in a string that counts how often it is looked at.
 class Letter {
   public:
     using iterator_category = std::bidirectional_iterator_tag;
@@ -77,7 +77,7 @@ std::string lower(std::string text) {
     return text;
 }
 
-/// A text and the expression sought in it.
+/// A string and the expression sought in it.
 class Search {
   public:
     Search(const std::string& text, const std::string& expression, bool lower_case)

@@ -12,10 +12,10 @@
 
 namespace qx {
 
-/// How often an expression matches in a text.
+/// How often an expression matches in a string.
 int RegNMatches(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive);
 
-/// The first match; an empty text if there is none.
+/// The first match; an empty string if there is none.
 std::string RegSMatch(const std::string& Textstring, const std::string& RegSought, bool CaseInSensitive);
 
 /// All matches.

@@ -33,7 +33,7 @@ anyvalue& next_of(Range<anyvalue>& list) {
     return list(list.size());
 }
 
-/// True for a list without content: left out, or nothing but blank cells.
+/// True for a list without content: omitted, or nothing but blank cells.
 bool is_empty(View<anyvalue> list) { return list.size() == 0 || list.lastnonblank() == 0; }
 
 } // namespace
@@ -141,7 +141,7 @@ WorkList<anyvalue> FindIf(View<anyvalue> InpList, View<anyvalue> OutList, View<a
 WorkList<anyvalue> Unique(View<anyvalue> InputRangePoly) {
     Routine here{"Unique"};
     here.inputs(InputRangePoly);
-    // Equal items stand together in order; the first of each, in the order of the list, are the result.
+    // Equal items are together in order; the first of each, in the order of the list, are the result.
     static int order[range_capacity];
     int* end = order;
     for (int i = 1; i <= InputRangePoly.size(); ++i)
@@ -159,7 +159,7 @@ WorkList<anyvalue> Unique(View<anyvalue> InputRangePoly) {
         if (at == order || !(item(*at) == item(at[-1])))
             *last++ = *at;
         else
-            last[-1] = std::min(last[-1], *at); // numbers within the tolerance may stand out of their order
+            last[-1] = std::min(last[-1], *at); // numbers within the tolerance may be out of their order
     std::sort(order, last);
     WorkList<anyvalue> values;
     values->dimension(0);

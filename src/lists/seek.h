@@ -1,4 +1,4 @@
-// Items picked out of lists: by their place, by what stands beside them, by criteria.
+// Items picked out of lists: by their place, by what is beside them, by criteria.
 #pragma once
 
 #include "calendar/anyvalue.h"
@@ -49,7 +49,7 @@ inline constexpr SwitchValue find_switch_values[] = {
 WorkList<anyvalue> FindIf(View<anyvalue> InpList, View<anyvalue> OutList, View<anyvalue> Criteria, int FindSwitch,
                           int CritOpts);
 
-/// The different values of a list in the order in which they first occur, blank cells left out.
+/// The different values of a list in the order in which they first occur, blank cells omitted.
 WorkList<anyvalue> Unique(View<anyvalue> InputRangePoly);
 
 } // namespace qx

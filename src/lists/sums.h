@@ -20,7 +20,7 @@ double SumSubRange(View<double> Values, int FirstOne, int LastOne);
 /// list. Throws inputrangelength2.
 double SumDiv(View<double> Values, View<double> Divisors);
 
-/// The sum of the values in one category, a number or a text. Throws inputrangelength2.
+/// The sum of the values in one category, a number or a string. Throws inputrangelength2.
 double SumCat(View<double> Values, View<anyvalue> Categories, const anyvalue& ChosenCategory);
 
 /// The sum of the values whose category is among those chosen and, if there is a second set of categories, whose

@@ -72,7 +72,7 @@ WorkList<Number> extract(const char* name, View<anyvalue> InputPoly_s, Number (*
 
 bool holds_digit(std::string_view piece) { return piece.find_first_of("0123456789") != piece.npos; }
 
-/// Where the dash of a stretch "first-last" stands: a dash behind a number. The sign of a number is none.
+/// Where the dash of a stretch "first-last" is: behind a number. The sign of a number is no such dash.
 std::size_t dash_of_stretch(std::string_view piece) {
     for (std::size_t at = piece.find('-'); at != piece.npos; at = piece.find('-', at + 1)) {
         const std::size_t before = piece.substr(0, at).find_last_not_of(' ');

@@ -5,7 +5,7 @@
 
 namespace qx {
 
-/// Keeps a number, or a text, under a name, the empty one included, and gives it back. Throws variablebufferfull for a
+/// Keeps a number, or a string, under a name, the empty one included, and returns it. Throws variablebufferfull for a
 /// new name when there are 1000.
 double SetNum(double Value, const std::string& VarName);
 const std::string& SetStr(const std::string& Textstring, const std::string& VarName);

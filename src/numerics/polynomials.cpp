@@ -126,7 +126,7 @@ int real_roots(const MonicPolynomial& p, double* roots) {
     if (solver.info() != Eigen::Success) return 0;
     int count = 0;
     for (const auto& root : solver.eigenvalues()) {
-        // Rounding makes the parts of a multiple root complex; the polynomial's value tells them from others.
+        // Rounding makes the parts of a multiple root complex; the polynomial's value separates them from others.
         if (std::fabs(root.imag()) < 0.01 * std::fabs(root.real()) && p.is_zero_at(root.real()))
             roots[count++] = root.real();
     }

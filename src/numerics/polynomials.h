@@ -65,7 +65,7 @@ double RSqrdPoly(View<dateorfloat> XValues, View<dateorfloat> YValues, int Degre
 
 /// The value of a polynomial. Throws errlibinsuffrange without a coefficient.
 double CalcPoly(View<double> Coefficients, double XValue);
-/// The equation as a text, "y = 3 + 2x^2", with numbers of up to 1 to 15 significant digits.
+/// The equation as a string, "y = 3 + 2x^2", with numbers of up to 1 to 15 significant digits.
 std::string PolyEqn(View<double> Coefficients, int Digits);
 /// Where a polynomial of degree 20 at most takes a value: all such places from XMin to XMax in rising order, a multiple
 /// one once. Roots within about a millionth of their size count as one. Throws polyfail if there is none or every place

@@ -40,7 +40,7 @@ inline constexpr SwitchValue range_operation_values[] = {
 class Tally {
   public:
     void add(double amount);
-    /// An item that has no amount, such as a text: it counts, and is no part of anything else.
+    /// An item that has no amount, such as a string: it counts, and is no part of anything else.
     void add_item() { ++items_; }
 
     /// The result of a RangeOperation; 0 if there is nothing to work on.

@@ -76,9 +76,9 @@ double RePhaseCon(const timeperiod& Time, const Life& from, const Life& to, doub
 /// date is an open end.
 double ConEvent(const timeperiod& Time, const Life& life);
 
-/// A stream that comes back every Periodicity months until it would start on or after AbsFinish, each time as long as
-/// the first time, at the next of AnnualRates, of which the last one serves for the rest. Throws errlibmaxrevs if it
-/// comes back a hundred times by the end of the period.
+/// A stream that recurs every Periodicity months until it would start on or after AbsFinish, each time as long as
+/// the first time, at the next of AnnualRates, of which the last one applies to the rest. Throws errlibmaxrevs if it
+/// recurs a hundred times by the end of the period.
 double ConPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> AnnualRates,
               int Periodicity, const Basis& basis);
 /// The same growing: with a step of growth once a year, or every RevMos months.
@@ -90,7 +90,7 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
 // --- Reviewed to a growing rate -------------------------------------------------------------------------------------
 
 /// The amount of a stream that runs at InitialAnnRate until FirstRev and then at a market rate, taken up every
-/// RevMonthsOpt months (0: at every moment). MktAnnRate is the market rate at GrowthBaseDate; growth dates are
+/// RevMonthsOpt months (0: continuously). MktAnnRate is the market rate at GrowthBaseDate; growth dates are
 /// GrowthLag months later than given.
 double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                    double InitialAnnRate, const Growth& growth, const date& GrowthBaseDate, int RevMonthsOpt,
@@ -113,7 +113,7 @@ double MultiConGrow(const timeperiod& Time, const Streams& streams, const Growth
 /// The same once a year.
 double AnnGrow(const timeperiod& Time, const Streams& streams, const Growth& growth, const Basis& basis);
 double MultiAnnGrow(const timeperiod& Time, const Streams& streams, const Growth& growth, const Basis& basis);
-/// One growth rate from one date on. Steps count from GrowFrom, growth at every moment from Start. Throws errlibbadnum
+/// One growth rate from one date on. Steps count from GrowFrom, continuous growth from Start. Throws errlibbadnum
 /// for negative RevMos.
 double ConGrowQ(const timeperiod& Time, const Life& life, double AnnualRate, const date& GrowFrom, double GrowthRatePA,
                 int RevMos, const Basis& basis);
@@ -127,7 +127,7 @@ timeperiod ReviewPeriodFcst(const date& TheDate, const date& FirstRev, int RevMo
                             int FcstBase, bool StepOverBoundary);
 
 /// The amount of a stream that runs at InitialAnnRate until FirstRev and then at the forecast's value at each review
-/// (RevMonthsOpt 0: at every moment). A review before the forecast starts keeps the initial rate. At most 1000 reviews.
+/// (RevMonthsOpt 0: continuously). A review before the forecast starts keeps the initial rate. At most 1000 reviews.
 double ConFcstMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double InitialAnnRate,
                    const Forecast& forecast, int RevMonthsOpt, const Basis& basis, bool ComponentPart);
 double ConFcstMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double InitialAnnRate,

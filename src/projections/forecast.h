@@ -1,7 +1,7 @@
 // What a forecast says at a date.
 //
 // An even forecast has a value for every so many months from its start on; where it is read lies in decimal months, of
-// which day d of a month with n days is (d - 1) / n. Beyond its end the last value stands; before its start it is 0.
+// which day d of a month with n days is (d - 1) / n. Beyond its end the last value applies; before its start it is 0.
 //
 // All throw errlibmin and errlibmax for a forecast base outside 1 to 1000 months, or for a negative switch.
 #pragma once

@@ -31,7 +31,7 @@ date review_before(const date& TheDate, const date& FirstRev, int RevMonths);
 date review_after(const date& TheDate, const date& FirstRev, int RevMonths);
 
 /// StartingValue grown from Date1 to Date2, or to the last review before it. A value of zero stays zero. Throws
-/// errlibillegalswitch for a GrowthType that is none, errlibmin and errlibmax for a DayCount outside 0 to 999 (which
+/// errlibillegalswitch for an unknown GrowthType, errlibmin and errlibmax for a DayCount outside 0 to 999 (which
 /// has no say in growth), outofrange for a rate without a date, errlibbadexponentiation for a rate below -100%.
 double GrowFromTo(const date& Date1, const date& Date2, double StartingValue, const Growth& growth, int GrowthType,
                   int RevMonthsOpt, const Measure& measure);

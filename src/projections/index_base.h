@@ -1,4 +1,4 @@
-// Where the forecast of an index stands at 1.
+// Where the forecast of an index is 1.
 #pragma once
 
 #include "calendar/anyvalue.h"

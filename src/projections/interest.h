@@ -1,7 +1,7 @@
 // Simple interest on balances: how much of it falls into a period.
 //
 // An advance is a positive balance, and interest on it is a payment, so negative. Rates are simple annual rates; dated
-// rates hold from FromDatesInt on and are averaged over the time they stand in a period; before the first of them the
+// rates hold from FromDatesInt on and are averaged over the time they hold in a period; before the first of them the
 // rate is 0. Interest accrues under a DayCount (0 to 999) and the dates of PrdsInt; under a cash ProjMode (1 or 3) a
 // period holds what the payment dates in it settle.
 #pragma once
@@ -85,7 +85,7 @@ double TotInterestSF(const date& Start, const date& Finish, View<date> FromDates
 /// Options of FInterestM, a sum.
 enum InterestOption : int {
     unlimited_cash = 1,        ///< the span that a period settles is not cut to the dates of the balances
-    zero_is_no_override = 256, ///< an override of zero is none
+    zero_is_no_override = 256, ///< an override of zero does not count
     ignore_overrides = 512,
 };
 /// The heart of every loan: FInterest with a margin on the rates, and with amounts of interest that take the place of

@@ -57,7 +57,7 @@ bool outside(const Routine& here, const timeperiod& Time, const OpenToSteps& ope
     return outside(here, Time, open.steps);
 }
 
-/// The time period of one day that stands for a date.
+/// The time period of one day that serves for a date.
 timeperiod day_of(const date& TheDate) { return {TheDate, TheDate.plusdays(1)}; }
 
 /// No further levels of a step than that with which its part of a period begins.

@@ -10,7 +10,7 @@ namespace qx {
 
 namespace {
 
-/// The payments in a period, of which `worth` tells the value by date and amount.
+/// The payments in a period, of which `worth` gives the value by date and amount.
 template <class Pmts, class Worth>
 double sum_worth(const Routine& here, const timeperiod& Time, const Pmts& payments, Worth worth) {
     if (!runs_forward(here, Time)) return 0.0;

@@ -42,7 +42,7 @@ constexpr const char* one_or_many(const char* one, const char* many) {
     return Pmts::many ? many : one;
 }
 
-/// A payment as it stands in a period.
+/// A payment as it counts in a period.
 inline double payment_in(const timeperiod& Time, const date& PmtDate, double Pmt) {
     return Time.contains(PmtDate) ? Pmt : 0.0;
 }
@@ -116,7 +116,7 @@ struct CategoryChoice {
 };
 /// Options of MkPmtsCats, a sum; a bit without a meaning is passed over.
 enum CategoryOption : int {
-    all_but_first = 1,   ///< what the first set wants is left out, the rest is paid
+    all_but_first = 1,   ///< what the first set wants is omitted, the rest is paid
     all_but_second = 2,  ///< the same for the second set
     either_category = 4, ///< one of the sets is enough; otherwise both must agree
 };

@@ -33,7 +33,7 @@ void each_repetition(const Routine& here, const timeperiod& Time, const date& Fi
 }
 
 /// The sum over the repetitions of something as long, under the day count, as its first life, by the next of some
-/// amounts, of which the last one serves for the rest: `in_period` gives what a life with an amount has in the period.
+/// amounts, of which the last one applies to the rest: `in_period` gives what a life with an amount has in the period.
 template <class InPeriod>
 double sum_repetitions(const Routine& here, const timeperiod& Time, const Life& life, const date& AbsFinish,
                        View<double> amounts, int Periodicity, const Basis& basis, InPeriod in_period) {

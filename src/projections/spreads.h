@@ -160,7 +160,7 @@ double UniSpread(const timeperiod& Time, const Streams& streams, const Basis& ba
 double UniSpreadGrow(const timeperiod& Time, const UniformSpread& spread, const Growth& growth, const Basis& basis);
 /// Evenly over the length of the seasons, each weighted by its factor.
 double UniSpreadS(const timeperiod& Time, const UniformSpread& spread, const Seasons& seasons, const Basis& basis);
-/// Every Periodicity months up to AbsFinish; total n is that of repetition n, the last one serves for all that follow.
+/// Every Periodicity months up to AbsFinish; total n is that of repetition n, the last one applies to all that follow.
 /// Throw errlibmaxrevs where a period comes 100 repetitions or more after Start.
 double UniSpreadPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> Totals,
                     int Periodicity, const Basis& basis);

@@ -56,7 +56,7 @@ double StepGrown(const timeperiod& Time, const Steps& steps, View<double> Annual
 template <class Steps>
 double StepGrowX(const timeperiod& Time, const Steps& steps, View<double> AnnualRates, const Growth& growth,
                  int RevMonthsOpt, const Basis& basis);
-/// A rate of zero is a gap, for which the market rate grown to the date of the step stands.
+/// A rate of zero is a gap, which takes the market rate grown to the date of the step.
 template <class Steps>
 double StepGrowMkt(const timeperiod& Time, const date& end, double MktAnnRate, View<date> dates,
                    View<double> AnnualRates, const Growth& growth, const Basis& basis);
@@ -70,7 +70,7 @@ double StepThenGrow(const timeperiod& Time, const Steps& steps, View<double> Ann
 /// The rate of a step is the forecast at its date.
 template <class Steps>
 double StepFcst(const timeperiod& Time, const Steps& steps, const Forecast& forecast, const Basis& basis);
-/// A rate of zero is a gap, for which the forecast at the date of the step stands.
+/// A rate of zero is a gap, which takes the forecast at the date of the step.
 template <class Steps>
 double StepFcstMkt(const timeperiod& Time, const Steps& steps, View<double> AnnualRates, const Forecast& forecast,
                    const Basis& basis);

@@ -1,7 +1,7 @@
 // The rent of a lease, and of the relets after it, that follows an index: from a first indexation date on it is taken
 // up every IdxReg months to what the index has made of it since a base date. A relet starts at the market rent
 // (realestate/rents.h), which follows the index in its turn. The settings of indexation are series: an entry for the
-// lease, then one for each relet, of which the last one serves for the rest.
+// lease, then one for each relet, of which the last one applies to the rest.
 //
 // A rent that is agreed at a review to the market holds from that day; indexation goes on from it on the same dates as
 // before, with the review as its base.

@@ -2,7 +2,7 @@
 //
 // A relet starts some void months after the expiry before it, its rent starts some rent-free months after that, and it
 // expires its term after its start. Series of voids and the like have an entry for each relet, of which the last one
-// serves for all that follow; without entries there is neither void nor rent-free, and a relet runs for 15 years.
+// applies to all that follow; without entries there is neither void nor rent-free, and a relet runs for 15 years.
 #pragma once
 
 #include "core/options.h"

@@ -7,7 +7,7 @@
 namespace qx {
 
 /// The fees of a period: the first fraction of InitRent on LeaseStartDate, then fraction i + 1 of the market rent at
-/// the start of relet i, the last one serving for the rest. A relet on AbFin or later pays none. Throw
+/// the start of relet i, the last one applying to the rest. A relet on AbFin or later pays none. Throw
 /// missinggrowthdate (Growth::check), or errlibmin and errlibmax for a forecast base outside 1 to 1000.
 double LeasingFeeGrowR(const timeperiod& Time, View<double> FeePerc_s, const date& LeaseStartDate, View<date> BrksOrExp,
                        View<double> MktRent_s, double InitRent, const Growth& growth, const ReletTerms& relets,

@@ -36,7 +36,7 @@ struct ChainEnd {
     }
 };
 
-/// Item n of a series, from 1, of which the last one serves for the rest; 0 of an empty one.
+/// Item n of a series, from 1, of which the last one applies to the rest; 0 of an empty one.
 inline double series_item(View<double> series, int n) { return series.empty() ? 0.0 : series.entry(n); }
 
 /// The walk over the relets of a chain without reviews.

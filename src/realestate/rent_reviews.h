@@ -10,7 +10,7 @@
 namespace qx {
 
 inline constexpr int most_reviews_of_rent = 100;
-/// A discount to the market rent, where its sign tells upward-only reviews.
+/// A discount to the market rent, whose sign marks upward-only reviews.
 inline constexpr Limits rent_discount_limits{-1, 1};
 
 /// How far the walk over the reviews of a lease has come: the last review, and the next one. Number 0 is the start.

@@ -16,8 +16,8 @@ enum ReviewType : int {
     indexed_rent_type = 8, ///< the rent before times what the market made of it since it was agreed
 };
 
-/// The rents of a lease that starts on a date: rent n from date n on, by review type n, of which the last one serves
-/// for the rest. The market is a forecast. Reviews of the last type go on every RevMos after the last date.
+/// The rents of a lease that starts on a date: rent n from date n on, by review type n, of which the last one applies
+/// to the rest. The market is a forecast. Reviews of the last type go on every RevMos after the last date.
 struct TypedRents {
     using takes = Takes<Range<date>, Range<double>, Forecast, Collars, Range<int>, Reviews>;
     View<date> FromDates;

@@ -29,7 +29,7 @@ double PVTStepRentFcst(const Discount& at, const date& RentStart, View<date> Brk
                        View<double> AnnRents, const Forecast& forecast, const Reviews& reviews, const CashTerms& terms,
                        View<date> UOTog, int Brk);
 /// With a discount rate for each rent: rate n for what given rent n pays, then one for the reviews that follow; the
-/// last one serves for the rest.
+/// last one applies to the rest.
 double PVTStepRentGrowIC(const date& NPVDate, View<double> DisAER, const date& RentStart, View<date> BrksOrExp,
                          double MktRent, View<date> ReviewDates, View<double> AnnRents, const Growth& growth,
                          const Reviews& reviews, const CashTerms& terms, View<date> UOTog, int Brk);

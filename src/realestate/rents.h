@@ -122,7 +122,7 @@ double FStepRentFcstR(const timeperiod& Time, View<date> BrksOrExp, View<date> F
                       const Basis& basis, const date& AbFin, View<date> UOTog, int ROpts, int Brk);
 
 /// TStepRentGrow and TStepRentGrowR with each rent times a weight: weight n is that of given rent n, then one of the
-/// reviews that follow, then one of each relet; the last one serves for the rest. The terms have been checked.
+/// reviews that follow, then one of each relet; the last one applies to the rest. The terms have been checked.
 double weighted_step_rent(const timeperiod& Time, const date& RentStart, View<date> BrksOrExp, double MktRent,
                           View<date> ReviewDates, View<double> AnnRents, const Growth& growth, const Reviews& reviews,
                           const Basis& basis, View<date> UOTog, int Brk, View<double> weights);

@@ -30,7 +30,7 @@ enum CapOption : int {
 /// How rent is paid, and what a valuation by dates does beyond its rules.
 struct CapTerms {
     using takes = Takes<double, int>;
-    double PmtsPerYearOpt; ///< positive in advance, negative in arrear
+    double PmtsPerYearOpt; ///< positive in advance, negative in arrears
     int CapOptions;        ///< a sum of CapOption
 
     YieldTerms yield() const {

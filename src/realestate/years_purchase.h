@@ -2,7 +2,7 @@
 // true and nominal, and those that follow from a discount rate and the growth of rents.
 //
 // Yields, discount and growth rates are fractions a year: 0.08 is 8%. PmtsPerYearOpt is how often rent is paid,
-// positive in advance and negative in arrear: 4 is quarterly in advance, -4 quarterly in arrear. A true yield is an
+// positive in advance and negative in arrears: 4 is quarterly in advance, -4 quarterly in arrears. A true yield is an
 // annual equivalent rate; a nominal one is the rate of one payment period times the payments a year, so that a
 // perpetuity is worth the rent over the yield.
 //
@@ -41,7 +41,7 @@ inline constexpr SwitchValue yield_type_values[] = {
 /// How rent is paid, and how its yield is quoted.
 struct YieldTerms {
     using takes = Takes<double, int>;
-    double PmtsPerYearOpt; ///< positive in advance, negative in arrear
+    double PmtsPerYearOpt; ///< positive in advance, negative in arrears
     int YieldTypeOpt;      ///< a YieldType
 
     bool nominal() const { return YieldTypeOpt == nominal_yield; }

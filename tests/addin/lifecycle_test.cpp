@@ -1,4 +1,4 @@
-// Opening and closing the add-in against a host that keeps what it is told.
+// Opening and closing the add-in against a host that keeps what it is given.
 #include "addin/cells.h"
 #include "addin/excel_operations.h"
 #include "addin/lifecycle.h"

@@ -15,7 +15,7 @@
 namespace qx::test {
 namespace {
 
-/// Rows of the whole register by category, in the register's order, as its table states them.
+/// Rows of the whole register by category, in the register's order.
 constexpr struct {
     const char* category;
     int rows;

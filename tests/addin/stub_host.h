@@ -1,4 +1,4 @@
-// A host for tests: answers what a test tells it to, and remembers what it was asked.
+// A host for tests: answers as a test asks, and remembers what it was asked.
 #pragma once
 
 #include "addin/frame.h"

@@ -111,7 +111,7 @@ class Help(unittest.TestCase):
 
     def test_limits_and_errors_come_from_the_function(self):
         text = self.texts["Con.html"]
-        self.assertIn("a number, 0 to 999; default: 0", text)
+        self.assertIn("A number, 0 to 999; default: 0", text)
         self.assertRegex(text, r"ProjMode above 7</td><td><code>#NUM!</code></td><td>Value greater than maximum")
         self.assertIn("A list of dates", self.texts["DateSeq.html"])
         for name in ("Switch", "Unique"):
@@ -125,6 +125,9 @@ class Help(unittest.TestCase):
         self.assertIn("VLOOKUP", found("vlookup"))
         self.assertIn("reviews", found("upward-only"))
         self.assertIn("day-counts", found("30/360", "day", "count"))
+        self.assertIn("accounts", found("sinking", "fund"))
+        self.assertTrue(run("help", "accounts").stdout.startswith("# Accounts\n"))
+        self.assertIn("<ol>\n<li>Interest is paid on cash", self.texts["definitions-accounts.html"])
         self.assertEqual(run("help", "--search", "nosuchword").returncode, 1)
         listed = json.loads(re.search(r'<script id="pages" type="application/json">(.*?)</script>',
                                       self.texts["index.html"], re.S)[1])

@@ -194,10 +194,13 @@ TEST(QuexelReplace, ShowsAndThenWrites) {
                          "4 of 6 filled cells would change; --write changes the file\n");
     EXPECT_EQ(shown.status, 0);
     EXPECT_EQ(content("model.csv"), model);
-    EXPECT_NE(quexel(replace + " --where B1:B9 --write").out.find("2 of 3 filled cells changed\n"), std::string::npos);
+    EXPECT_NE(quexel(replace + " --where B1:B9 --write")
+                  .out.find("2 of 3 filled cells changed; the former file is model.csv.bak\n"),
+              std::string::npos);
+    EXPECT_EQ(content("model.csv.bak"), model);
     EXPECT_EQ(content("model.csv"), "\xEF\xBB\xBFRent,Note\r\n1200,\"=DpD(A2,31)\"\r\n\r\n\"a \"\"30\"\"\",31\r\n");
     EXPECT_EQ(quexel("replace model.csv --find '(' --replace x --write").status, 1);
-    EXPECT_EQ(quexel("replace model.csv --find x --replace y --where A").err, "\"A\" is no area such as A1:D50\n");
+    EXPECT_EQ(quexel("replace model.csv --find x --replace y --where A").err, "\"A\" is not an area such as A1:D50\n");
     EXPECT_EQ(quexel("replace model.csv --find '' --replace y").err,
               "Error: Find text must not be the empty string!\n");
     EXPECT_EQ(quexel("replace nosuch.csv --find x --replace y").status, 1);

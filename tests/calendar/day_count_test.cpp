@@ -84,7 +84,7 @@ TEST(DayCount, AYearInMonths) {
     EXPECT_DOUBLE_EQ(months(date(2019, 1, 1), date(2020, 1, 1), 13), 253 * 12.0 / 252);
 }
 
-// Code 8 leaves out the 29 Februarys from the first date up to the day before the last.
+// Code 8 skips the 29 Februarys from the first date up to the day before the last.
 TEST(DayCount, LeapDaysLeftOut) {
     for (const date& from :
          {date(1910, 1, 1), date(1999, 2, 28), date(2000, 2, 29), date(2000, 3, 1), date(2003, 6, 15)}) {

@@ -32,7 +32,7 @@ TEST(Reviews, BetweenAndBefore) {
 }
 
 // The days of 30 years lie between the review before and the one after, which are an interval apart. Months have 30
-// days here, so that a day 31 counts as the next month's first; so late starts are left out.
+// days here, so that a day 31 counts as the next month's first; so late starts are passed over.
 TEST(Reviews, NextFollowsLast) {
     for (const int day_of_month : {1, 15, 24})
         for (const int interval : {1, 3, 12, 60}) {

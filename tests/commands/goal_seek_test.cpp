@@ -12,7 +12,7 @@
 namespace qx::test {
 namespace {
 
-/// One column of numbers on a sheet with id 9; a row without an entry holds a text.
+/// One column of numbers on a sheet with id 9; a row without an entry holds a string.
 class ColumnHost : public Host {
   public:
     ColumnHost() : former_(set_host(this)) {}

@@ -263,7 +263,7 @@ TEST_F(RangeTest, DatesTieAmountsToThem) {
               (std::vector<std::string>{"1 DateSize (2 ranges)\t\tDates,Amounts",
                                         "0 Info\t\tNote - a range that had blanks has been compacted from 3 to 2"}));
 
-    // A row with an amount but no date stays, unless it stands at the end.
+    // A row with an amount but no date stays, unless it is at the end.
     Numbers& undated = list<1>({10, 5, 30, 40});
     EXPECT_EQ((list<1, date>({first, none, last, none}).datesize(undated)), 3);
     EXPECT_EQ(items(undated), (Doubles{10, 5, 30}));

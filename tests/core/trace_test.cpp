@@ -13,7 +13,7 @@ namespace {
 
 using Trace = Traced;
 
-/// The lines of the trace's file after its first, which tells name and time.
+/// The lines of the trace's file after its first, which holds name and time.
 std::vector<std::string> file_lines() {
     std::ifstream file("qx_Trace.qxl", std::ios::binary);
     std::vector<std::string> lines;

@@ -208,8 +208,7 @@ class Writing(Case):
         self.run_quexel("calc", "a.xlsx", "--set", "A1=1", "--set", "B1=5", "--set", "B8=6", "--in-place")
         self.assertEqual(self.values("a.xlsx"), {"A1": 1, "B1": 5, "C1": 8, "D3": 4, "A4": 1, "A5": 2, "A8": 2, "B8": 6})
         before = self.get("a.xlsx")
-        for setting, reason in [("A8=1", "A8 holds the formula of other cells too"),
-                                ("F1==SEQUENCE(3)", "F1 fills several cells"), ("F1=2026-11-22", "F1 would be a date")]:
+        for setting, reason in [("F1==SEQUENCE(3)", "F1 fills several cells"), ("F1=2026-11-22", "F1 would be a date")]:
             done = self.run_quexel("calc", "a.xlsx", "--set", setting, "--in-place", status=1)
             self.assertIn(reason, done.stderr)
         self.assertEqual(self.get("a.xlsx"), before)
@@ -289,6 +288,88 @@ class WhatIf(Case):
         self.assertRegex(done.stdout, r"B1 is 150, was 100; B3 shows 450, wanted 450")
         self.run_quexel("calc", "m.csv", "--seek", "--in-place")
         self.assertEqual(self.get("m.csv").decode(), self.MODEL.replace("100", "150", 1))
+
+
+class Replacing(Case):
+    """quexel replace over all forms of a model."""
+
+    def replace(self, *arguments, status=0):
+        return self.run_quexel("replace", *arguments, status=status).stdout
+
+    def workbook(self):
+        data = ('<sheetData><row r="1"><c r="A1"><v>10</v></c><c r="B1"><f t="shared" ref="B1:B3" si="0">A1*2</f></c>'
+                '<c r="C1" s="1"><f t="array" ref="C1:C3">A1:A3*10</f><v>1</v></c><c r="D1" t="s"><v>0</v></c>'
+                '<c r="E1"><f>_xlfn.IFS(A1&gt;0,_xll.MonthEnd(38000))</f></c></row>'
+                '<row r="2"><c r="A2"><v>20</v></c><c r="B2"><f t="shared" si="0"/></c><c r="C2"/></row>'
+                '<row r="3"><c r="A3"><v>30</v></c><c r="B3"><f t="shared" si="0"/></c><c r="C3"/></row></sheetData>'
+                '<mergeCells><mergeCell ref="G1:H1"/></mergeCells>')
+        other = '<sheetData><row r="1"><c r="A1"><f>SUM(S!B1:B3)</f><v>0</v></c></row></sheetData>'
+        parts = xlsx_parts(("S", data), ("In put", other), styles='<cellXfs><xf numFmtId="0"/><xf numFmtId="10"/></cellXfs>',
+                           texts=("<si><t>total 10 =1</t></si>",))
+        parts["xl/calcChain.xml"] = f'<calcChain xmlns="{MAIN}"><c r="B1" i="1"/><c r="E1"/></calcChain>'
+        parts["xl/_rels/workbook.xml.rels"] = parts["xl/_rels/workbook.xml.rels"].replace(
+            "</Relationships>", '<Relationship Id="rId9" Type="x/calcChain" Target="calcChain.xml"/></Relationships>')
+        parts["[Content_Types].xml"] = '<Types><Override PartName="/xl/calcChain.xml" ContentType="c"/></Types>'
+        return archive(parts)
+
+    def test_formulas_and_constants_of_a_workbook(self):
+        self.put("a.xlsx", self.workbook())
+        shown = self.replace("a.xlsx", "--find", r"\b10\b|\*2$", "--replace", "7", status=0)
+        for line in ("'S'!A1 +10 +-> +7", r"'S'!B1 +=A1\*2 +-> +=A17", r"'S'!C1 +=A1:A3\*10 +-> +=A1:A3\*7",
+                     "'S'!D1 +total 10 =1 +-> +total 7 =1"):
+            self.assertRegex(shown, line)
+        self.assertTrue(shown.endswith("6 of 10 filled cells would change; --write changes the file\n"), shown)
+        self.assertEqual(self.get("a.xlsx"), self.workbook())
+
+        # The first of a shared formula changes; those that shared it keep theirs.
+        done = self.replace("a.xlsx", "--find", r"\*2$|\*10$", "--replace", "*3", "--where", "S!A1:C1", "--write")
+        self.assertIn("2 of 3 filled cells changed; the former file is a.xlsx.bak\n", done)
+        self.assertEqual(self.get("a.xlsx.bak"), self.workbook())
+        cells = self.values("a.xlsx")
+        self.assertEqual([cells[c] for c in ("A1", "B1", "B2", "B3", "C1", "C3", "D1", "E1")],
+                         [10, 30, 40, 60, 30, 90, "total 10 =1", 38017])
+        self.assertEqual(self.values("a.xlsx", sheet=1), {"A1": 130})
+        with zipfile.ZipFile(io.BytesIO(self.get("a.xlsx"))) as changed:
+            sheet = changed.read("xl/worksheets/sheet1.xml").decode()
+            self.assertIn('<f t="array" ref="C1:C3">A1:A3*3</f>', sheet)
+            self.assertIn("<f>_xlfn.IFS(A1&gt;0,_xll.MonthEnd(38000))</f>", sheet)  # as it was
+            self.assertIn("<mergeCells>", sheet)
+            self.assertIn("<v>130</v>", changed.read("xl/worksheets/sheet2.xml").decode())
+            self.assertNotIn("xl/calcChain.xml", changed.namelist())  # Excel takes one that disagrees for damage
+            for part in ("[Content_Types].xml", "xl/_rels/workbook.xml.rels"):
+                self.assertNotIn("calcChain", changed.read(part).decode())
+        os.replace(self.path("a.xlsx.bak"), self.path("a.xlsx"))  # one step undoes it
+        self.assertEqual(self.values("a.xlsx")["B1"], 20)
+
+    def test_what_cannot_change_stays_and_is_reported(self):
+        self.put("a.xlsx", self.workbook())
+        done = self.replace("a.xlsx", "--find", r"^=A1\*2|^=A1:A3", "--replace", "=(", "--write", status=1)
+        self.assertRegex(done, r"B1 .*stays as it was: character \d+: ")
+        self.assertRegex(done, r"C1 .*stays as it was")
+        self.assertIn("0 of 10 filled cells would change\n", done)
+        self.assertEqual(self.get("a.xlsx"), self.workbook())
+        self.put("m.csv", "5,=A1*2,=A1+\n")
+        done = self.replace("m.csv", "--find", r"(\d)\*2|\+", "--replace", "$1*(", "--write", status=1)
+        self.assertRegex(done, "B1 .*stays as it was: ")
+        self.assertIn("1 of 3 filled cells changed", done)  # what was broken before may be on its way to be mended
+        self.assertEqual(self.get("m.csv").decode(), "5,=A1*2,=A1*(\n")
+
+    def test_a_formula_becomes_a_constant_and_a_date_stays_one(self):
+        self.put("m.csv", "2026-01-31,=1+1,x\n")
+        self.run_quexel("calc", "m.csv", "--out", "a.xlsx")
+        self.replace("a.xlsx", "--find", r"2026-01|^=1\+1$", "--replace", "2027-03", "--write")
+        self.assertEqual(self.values("a.xlsx", arguments=["--dates"]), {"A1": "2027-03-31", "B1": "2027-03", "C1": "x"})
+
+    def test_ods_goes_to_a_new_workbook(self):
+        cell = '<table:table-cell office:value-type="float" office:value="5"{}/>'
+        self.put("a.ods", ods(("S", "<table:table-row>" + cell.format("") +
+                               cell.format(' table:formula="of:=[.A1]*2"') + "</table:table-row>")))
+        self.assertRegex(self.replace("a.ods", "--find", "[*]2", "--replace", "*3"), r"B1  =A1\*2  ->  =A1\*3")
+        done = self.run_quexel("replace", "a.ods", "--find", "[*]2", "--replace", "*3", "--write", status=1)
+        self.assertIn("--out FILE.xlsx writes a new one", done.stderr)
+        self.replace("a.ods", "--find", "[*]2", "--replace", "*3", "--out", "b.xlsx")
+        self.assertEqual(self.values("b.xlsx"), {"A1": 5, "B1": 15})
+        self.run_quexel("replace", "a.ods", "--find", "5", "--replace", "6", "--where", "Nothing!A1", status=1)
 
 
 class Printing(Case):

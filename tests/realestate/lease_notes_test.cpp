@@ -1,4 +1,4 @@
-// What the trace tells of the choices that a lease function made for its user.
+// What the trace shows of the choices that a lease function made for its user.
 #include "support/traced.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 namespace qx::test {
 namespace {
 
-/// True if the trace of a formula has an item with a text in it.
+/// True if the trace of a formula has an item with text in it.
 bool tells(std::string_view formula, std::string_view words) {
     sheet::Workbook book;
     trace().TraceStart();

@@ -186,7 +186,7 @@ std::optional<std::string> Cases::check(std::string_view line) {
 
 namespace {
 
-/// What is missing in the trace of a call that got its inputs: the function tells its arguments first.
+/// What is missing in the trace of a call that got its inputs: the function records its arguments first.
 std::optional<std::string> untold_arguments() {
     const auto starts = [](int item, std::string_view words) { return trace().text(item).starts_with(words); };
     for (int item = 2; item + 2 <= trace().count(); ++item)

@@ -1,4 +1,4 @@
-// Cases: what a function promises, one line each, calculated in a workbook.
+// Cases: what a function returns, one line each, calculated in a workbook.
 //
 //     MonthEnd(38000) = 38017                 the value, numbers within 1e-12 of it (relative above 1)
 //     DayName(38000) = "Wednesday"            the expectation is a formula as well: TRUE, {1,2;3,4}, DATE(2004,1,31)
@@ -39,7 +39,7 @@ class Cases {
     int count_ = 0;
 };
 
-/// A value as it would stand in a formula.
+/// A value as written in a formula.
 std::string shown(const sheet::Value& value);
 
 } // namespace qx::test

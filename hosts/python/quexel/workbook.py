@@ -161,7 +161,7 @@ class Workbook:
         self._book.calculate(everything)
 
     def evaluate(self, formula: str) -> Any:
-        """The value of a formula that stands in no cell."""
+        """The value of a formula that is in no cell."""
         return self._book.evaluate(formula)
 
     def explain(self, what: str) -> Explanation:

@@ -54,7 +54,7 @@ constexpr ArgumentGroup account_flows() {
             {"Cashflows", "Cash flows, one for each date: received positive, paid negative"}};
 }
 constexpr ArgumentGroup borrowing() {
-    return {{"Threshold", "Liquidity (cash less short-term debt) that long-term loans keep up; negative lets "
+    return {{"Threshold", "Liquidity (cash less short-term debt) that long-term loans maintain; negative lets "
                           "short-term debt rise to that amount first"},
             {"Tranche", "Amount of which each loan is a multiple; 0 for loans of what is required"}};
 }
@@ -100,16 +100,16 @@ constexpr Argument paid_on(const char* name, const char* help) {
 }
 constexpr Argument PrdsLoan() {
     return paid_on("PrdsLoan", "Dates in the year on which interest on loans is paid: -1, -2, -4, -12 in arrears, or a "
-                               "range of mm.dd figures; quarterly in arrear if omitted");
+                               "range of mm.dd figures; quarterly in arrears if omitted");
 }
 constexpr Argument PrdsCash() {
     return paid_on("PrdsCash",
                    "Dates in the year on which interest on cash is received: -1, -2, -4, -12 in arrears, or "
-                   "a range of mm.dd figures; quarterly in arrear if omitted");
+                   "a range of mm.dd figures; quarterly in arrears if omitted");
 }
 constexpr Argument PrdsSTD() {
     return paid_on("PrdsSTD", "Dates in the year on which interest on short-term debt is paid: -1, -2, -4, -12 in "
-                              "arrears, or a range of mm.dd figures; quarterly in arrear if omitted");
+                              "arrears, or a range of mm.dd figures; quarterly in arrears if omitted");
 }
 
 } // namespace
@@ -206,7 +206,7 @@ constexpr Function LoanAcctEM{
              PrdsCash(),
              PrdsSTD(),
              paid_on("PrdsEM", "Dates in the year on which the margin is paid: -1, -2, -4, -12 in arrears (in advance "
-                               "under option 4), or a range of mm.dd figures; quarterly in arrear if omitted"),
+                               "under option 4), or a range of mm.dd figures; quarterly in arrears if omitted"),
              ProjMode()},
     .examples = {"LoanAcctEM({2005;2006;2007}, 0, 500, 2005, 0.08, 0.03, 0.1, {2005;2006}, {-800;-100}, 5, 2005, 0.01, "
                  ", , , 45) = {1000,1500,1500}"},
@@ -259,8 +259,9 @@ constexpr Function LoanAcctEMH{
              {"SFIntOverRide", "Interest on the fund on these dates, zero or positive, in place of the calculated "
                                "interest in periods between the first and the last of them; blank for none"},
              {"SFDeposEst", "Deposits already included in the cash flows, from these dates on, zero or negative"},
-             {"Options", "Sum of the options of LoanAcctEM (1 to 32) and 256 an override of zero is none, 512 no "
-                         "overrides of interest on the fund"},
+             {"Options",
+              "Sum of the options of LoanAcctEM (1 to 32) and 256 an override of zero does not count, 512 no "
+              "overrides of interest on the fund"},
              Argument{"LAMHOutput",
                       "As in LoanAcctEM (0 to 5 with the fund, 10 to 17 loans, 20 to 25 short-term debt, 30 to 35 "
                       "cash, 40 to 45 margin), 70 to 75 sinking fund, 80 to 85 basis of its fee and the fee"}

@@ -31,7 +31,7 @@ constexpr Argument StartOfLease() { return Start("Date on which the first lease 
 constexpr Argument RatesHol_s() {
     return optional("RatesHol_s",
                     "Months without rates at the start of each void: of that before StartLease, then of that "
-                    "before each relet; the last one serves for the rest, none if omitted");
+                    "before each relet; the last one applies to the rest, none if omitted");
 }
 constexpr Argument EmptyRatesFrac() {
     return optional("EmptyRatesFrac", 1.0, "Fraction of the rates that is due while empty: 0.5 is half of them", "all");

@@ -30,7 +30,7 @@ constexpr ArgumentGroup repetition() {
     return {Start("Date on which it starts for the first time; the day itself counts"),
             Finish("Date on which it finishes for the first time; the day itself does not count"),
             {"AbsFinish", "Date from which on it does not start again"},
-            {"AnnualRates", "Amounts a year, one for each time; the last one serves for the times that follow"}};
+            {"AnnualRates", "Amounts a year, one for each time; the last one applies to the times that follow"}};
 }
 constexpr Argument Periodicity() { return {"Periodicity", "Months from one start to the next"}; }
 
@@ -136,7 +136,7 @@ constexpr Function ConPer{
     .name = "ConPer",
     .category = category,
     .calls = twin<qx::ConPer>,
-    .help = "Amount in a period of a stream that comes back every so many months: a refit every five years",
+    .help = "Amount in a period of a stream that recurs every so many months: a refit every five years",
     .args = {time_period(), repetition(), Periodicity(), basis()},
     .examples = {"ConPer(2010, 12, 2005, 2005.5, 2020, 1200, 60) ~ 600 1e-9",
                  "ConPer(2010, 12, 2005, 2005.5, 2020, {1200;2000}, 60) ~ 1000 1e-9",
@@ -149,7 +149,7 @@ constexpr Function AnnGrowPer{
     .name = "AnnGrowPer",
     .category = category,
     .calls = twin<qx::AnnGrowPer>,
-    .help = "Amount in a period of a stream that comes back every so many months and grows once a year",
+    .help = "Amount in a period of a stream that recurs every so many months and grows once a year",
     .args = {time_period(), repetition(), growth(), Periodicity(), basis()},
     .examples = {"AnnGrowPer(2007, 12, 2005, 2005.5, 2020, 1200, 2005, 0.1, 24) ~ 726 1e-6"},
     .see_also = "ConPer,ConGrowPer,AnnGrow",
@@ -160,7 +160,7 @@ constexpr Function ConGrowPer{
     .name = "ConGrowPer",
     .category = category,
     .calls = twin<qx::ConGrowPer>,
-    .help = "Amount in a period of a stream that comes back every so many months and grows in steps",
+    .help = "Amount in a period of a stream that recurs every so many months and grows in steps",
     .args = {time_period(), repetition(), growth(), RevMos(), Periodicity(), basis()},
     .examples = {"ConGrowPer(2007, 12, 2005, 2005.5, 2020, 1200, 2005, 0.1, 24, 24) ~ 726 1e-6"},
     .see_also = "ConPer,AnnGrowPer,ConGrow",

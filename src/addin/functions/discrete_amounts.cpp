@@ -17,11 +17,11 @@ constexpr ArgumentGroup lists_8_to_10() { return {more_lists("Pmts8"), more_list
 constexpr Argument LagMonths() {
     return optional("LagMonths",
                     "Months from the date of a payment to when it is paid: one lag for all, or one for each "
-                    "payment, of which the last serves for all that follow; none if omitted");
+                    "payment, of which the last applies to all that follow; none if omitted");
 }
 constexpr ArgumentGroup bounds() {
-    return {optional("AbStart", "A period that ends before this date has no payments; no bound if omitted"),
-            optional("AbFin", "A period that starts on this date or later has no payments; no bound if omitted")};
+    return {optional("AbStart", "No payments in a period that ends before this date; no bound if omitted"),
+            optional("AbFin", "No payments in a period that starts on or after this date; no bound if omitted")};
 }
 constexpr Argument Amounts() { return {"Amounts", "The amounts, in their order in time"}; }
 
@@ -175,7 +175,7 @@ constexpr Function MkPmtsCats{
     .help = "Sum of the payments of chosen categories whose dates lie in a period",
     .args = {time_period(),
              payments(),
-             {"Categories", "The category of each payment, a number or a text"},
+             {"Categories", "The category of each payment, a number or text"},
              optional("ChosenCategories", "The categories to include; all if neither they nor limits are given"),
              optional("Categories2", "A second category of each payment"),
              optional("ChosenCategories2", "The categories to include of the second kind"),

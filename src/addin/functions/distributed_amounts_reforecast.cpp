@@ -21,7 +21,7 @@ constexpr ArgumentGroup recurring() {
     return {Start(),
             Finish(),
             AbsFinish(),
-            {"Totals", "The amount of each repetition in turn; the last one serves for all that follow"}};
+            {"Totals", "The amount of each repetition in turn; the last one applies to all that follow"}};
 }
 
 } // namespace

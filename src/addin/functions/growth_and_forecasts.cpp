@@ -142,9 +142,8 @@ constexpr Function SumFcst{
     .name = "SumFcst",
     .category = category,
     .calls = twin<qx::SumFcst>,
-    .help =
-        "Amount between two dates of a stream whose annual rates are an even forecast; the last rate goes on beyond "
-        "its end",
+    .help = "Amount between two dates of a stream whose annual rates are an even forecast; the last rate continues "
+            "beyond its end",
     .args = {{"Date1", "Date from which the stream is summed; the day itself counts"},
              {"Date2", "Date up to which it is summed; the day itself does not count"},
              forecast(),

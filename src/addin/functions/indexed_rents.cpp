@@ -14,7 +14,7 @@ constexpr Category category = Category::RealEstate;
 constexpr Argument AnnRent() { return {"AnnRent", "Rent a year as at the base date of the index"}; }
 constexpr Argument IdxReg_s() {
     return {"IdxReg_s", "Months between indexations, 0 to 1000, 0 for continuous indexation: of the lease, then of "
-                        "each relet, of which the last one serves for the rest"};
+                        "each relet, of which the last one applies to the rest"};
 }
 constexpr Argument FirstIdxDate_s() {
     return optional("FirstIdxDate_s", "Dates of the first indexation, of the lease and of each relet; if omitted once "
@@ -45,7 +45,7 @@ constexpr ArgumentGroup reviews_of_indexed() {
 }
 constexpr ArgumentGroup rent_steps() {
     return {Argument{"ReviewDates", "Dates up to which the rents apply, ascending; after the last one the last rent "
-                                    "goes on and follows the index"}
+                                    "continues and follows the index"}
                 .in_ascending_order(),
             AnnRents()};
 }

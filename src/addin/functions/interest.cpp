@@ -9,13 +9,13 @@ namespace {
 
 constexpr Category category = Category::Banking;
 
-constexpr Argument Start() { return {"Start", "Date from which the balance stands"}; }
-constexpr Argument Finish() { return {"Finish", "Date until which the balance stands"}; }
+constexpr Argument Start() { return {"Start", "Date from which the balance is outstanding"}; }
+constexpr Argument Finish() { return {"Finish", "Date up to which the balance is outstanding"}; }
 constexpr Argument Balance() {
     return {"Balance", "Amount on which interest accrues: an advance positive, with negative interest"};
 }
 constexpr Argument FromDates() {
-    return Argument{"FromDates", "Dates from which the balances stand, ascending"}.in_ascending_order();
+    return Argument{"FromDates", "Dates from which the balances are outstanding, ascending"}.in_ascending_order();
 }
 constexpr Argument ToDates() {
     return Argument{"ToDates", "Dates until which the balances stand, ascending"}.in_ascending_order();

@@ -15,7 +15,7 @@ constexpr Argument InputRange{"InputRange", "The places of the points, in rising
 constexpr Argument InputDateRange{"InputDateRange", "The dates of the points, in rising or falling order"};
 constexpr Argument OutputRange{"OutputRange", "The value at each point"};
 constexpr Argument InputValue{"InputValue", "The place to read the value at"};
-constexpr Argument OnErrorN = optional("OnErrorN", no_fallback, "Result outside the table; an error if left out");
+constexpr Argument OnErrorN = optional("OnErrorN", no_fallback, "Result outside the table; an error if omitted");
 constexpr Argument InterpType =
     optional("InterpType", by_line, "0 step, 1 straight line, 2 cosine, 3 cubic, 4 exponential")
         .of(interpolation_values);
@@ -82,9 +82,8 @@ constexpr Function InterpDateExtrap{
     .name = "InterpDateExtrap",
     .category = tables,
     .calls = core<qx::InterpDateExtrap>,
-    .help =
-        "The value at a date on the straight line, by days, between two neighbouring points of a table; outside it the "
-        "line of the end goes on",
+    .help = "The value at a date on the straight line, by days, between two neighbouring points of a table; outside it "
+            "the end's line continues",
     .args = {InputDateRange, OutputRange, TheDate()},
     .examples = {"InterpDateExtrap({38000;38010}, {10;20}, 38020) = 30"},
     .see_also = "InterpDate,InterpDateCollar,InterpolateDate",
@@ -95,8 +94,8 @@ constexpr Function InterpExtrap{
     .name = "InterpExtrap",
     .category = tables,
     .calls = core<qx::InterpExtrap>,
-    .help = "The value on the straight line between two neighbouring points of a table; outside it the line of the end "
-            "goes on",
+    .help = "The value on the straight line between two neighbouring points of a table; outside it the end's line "
+            "continues",
     .args = {InputRange, OutputRange, InputValue},
     .examples = {"InterpExtrap({1;2;5}, {10;20;50}, 6) = 60"},
     .see_also = "Interp,InterpCollar,Interpolate",
@@ -125,8 +124,8 @@ constexpr Function InterpolateDate{
     .help = "The value at a date on a curve through the points of a table: step, straight line, cosine, cubic or "
             "exponential, by days",
     .args = {InputDateRange, OutputRange, TheDate(), InterpType,
-             optional("DateMin", "An earlier date is read as this; no limit if left out"),
-             optional("DateMax", "A later date is read as this; no limit if left out"), Tension, Bias},
+             optional("DateMin", "An earlier date is read as this; no limit if omitted"),
+             optional("DateMax", "A later date is read as this; no limit if omitted"), Tension, Bias},
     .examples = {"InterpolateDate({38000;38010}, {100;200}, 38005, 4) ~ 141.4213562 1e-7"},
     .see_also = "Interpolate,InterpDate,InterpedLevel",
 };

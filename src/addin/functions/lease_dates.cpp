@@ -13,10 +13,10 @@ constexpr Category category = Category::RealEstate;
 
 constexpr Argument FirstRev() { return {"FirstRev", "Date of the first review"}; }
 constexpr Argument RelVoid_s() {
-    return optional("RelVoid_s", "Months of void before each relet; the last one serves for the rest");
+    return optional("RelVoid_s", "Months of void before each relet; the last one applies to the rest");
 }
 constexpr Argument RelTerm_s() {
-    return optional("RelTerm_s", "Term of each relet in years, the last one serving for the rest; 15 if omitted");
+    return optional("RelTerm_s", "Term of each relet in years, the last one applying to the rest; 15 if omitted");
 }
 constexpr Argument RevMos() {
     return optional("RevMos", 0, "Months between reviews, 0 to 1000; 0 for reviews that do not recur");

@@ -21,11 +21,11 @@ constexpr Argument LeaseStartOfCosts() {
 }
 constexpr Argument ExpCost_s() {
     return {"ExpCost_s", "Cost at each expiry, the original lease's first, as at the first growth date; the last one "
-                         "serves for the rest"};
+                         "applies to the rest"};
 }
 constexpr Argument RelCost_s() {
-    return {"RelCost_s", "Cost at the start of each relet, as at the first growth date; the last one serves for the "
-                         "rest"};
+    return {"RelCost_s",
+            "Cost at the start of each relet, as at the first growth date; the last one applies to the rest"};
 }
 /// SpreadCosts.
 constexpr ArgumentGroup spread(const Argument& cost, const char* months, const char* curve, const char* shape) {
@@ -37,7 +37,7 @@ constexpr ArgumentGroup spread(const Argument& cost, const char* months, const c
 }
 constexpr Argument FeePerc_s() {
     return {"FeePerc_s", "Fees as fractions of a year's rent (0.1 is 10%): of the lease, then of each relet, of which "
-                         "the last one serves for the rest"};
+                         "the last one applies to the rest"};
 }
 constexpr Argument LeaseStartDate() { return {"LeaseStartDate", "Date on which the lease starts, and its fee is due"}; }
 

@@ -11,8 +11,8 @@ namespace {
 
 constexpr Category category = Category::Miscellaneous;
 
-constexpr Argument SwitchVar() { return {"SwitchVar", "The cell that decides: a number, a text or a blank"}; }
-constexpr Argument VarNo() { return optional("VarNo", "Number of the variable, 0 to 10; 1 if left out"); }
+constexpr Argument SwitchVar() { return {"SwitchVar", "The cell that decides: a number, text or a blank"}; }
+constexpr Argument VarNo() { return optional("VarNo", "Number of the variable, 0 to 10; 1 if omitted"); }
 constexpr Argument fallback(const char* name, const char* help) { return optional(name, help); }
 
 using Choice = Numbered<most_choices>;
@@ -86,7 +86,7 @@ constexpr Function IfElseRT{
     .help = "The text beside the first true condition of a range, or a default",
     .args = {{"DefaultTxt", "Text if no condition is true"},
              {"Conds", "Range of conditions, TRUE or FALSE; a blank is FALSE"},
-             {"ResultsText", "Range of texts, one for each condition"}},
+             {"ResultsText", "Range of strings, one for each condition"}},
     .examples = {"IfElseRT(\"none\", {FALSE;TRUE}, {\"a\";\"b\"}) = \"b\""},
     .see_also = "IfElseT,IfElseR",
 };
@@ -149,7 +149,7 @@ constexpr Function SwitchRT{
     .args = {SwitchVar(),
              {"DefaultTxt", "Text if no case equals SwitchVar"},
              {"Cases", "Range of values that SwitchVar may have"},
-             {"ResultsText", "Range of texts, one for each case"}},
+             {"ResultsText", "Range of strings, one for each case"}},
     .examples = {"SwitchRT(2, \"other\", {1;2}, {\"one\";\"two\"}) = \"two\""},
     .see_also = "SwitchT,SwitchR",
 };
@@ -162,7 +162,7 @@ constexpr Function SwitchX{
     .help =
         "The cell or range beside the first of up to twelve cases that equals a cell, or a default; errors in what is "
         "not chosen do no harm",
-    .args = {{"SwitchVar", "The cell that decides: a number, a text, a blank, TRUE or FALSE, or an error"},
+    .args = {{"SwitchVar", "The cell that decides: a number, text, a blank, TRUE or FALSE, or an error"},
              {"Default", "Result if no case equals SwitchVar: a cell or a range"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
              {"Res1", "Result if SwitchVar equals case 1: a cell or a range"},
@@ -179,7 +179,7 @@ constexpr Function SetNum{
     .name = "SetNum",
     .category = category,
     .calls = core<qx::SetNum>,
-    .help = "Keeps a number under a name for GetNum in other cells, and gives it back",
+    .help = "Keeps a number under a name for GetNum in other cells, and returns it",
     .args = {{"Value", "The number to keep"}, optional("VarName", "", "Name of the variable")},
     .examples = {"SetNum(12.5, \"rent\") = 12.5"},
     .see_also = "GetNum,SetStr",
@@ -201,7 +201,7 @@ constexpr Function SetStr{
     .name = "SetStr",
     .category = category,
     .calls = core<qx::SetStr>,
-    .help = "Keeps a text under a name for GetStr in other cells, and gives it back",
+    .help = "Keeps text under a name for GetStr in other cells, and returns it",
     .args = {{"Textstring", "The text to keep"}, optional("VarName", "", "Name of the variable")},
     .examples = {"SetStr(\"north\", \"region\") = \"north\""},
     .see_also = "GetStr,SetNum",
@@ -223,7 +223,7 @@ constexpr Function SV{
     .name = "SV",
     .category = category,
     .calls = core<qx::SV>,
-    .help = "Keeps a cell or range under a number for GV in the same formula, and gives it back",
+    .help = "Keeps a cell or range under a number for GV in the same formula, and returns it",
     .args = {{"InputPoly", "The cell or range to keep"}, VarNo()},
     .examples = {"SV(3, 2) + GV(2) = 6"},
     .see_also = "GV,SetNum",
@@ -269,7 +269,7 @@ constexpr Function Def{
     .name = "Def",
     .category = category,
     .calls = core<qx::Def>,
-    .help = "Cells with a default in place of each blank and each empty text",
+    .help = "Cells with a default in place of each blank and each empty string",
     .args = {{"InputPoly_s", "A cell or range that may hold blanks"},
              {"DefaultPoly_s", "What replaces a blank; a series serves cell by cell, the last entry all that follow"}},
     .examples = {"Def(\"\", 5) = 5", "Def({1,\"\",3}, {7,8,9}) = {1,8,3}"},
@@ -282,7 +282,7 @@ constexpr Function Ev{
     .name = "Ev",
     .category = category,
     .calls = core<qx::Ev>,
-    .help = "The values of the cells, the name or the formula that a text stands for",
+    .help = "The values of the cells, the name or the formula that a string stands for",
     .args = {{"Textstring", "A name, a reference such as Sheet1!A1:B2 or Jan:Mar!B2, or a formula"}},
     .examples = {"Ev(\"=2*3\") = 6"},
     .see_also = "GetRef",

@@ -68,7 +68,7 @@ constexpr Function PolyEqn{
     .name = "PolyEqn",
     .category = category,
     .calls = core<qx::PolyEqn>,
-    .help = "The equation of a polynomial as a text",
+    .help = "The equation of a polynomial as text",
     .args = {Coefficients, optional("Digits", 6, "Most significant digits of a number, 1 to 15")},
     .examples = {"PolyEqn({3;0;-2.5}) = \"y = 3 - 2.5x^2\"", "PolyEqn({0;1;1}) = \"y = x + x^2\""},
     .see_also = "PolyReg,CalcPoly",

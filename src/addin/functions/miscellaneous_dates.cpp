@@ -185,7 +185,7 @@ constexpr Function DescribePmtsPerYear{
     .category = category,
     .calls = core<qx::DescribePmtsPerYear>,
     .help = "A number of payments per year in words",
-    .args = {{"PmtsPerYear", "Payments per year: positive in advance, negative in arrear, 0 annually in arrear"}},
+    .args = {{"PmtsPerYear", "Payments per year: positive in advance, negative in arrears, 0 annually in arrears"}},
     .examples = {"DescribePmtsPerYear(-4) = \"quarterly in arrear\"",
                  "DescribePmtsPerYear(52) = \"52 payments a year in advance\""},
     .see_also = "DescribePeriods",

@@ -12,7 +12,7 @@ constexpr Category category = Category::ProjectionsNPV;
 
 constexpr ArgumentGroup discount_by_step() {
     return discount_in_step("Discount rates, annual equivalent rates, one for each of the annual rates in their order; "
-                            "the last one serves for the rest");
+                            "the last one applies to the rest");
 }
 
 } // namespace

@@ -11,9 +11,9 @@ namespace {
 
 constexpr Category category = Category::RangeOperations;
 
-constexpr Argument TheList() { return {"InputRange", "A cell or range, or a text that names one"}; }
+constexpr Argument TheList() { return {"InputRange", "A cell or range, or a string that names one"}; }
 constexpr Numbered<most_lists> item{"Item#", "Item #: a single cell"};
-constexpr Numbered<most_lists> list{"List#", "List #: a cell or range, or a text that names one"};
+constexpr Numbered<most_lists> list{"List#", "List #: a cell or range, or a string that names one"};
 
 } // namespace
 
@@ -34,7 +34,7 @@ constexpr Function CreateList{
     .name = "CreateList",
     .category = category,
     .calls = core<qx::CreateList>,
-    .help = "One list of up to twenty single cells, be they numbers, texts or error values",
+    .help = "One list of up to twenty single cells, of numbers, text or error values",
     .args = {item.required(1), item.numbers(2, 8), item.numbers(9, 14), item.numbers(15, 20)},
     .examples = {"CreateList(1, \"two\", 3) = {1,\"two\",3}"},
     .see_also = "JoinLists,TrimList",
@@ -104,8 +104,8 @@ constexpr Function DoIf{
     .calls = core<qx::DoIf>,
     .help = "The sum, average, count, greatest, smallest or product of the items of a list whose counterparts meet "
             "criteria",
-    .args = {{"InpList", "The list to test, or a text that names it"},
-             optional("OutList", "The list to work on, as long as InpList; InpList itself if left out"),
+    .args = {{"InpList", "The list to test, or a string that names it"},
+             optional("OutList", "The list to work on, as long as InpList; InpList itself if omitted"),
              {"Criteria", "Conditions such as \">5\", \"?>=A1\" or \"Office\""},
              RangeOperation(),
              optional("CritOpts", 0, "0 one of the criteria has to be met, 1 all of them", "one of them")

@@ -34,7 +34,7 @@ constexpr Argument LookupTol() {
                     "How far the item found may lie from the value; 0 or below for any distance", "no tolerance");
 }
 constexpr Argument OnErrorN() {
-    return optional("OnErrorN", no_fallback, "The result if nothing is found; left out, that is an error", "an error");
+    return optional("OnErrorN", no_fallback, "The result if nothing is found; an error if omitted", "an error");
 }
 
 } // namespace
@@ -149,12 +149,12 @@ constexpr Function Seek{
     .name = "Seek",
     .category = category,
     .calls = core<qx::Seek>,
-    .help = "For each value sought, a number or a text, the counterpart in one list of the first cell of another that "
+    .help = "For each value sought, a number or text, the counterpart in one list of the first cell of another that "
             "equals it",
-    .args = {{"InputRangePoly", "The list in which to look, of numbers or texts"},
+    .args = {{"InputRangePoly", "The list in which to look, of numbers or text"},
              {"OutputRangePoly", "The list, beside InputRangePoly, from which the results are taken"},
              {"InputPoly_s", "The value or values to look for"},
-             optional("DefaultPoly", "The result for a value that is not found; left out, that is an error")},
+             optional("DefaultPoly", "The result for a value that is not found; an error if omitted")},
     .examples = {"Seek({\"a\";\"b\"},{1;2},\"b\") = 2", "Seek({\"a\";\"b\"},{1;2},{\"b\";\"c\"},0) = {2,0}"},
     .see_also = "SeekList,SeekNum,FindIf",
 };
@@ -167,7 +167,7 @@ constexpr Function SeekList{
     .help = "A whole column (or row) of a table, found by its heading",
     .args = {{"InputRangePoly", "The headings: one for each column of the table or, failing that, one for each row"},
              {"OutputMatrixPoly", "The table"},
-             {"InputPoly", "The heading to look for, a number or a text"}},
+             {"InputPoly", "The heading to look for, a number or text"}},
     .examples = {"SeekList({\"a\",\"b\",\"c\"},{1,2,3;4,5,6},\"b\") = {2,5}",
                  "SeekList({\"x\";\"y\"},{1,2,3;4,5,6},\"y\") = {4,5,6}"},
     .see_also = "Seek,LookUpNum2D",
@@ -180,7 +180,7 @@ constexpr Function FindIf{
     .calls = core<qx::FindIf>,
     .help = "The items of a list that meet criteria, or their counterparts in another list, or their positions",
     .args = {{"InpList", "The list whose items are tested"},
-             optional("OutList", "The list, beside InpList, from which the results are taken; left out, InpList"),
+             optional("OutList", "The list, beside InpList, from which the results are taken; InpList if omitted"),
              {"Criteria",
               "One criterion or several: ?>5 with ? for the item, or >5, or a number or text to be equal to"},
              optional("FindSwitch", 0, "0 values, 1 positions, 2 all values, 3 all positions",
@@ -220,8 +220,8 @@ constexpr Function SortText{
     .name = "SortText",
     .category = category,
     .calls = core<qx::SortText>,
-    .help = "Texts sorted alphabetically, small and capital letters alike, empty cells last",
-    .args = {{"Texts", "The texts"}, SortedDirection()},
+    .help = "Text sorted alphabetically, small and capital letters alike, empty cells last",
+    .args = {{"Texts", "The strings to sort"}, SortedDirection()},
     .examples = {"SortText({\"rent\";\"Costs\";\"fees\"}) = {\"Costs\",\"fees\",\"rent\"}"},
     .see_also = "SortNum,Unique",
 };

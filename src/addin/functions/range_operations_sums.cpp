@@ -10,7 +10,7 @@ namespace {
 constexpr Category category = Category::RangeOperations;
 
 constexpr Argument Values() { return {"Values", "The numbers"}; }
-constexpr Argument Categories() { return {"Categories", "The category of each value, a number or a text"}; }
+constexpr Argument Categories() { return {"Categories", "The category of each value, a number or text"}; }
 constexpr Argument ChosenCategories() { return {"ChosenCategories", "The categories to include"}; }
 constexpr Argument Categories2() {
     return optional("Categories2", "A second category of each value, which must be included as well");
@@ -49,10 +49,8 @@ constexpr Function SumBounds{
     .category = category,
     .calls = core<qx::SumBounds>,
     .help = "The sum of those numbers of a list that lie within bounds",
-    .args = {Values(),
-             optional("MinValue", 0.0, "The least number to include; left out, there is no lower bound", "no bound"),
-             optional("MaxValue", 0.0, "The greatest number to include; left out, there is no upper bound",
-                      "no bound")},
+    .args = {Values(), optional("MinValue", 0.0, "The least number to include; no lower bound if omitted", "no bound"),
+             optional("MaxValue", 0.0, "The greatest number to include; no upper bound if omitted", "no bound")},
     .examples = {"SumBounds({1;5;10},2,10) = 15", "SumBounds({1;5;10},,5) = 6"},
     .see_also = "SumPos,SumNeg,DoBetweenX",
 };
@@ -197,8 +195,7 @@ constexpr Function Intersection{
              {"OutputRange", "The first curve at the points of the axis"},
              {"OutputRange2", "The second curve at the points of the axis"},
              optional("WhichOne", 1, "Which of their meetings along the list, counting from 1"),
-             optional("OnErrorN", no_fallback, "The result if they do not meet; left out, that is an error",
-                      "an error")},
+             optional("OnErrorN", no_fallback, "The result if they do not meet; an error if omitted", "an error")},
     .examples = {"Intersection({0;10},{0;100},{50;50}) = 5", "Intersection({0;1},{0;1},{2;3}) ! #NUM!",
                  "Intersection({0;1},{0;1},{2;3},1,-1) = -1"},
     .see_also = "Interp,LookupNum",

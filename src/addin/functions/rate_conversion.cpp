@@ -22,12 +22,12 @@ constexpr Argument accrual_day_count(const char* name = "DayCountDisc") {
 }
 constexpr Argument accrual_periods() {
     return sequence("PrdsDisc", -4,
-                    "Dates in the year on which interest joins the capital, in arrears: -1, -2, -4, -12 or a range of "
-                    "figures that begins with -mm.dd; quarterly in arrear if left out")
+                    "Dates in the year on which interest is capitalised, in arrears: -1, -2, -4, -12 or a range of "
+                    "figures that begins with -mm.dd; quarterly in arrears if omitted")
         .of(sequence_values);
 }
 constexpr Argument accrual_periods(const char* name) {
-    return Argument{name, "Dates in the year on which interest joins the capital, in arrears: -1, -2, -4, -12 or a "
+    return Argument{name, "Dates in the year on which interest is capitalised, in arrears: -1, -2, -4, -12 or a "
                           "range of figures that begins with -mm.dd"}
         .of(sequence_values);
 }

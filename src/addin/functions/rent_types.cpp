@@ -21,7 +21,7 @@ constexpr Function FRentType{
              collars(),
              {"ReviewTypes",
               "How each rent is arrived at, a sum of: 0 fixed, 1 to market, 2 upward-only, 4 collared, 8 "
-              "indexed since the last rent; the last one serves for the rest"},
+              "indexed since the last rent; the last one applies to the rest"},
              reviews(),
              {"RelVoid", "Months of void before each relet, or a list of them", {Preset::empty}},
              {"RelRF", "Months without rent at the start of each relet, or a list of them", {Preset::empty}},

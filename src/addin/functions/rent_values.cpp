@@ -112,7 +112,7 @@ constexpr Function PVTStepRentGrowIC{
     .calls = core<qx::PVTStepRentGrowIC>,
     .help = "PVTStepRentGrow with a discount rate for each rent: term and reversion at yields of their own",
     .args = {discount_in_step("Discount rates, annual equivalent rates: one for each given rent, then one for the "
-                              "reviews to the market that follow; the last one serves for the rest"),
+                              "reviews to the market that follow; the last one applies to the rest"),
              RentStart(), BrksOrExp(), MktRent(), ReviewDates(), AnnRents(), growth(), reviews(), cash_terms(), UOTog(),
              Brk()},
     .examples = {"PVTStepRentGrowIC(2005, {0.1;0.25}, 2005, 2007, 1000, 2006, 900, 2005, 0, 60, 0, , 1) ~ 1700 1e-9"},
@@ -155,9 +155,9 @@ constexpr Function PVTStepRentGrowRIC{
     .category = category,
     .calls = core<qx::PVTStepRentGrowRIC>,
     .help = "PVTStepRentGrowR with a discount rate for each rent and each relet",
-    .args = {discount_in_step("Discount rates, annual equivalent rates: one for each given rent, then one for the "
-                              "reviews to the market that follow, then one for each relet; the last one serves for the "
-                              "rest"),
+    .args = {discount_in_step(
+                 "Discount rates, annual equivalent rates: one for each given rent, then one for the "
+                 "reviews to the market that follow, then one for each relet; the last one applies to the rest"),
              RentStart(), BrksOrExp(), MktRent_s(), ReviewDates(), AnnRents(), growth(), reviews(), relets(),
              cash_terms(), AbFin(), UOTog(), ROpts(), Brk(), Finish()},
     .examples = {"PVTStepRentGrowRIC(2005, {0.1;0.1;0.25}, 2005, 2006, 1000, 2006, 900, 2005, 0, 60, 0, 0, 0, 5, , 1, "

@@ -30,7 +30,7 @@ constexpr ArgumentGroup forecast_total() {
     return {
         FirstSCRevDate(),
         {"SCFcstTotalServCharge", "Total service charges of the building or estate a year, one for each period of "
-                                  "the forecast; the last one holds from then on"},
+                                  "the forecast; the last one applies from then on"},
         {"SCStartFcst", "Date from which the first value of the forecast holds"},
         Argument{"SCFcstBase", "Months that each value of the forecast holds, 1 to 1000"}.within(forecast_base_limits),
         SCRevMonths()};

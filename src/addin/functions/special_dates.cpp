@@ -14,7 +14,7 @@ constexpr Argument Yrs() { return {"Yrs", "Years to add, whole or decimal; negat
 constexpr Argument From() { return TheDate("Date to start from"); }
 constexpr Argument
 WeekendDays(const char* help = "Weekdays of the weekend, 1 Sunday to 7 Saturday; Sunday and Saturday "
-                               "if left out") {
+                               "if omitted") {
     return optional("WeekendDays", help);
 }
 constexpr Argument YearOrDate() { return {"YearOrDate", "The year, or any date in it"}; }
@@ -78,7 +78,7 @@ constexpr Function NextBD{
     .name = "NextBD",
     .category = category,
     .calls = core<qx::NextBD>,
-    .help = "The date, or the next business day if it is none",
+    .help = "The date if it is a business day, otherwise the next business day",
     .args = {TheDate(), BusDaySwitch(), AnnHols(), HolDates()},
     .examples = {"NextBD(DATE(2005,1,1), 100) = DATE(2005,1,4)", "NextBD(DATE(2005,1,4), 100) = DATE(2005,1,4)",
                  "NextBD(DATE(2005,1,4), 20, , DATE(2005,1,4)) = DATE(2005,1,5)"},
@@ -90,7 +90,7 @@ constexpr Function NextBDX{
     .name = "NextBDX",
     .category = category,
     .calls = core<qx::NextBDX>,
-    .help = "The date, or the next business day if it is none. Older form of NextBD",
+    .help = "The date if it is a business day, otherwise the next business day. Older form of NextBD",
     .args = {TheDate(), BusDaySwitchX(), AnnHols(), HolDates()},
     .examples = {"NextBDX(DATE(2005,1,1), 100.01) = DATE(2005,1,4)"},
     .see_also = "NextBD",
@@ -101,7 +101,7 @@ constexpr Function PrevBD{
     .name = "PrevBD",
     .category = category,
     .calls = core<qx::PrevBD>,
-    .help = "The date, or the business day before if it is none",
+    .help = "The date if it is a business day, otherwise the business day before",
     .args = {TheDate(), BusDaySwitch(), AnnHols(), HolDates()},
     .examples = {"PrevBD(DATE(2005,1,3), 100) = DATE(2004,12,31)"},
     .see_also = "NextBD,IsBD",
@@ -112,16 +112,16 @@ constexpr Function PrevBDX{
     .name = "PrevBDX",
     .category = category,
     .calls = core<qx::PrevBDX>,
-    .help = "The date, or the business day before if it is none. Older form of PrevBD",
+    .help = "The date if it is a business day, otherwise the business day before. Older form of PrevBD",
     .args = {TheDate(), BusDaySwitchX(), AnnHols(), HolDates()},
     .examples = {"PrevBDX(DATE(2005,1,3), 100.01) = DATE(2004,12,31)"},
     .see_also = "PrevBD",
 };
 QX_EXPORT(PrevBDX, 4);
 
-constexpr Argument no_weekend = WeekendDays("Weekdays that are not worked, 1 Sunday to 7 Saturday. Left out, they are "
-                                            "Sunday and Saturday; but none if there are "
-                                            "no holidays either and BusDaySwitch is 0");
+constexpr Argument no_weekend = WeekendDays(
+    "Weekdays that are not worked, 1 Sunday to 7 Saturday. If omitted, Sunday and Saturday; but none if there are "
+    "no holidays either and BusDaySwitch is 0");
 
 constexpr Function NetWorkDaysX{
     .name = "NetWorkDaysX",

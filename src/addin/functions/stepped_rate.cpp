@@ -256,7 +256,7 @@ constexpr Function TStepThenGrow{
     .category = category,
     .calls = twin<qx::StepThenGrow<ToSteps>>,
     .help = "Amount in a period of a stream whose annual rate changes on to-dates; after the last of them "
-            "its rate goes on for ever and grows",
+            "its rate continues for ever and grows",
     .args = {time_period(), to_steps(), StepRates(), growth(), RevMonthsOpt(), basis()},
     .examples = {"TStepThenGrow(2007, 12, 2005, {2005.5;2006}, {1000;2000}, 2006, 0.1, 12) ~ 2200 1e-6"},
     .see_also = "TStep,ConGrow,TStepThenGrowRev",
@@ -435,8 +435,8 @@ constexpr Function TStepThenGrowRev{
     .name = "TStepThenGrowRev",
     .category = category,
     .calls = twin<qx::StepThenGrowRev<ToSteps>>,
-    .help = "Revenue in a period of a quantity that changes on to-dates and after the last of them goes on "
-            "for ever and grows, at a price that grows",
+    .help = "Revenue in a period of a quantity that changes on to-dates and after the last of them continues for ever "
+            "and grows, at a price that grows",
     .args = {time_period(), Start(), MktPrice(), ToDates(), Quantities(), growth(),
              growth("GrowthDatesAnnRate", "GrowthAnnRate"), RevMonthsOpt(), RevMonthsOpt("RevMonthsAnnRateOpt"),
              basis()},

@@ -20,7 +20,7 @@ constexpr ArgumentGroup turnover_rates() {
                 .in_ascending_order()};
 }
 constexpr ArgumentGroup turnovers() {
-    return {Argument{"ToDates", "Dates up to which the turnovers apply, ascending; the last one holds on"}
+    return {Argument{"ToDates", "Dates up to which the turnovers apply, ascending; the last one applies from then on"}
                 .in_ascending_order(),
             {"Turnovers", "Turnovers a year before growth, one for each of the dates or one for all"}};
 }

@@ -13,19 +13,19 @@ namespace qx {
 OPER Safe(const Cell& InputPoly_s, const Cell& OnErr_s, const Cell& OnNum_s, const Cell& OnNA_s, const Cell& OnName_s,
           const Cell& OnRef_s, const Cell& OnValue_s, const Cell& OnDiv0_s, const Cell& OnNull_s);
 
-/// The cells of the input, each blank and each empty text replaced by the default, a series. Without an input the
+/// The cells of the input, each blank and each empty string replaced by the default, a series. Without an input the
 /// first default.
 OPER Def(const Cell& InputPoly_s, const Cell& DefaultPoly_s);
 
-/// The values of what a text stands for; a cell that is no text is given as it is. Throws as evaluate() does.
+/// The values of what a string stands for; a cell that is no text is given as it is. Throws as evaluate() does.
 OPER Ev(const Cell& Textstring);
 
 /// The result beside the first case equal to the variable, or the default, whatever they are. Numbers and texts compare
 /// as in Switch, errors and truth values with their like. Throws gotarange for a variable or a case of several cells.
 OPER SwitchX(const Cell& SwitchVar, const Cell& Default, const Pairs<Cell, Cell, most_choices>& Choices);
 
-/// Keeps a value under a number from 0 to 10, 1 if left out, and gives it back; GV gives what was kept last, a blank
-/// if nothing was. A text as VarNo stands for a number, as in Ev. Throws errlibmin, errlibmax, errinpint.
+/// Keeps a value under a number from 0 to 10, 1 if omitted, and returns it; GV gives what was kept last, a blank
+/// if nothing was. A string as VarNo stands for a number, as in Ev. Throws errlibmin, errlibmax, errinpint.
 OPER SV(const Cell& InputPoly, const Cell& VarNo);
 OPER GV(const Cell& VarNo);
 

@@ -15,7 +15,7 @@ namespace qx {
 
 namespace {
 
-/// The cells of a list that is required, or of what a text names.
+/// The cells of a list that is required, or of what a string names.
 Cells list_of(const Cell& argument, const char* name, const Routine& here, Cells::Text text = Cells::as_reference) {
     if (argument.oper->type() == xltypeMissing) here.fail<missingarg>(name);
     return Cells(argument, name, here, text);
@@ -82,7 +82,7 @@ bool is_empty(const OPER& cell, bool zeros_too) {
     }
 }
 
-/// A cell as it stands in the formula of a criterion; false for a cell that meets none.
+/// A cell as written in the formula of a criterion; false for a cell that meets none.
 bool render(const OPER& cell, std::string& text) {
     text.clear();
     switch (cell.type()) {

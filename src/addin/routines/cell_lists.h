@@ -1,8 +1,8 @@
 // Lists of cells of any kind, error values among them: as data, and not as failures of the call.
 //
 // A result is laid along the selection of the formula: in a row if that is one row high, else in a column; the
-// selection's cells past its end are empty. A text in place of a list names the cells, as evaluate() takes it, but for
-// OneD, CreateList and CountErrors.
+// selection's cells past its end are empty. A string in place of a list names the cells, as evaluate() takes it, but
+// for OneD, CreateList and CountErrors.
 #pragma once
 
 #include "addin/frame.h"
@@ -17,7 +17,7 @@ inline constexpr int most_lists = 20;
 /// A row, a column or a single value, laid out. Throws rangenot1d for a rectangle.
 OPER OneD(const Cell& InputRange);
 
-/// One list of single cells; those left out before the last one given are empty. Throws gotarange for several cells in
+/// One list of single cells; those omitted before the last one given are empty. Throws gotarange for several cells in
 /// one, missingarg without the first.
 OPER CreateList(const Repeated<Cell, most_lists>& Items);
 

@@ -1,4 +1,4 @@
-// Functions that work on references themselves and not on what stands in their cells.
+// Functions that work on references themselves and not on the contents of their cells.
 #pragma once
 
 #include "addin/frame.h"
@@ -13,7 +13,7 @@ WorkList<int> Coordinates(const Reference& TheRef);
 
 /// The reference to the cells from FirstRow and FirstColumn to LastRow and LastColumn, where 0 stands for the first; on
 /// the sheet of a name, or on the caller's if it is empty. Throws errlibmin, errlibmax outside the 65,536 rows and 256
-/// columns that a reference can tell, inputref if there is no such sheet.
+/// columns that a reference can hold, inputref if there is no such sheet.
 OPER GetRef(int FirstRow, int FirstColumn, int LastRow, int LastColumn, const std::string& SheetName);
 
 /// A reference moved by rows down and columns to the right, with a height and a width of its own unless they are 0.

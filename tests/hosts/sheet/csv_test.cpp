@@ -81,7 +81,7 @@ TEST(Csv, WhatIsWrongIsToldByCellAndTheRestCalculated) {
               "A2: unknown function \"nosuch\"\n"
               "B3: circular reference: B3 -> B3");
     EXPECT_EQ(load("=SUM(1,2)"), "#NAME?|\"2)\"\nA1: character 7 of =SUM(1: the bracket opened at character 5 is not "
-                                 "closed (a formula with commas stands in quotes)");
+                                 "closed (a formula with commas needs quotes)");
     std::string sum = "=1"; // a long formula is shown around the fault
     for (int i = 0; i < 1000; ++i) sum += "+é";
     const std::string told = load(sum + "+");

@@ -25,7 +25,7 @@ TEST(FormulaSyntax, FaultsAreToldWithTheirPlace) {
         {"\"abc", 1, "the text is not closed by a quote"},
         {"\"é\"+\"b", 5, "the text is not closed by a quote"},
         {"{1,2;3}", 7, "the rows of the array differ in length"},
-        {"{1,,2}", 4, "unexpected \",\", expected a number, a text, TRUE, FALSE or an error value in the array"},
+        {"{1,,2}", 4, "unexpected \",\", expected a number, text, TRUE, FALSE or an error value in the array"},
         {"{1,2", 5, "the array opened at character 1 is not closed"},
         {"#WHAT!", 1, "unknown error value"},
         {"1e999", 1, "the number is too large"},

@@ -57,7 +57,7 @@ int calls = 0; ///< of the routines below
 std::string KindOf(const qx::Cell& cell) { return kind_of_cell(*cell.oper); }
 std::string KindOfReference(const qx::Reference& cell) { return kind_of_cell(*cell.oper); }
 
-/// Coerces a reference to the types of a word and tells the answer.
+/// Coerces a reference to the types of a word and gives the answer.
 std::string Coerced(const qx::Reference& cell, int types) {
     ++calls;
     HostCell answer;
@@ -155,7 +155,7 @@ TEST_F(SheetHostTest, ArgumentsArriveAsTheirTypes) {
         {"A1:A4", "multi 4x1: num 1 str 3 nil num 4"},
         {"{1,\"a\";TRUE,#NUM!}", "multi 2x2: num 1 str 1 true err 36"},
         {"Costs!B2", "nil"},
-        {"A1:A70000", "err 36"},                     // more rows than a cell can tell
+        {"A1:A70000", "err 36"},                     // more rows than a cell can hold
         {"A:A", "multi 6x1: num 1 str 3 nil num 4"}, // as far as the sheet is used
         {"XFD1048576", "nil"},
     };
@@ -219,7 +219,7 @@ TEST_F(SheetHostTest, TextsAreEvaluatedAsFormulas) {
     EXPECT_EQ(call(evaluate_function, "\"Rent+1\""), "\"num 5\"");
     EXPECT_EQ(call(evaluate_function, "\"Costs!A1:B2\""), "\"ref 2 R0-1C0-1\"");
     EXPECT_EQ(call(evaluate_function, "\"ZZ1:ZZ2\""),
-              "\"multi 2x1: nil nil\""); // further right than a reference can tell
+              "\"multi 2x1: nil nil\""); // further right than a reference can hold
     EXPECT_EQ(call(evaluate_function, "\"\"\"x\"\"+1\""), "\"err 15\"");
     EXPECT_EQ(call(evaluate_function, "\"1+\""), "\"command failed\"");
     EXPECT_EQ(call(evaluate_function, "\"MonthEnd(38000)>1\""), "\"command failed\""); // one function at a time
