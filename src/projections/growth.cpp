@@ -5,6 +5,8 @@
 #include "core/twin_run.h"
 #include "projections/reviewed_rate.h"
 
+#include <algorithm>
+
 namespace qx {
 
 namespace {
@@ -91,16 +93,16 @@ double GrowthWalk::through(int n, double amount) {
     return sections_->growth(n) * amount;
 }
 
-double GrowthWalk::to(const date& Date2) {
-    if (traced()) return GrowFromTo(from_, Date2, value_, growth_, growth_exponential, 0, measure_);
-    if (iszero(value_)) return 0.0;
+double GrowthWalk::to(const date& Date2, double StartingValue) {
+    if (traced()) return GrowFromTo(from_, Date2, StartingValue, growth_, growth_exponential, 0, measure_);
+    if (iszero(StartingValue)) return 0.0;
     const int maxn = growth_.count();
-    if (maxn == 0 || Date2 <= growth_.dates.first()) return value_;
-    int n = std::min((sections_ ? sections_->growth.size() : 0) + 1, maxn);
-    while (n > 1 && growth_.dates(n) > Date2) --n;
-    while (n < maxn && growth_.dates(n + 1) <= Date2) ++n;
+    if (maxn == 0 || Date2 <= growth_.dates.first()) return StartingValue;
+    const View<date> dates = growth_.dates.upto(maxn);
+    const int n = static_cast<int>(std::upper_bound(dates.begin(), dates.end(), Date2) - dates.begin());
+    if (n < maxn) static_cast<void>(growth_.dates(n + 1)); // a rate that follows without a date is refused
     reach(n - 1);
-    return (n > 1 ? sections_->factors(n - 1) : 1.0) * section(n, Date2) * value_;
+    return (n > 1 ? sections_->factors(n - 1) : 1.0) * section(n, Date2) * StartingValue;
 }
 
 double Grow(const date& TheDate, double StartingValue, const Growth& growth, int RevMonthsOpt) {

@@ -68,7 +68,9 @@ class GrowthWalk {
   public:
     GrowthWalk(const date& Date1, double StartingValue, const Growth& growth, const Measure& measure)
         : from_(Date1), value_(StartingValue), growth_(growth), measure_(measure) {}
-    double to(const date& Date2);
+    double to(const date& Date2) { return to(Date2, value_); }
+    /// Of another amount.
+    double to(const date& Date2, double StartingValue);
     /// An amount grown through the whole of a section that another one follows.
     double through(int n, double amount);
 
@@ -81,12 +83,26 @@ class GrowthWalk {
     const date& from_;
     double value_;
     const Growth& growth_;
-    const Measure& measure_;
+    const Measure measure_;
     /// Of the sections up to one that another one follows: the growth of each, and the product up to and with it.
     struct Sections {
         WorkList<double> growth, factors;
     };
     std::optional<Sections> sections_; ///< none as long as no section but the last asks
+};
+
+/// Grow without reviews at many dates.
+class GrownAmounts {
+  public:
+    explicit GrownAmounts(const Growth& growth)
+        : growth_(growth), walk_(growth.first_or(DateCrit), 0.0, growth, any_measure()) {}
+    double operator()(const date& TheDate, double StartingValue) {
+        return traced() ? Grow(TheDate, StartingValue, growth_, 0) : walk_.to(TheDate, StartingValue);
+    }
+
+  private:
+    const Growth& growth_;
+    GrowthWalk walk_;
 };
 
 } // namespace qx

@@ -152,8 +152,8 @@ auto given(const View<double>& levels) {
     return [&levels](int n, const date&) { return levels.single_or(n); };
 }
 template <class Steps>
-auto grown(const Steps& steps, double start, const Growth& growth) {
-    return [&steps, start, &growth](int n, const date&) { return Grow(beginning(steps, n), start, growth, 0); };
+auto grown(const Steps& steps, double start, GrownAmounts& growth) {
+    return [&steps, start, &growth](int n, const date&) { return growth(beginning(steps, n), start); };
 }
 template <class Steps>
 auto forecasted(const Steps& steps, const Forecast& forecast, int FcstSwitchOpt = forecast_steps) {
@@ -181,7 +181,8 @@ double GrowStep(const date& TheDate, const date& bound, double StartingValue, Vi
     note_where_growth_is_read<Steps>(here);
     growth.check(here);
     const Steps steps{bound, dates};
-    return here.returning(value_at(steps, TheDate, grown(steps, StartingValue, growth)));
+    GrownAmounts amounts(growth);
+    return here.returning(value_at(steps, TheDate, grown(steps, StartingValue, amounts)));
 }
 
 template <class Steps>
@@ -192,7 +193,8 @@ double GrowStepMkt(const date& TheDate, const date& bound, double MktAnnRate, Vi
     note_where_growth_is_read<Steps>(here);
     growth.check(here);
     const Steps steps{bound, dates};
-    return here.returning(value_at(steps, TheDate, given_or(AnnualRates, grown(steps, MktAnnRate, growth))));
+    GrownAmounts amounts(growth);
+    return here.returning(value_at(steps, TheDate, given_or(AnnualRates, grown(steps, MktAnnRate, amounts))));
 }
 
 template <class Steps>
@@ -346,10 +348,11 @@ double ALevelsGrow(const timeperiod& Time, const date& bound, double InitialLeve
     measure.check(here);
     growth.check(here);
     const Steps steps{bound, dates};
+    GrownAmounts amounts(growth);
     return here.returning(levels_in(
         here, by_side<Steps>("FALevelsGrowMM", "TALevelsGrowMM"), Time, steps, LevelSwitchOpt, measure,
         [&] { return StepGrow<Steps>(Time, bound, InitialLevel, dates, growth, measure); },
-        grown(steps, InitialLevel, growth)));
+        grown(steps, InitialLevel, amounts)));
 }
 
 template <class Steps>
@@ -372,10 +375,11 @@ double ALevelsGrowMkt(const timeperiod& Time, const date& bound, double MktLevel
     measure.check(here);
     growth.check(here);
     const Steps steps{bound, dates};
+    GrownAmounts amounts(growth);
     return here.returning(levels_in(
         here, by_side<Steps>("FALevelsGrowMktMM", "TALevelsGrowMktMM"), Time, steps, LevelSwitchOpt, measure,
         [&] { return StepGrowMkt<Steps>(Time, bound, MktLevel, dates, Levels, growth, measure); },
-        given_or(Levels, grown(steps, MktLevel, growth))));
+        given_or(Levels, grown(steps, MktLevel, amounts))));
 }
 
 template <class Steps>

@@ -39,7 +39,7 @@ auto as_it_is() {
     return [](const date&, double amount) { return amount; };
 }
 auto grown(const Growth& growth) {
-    return [&](const date& when, double amount) { return Grow(when, amount, growth, 0); };
+    return [amounts = GrownAmounts(growth)](const date& when, double amount) mutable { return amounts(when, amount); };
 }
 auto read_off(const Forecast& forecast) {
     return [&](const date& when, double) { return fcst(when, forecast); };
@@ -48,8 +48,8 @@ auto filled_from(const Forecast& forecast) {
     return [&](const date& when, double amount) { return iszero(amount) ? fcst(when, forecast) : amount; };
 }
 auto filled_from(double market, const Growth& growth) {
-    return [&, market](const date& when, double amount) {
-        return iszero(amount) ? Grow(when, market, growth, 0) : amount;
+    return [market, amounts = GrownAmounts(growth)](const date& when, double amount) mutable {
+        return iszero(amount) ? amounts(when, market) : amount;
     };
 }
 auto indexed(const Index& index) {

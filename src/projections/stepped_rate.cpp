@@ -212,8 +212,9 @@ double StepGrow(const timeperiod& Time, const date& end, double InitialAnnRate, 
     Steps steps{end, dates};
     View<double> rates = View<double>::of(InitialAnnRate);
     if (!runs_forward(here, Time) || !has_steps(here, steps, rates)) return here.returning(0.0);
+    GrownAmounts grown(growth);
     return here.returning(sum_rates(
-        here, Time, steps, basis, [&](int n) { return Grow(steps.date_of(n), InitialAnnRate, growth, 0); },
+        here, Time, steps, basis, [&](int n) { return grown(steps.date_of(n), InitialAnnRate); },
         LastStep::cut_off_too));
 }
 
@@ -227,8 +228,9 @@ double StepGrown(const timeperiod& Time, const Steps& given, View<double> Annual
     growth.check(here);
     Steps steps = given;
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
+    GrownAmounts grown(growth);
     return here.returning(sum_rates(
-        here, Time, steps, basis, [&](int n) { return Grow(steps.date_of(n), AnnualRates.single_or(n), growth, 0); },
+        here, Time, steps, basis, [&](int n) { return grown(steps.date_of(n), AnnualRates.single_or(n)); },
         LastStep::cut_off_too));
 }
 
@@ -261,9 +263,10 @@ double StepGrowMkt(const timeperiod& Time, const date& end, double MktAnnRate, V
     growth.check(here);
     Steps steps{end, dates};
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
+    GrownAmounts grown(growth);
     return here.returning(sum_rates(here, Time, steps, basis, [&](int n) {
         const double rate = AnnualRates.single_or(n);
-        return iszero(rate) ? Grow(steps.date_of(n), MktAnnRate, growth, 0) : rate;
+        return iszero(rate) ? grown(steps.date_of(n), MktAnnRate) : rate;
     }));
 }
 

@@ -39,8 +39,9 @@ double charge(const SteppedServiceCharge& total, const timeperiod& period, const
 double charge(const GrownSteppedServiceCharge& total, const timeperiod& period, const Life& span,
               const ServiceChargeShare& share, const LeaseCalendar& calendar) {
     const auto& [dates, rates] = total.steps;
+    GrownAmounts growth(total.growth);
     WorkList<double> grown;
-    for (int n = 1; n <= dates.size(); ++n) grown->append(Grow(dates(n), rates.single_or(n), total.growth, 0));
+    for (int n = 1; n <= dates.size(); ++n) grown->append(growth(dates(n), rates.single_or(n)));
     return charge(SteppedServiceCharge{dates, grown}, period, span, share, calendar);
 }
 
