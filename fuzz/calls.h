@@ -17,7 +17,7 @@ std::string formula_text(const OPER& cell);
 
 /// The cells of an example of a function, as many as it has arguments.
 using Example = std::vector<OPER>;
-/// The calls that the examples of a declaration show. They live as long as the program.
+/// The calls that the examples of a declaration show, whose cells are freed with free_oper.
 std::vector<Example> examples_of(const Function& function);
 
 enum class Manner {

@@ -12,6 +12,7 @@
 #include "addin/frame.h"
 #include "addin/host.h"
 #include "core/trace.h"
+#include "hosts/sheet/sheet_host.h"
 #include "numerics/random.h"
 
 #include <CLI/CLI.hpp>
@@ -270,6 +271,9 @@ int main(int argc, char** argv) {
     for (; Clock::now() < end && findings < most_findings; ++number)
         one_call(subjects[number % subjects.size()], seed, number, longest, host);
     set_host(nullptr);
+    for (Subject& subject : subjects)
+        for (auto& example : subject.examples)
+            for (OPER& cell : example) sheet::free_oper(cell);
     if (slowest)
         for (const Subject& subject : subjects)
             if (subject.slowest > 5.0 * slower) std::printf("%9.1f ms  %s\n", subject.slowest, subject.function->name);

@@ -102,7 +102,7 @@ constinit const CalendarYears calendar_years;
 /// True if the calendar has such a month; the day may pass its end.
 bool in_calendar(int year, int month, int day) {
     const auto within = [](int number, int first, int last) {
-        return static_cast<unsigned>(number - first) <= static_cast<unsigned>(last - first);
+        return static_cast<unsigned>(number) - static_cast<unsigned>(first) <= static_cast<unsigned>(last - first);
     };
     return within(year, first_calendar_year, date::maxyear) && within(month, 1, 12) && within(day, 1, 31);
 }
