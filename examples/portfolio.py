@@ -5,7 +5,7 @@
     python3 examples/portfolio.py --workers 4 --out rents                     # in four, a million leases
     python3 examples/portfolio.py --on tcp://scheduler:8786 --out /shared/rents   # on a Dask cluster
 
-The leases are made up, the same ones for the same seed, in parts of so many: a part is all that a process holds at a
+The leases are made up, the same ones for the same seed, in parts of one size: a part is all that a process holds at a
 time. --check compares some of them with a calculation in NumPy.
 """
 import argparse
@@ -99,7 +99,7 @@ def main() -> None:
     parser.add_argument("--on", help="address of the scheduler of a Dask cluster")
     parser.add_argument("--out", help="folder for the rents; without, only their total is shown")
     parser.add_argument("--format", choices=["csv", "parquet"], default="csv")
-    parser.add_argument("--check", type=int, default=0, help="compare so many leases with NumPy")
+    parser.add_argument("--check", type=int, default=0, help="compare this many leases with NumPy")
     options = parser.parse_args()
 
     where = options.on or options.workers

@@ -37,7 +37,6 @@ struct Cells {
 
 } // namespace
 
-/// A cell as it would stand in a formula.
 std::string formula_text(const OPER& cell) {
     switch (cell.type()) {
     case xltypeNum: {
@@ -227,7 +226,6 @@ OPER Generator::long_values(int length, const OPER& like, bool well_formed) {
 }
 
 /// A cell that suits the argument, most of the time.
-
 OPER Generator::cell(Kind kind, bool optional) {
     if (optional && chance(45)) return missing_cell();
     if (chance(12)) return wild(true);
@@ -288,10 +286,8 @@ OPER Generator::wild(bool arrays) {
         return sref_cell({1, 1, 1, 1});
     case 6:
         return number_cell(edge());
-    case 7: {
-        OPER broken = array_cell(nullptr, below(3) - 1, -below(3));
-        return broken;
-    }
+    case 7: // broken
+        return array_cell(nullptr, below(3) - 1, -below(3));
     default:
         return list();
     }

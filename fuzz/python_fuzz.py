@@ -30,11 +30,11 @@ EXPECTED = (quexel.Error, TypeError, ValueError, OverflowError, RecursionError, 
 class Liar:
     """A sequence that does not keep to its own length, or fails on the way."""
 
-    def __init__(self, told, kept, failure=None):
-        self.told, self.kept, self.failure = told, kept, failure
+    def __init__(self, claimed, kept, failure=None):
+        self.claimed, self.kept, self.failure = claimed, kept, failure
 
     def __len__(self):
-        return self.told
+        return self.claimed
 
     def __getitem__(self, i):
         if isinstance(i, int) and 0 <= i < self.kept:
@@ -42,7 +42,7 @@ class Liar:
         raise self.failure or IndexError(i)
 
     def __repr__(self):
-        return f"Liar({self.told}, {self.kept}, {self.failure!r})"
+        return f"Liar({self.claimed}, {self.kept}, {self.failure!r})"
 
 
 class Number:

@@ -296,7 +296,7 @@ int calculate(const CalcOptions& options) {
         try {
             if (!document.area(options.trace).is_cell()) throw FileError("");
         } catch (const FileError&) {
-            std::cerr << "\"" << sheet::valid_utf8(options.trace) << "\" is not a cell; give its address, as B7\n";
+            std::cerr << "\"" << sheet::valid_utf8(options.trace) << "\" is not a cell; give its address, such as B7\n";
             return 1;
         }
     }

@@ -111,7 +111,7 @@ int run(int argc, char** argv) {
     calc_command->add_option("--report", calc_options.report,
                              "Write a page with tables, charts, errors and traces to this .html file");
     CLI::Option* const traced_cell =
-        calc_command->add_option("--trace", calc_options.trace, "Explain this cell, as B7");
+        calc_command->add_option("--trace", calc_options.trace, "Explain this cell, such as B7");
     calc_command->add_option("--html", calc_options.html, "Write the explanation to this file as a page")
         ->needs(traced_cell);
     calc_command->add_flag("--monitor", calc_options.monitor, "Write the time of each call to qx_CalcMon.qxl");
@@ -145,7 +145,7 @@ int run(int argc, char** argv) {
                      "What takes the place of each match; $1 is the first group")
         ->required();
     replace_command
-        ->add_option("--where", replace_options.where, "Only the cells of this area, as A1:D50, Inputs!B2 or a name")
+        ->add_option("--where", replace_options.where, "Only the cells of this area: A1:D50, Inputs!B2 or a name")
         ->type_name("AREA");
     CLI::Option* const write_option = replace_command->add_flag(
         "--write", replace_options.write,

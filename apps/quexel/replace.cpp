@@ -31,10 +31,10 @@ struct Change {
 class Contents {
   public:
     virtual ~Contents() = default;
-    /// Calls visit(cell, place, content) for the filled cells of the area that the text names; all cells for none.
+    /// Calls visit(cell, place, content) for the filled cells of the area that the text names, or of the model.
     using Visit = std::function<void(CellAddress, const std::string& place, const std::string& content)>;
     virtual void each(const std::string& where, const Visit& visit) = 0;
-    /// Carries the changes out, and notes at each that cannot be why.
+    /// Makes the changes, and notes at each that is not possible why.
     virtual void apply(std::vector<Change>& changes) = 0;
     /// The changed model. Throws FileError.
     virtual std::string bytes(bool same_file) = 0;
@@ -46,7 +46,7 @@ Area area_of_where(const std::string& where) {
     return area;
 }
 
-/// Fields are kept as they are in the file, byte by byte, but for those that change.
+/// Fields that do not change keep their bytes; quotes are written where a field needs them.
 class CsvContents final : public Contents {
   public:
     explicit CsvContents(std::string text) : text_(std::move(text)) {
@@ -81,12 +81,7 @@ class CsvContents final : public Contents {
     std::string bytes(bool) override {
         const std::size_t end = text_.find('\n');
         const char* const line_end = end != text_.npos && end > 0 && text_[end - 1] == '\r' ? "\r\n" : "\n";
-        std::string text = text_.starts_with("\xEF\xBB\xBF") ? "\xEF\xBB\xBF" : "";
-        for (const std::vector<std::string>& row : rows_) {
-            for (std::size_t i = 0; i < row.size(); ++i) text += (i > 0 ? "," : "") + sheet::csv_field(row[i]);
-            text += line_end;
-        }
-        return text;
+        return sheet::csv_text(rows_, text_, line_end);
     }
 
   private:
@@ -181,15 +176,13 @@ int find_and_replace(const ReplaceOptions& options) {
 
     std::size_t filled = 0;
     std::vector<Change> changes;
-    const auto look = [&](const Replacer& replacer) {
+    try {
+        const Replacer replacer(options.find, options.replacement);
         contents->each(options.where, [&](CellAddress cell, const std::string& place, const std::string& before) {
             ++filled;
             if (std::string after = replacer(before); after != before)
                 changes.push_back({cell, place, before, std::move(after), {}});
         });
-    };
-    try {
-        look(Replacer(options.find, options.replacement));
     } catch (const FileError&) {
         throw;
     } catch (const std::exception& error) {

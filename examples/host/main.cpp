@@ -15,7 +15,7 @@ namespace {
 using namespace qx;
 
 /// What the library asks of its surroundings. A spreadsheet serves cells here; this host has none, but answers a
-/// function that asks where its result will stand: in one cell.
+/// function that asks where its result goes: to one cell.
 class Console final : public Host {
     int call(int operation, OPER* result, int, OPER* const*) override {
         if (operation != xlfCaller) return xlretFailed;

@@ -17,12 +17,6 @@ using sheet::Value;
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(" \t") + 1 - first);
-}
-
 /// The numbers behind or below the cell with a label.
 std::optional<Area> labelled(sheet::Workbook& book, std::string_view label) {
     for (std::uint16_t number = 0; number < book.sheet_count(); ++number) {
@@ -36,7 +30,7 @@ std::optional<Area> labelled(sheet::Workbook& book, std::string_view label) {
                            : Value();
             };
             const Value head = value(row, column);
-            if (!head.is_text() || !sheet::equal_ignoring_case(trimmed(head.text()), label)) return true;
+            if (!head.is_text() || !sheet::equal_ignoring_case(sheet::trimmed(head.text()), label)) return true;
             std::uint32_t right = column, down = row;
             while (value(row, right + 1).is_number()) ++right;
             while (right == column && value(down + 1, column).is_number()) ++down;
@@ -55,7 +49,7 @@ std::optional<Area> labelled(sheet::Workbook& book, std::string_view label) {
 
 /// What a part of a chart's line stands for.
 Series read_series(sheet::Workbook& book, std::string_view text) {
-    text = trimmed(text);
+    text = sheet::trimmed(text);
     try {
         const Value value = book.evaluate(book.read(text), Area(CellAddress{}));
         if (value.is(sheet::Type::area)) return {std::string(text), value.area()};
@@ -95,7 +89,7 @@ Chart read_chart(sheet::Workbook& book, std::string_view text) {
     Chart chart;
     std::string_view drawn = text;
     if (const std::size_t equals = text.find('='); equals != std::string_view::npos) {
-        chart.title = trimmed(text.substr(0, equals));
+        chart.title = sheet::trimmed(text.substr(0, equals));
         drawn = text.substr(equals + 1);
     }
     if (const std::size_t over = sheet::lower_case(drawn).rfind(" over "); over != std::string_view::npos) {

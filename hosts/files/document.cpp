@@ -159,18 +159,19 @@ std::string Document::content(CellAddress cell) {
 void Document::replace_content(CellAddress cell, const std::string& text) {
     Area area;
     const bool is_text = book.formula(cell) == nullptr && book.value(cell).is_text();
-    const bool is_formula = !is_text && text.size() > 1 && text[0] == '=';
+    const std::string_view formula = sheet::trimmed(text);
+    const bool is_formula = !is_text && formula.size() > 1 && formula[0] == '=';
     if (book.is_array_formula(cell, area)) {
         if (!is_formula) throw FileError("an array formula can only become another one");
-        book.read(text, cell.sheet); // throws before anything is changed
+        book.read(formula, cell.sheet); // throws before anything is changed
         note_change(cell);
-        return book.set_array_formula(area, text);
+        return book.set_array_formula(area, formula);
     }
     if (is_formula) {
         const sheet::Fill fill = book.filled_by(cell).is_cell() ? sheet::Fill::intersect : sheet::Fill::spill;
-        book.read(text, cell.sheet);
+        book.read(formula, cell.sheet);
         note_change(cell);
-        return book.set_formula(cell, text, fill);
+        return book.set_formula(cell, formula, fill);
     }
     note_change(cell);
     book.set_value(cell, {});
@@ -242,13 +243,8 @@ std::string as_same_csv(Document& document) {
             rows[row][column] =
                 formula != nullptr ? "=" + formula->text : sheet::csv_value(document.book.value(cell), true);
         }
-    const std::string line_end = document.bytes().find("\r\n") != std::string::npos ? "\r\n" : "\n";
-    std::string text = document.bytes().starts_with("\xEF\xBB\xBF") ? "\xEF\xBB\xBF" : "";
-    for (const auto& row : rows) {
-        for (std::size_t i = 0; i < row.size(); ++i) text += (i > 0 ? "," : "") + sheet::csv_field(row[i]);
-        text += line_end;
-    }
-    return text;
+    const char* const line_end = document.bytes().find("\r\n") != std::string::npos ? "\r\n" : "\n";
+    return sheet::csv_text(rows, document.bytes(), line_end);
 }
 
 } // namespace qx::files

@@ -68,7 +68,7 @@ class Document {
     void load_model(bool with_last_values);
     void load(std::uint16_t sheet, const SheetModel& from, std::vector<sheet::Value>& texts);
     sheet::Value value_of(const Cell& cell, std::vector<sheet::Value>& texts) const;
-    void note_change(sheet::CellAddress cell); ///< before it
+    void note_change(sheet::CellAddress cell); ///< called before the change
     void note_problem(sheet::CellAddress cell, std::string message);
     static std::uint64_t key(sheet::CellAddress cell) {
         return (std::uint64_t{cell.sheet} << 48) | (std::uint64_t{cell.column} << 32) | cell.row;

@@ -7,6 +7,7 @@
 #include "hosts/sheet/text.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <optional>
 
 namespace qx::files {
@@ -16,7 +17,7 @@ using sheet::CellAddress;
 
 namespace {
 
-/// The content of a string element: a character that XML cannot hold by its sign.
+/// The content of a string element, where a sign as _x000D_ replaces a character that XML cannot hold.
 std::string escaped(std::string_view text) {
     std::string result;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -44,14 +45,14 @@ std::string_view tag_name(std::string_view text) {
 
 bool has_end_of_its_own(std::string_view tag) { return !tag.ends_with("/>"); }
 
-/// A tag without the attributes of some names. It opens its element also where it stood for the whole of it.
+/// The start of a tag without some of its attributes and without its end: the tag of an empty element opens it.
 std::string opening_tag(std::string_view name, const Attributes& attributes,
-                        std::initializer_list<std::string_view> left_out) {
+                        std::initializer_list<std::string_view> omitted) {
     std::string tag = "<" + std::string(name);
     for (const char** a = attributes.list(); *a != nullptr; a += 2) {
         const std::string_view attribute = a[0];
         if (attribute.find('|') != attribute.npos || // of an extension
-            std::find(left_out.begin(), left_out.end(), attribute) != left_out.end())
+            std::find(omitted.begin(), omitted.end(), attribute) != omitted.end())
             continue;
         tag += " " + std::string(attribute) + "=\"";
         for (const char c : std::string_view(a[1])) append_escaped(tag, c);
@@ -65,11 +66,9 @@ class CopyWriter : public XmlHandler {
   public:
     CopyWriter(std::string_view document, std::uint16_t sheet, const Changes& changes)
         : document_(document), sheet_(sheet), changes_(changes) {
-        const auto below = [](CellAddress cell, std::uint16_t number) { return cell.sheet < number; };
-        const auto& all = changes.wanted;
-        next_ = std::lower_bound(all.begin(), all.end(), sheet, below);
-        end_ = std::lower_bound(next_, all.end(), sheet + 1u,
-                                [](CellAddress cell, unsigned number) { return cell.sheet < number; });
+        const auto own = std::ranges::equal_range(changes.wanted, sheet, {}, &CellAddress::sheet);
+        next_ = own.begin();
+        end_ = own.end();
     }
 
     XmlParser* parser = nullptr;
@@ -163,7 +162,7 @@ class CopyWriter : public XmlHandler {
         row_ = row;
         column_ = 0;
         if (next_ == end_ || static_cast<long>(next_->row) + 1 != row) return;
-        // The columns that the row says it spans do not tell of what comes to it.
+        // The columns that the row says it spans do not include the added cells.
         if (attributes.find("spans") != nullptr || !has_end_of_its_own(tag))
             reopen(opening_tag(tag_name(tag), attributes, {"spans"}) + ">", at);
     }
@@ -223,7 +222,7 @@ class CopyWriter : public XmlHandler {
         const bool is_array = formula_type_ == "array", is_shared = formula_type_ == "shared";
         std::string formula;
         if (!content.formula.empty())
-            formula = formula_element(content.formula, content.is_array ? content.filled : Area(cell));
+            formula = entered_formula(cell, content);
         else if (is_shared && !content.own.empty())
             formula = formula_element(content.own, Area(cell));
         else if (!content.entered)
@@ -251,6 +250,10 @@ class CopyWriter : public XmlHandler {
         element += ">";
         for (const char c : formula) append_escaped(element, c);
         return element + "</" + prefix_ + "f>";
+    }
+
+    std::string entered_formula(CellAddress cell, const CellContent& content) const {
+        return formula_element(content.formula, content.is_array ? content.filled : Area(cell));
     }
 
     /// Writes a cell from its opening tag, which still is without its type and its end.
@@ -304,8 +307,7 @@ class CopyWriter : public XmlHandler {
         CellContent content;
         if (!changes_.content(cell, content)) return;
         std::string formula, style;
-        if (!content.formula.empty())
-            formula = formula_element(content.formula, content.is_array ? content.filled : Area(cell));
+        if (!content.formula.empty()) formula = entered_formula(cell, content);
         for (const auto& [area, known] : arrays_)
             if (area.contains(cell)) style = known;
         if (content.is_date && style.empty()) refuse(cell, "would be a date, and the file has no format there");
@@ -376,8 +378,8 @@ std::string written(Handler& handler, std::string_view document, const std::stri
     return handler.finish();
 }
 
-/// Takes the list of the order in which Excel last calculated out of the file: Excel makes a new one, but does not
-/// forgive one that names cells without formulas.
+/// Removes the list of the order in which Excel last calculated: Excel makes a new one, but takes one that names cells
+/// without formulas for damage.
 void drop_order(Archive& archive, const std::string& book_part, Archive::Parts& parts) {
     const auto without = [&](const std::string& part, Remover::Choice choice) {
         if (!archive.has(part)) return;

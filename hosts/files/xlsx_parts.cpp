@@ -49,7 +49,7 @@ std::map<std::string, Relation> relations_of(Archive& archive, const std::string
 std::string workbook_part(Archive& archive) {
     for (const auto& [id, relation] : relations_of(archive, ""))
         if (relation.type == "officeDocument") return relation.target;
-    throw FileError("the file is no workbook");
+    throw FileError("the file is not a workbook");
 }
 
 } // namespace qx::files

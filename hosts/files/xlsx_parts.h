@@ -20,7 +20,7 @@ inline long integer_in(std::string_view text, long otherwise = -1) {
     return x;
 }
 
-/// Hands a document to a handler that has `open` and, if it wants, `close` and `text`.
+/// Runs a handler over a part.
 void parse(Archive& archive, const std::string& part, XmlHandler& handler);
 
 class OpenHandler : public XmlHandler {
@@ -43,7 +43,7 @@ struct Relation {
 std::string relations_part(const std::string& part);
 /// The relations of a part by their names; none if it has none.
 std::map<std::string, Relation> relations_of(Archive& archive, const std::string& part);
-/// Throws FileError if the archive is no workbook.
+/// Throws FileError if the archive is not a workbook.
 std::string workbook_part(Archive& archive);
 
 struct SheetEntry {

@@ -344,7 +344,7 @@ bool as_same_xlsx(Document& document, std::string& bytes, std::string& why) {
         Area array;
         content.is_array = book.is_array_formula(cell, array);
         if (!content.filled.is_cell() && !content.is_array)
-            why = document.place(cell) + " fills several cells, which the file has to tell";
+            why = document.place(cell) + " fills several cells; such a formula can only be entered into a new file";
         return true;
     };
     bytes = with_changes(document.bytes(), changes, why);

@@ -749,14 +749,18 @@ std::string Calculator::failed_variable(const Function& function, OPER* const* c
 Value Calculator::explained(const Function& function, std::uint16_t code, OPER* const* cells, const Value* arguments,
                             int count) {
     const ErrorClass* const kind = last_error();
+    const auto refused = [&](const Value& list) {
+        if (list.is(Type::array)) return is_refused(list.rows(), list.columns());
+        const Area area = meant(list.area());
+        return is_refused(area.rows(), area.columns());
+    };
     Value cause;
     for (int i = 0; i < count && !cause.is_error(); ++i) {
         const Value& value = arguments[i];
         if (value.is_error()) {
             cause = value;
         } else if (code == xlerrNum && value.is_many() && function.calls.kinds[i] != Kind::reference &&
-                   (value.is(Type::array) ? is_refused(value.rows(), value.columns())
-                                          : is_refused(meant(value.area()).rows(), meant(value.area()).columns()))) {
+                   refused(value)) {
             return Value::error(code, "a list of a million cells or of more than 65,535 rows (" +
                                           std::string(function.args[i].name) + ")");
         } else if (value.is(Type::area)) {

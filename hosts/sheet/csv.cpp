@@ -144,12 +144,6 @@ class CsvReader {
     bool too_wide_ = false;
 };
 
-std::string_view without_blanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") + 1 - first);
-}
-
 bool is_formula(std::string_view text) { return text.size() > 1 && text[0] == '='; }
 bool is_array_formula(std::string_view text) { return text.size() > 3 && text.starts_with("{=") && text.back() == '}'; }
 
@@ -165,8 +159,7 @@ class ArrayFormulas {
     }
 
     std::string_view at(std::uint32_t row, std::uint32_t column) const {
-        return row < rows_.size() && column < rows_[row].size() ? without_blanks(rows_[row][column])
-                                                                : std::string_view();
+        return row < rows_.size() && column < rows_[row].size() ? trimmed(rows_[row][column]) : std::string_view();
     }
     bool covered(std::uint32_t row, std::uint32_t column) const {
         return row < covered_.size() && column < covered_[row].size() && covered_[row][column];
@@ -237,18 +230,18 @@ void tell_other_separator(const CsvRows& rows, std::uint16_t sheet, std::vector<
 CsvRows read_csv(std::string_view text, std::vector<Problem>& problems) { return CsvReader(text, problems).read(); }
 
 void enter(Workbook& book, CellAddress cell, std::string_view text) {
-    const std::string_view trimmed = without_blanks(text);
+    const std::string_view content = trimmed(text);
     std::uint16_t error = 0;
-    if (trimmed.empty()) return;
-    if (is_formula(trimmed)) {
-        book.set_formula(cell, trimmed);
-    } else if (equal_ignoring_case(trimmed, "TRUE") || equal_ignoring_case(trimmed, "FALSE")) {
-        book.set_value(cell, Value::boolean(trimmed.size() == 4));
-    } else if (trimmed[0] == '#' && match_error(trimmed, error) == trimmed.size()) {
+    if (content.empty()) return;
+    if (is_formula(content)) {
+        book.set_formula(cell, content);
+    } else if (equal_ignoring_case(content, "TRUE") || equal_ignoring_case(content, "FALSE")) {
+        book.set_value(cell, Value::boolean(content.size() == 4));
+    } else if (content[0] == '#' && match_error(content, error) == content.size()) {
         book.set_value(cell, Value::error(error));
-    } else if (const auto number = read_number(trimmed)) {
+    } else if (const auto number = read_number(content)) {
         book.set_value(cell, number->is_date ? Value::date(number->value) : Value::number(number->value));
-        if (trimmed.back() == '%') book.set_format(cell, Format::percent);
+        if (content.back() == '%') book.set_format(cell, Format::percent);
     } else {
         book.set_value(cell, Value::text(text));
     }
@@ -276,7 +269,7 @@ std::vector<Problem> load_csv(Workbook& book, std::uint16_t sheet, std::string_v
         for (std::uint32_t column = 0; column < rows[row].size(); ++column) {
             const CellAddress cell{row, static_cast<std::uint16_t>(column), sheet};
             const std::string& field = rows[row][column];
-            if (without_blanks(field) == "{}" && !arrays.covered(row, column))
+            if (trimmed(field) == "{}" && !arrays.covered(row, column))
                 problems.push_back({cell, "{} belongs to no array formula"});
             else if (!arrays.covered(row, column))
                 guarded(cell, field, [&] { enter(book, cell, field); });
@@ -304,6 +297,15 @@ std::string csv_field(std::string_view text) {
     std::string field = "\"";
     for (const char c : text) field.append(c == '"' ? 2 : 1, c);
     return field + '"';
+}
+
+std::string csv_text(const CsvRows& rows, std::string_view former, std::string_view line_end) {
+    std::string text = former.starts_with("\xEF\xBB\xBF") ? "\xEF\xBB\xBF" : "";
+    for (const std::vector<std::string>& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) text += (i > 0 ? "," : "") + csv_field(row[i]);
+        text += line_end;
+    }
+    return text;
 }
 
 std::string save_csv(Workbook& book, std::uint16_t sheet, bool dates) {

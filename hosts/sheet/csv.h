@@ -31,6 +31,8 @@ std::vector<Problem> load_csv(Workbook& book, std::uint16_t sheet, std::string_v
 std::string csv_value(const Value& value, bool dates);
 /// A string as a field, in quotes where it needs them.
 std::string csv_field(std::string_view text);
+/// The fields as a file holds them, with a byte order mark if the former text has one.
+std::string csv_text(const CsvRows& rows, std::string_view former, std::string_view line_end);
 
 /// The calculated values of a sheet as a CSV text that reads back equal: numbers in full, dates as 2026-11-21 or, if
 /// so wanted, as numbers too.

@@ -237,13 +237,13 @@ std::size_t find_wildcards(std::string_view pattern, std::string_view text, std:
     }
 }
 
-namespace {
-
 std::string_view trimmed(std::string_view text) {
     while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
     while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
     return text;
 }
+
+namespace {
 
 /// h:mm or h:mm:ss as a fraction of a day.
 std::optional<double> read_time(std::string_view text) {
@@ -460,8 +460,8 @@ std::optional<std::vector<Token>> tokens_of(std::string_view format) {
         } else if (c == '[') {
             const std::size_t end = format.find(']', at);
             if (end == std::string_view::npos) return {};
-            const std::string unit =
-                lower_case(format.substr(at + 1, end - at - 1)); // all the hours, not those of a day
+            // [h] is all the hours, not those of a day.
+            const std::string unit = lower_case(format.substr(at + 1, end - at - 1));
             if (!unit.empty() && unit.find_first_not_of(unit[0]) == unit.npos &&
                 (unit[0] == 'h' || unit[0] == 'm' || unit[0] == 's'))
                 tokens.push_back({Token::date, upper_case(unit)});
@@ -494,7 +494,7 @@ std::optional<std::vector<Token>> tokens_of(std::string_view format) {
     return tokens;
 }
 
-std::string padded(long value, std::size_t width) {
+std::string padded(long long value, std::size_t width) {
     std::string text = std::to_string(value);
     return text.size() < width ? std::string(width - text.size(), '0') + text : text;
 }
@@ -563,13 +563,13 @@ std::optional<std::string> date_in_format(double x, std::vector<Token>& tokens) 
             text += seconds < 43200 ? "AM" : "PM";
             break;
         case 'H': // elapsed: days, too, in this unit
-            text += padded(static_cast<long>(days) * 24 + seconds / 3600, width);
+            text += padded(static_cast<long long>(days) * 24 + seconds / 3600, width);
             break;
         case 'M':
-            text += padded(static_cast<long>(days) * 1440 + seconds / 60, width);
+            text += padded(static_cast<long long>(days) * 1440 + seconds / 60, width);
             break;
         case 'S':
-            text += padded(static_cast<long>(days) * 86400 + seconds, width);
+            text += padded(static_cast<long long>(days) * 86400 + seconds, width);
             break;
         }
     }
@@ -755,14 +755,15 @@ std::optional<std::string> fraction_in_format(double x, const std::vector<Token>
     if (!(x < 1e9)) return general_text(x);
     const int most = static_cast<int>(std::pow(10.0, static_cast<double>(figures))) - 1;
     const double part = x - whole;
-    int over = 0, under = 1;
+    long long over = 0;
+    int under = 1;
     if (given) {
         under = std::max(1, std::atoi(below.c_str()));
-        over = static_cast<int>(std::floor(part * under + 0.5));
+        over = static_cast<long long>(std::floor(part * under + 0.5));
     } else {
-        const double units = std::floor(part); // beyond a whole number where none is shown
+        const double units = std::floor(part); // more than 0 only where the format shows no whole number
         std::tie(over, under) = nearest_fraction(part - units, most);
-        over += static_cast<int>(units) * under;
+        over += static_cast<long long>(units) * under;
     }
     if (has_whole && over == under) {
         whole += 1.0;

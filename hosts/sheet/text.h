@@ -14,6 +14,8 @@ namespace qx::sheet {
 std::size_t character_count(std::string_view text);
 /// Position of the byte at which a character starts, counted from 0; the end if there are fewer.
 std::size_t character_offset(std::string_view text, std::size_t character);
+/// The text without the blanks and tabs at its ends.
+std::string_view trimmed(std::string_view text);
 /// The text with every byte that is not UTF-8 replaced by U+FFFD.
 std::string valid_utf8(std::string_view text);
 std::string upper_case(std::string_view text);

@@ -129,14 +129,6 @@ void Workbook::prepare_change() {
 
 // --- Lookups --------------------------------------------------------------------------------------------------------
 
-namespace {
-
-/// Walks along a list that take about as long as to put it in order: with a list that changes again and again the
-/// index costs no more than twice what the walks do.
-constexpr int walks_of_an_index = 16;
-
-} // namespace
-
 const LookupIndex* Workbook::index_of(const Area& list) {
     constexpr std::uint32_t least_cells = 32;
     constexpr std::size_t most_lists = 64;
@@ -147,9 +139,7 @@ const LookupIndex* Workbook::index_of(const Area& list) {
         std::find_if(lookups.begin(), lookups.end(), [&](const Lookup& lookup) { return lookup.list == list; });
     if (found == lookups.end()) {
         if (lookups.size() == most_lists) lookups.erase(lookups.begin());
-        sheet.first_looked_up =
-            lookups.empty() ? list.first_column : std::min(sheet.first_looked_up, list.first_column);
-        sheet.last_looked_up = lookups.empty() ? list.last_column : std::max(sheet.last_looked_up, list.last_column);
+        sheet.looked_up.add(list);
         found = lookups.insert(lookups.end(), Lookup{list, 0, 2, nullptr});
     }
     if (found->index) return found->index.get();
@@ -201,9 +191,7 @@ Value Workbook::sum_of_column(const Area& cells) {
         auto known = find();
         if (known == sheet.running.end()) {
             if (sheet.running.size() == most_sums) sheet.running.erase(sheet.running.begin());
-            const bool first = sheet.running.empty();
-            sheet.first_summed = first ? cells.first_column : std::min(sheet.first_summed, cells.first_column);
-            sheet.last_summed = first ? cells.first_column : std::max(sheet.last_summed, cells.first_column);
+            sheet.summed.add(cells);
             known = sheet.running.insert(sheet.running.end(), RunningSum{cells.first_row, cells.first_column, {}});
         }
         if (known->sums.size() <= shared + more.size()) {
@@ -216,10 +204,12 @@ Value Workbook::sum_of_column(const Area& cells) {
 
 /// Drops the indexes that hold a cell of an area, and the sums beyond it.
 void Workbook::forget_known(const Area& changed) {
+    // So many walks along a list take about as long as sorting it: the index of a list that changes again and again
+    // costs at most as much again as the walks do.
+    constexpr int walks_of_an_index = 16;
     Sheet& sheet = sheets_[changed.sheet];
     ++sheet.changes;
-    if (!sheet.running.empty() && changed.first_column <= sheet.last_summed &&
-        changed.last_column >= sheet.first_summed)
+    if (sheet.summed.meet(changed))
         for (RunningSum& known : sheet.running) {
             if (changed.first_column > known.column || changed.last_column < known.column ||
                 changed.last_row < known.first_row)
@@ -228,9 +218,7 @@ void Workbook::forget_known(const Area& changed) {
                 changed.first_row <= known.first_row ? 0 : (changed.first_row - known.first_row) / RunningSum::step;
             if (kept < known.sums.size()) known.sums.resize(kept);
         }
-    if (sheet.lookups.empty() || changed.first_column > sheet.last_looked_up ||
-        changed.last_column < sheet.first_looked_up)
-        return;
+    if (!sheet.looked_up.meet(changed)) return;
     for (Lookup& lookup : sheet.lookups) {
         const Area& list = lookup.list;
         if (!lookup.index || changed.first_column > list.last_column || changed.last_column < list.first_column ||
@@ -333,8 +321,7 @@ void Workbook::set_array_formula(const Area& area, std::string_view text) {
 void Workbook::clear() {
     for (Sheet& sheet : sheets_) {
         sheet.grid = Grid();
-        sheet.lookups.clear();
-        sheet.running.clear();
+        sheet.forget();
         sheet.readers.clear();
     }
     nodes_.clear();
@@ -823,11 +810,7 @@ void Workbook::recalculate() {
 }
 
 void Workbook::recalculate_all() {
-    for (Sheet& sheet : sheets_) {
-        sheet.lookups.clear();
-        sheet.running.clear();
-        ++sheet.changes;
-    }
+    for (Sheet& sheet : sheets_) sheet.forget();
     for (Node* const node : formulas_) {
         if (!node->formula) continue;
         node->state = Node::dirty;

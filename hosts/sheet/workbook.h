@@ -15,6 +15,7 @@
 #include "hosts/sheet/lookup_index.h"
 #include "hosts/sheet/readers.h"
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <map>
@@ -198,15 +199,36 @@ class Workbook final : public Names {
         std::uint16_t column = 0;
         std::vector<double> sums;
     };
+    /// The columns between which lists are: most changes are elsewhere.
+    class Columns {
+      public:
+        void add(const Area& list) {
+            first_ = std::min(first_, list.first_column);
+            last_ = std::max(last_, list.last_column);
+        }
+        bool meet(const Area& area) const { return area.first_column <= last_ && area.last_column >= first_; }
+
+      private:
+        std::uint16_t first_ = max_columns, last_ = 0; // none
+    };
     struct Sheet {
         std::string name;
         Grid grid;
         Readers readers;
         std::vector<Lookup> lookups;
-        std::uint16_t first_looked_up = 0, last_looked_up = 0; ///< columns, where there are lookups
+        Columns looked_up;
         std::vector<RunningSum> running;
-        std::uint16_t first_summed = 0, last_summed = 0; ///< columns, where there are running sums
-        std::uint32_t changes = 0;                       ///< of cells
+        Columns summed;
+        std::uint32_t changes = 0; ///< of cells
+
+        /// Drops what is known of the cells.
+        void forget() {
+            lookups.clear();
+            looked_up = {};
+            running.clear();
+            summed = {};
+            ++changes;
+        }
     };
     /// A formula in the list of those to calculate, with its place in the order of the last time.
     struct Pending {

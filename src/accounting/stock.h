@@ -4,7 +4,7 @@
 // periodic inventory.
 //
 // Lists of dates ascend. Of dates and their figures the shorter list governs; one price serves for all. All throw
-// errlibmin for a negative quantity, errlibmin and errlibmax for a switch that there is not, and errlibnovalidanswer
+// errlibmin for a negative quantity, errlibmin and errlibmax for an unknown switch, and errlibnovalidanswer
 // where more is sold than there is.
 #pragma once
 

@@ -97,7 +97,7 @@ constexpr ArgumentGroup payments() {
 
 // --- What recurs -----------------------------------------------------------------------------------------------------
 
-constexpr Argument AbsFinish() { return {"AbsFinish", "Date from which on nothing recurs"}; }
+constexpr Argument AbsFinish() { return {"AbsFinish", "Date from which nothing recurs"}; }
 constexpr Argument Periodicity() { return {"Periodicity", "Months from one repetition to the next"}; }
 
 } // namespace qx

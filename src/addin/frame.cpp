@@ -133,7 +133,6 @@ void Frame::inputs_concluded() {
 }
 
 void Frame::end() {
-    steps_left = steps_without_limit;
     reset_call_state();
     free_temporary_memory();
     if (tracing) TraceTimer().stop();

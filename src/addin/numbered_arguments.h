@@ -7,7 +7,7 @@
 
 namespace qx::worksheet {
 
-/// An argument that is there once for each number up to `most`: its name and help with a '#' in the number's place.
+/// An argument that occurs once for each number up to `most`: its name and help with a '#' in the number's place.
 template <int most>
 class Numbered {
   public:

@@ -24,7 +24,7 @@ constexpr ArgumentGroup chain_end() {
 
 /// The dates of a landlord's costs.
 constexpr Argument StartCost() {
-    return {"StartCost", "Date from which on the landlord bears the cost; the day itself counts"};
+    return {"StartCost", "Date from which the landlord bears the cost; the day itself counts"};
 }
 constexpr Argument StartLease() {
     return {"StartLease", "Date on which the first lease starts; the day itself counts"};

@@ -57,7 +57,7 @@ long long cells_in(const OPER& cell, FunctionContext& context) {
 }
 
 /// A preset sequence by its name: "Quarterly in advance", "4:Quarterly in advance" or just "4", in any case. Returns
-/// 0 for a name that there is not.
+/// 0 for an unknown name.
 int preset_named(std::string_view name) {
     while (!name.empty() && name.front() == ' ') name.remove_prefix(1);
     while (!name.empty() && name.back() == ' ') name.remove_suffix(1);

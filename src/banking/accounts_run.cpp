@@ -41,7 +41,7 @@ struct Charging {
     }
 };
 
-/// The next of dates that come round: asked for again only when it is past.
+/// The next of dates that come round: looked up again only when it is past.
 class Coming {
   public:
     explicit Coming(const AnnualSequence* dates) : dates_(dates) {}

@@ -24,7 +24,7 @@ struct FundTerms {
     const AnnualSequence &PrdsSF, &PrdsSFInt, &PrdsSFFee, &PrdsFiscal;
 };
 
-/// All that an account's figures depend on, but for the output asked for.
+/// All that an account's figures depend on, but for the output requested.
 struct AccountTerms {
     View<date> Timebase;
     Borrowing borrowing;

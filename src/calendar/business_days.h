@@ -78,7 +78,7 @@ date DpMBDX(const date& TheDate, double Months, double BusDaySwitch, const Annua
 date DpYBDX(const date& TheDate, double Yrs, double BusDaySwitch, const AnnualSequence& AnnHols, View<date> HolDates,
             double DayCount, const AnnualSequence& Periods);
 
-// The next and previous date of a sequence and a list, rolled on to a business day. The lists are sorted.
+// The next and previous date of a sequence and a list, rolled on to a business day. The lists are in any order.
 
 date NextDateSeqBD(const date& TheDate, const AnnualSequence& AnnDateSeq, View<date> SpecificDates, int BusDaySwitch,
                    const AnnualSequence& AnnHols, View<date> HolDates);

@@ -31,7 +31,7 @@ constexpr std::int64_t largest_dtn = 2'000'000'000; // keeps all of the arithmet
 
 /// The part of a month that has passed before a day, for months of 28 to 31 days.
 struct MonthParts {
-    double before[4][32]; ///< of the 29th to the 31st too, in all
+    double before[4][32]; ///< of every day up to the 31st, in short months too
 
     constexpr MonthParts() : before{} {
         for (int length = 28; length <= 31; ++length)
@@ -85,12 +85,13 @@ class CalendarYears {
         }
     }
     constexpr const Year& operator()(int year) const { return years_[year - first_calendar_year]; }
-    /// The year of a date number from 1910 on.
+    /// The year of a date number from 1910 on: the days over the mean length of a year, shifted by just so much that
+    /// the quotient is never ahead of the calendar. It lags on a few last days of December.
     constexpr int of(int dtn) const {
         const auto days = static_cast<std::uint32_t>(dtn - years_[0].start);
         const int year = first_calendar_year + static_cast<int>((400 * days - 468) / days_in_400_years);
         if (dtn >= operator()(year + 1).start) [[unlikely]]
-            return year + 1; // a few last days of December
+            return year + 1;
         return year;
     }
 
@@ -206,7 +207,7 @@ void date::derive_early_dtn() {
     dtn_ = static_cast<int>(number);
 }
 
-inline bool date::set_calendar(int year, int month, int day) {
+inline void date::set_calendar(int year, int month, int day) {
     const CalendarYears::Year& in = calendar_years(year);
     leap_ = in.leap;
     blockleap_ = in.block_leap;
@@ -214,7 +215,6 @@ inline bool date::set_calendar(int year, int month, int day) {
     month_ = month;
     day_ = day;
     months_ = year * 12 + (month - 1) + parts_of_month.before[year_days.months[in.leap][month].parts][day - 1];
-    return in.leap;
 }
 
 inline void date::set_ymd() {

@@ -148,7 +148,7 @@ class date {
     void set_number(double number);
     void set_dtn(int dtn); ///< all from the date number
     void set_irregular_dtn(int dtn);
-    bool set_calendar(int year, int month, int day); ///< all but the date number, from 1908 to 3653; the leap mark
+    void set_calendar(int year, int month, int day); ///< all but the date number, from 1908 to maxyear
     void set_months(double months, int seconds);     ///< all from the count of months
     void set_ymd();                                  ///< all from year, month and day
     void set_early_ymd();

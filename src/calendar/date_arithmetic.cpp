@@ -13,11 +13,10 @@ constexpr int rounds = 100;                ///< at which an adjustment gives up
 constexpr double exact_match = 0.00138889; ///< months; half a day of a 30-day month is 0.0167
 constexpr double near_match = 0.05;
 
-/// diffmonths by any DayCount; apart, since what it needs would slow the single codes.
+/// diffmonths by a DayCount with stubs or periods of a sequence; apart, since what it needs would slow the others.
 [[gnu::noinline]] double diffmonths_composite(const date& date1, const date& date2, double DayCount,
                                               const AnnualSequence& Periods, bool AllowNeg, bool ComponentPart) {
     if (date1 > date2) return -diffmonths_composite(date2, date1, DayCount, Periods, false, ComponentPart);
-    if (DayCountCodes::single(DayCount)) return daycountmonths(date1, date2, whole(DayCount));
     return timeperiod(date1, date2).lenmonths(date1, date2, DayCount, Periods, AllowNeg, ComponentPart);
 }
 
@@ -26,10 +25,9 @@ constexpr double near_match = 0.05;
 double diffmonths(const date& date1, const date& date2, double DayCount, const AnnualSequence& Periods, bool AllowNeg,
                   bool ComponentPart) {
     if (date1 == date2 || (!AllowNeg && date1 > date2)) return 0.0;
-    constexpr double codes = 20.0, in_period = 6.0;
-    const int code = DayCount >= 0.0 && DayCount < codes ? static_cast<int>(DayCount) : 0;
-    if (code != DayCount || code == in_period)
+    if (!DayCountCodes::single(DayCount))
         return diffmonths_composite(date1, date2, DayCount, Periods, AllowNeg, ComponentPart);
+    const int code = whole(DayCount);
     // Actual days are the same either way round. For the others, which date is first is looked up and not branched on:
     // lists come in any order.
     if (code == 2) return days_between(date1, date2) * 12.0 / 360.0;

@@ -243,7 +243,7 @@ date next_of(const Source (&sources)[N], const date& day) {
 
 /// Shows in the trace which sequence was omitted and has no part, though its inputs show a default.
 template <int N>
-void tell_left_out(Routine& here, const Source (&sources)[N]) {
+void show_omitted(Routine& here, const Source (&sources)[N]) {
     for (const Source& source : sources)
         if (source.sequence.size() > 0 && !source.has_sequence())
             here.info(source.sequence.name(), " (an Annual Sequence) was missing and will be ignored.");
@@ -306,7 +306,7 @@ date NextDateCombine(const date& TheDate, const AnnualSequence& AnnDateSeq1, Vie
                         {AnnDateSeq2, SpecificDates2},
                         {AnnDateSeq3, SpecificDates3},
                         {AnnDateSeq4, SpecificDates4}};
-    tell_left_out(here, sources);
+    show_omitted(here, sources);
     for (Source& source : sources) source.sort();
     return here.returning("DateResult", next_of(sources, TheDate));
 }
@@ -358,7 +358,7 @@ WorkList<date> DateSeqCombine(const date& FromDate, const date& ToDate, const An
                         {AnnDateSeq4, SpecificDates4}};
     if (std::none_of(std::begin(sources), std::end(sources), [](const Source& each) { return each.given(); }))
         here.fail<errinput>("AnnDateSeq1", "At least one AnndateSeq or SpecificDates must be set");
-    tell_left_out(here, sources);
+    show_omitted(here, sources);
     WorkList<date> found = dates_between(sources, FromDate, ToDate);
     here.returning();
     return found;

@@ -34,9 +34,9 @@ class DatedAmounts {
   private:
     template <class T>
     static Range<T>& copied(View<T> list, std::optional<WorkList<T>>& own) {
-        Range<T>& copy = *own.emplace(list.size());
+        Range<T>& copy = *own.emplace();
+        copy = list;
         copy.setname(list.name());
-        for (int i = 1; i <= list.size(); ++i) copy(i) = list(i);
         return copy;
     }
 

@@ -59,7 +59,7 @@ struct DayCountCodes {
         if (const int code = whole(DayCount); code == DayCount && code < 20) return {code, code, code};
         return split(DayCount);
     }
-    /// True of one code for core and stubs, known without a split: what all but composite DayCounts are in use.
+    /// True of one code that needs no periods, found without a split: of all but composite DayCounts.
     static bool single(double DayCount) {
         const int code = whole(DayCount);
         return code == DayCount && code < 20 && code != 6;

@@ -169,13 +169,10 @@ double timeperiod::lenmonths(const date& Start, const date& Finish, double DayCo
         if (!AllowNeg) return 0.0;
         return -timeperiod(to_, from_).lenmonths(Start, Finish, DayCount, Periods, false, ComponentPart);
     }
-    double months;
-    if (DayCountCodes::single(DayCount))
-        months = lenmonthsbasic(Start, Finish, whole(DayCount), AllowNeg);
-    else if (const DayCountCodes codes = DayCountCodes::of(DayCount); codes.composite(DayCount))
-        months = lenmonthssequence(Start, Finish, codes, Periods, ComponentPart);
-    else
-        months = lenmonthsbasic(Start, Finish, codes.core, AllowNeg);
+    const DayCountCodes codes = DayCountCodes::of(DayCount);
+    const double months = !DayCountCodes::single(DayCount) && codes.composite(DayCount)
+                              ? lenmonthssequence(Start, Finish, codes, Periods, ComponentPart)
+                              : lenmonthsbasic(Start, Finish, codes.core, AllowNeg);
     if (months > suspicious_months && traced())
         trace().warning(text_of("Warning: suspiciously large LengthMonths=", months, " start=", Start,
                                 " finish=", Finish, " fromdate=", from_, " todate=", to_));

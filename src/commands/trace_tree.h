@@ -13,7 +13,7 @@
 namespace qx {
 
 /// The number of the help topic on the trace.
-constexpr int trace_help_topic = 10008;
+inline constexpr int trace_help_topic = 10008;
 
 /// One line of the tree. Its text is in the tree's texts.
 struct TraceNode {

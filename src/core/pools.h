@@ -103,7 +103,7 @@ class WorkListPool {
     static inline std::uint32_t taken = 0;
 };
 
-/// A list for the work of one routine: empty at first, and returned with the scope. It can be returned as the
+/// A list for the work of one routine: empty at first, free again at the end of its scope. It can be returned as the
 /// routine's result and read wherever a Range or a View is read.
 ///
 ///     WorkList<double> amounts;

@@ -57,19 +57,13 @@ class Routine {
     enum Call { function, internal, array };
 
     explicit Routine(const char* name, Call call = function) : name_(name) {
-        takes_steps(1);
+        if (--steps_left < 0) fail_after_most_steps();
         if (qx::traced()) enter(call);
     }
 
     const char* name() const { return name_; }
     bool traced() const { return qx::traced(); }
     int level() const { return level_; }
-
-    /// Counts passes of a loop that calls no routine. Throws errliboveriterated beyond most_steps in one worksheet
-    /// call.
-    void takes_steps(long long steps) const {
-        if ((steps_left -= steps) < 0) fail_after_most_steps();
-    }
 
     /// The inputs of a routine that is a worksheet function, one trace item each, in the order of its arguments and
     /// under the names that its declaration gives them.
@@ -198,7 +192,6 @@ class Routine {
     }
 
     [[noreturn, gnu::cold, gnu::noinline]] void fail_after_most_steps() const {
-        steps_left = 0; // whoever goes on fails at once
         throw_error<errliboveriterated, std::string>(
             "", text_of("The call takes more than ", most_steps, " steps: the lengths of its lists multiply."));
     }

@@ -1,14 +1,14 @@
 // The run of an array twin over its periods, dates or numbers. A twin asks its routine for one after the other; a
-// routine that returns `over(here, Time, ...)` answers for all that are left, and does once what none of them has a say
-// in:
+// routine that returns `over(here, Time, ...)` answers for all that are left, and does once what does not depend on
+// them:
 //
 //     Kept<double> rates{here, steps.count()};
 //     return here.returning(over(here, Time, [&](const timeperiod& period) {
 //         return sum(period, [&](int n) { return rates(n, [&] { return Grow(steps.date_of(n), rate, growth, 0); }); });
 //     }));
 //
-// Each answer takes the steps of a single call, and so has its bits. A single call keeps nothing, and while the trace
-// is on a twin is single calls.
+// Each answer is calculated in the steps of a single call, and so is the same to the bit. A single call keeps nothing,
+// and while the trace is on a twin makes single calls.
 #pragma once
 
 #include "core/pools.h"
@@ -46,7 +46,7 @@ class TwinRun : TwinWait {
     virtual const Item& set(int i) = 0;
 
     const Item& first() { return set(at_ = 1); }
-    /// Puts down the answer for an item and sets the next one; false after the last.
+    /// Stores the answer for an item and sets the next one; false after the last.
     bool go_on(double answer) {
         answers_(at_) = answer;
         if (at_ == n_) return false;
@@ -76,8 +76,8 @@ class TwinRun : TwinWait {
     Range<double>& answers_;
 };
 
-/// What a routine answers for an item: `each` of it. Asked by its twin it answers for those that follow, too. What the
-/// routine returns must be what this returns.
+/// A routine's answer for an item: `each` of it. Asked by its twin, the routine answers for the items that follow, too.
+/// It must return what this returns.
 template <class Item, class Each>
 double over(const Routine& here, const Item& item, Each each) {
     TwinRun<Item>* const run = TwinRun<Item>::of(here.name(), item);
@@ -87,10 +87,10 @@ double over(const Routine& here, const Item& item, Each each) {
     return answer;
 }
 
-/// Memory for what is kept, given back in the reverse order.
+/// Memory for what is kept, released in the reverse order.
 class TwinMemory {
   public:
-    /// Null if there is not as much.
+    /// Null if too little is left.
     static void* take(std::size_t bytes) {
         bytes = (bytes + alignment - 1) / alignment * alignment;
         if (bytes > size - used_) return nullptr;

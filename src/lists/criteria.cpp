@@ -105,7 +105,7 @@ bool meets(const std::string& value, const anyvalue& criterion, const FunctionCo
     constexpr int steps_of_an_evaluation = 20;
     if (criterion.isblank()) fail<errinput>(context, "Criteria Missing when one is required.");
     if ((steps_left -= steps_of_an_evaluation) < 0)
-        fail<errliboveriterated>(context, "Every value against every criterion is too much.");
+        fail<errliboveriterated>(context, "The call takes too long: it tests every value against every criterion.");
     static std::string formula;
     set_formula(formula, value, criterion, context);
     if (traced())

@@ -11,7 +11,7 @@ namespace qx {
 WorkList<double> ApplyToList(int CombineSwitch, View<double> Values, double Value);
 
 /// Two to four lists combined item by item. They have one length, but for a list of one value, which serves them all.
-/// Lists that are empty are omitted. Throws inputrangelength2.
+/// Empty lists are ignored. Throws inputrangelength2.
 WorkList<double> CombineLists(int CombineSwitch, View<double> Values, View<double> Values2, View<double> Values3,
                               View<double> Values4);
 

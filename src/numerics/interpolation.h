@@ -45,7 +45,7 @@ double interpolate_cubic(double y1, double slope1, double y2, double slope2, dou
 /// Growth at a constant rate. Throws errlibbadexponentiation unless both values have one sign (or both are zero).
 double interpolate_exponential(double y1, double y2, double mu);
 
-/// Throws errlibmin, errlibmax for a curve that there is not; see Interpolate.
+/// Throws errlibmin, errlibmax for an unknown curve; see Interpolate.
 void check_curve(Routine& here, int InterpType, double Tension, double Bias);
 
 /// The value on the line between the points that neighbour InputValue. Outside the table OnErrorN is the answer; with
@@ -70,7 +70,7 @@ double Interpolate(View<double> InputRange, View<double> OutputRange, double Inp
                    double XMax, double Tension, double Bias);
 /// The same without limits, in a table of two lists of equal length, for switches that were checked.
 double interpolate(View<double> places, View<double> values, double place, int InterpType, double Tension, double Bias);
-/// The same over dates; a limit that is the zero date is none.
+/// The same over dates; a limit of the zero date is no limit.
 double InterpolateDate(View<date> InputDateRange, View<double> OutputRange, const date& TheDate, int InterpType,
                        const date& DateMin, const date& DateMax, double Tension, double Bias);
 

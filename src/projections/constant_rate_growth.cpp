@@ -1,11 +1,11 @@
 #include "calendar/date_arithmetic.h"
 #include "calendar/reviews.h"
 #include "core/twin_run.h"
-#include "projections/growing_stream.h"
+#include "projections/constant_rate.h"
+#include "projections/growth.h"
 #include "rates/growing_annuities.h"
 
 #include <cmath>
-#include <optional>
 
 namespace qx {
 
@@ -25,113 +25,122 @@ double grown_months(double T, double g, double S, double F) {
     return S / 12.0 * ((gn - 1.0) / gstep + gn * (steps - n)) + F / 12.0;
 }
 
+/// ConGrowMktX without a lag, under the growth of a walk that starts on GrowthBaseDate (anywhere if nothing grows).
+double con_grow_mkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
+                    double InitialAnnRate, GrowthWalk& walk, const date& GrowthBaseDate, int RevMonthsOpt,
+                    const Basis& basis, bool ComponentPart) {
+    constexpr int GrowthLag = 0;
+    const Growth& growth = walk.growth();
+    Routine here{"ConGrowMktX", Routine::internal};
+    here.arguments("Time,Start,Finish,FirstRev,MktAnnRate,InitialAnnRate,GrowthDates,GrowthRates,GrowthBaseDate,"
+                   "RevMonthsOpt,DayCount,Periods,ProjMode,ComponentPart,GrowthLag",
+                   Time, life.Start, life.Finish, FirstRev, MktAnnRate, InitialAnnRate, growth.dates, growth.rates,
+                   GrowthBaseDate, RevMonthsOpt, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart,
+                   GrowthLag);
+    basis.check(here);
+    check_reviews(here, RevMonthsOpt);
+    timeperiod period = Time;
+    if (!screen_period(here, period, life, basis)) return here.returning(0.0);
+    const DayCountCodes codes = DayCountCodes::of(basis.DayCount);
+    if (RevMonthsOpt == 0)
+        here.info("Note: ReviewMonths was zero which implies continuous growth from the first time this function "
+                  "reviews.");
+    const date& FirstReview = first_review(here, FirstRev);
+    const auto at = [&](double rate, const date& from, const date& to, double day_count, bool stub) {
+        return ConX(period, {from, to}, rate, basis.under(day_count), stub);
+    };
+    if (period.to() < FirstReview)
+        return here.returning(at(InitialAnnRate, life.Start, life.Finish, basis.DayCount, ComponentPart));
+
+    const PeriodCount periods(basis, codes);
+    const bool stubbed = periods(FirstRev, life.Finish) >= 1;
+    const bool first_stub = life.Finish > FirstReview || ComponentPart;
+    const date& initial_to = std::min(FirstReview, life.Finish);
+    const date& market_from = std::max(FirstReview, life.Start);
+    const double initial_count = stubbed ? codes.with_start() : basis.DayCount;
+    if (growth.none() || period.to() < growth.dates.first()) {
+        here.info("No growth has been specified");
+        const double initial = at(InitialAnnRate, life.Start, initial_to, initial_count, first_stub);
+        return here.returning(initial + at(MktAnnRate, market_from, life.Finish,
+                                           stubbed ? codes.with_end() : basis.DayCount, ComponentPart));
+    }
+    const date& flat_to = std::min(growth.dates.first(), life.Finish);
+    const double flat_count = !stubbed                                          ? basis.DayCount
+                              : periods(growth.dates.first(), life.Finish) >= 1 ? codes.core
+                                                                                : codes.with_end();
+    double amount = at(InitialAnnRate, life.Start, initial_to, initial_count, first_stub);
+    amount += at(MktAnnRate, market_from, flat_to, flat_count, ComponentPart);
+
+    const TraceBlock sections = here.loop("Growth Sections", "Looping through each of the growth sections...");
+    const int maxn = growth.dates.size();
+    double market = MktAnnRate;
+    const date* base = &GrowthBaseDate;
+    for (int n = 1; n <= maxn; ++n) {
+        const date& grows_from = growth.dates(n);
+        const TraceBlock pass = here.pass(n, "Growth from ", grows_from);
+        if (grows_from > period.to()) {
+            here.info("GrowthDate beyond timeperiod, no more to do...");
+            break;
+        }
+        // The market rate compounds from section to section, each time from the one before.
+        const bool compounds = n > 1 && grows_from > GrowthBaseDate;
+        if (compounds) market = walk.through(n - 1, market);
+        base = &std::max(GrowthBaseDate, grows_from);
+
+        const date& next = n < maxn ? growth.dates(n + 1) : DateCrit;
+        const date& to = std::min(next, std::min(period.to(), life.Finish));
+        const date& from = std::max(std::max(life.Start, FirstReview), std::max(period.from(), grows_from));
+        if (to <= from) continue;
+        const date next_rev =
+            FirstReview >= grows_from ? FirstReview : next_review(grows_from, FirstReview, RevMonthsOpt, false).when;
+        double passing = InitialAnnRate;
+        if (compounds) {
+            const date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt, false).when;
+            passing = walk.to(last_rev.iszero() ? next_rev : last_rev, MktAnnRate);
+        }
+        const bool goes_on = periods(to, life.Finish) >= 1;
+        const double day_count = !goes_on                       ? codes.with_end()
+                                 : periods(life.Start, to) >= 1 ? codes.core
+                                                                : codes.with_start();
+        amount += SumEGStepMktFT(period, market, passing, growth.rates(n), grows_from, *base, next_rev, from, to,
+                                 day_count, basis.Periods, RevMonthsOpt, goes_on);
+    }
+    return here.returning(amount);
+}
+
+/// con_grow, under the growth of a walk from the first growth date.
+double con_grow(const timeperiod& Time, const Life& life, double AnnualRate, GrowthWalk& walk, int RevMonthsOpt,
+                const Basis& basis) {
+    const date& from = walk.growth().first_or(life.Start);
+    return con_grow_mkt(Time, life, from, AnnualRate, AnnualRate, walk, from, RevMonthsOpt, basis, false);
+}
+
 double con_grow_streams(Routine& here, const timeperiod& Time, const Streams& streams, const Growth& growth,
                         int RevMonths, const Basis& basis) {
-    const Measure measure{basis.DayCount, basis.Periods};
-    std::optional<GrowingStream> only;
-    if (streams.single()) only.emplace(streams.amount(1), streams.starts.first(), growth, RevMonths, measure);
+    GrowthWalk walk(growth, {basis.DayCount, basis.Periods});
     return over(here, Time, [&](const timeperiod& period) {
         if (!runs_forward(here, period)) return 0.0;
         return streams.sum(here, [&](const Life& life, double AnnualRate) {
-            return only ? only->in(period, life, basis, false)
-                        : con_grow(period, life, AnnualRate, growth, RevMonths, basis);
+            return con_grow(period, life, AnnualRate, walk, RevMonths, basis);
         });
     });
 }
 
 } // namespace
 
-double GrowingStream::in(const timeperiod& Time, const Life& life, const Basis& basis, bool ComponentPart) {
-    constexpr int GrowthLag = 0;
-    Routine here{"ConGrowMktX", Routine::internal};
-    here.arguments("Time,Start,Finish,FirstRev,MktAnnRate,InitialAnnRate,GrowthDates,GrowthRates,GrowthBaseDate,"
-                   "RevMonthsOpt,DayCount,Periods,ProjMode,ComponentPart,GrowthLag",
-                   Time, life.Start, life.Finish, FirstRev_, MktAnnRate_, InitialAnnRate_, growth_.dates, growth_.rates,
-                   GrowthBaseDate_, RevMonthsOpt_, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart,
-                   GrowthLag);
-    basis.check(here);
-    check_reviews(here, RevMonthsOpt_);
-    timeperiod period = Time;
-    if (!screen_period(here, period, life, basis)) return here.returning(0.0);
-    const DayCountCodes codes = DayCountCodes::of(basis.DayCount);
-    if (RevMonthsOpt_ == 0)
-        here.info("Note: ReviewMonths was zero which implies continuous growth from the first time this function "
-                  "reviews.");
-    const date& FirstReview = first_review(here, FirstRev_);
-    const auto at = [&](double rate, const date& from, const date& to, double day_count, bool stub) {
-        return ConX(period, {from, to}, rate, basis.under(day_count), stub);
-    };
-    if (period.to() < FirstReview)
-        return here.returning(at(InitialAnnRate_, life.Start, life.Finish, basis.DayCount, ComponentPart));
-
-    const PeriodCount periods(basis, codes);
-    const bool stubbed = periods(FirstRev_, life.Finish) >= 1;
-    const bool first_stub = life.Finish > FirstReview || ComponentPart;
-    const date& initial_to = std::min(FirstReview, life.Finish);
-    const date& market_from = std::max(FirstReview, life.Start);
-    const double initial_count = stubbed ? codes.with_start() : basis.DayCount;
-    if (growth_.none() || period.to() < growth_.dates.first()) {
-        here.info("No growth has been specified");
-        const double initial = at(InitialAnnRate_, life.Start, initial_to, initial_count, first_stub);
-        return here.returning(initial + at(MktAnnRate_, market_from, life.Finish,
-                                           stubbed ? codes.with_end() : basis.DayCount, ComponentPart));
-    }
-    const date& flat_to = std::min(growth_.dates.first(), life.Finish);
-    const double flat_count = !stubbed                                           ? basis.DayCount
-                              : periods(growth_.dates.first(), life.Finish) >= 1 ? codes.core
-                                                                                 : codes.with_end();
-    double amount = at(InitialAnnRate_, life.Start, initial_to, initial_count, first_stub);
-    amount += at(MktAnnRate_, market_from, flat_to, flat_count, ComponentPart);
-
-    const TraceBlock sections = here.loop("Growth Sections", "Looping through each of the growth sections...");
-    const int maxn = growth_.dates.size();
-    double market = MktAnnRate_;
-    const date* base = &GrowthBaseDate_;
-    for (int n = 1; n <= maxn; ++n) {
-        const date& grows_from = growth_.dates(n);
-        const TraceBlock pass = here.pass(n, "Growth from ", grows_from);
-        if (grows_from > period.to()) {
-            here.info("GrowthDate beyond timeperiod, no more to do...");
-            break;
-        }
-        // The market rate compounds from section to section: only the one before has a say.
-        const bool compounds = n > 1 && grows_from > GrowthBaseDate_;
-        if (compounds) market = walk_.through(n - 1, market);
-        base = &std::max(GrowthBaseDate_, grows_from);
-
-        const date& next = n < maxn ? growth_.dates(n + 1) : DateCrit;
-        const date& to = std::min(next, std::min(period.to(), life.Finish));
-        const date& from = std::max(std::max(life.Start, FirstReview), std::max(period.from(), grows_from));
-        if (to <= from) continue;
-        const date next_rev =
-            FirstReview >= grows_from ? FirstReview : next_review(grows_from, FirstReview, RevMonthsOpt_, false).when;
-        double passing = InitialAnnRate_;
-        if (compounds) {
-            const date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt_, false).when;
-            passing = walk_.to(last_rev.iszero() ? next_rev : last_rev);
-        }
-        const bool goes_on = periods(to, life.Finish) >= 1;
-        const double day_count = !goes_on                       ? codes.with_end()
-                                 : periods(life.Start, to) >= 1 ? codes.core
-                                                                : codes.with_start();
-        amount += SumEGStepMktFT(period, market, passing, growth_.rates(n), grows_from, *base, next_rev, from, to,
-                                 day_count, basis.Periods, RevMonthsOpt_, goes_on);
-    }
-    return here.returning(amount);
-}
-
 double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                    double InitialAnnRate, const Growth& growth, const date& GrowthBaseDate, int RevMonthsOpt,
                    const Basis& basis, bool ComponentPart, int GrowthLag) {
     const Measure measure{basis.DayCount, basis.Periods};
-    if (GrowthLag == 0)
-        return GrowingStream(FirstRev, MktAnnRate, InitialAnnRate, growth, GrowthBaseDate, RevMonthsOpt, measure)
-            .in(Time, life, basis, ComponentPart);
+    const auto amount_under = [&](const Growth& of_market) {
+        GrowthWalk walk(GrowthBaseDate, of_market, measure);
+        return con_grow_mkt(Time, life, FirstRev, MktAnnRate, InitialAnnRate, walk, GrowthBaseDate, RevMonthsOpt, basis,
+                            ComponentPart);
+    };
+    if (GrowthLag == 0) return amount_under(growth);
     WorkList<date> later;
     for (const date& day : growth.dates) later->append(day.plusmonths(GrowthLag, true));
-    const Growth lagging{later, growth.rates};
-    return GrowingStream(FirstRev, MktAnnRate, InitialAnnRate, lagging, GrowthBaseDate, RevMonthsOpt, measure)
-        .in(Time, life, basis, ComponentPart);
+    return amount_under({later, growth.rates});
 }
 
 double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
@@ -141,11 +150,11 @@ double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev
     basis.check(here);
     check_reviews(here, RevMonthsOpt);
     growth.check(here);
-    const Measure measure{basis.DayCount, basis.Periods};
-    GrowingStream stream(FirstRev, MktAnnRate, InitialAnnRate, growth, growth.first_or(life.Start), RevMonthsOpt,
-                         measure);
-    return here.returning(
-        over(here, Time, [&](const timeperiod& period) { return stream.in(period, life, basis, false); }));
+    const date& base = growth.first_or(life.Start);
+    GrowthWalk walk(base, growth, {basis.DayCount, basis.Periods});
+    return here.returning(over(here, Time, [&](const timeperiod& period) {
+        return con_grow_mkt(period, life, FirstRev, MktAnnRate, InitialAnnRate, walk, base, RevMonthsOpt, basis, false);
+    }));
 }
 
 double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, double InitialAnnRate,
@@ -165,8 +174,8 @@ double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, 
 
 double con_grow(const timeperiod& Time, const Life& life, double AnnualRate, const Growth& growth, int RevMonthsOpt,
                 const Basis& basis) {
-    const Measure measure{basis.DayCount, basis.Periods};
-    return GrowingStream(AnnualRate, life.Start, growth, RevMonthsOpt, measure).in(Time, life, basis, false);
+    GrowthWalk walk(growth, {basis.DayCount, basis.Periods});
+    return con_grow(Time, life, AnnualRate, walk, RevMonthsOpt, basis);
 }
 
 double ConGrow(const timeperiod& Time, const Streams& streams, const Growth& growth, int RevMonthsOpt,

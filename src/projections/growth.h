@@ -32,7 +32,7 @@ date review_after(const date& TheDate, const date& FirstRev, int RevMonths);
 
 /// StartingValue grown from Date1 to Date2, or to the last review before it. A value of zero stays zero. Throws
 /// errlibillegalswitch for an unknown GrowthType, errlibmin and errlibmax for a DayCount outside 0 to 999 (which
-/// has no say in growth), outofrange for a rate without a date, errlibbadexponentiation for a rate below -100%.
+/// has no effect on growth), outofrange for a rate without a date, errlibbadexponentiation for a rate below -100%.
 double GrowFromTo(const date& Date1, const date& Date2, double StartingValue, const Growth& growth, int GrowthType,
                   int RevMonthsOpt, const Measure& measure);
 
@@ -62,46 +62,47 @@ double GrowMkt(const date& TheDate, double StartingValue, const Growth& growth, 
 double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const AnnualSequence& SeasonSeq,
               const Measure& measure);
 
-/// Exponential growth without reviews from one date to others: what GrowFromTo gives for each, bit for bit, with the
-/// growth of each section worked out once. A trace shows the calls of GrowFromTo instead.
+/// Exponential growth without reviews from one date to others: what GrowFromTo returns for each, bit for bit, with the
+/// growth of each section worked out once. The trace shows the calls of GrowFromTo instead.
 class GrowthWalk {
   public:
-    GrowthWalk(const date& Date1, double StartingValue, const Growth& growth, const Measure& measure)
-        : from_(Date1), value_(StartingValue), growth_(growth), measure_(measure) {}
-    double to(const date& Date2) { return to(Date2, value_); }
-    /// Of another amount.
+    GrowthWalk(const date& Date1, const Growth& growth, const Measure& measure)
+        : from_(Date1), growth_(growth), measure_(measure) {}
+    /// From the first growth date.
+    GrowthWalk(const Growth& growth, const Measure& measure) : GrowthWalk(growth.first_or(DateCrit), growth, measure) {}
+
+    const Growth& growth() const { return growth_; }
+    /// An amount grown to a date.
     double to(const date& Date2, double StartingValue);
-    /// An amount grown through the whole of a section that another one follows.
+    /// An amount grown through section n, which must not be the last.
     double through(int n, double amount);
 
   private:
-    /// Works the growth of the sections out up to one that another one follows.
+    /// Works out the growth of the sections up to n, which must not be the last.
     void reach(int n);
     /// The growth of a section up to a date.
     double section(int n, const date& ToDate) const;
 
     const date& from_;
-    double value_;
     const Growth& growth_;
     const Measure measure_;
-    /// Of the sections up to one that another one follows: the growth of each, and the product up to and with it.
+    /// The growth of each section, and the product of those up to it and its own.
     struct Sections {
         WorkList<double> growth, factors;
     };
-    std::optional<Sections> sections_; ///< none as long as no section but the last asks
+    std::optional<Sections> sections_; ///< none until a section after the first is reached
 };
 
 /// Grow without reviews at many dates.
 class GrownAmounts {
   public:
-    explicit GrownAmounts(const Growth& growth)
-        : growth_(growth), walk_(growth.first_or(DateCrit), 0.0, growth, any_measure()) {}
+    explicit GrownAmounts(const Growth& growth) : walk_(growth, any_measure()) {}
     double operator()(const date& TheDate, double StartingValue) {
-        return traced() ? Grow(TheDate, StartingValue, growth_, 0) : walk_.to(TheDate, StartingValue);
+        const Growth& growth = walk_.growth();
+        return traced() || growth.none() ? Grow(TheDate, StartingValue, growth, 0) : walk_.to(TheDate, StartingValue);
     }
 
   private:
-    const Growth& growth_;
     GrowthWalk walk_;
 };
 

@@ -30,7 +30,7 @@ double PVConGrowQ(const Discount& at, const Life& life, double AnnualRate, const
 template <class Steps>
 double PVStep(const Discount& at, const Steps& steps, View<double> AnnualRates, const CashTerms& terms);
 /// The same with a discount rate for each annual rate: what step n pays is discounted at rate n, of which the last one
-/// serves for all steps that follow.
+/// applies to all steps that follow.
 template <class Steps>
 double PVStepIC(const date& NPVDate, View<double> DisAER, const Steps& steps, View<double> AnnualRates,
                 const CashTerms& terms);

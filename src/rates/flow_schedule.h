@@ -64,7 +64,7 @@ class FlowSchedule {
     int length_of_[capacity] = {}; ///< of a spread flow; most_lengths for one beyond the list
 };
 
-/// A schedule for the work of one routine: empty at first, and given back with the scope.
+/// A schedule for the work of one routine: empty at first, free again at the end of its scope.
 class WorkSchedule {
   public:
     WorkSchedule(); ///< throws outofrange if all schedules are in use

@@ -17,7 +17,7 @@ typedef double double2 __attribute__((vector_size(16)));
 typedef double double4 __attribute__((vector_size(32)));
 
 /// e^(high + low) of each number, |high + low| at most PowersOf::largest, where high has few enough bits that its
-/// product with an integer is exact. The steps are the same for any number of numbers, and so are the bits.
+/// product with an integer is exact. However many numbers there are, the steps are the same, and so are the bits.
 template <class Vector>
 [[gnu::always_inline]] inline void exponential(Vector& power, const Vector& high, const Vector& low) {
     constexpr double per_ln2 = 1.4426950408889634;

@@ -110,8 +110,7 @@ double UKRatesR(const timeperiod& Time, const date& Start, View<date> BrksOrExp,
     check_rates(here, rates, basis);
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     const date start = calendar.rounded(Start), expiry = chain.expiry(BrksOrExp, calendar);
-    const Relets letting_again = relets.relets();
-    ReletWalk walk = relet_walk(here, letting_again, calendar, chain.limit());
+    ReletWalk walk = relet_walk(here, relets.relets(), calendar, chain.limit());
     return here.returning(over(here, Time, [&](const timeperiod& period) {
         double amount = rates_between(here, period, {start, expiry}, rates, basis);
         each_relet(here, expiry, walk, period.to(), [&](const Relet& relet, const date&) {
@@ -132,8 +131,7 @@ double UKEmptyRates(const timeperiod& Time, const date& StartCost, const date& S
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     const date& limit = chain.limit();
     const date start = calendar.rounded(StartCost), first_lease = calendar.rounded(StartLease);
-    const Relets letting_again = relets.relets();
-    ReletWalk walk = relet_walk(here, letting_again, calendar, limit);
+    ReletWalk walk = relet_walk(here, relets.relets(), calendar, limit);
     return here.returning(over(here, Time, [&](const timeperiod& period) {
         double amount = 0.0;
         const auto add = [&](int n, const date& from, const date& to) {

@@ -158,7 +158,8 @@ class IndexedLease {
         };
         std::optional<Indexed> indexed{};
     };
-    /// Where the walk over the reviews of a lease has come to: the rent to the next one, and what it is reviewed from.
+    /// How far the walk over the reviews of a lease has come: the rent that the next one reviews, and the stretch since
+    /// the last one.
     struct Walk : ReviewPeriod {
         std::optional<Stretch> stretch, reviewed;
     };
@@ -287,7 +288,8 @@ double reviewed_rent(const Routine& here, const timeperiod& period, const Life& 
     return amount;
 }
 
-/// What is known of a lease that starts with a list of rents: each of them, passing and as due, and the rent after.
+/// What has been worked out of a lease that starts with a list of rents: each of them, passing and as due, and the rent
+/// after them.
 template <class Index>
 struct SteppedWalk {
     SteppedWalk(const Routine& here, int steps) : rents(here, steps), rest(here, 1) {}
@@ -405,7 +407,7 @@ double indexed_chain(Routine& here, const timeperiod& Time, const date& RentStar
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     const ChainMarket market{calendar, terms.market};
     const date start = calendar.rounded(RentStart);
-    // An index that lags has a list of its own, of which there are not so many.
+    // An index that lags takes a work list of its own, of which there are too few to keep them all.
     Kept<Index> indices{here, terms.IdxLag_s.empty() ? Relets::most + 1 : 0};
     Kept<IndexedRelet<Index>> relets{here, Relets::most};
     const auto index_of = [&](int n) -> const Index& {

@@ -21,7 +21,8 @@ enum BreakNumber : int {
 /// The date that ends a lease: entry Brk of its breaks, of which the last one is the expiry; the last one where there
 /// are fewer, the first one for numbers below -2, the zero date without any. Zero dates at the end are no breaks.
 date lease_end(View<date> BrksOrExp, int Brk);
-/// The same, no later than AbFin unless that is zero; then the other breaks have no say, as the trace of `here` tells.
+/// The same, no later than AbFin unless that is zero; then the other breaks have no effect, which the trace of `here`
+/// shows.
 date lease_end(const Routine& here, View<date> BrksOrExp, int Brk, const date& AbFin);
 
 /// What the relets of a chain have: months of void and of rent-free, and terms in years.
@@ -69,15 +70,15 @@ struct Relet {
 Relet next_relet(int number, const date& expiry, const Relets& relets, int RevMos, const LeaseCalendar& calendar,
                  const date& limit);
 
-/// The walk of a routine over the relets that follow an expiry. In the run of a twin it finds each of them once, and
-/// starts behind those that lie before all that is asked for.
+/// The walk of a routine over the relets that follow an expiry. In the run of a twin it works out each of them once,
+/// and skips those that end before the periods still to come, as long as these ascend.
 class ReletWalk {
   public:
     ReletWalk(const Routine& here, const Relets& relets, int RevMos, const LeaseCalendar& calendar, const date& limit)
         : relets_(relets), RevMos_(RevMos), calendar_(calendar), limit_(limit), found_(here, Relets::most) {}
 
-    /// Visits the relets that can reach a date, and others, up to another one, with the expiry before each, until a
-    /// visit returns false. The first expiry is the same in each call.
+    /// Visits the relets that follow an expiry up to `until`, each with the expiry before it, until a visit returns
+    /// false. Those that end before `from` may be skipped. The first expiry must be the same in each call.
     template <class Visit>
     void operator()(const date& first_expiry, const date& from, const date& until, Visit visit) {
         if (until < from || from.dtn() < past_by_) past_ = 0;
@@ -102,14 +103,14 @@ class ReletWalk {
         Relet relet;
     };
 
-    const Relets& relets_;
+    Relets relets_;
     int RevMos_;
     const LeaseCalendar& calendar_;
     const date& limit_;
     Kept<Found> found_;
-    int past_ = 0;    ///< as many of the first ones lie before a date
-    int past_by_ = 0; ///< that date, and the expiry of the last of them
-    const date* past_expiry_ = nullptr;
+    int past_ = 0;                      ///< how many of the first relets end before a date
+    int past_by_ = 0;                   ///< that date
+    const date* past_expiry_ = nullptr; ///< the expiry of the last of them
 };
 
 /// The message of errinpmin for a relet that does not end after the expiry before it.

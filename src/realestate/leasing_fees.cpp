@@ -12,8 +12,7 @@ double leasing_fees(const Routine& here, const timeperiod& Time, View<double> Fe
     const LeaseCalendar calendar = plain_calendar();
     const ChainEnd chain{AbFin, calendar.ROpts, Brk};
     const date& limit = chain.limit();
-    const Relets letting_again = relets.relets();
-    ReletWalk walk = relet_walk(here, letting_again, calendar, limit);
+    ReletWalk walk = relet_walk(here, relets.relets(), calendar, limit);
     return over(here, Time, [&](const timeperiod& period) {
         double amount = 0.0;
         if (period.contains(LeaseStartDate)) {

@@ -13,8 +13,7 @@ double letting_costs(const Routine& here, const timeperiod& Time, View<date> Brk
     const LeaseCalendar calendar = plain_calendar();
     const ChainEnd chain{end.AbFin, calendar.ROpts, end.Brk};
     const date& limit = chain.limit();
-    const Relets letting_again = relets.relets();
-    ReletWalk walk = relet_walk(here, letting_again, calendar, limit);
+    ReletWalk walk = relet_walk(here, relets.relets(), calendar, limit);
     return over(here, Time, [&](const timeperiod& period) {
         double amount = MkPmts(period, payments);
         const date first_expiry = chain.expiry(BrksOrExp, calendar);

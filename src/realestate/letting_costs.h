@@ -1,6 +1,6 @@
 // What lettings cost: at each expiry, and at the start of the relet that follows.
 //
-// Cost i is that of the expiry before relet i, or of its start; the last of a series serves for the rest. What would be
+// Cost i is that of the expiry before relet i, or of its start; the last of a series applies to the rest. What would be
 // on AbFin or later costs nothing.
 #pragma once
 

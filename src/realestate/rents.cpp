@@ -17,7 +17,7 @@ struct PlainLease {
     date RentStart, FirstRev;
     double InitRent;
 
-    /// Where the walk over its reviews has come to, and the rent there.
+    /// How far the walk over its reviews has come, and the rent there.
     struct Walk : ReviewPeriod {
         Walk() = default;
         Walk(const Routine&, const PlainLease&) {}
@@ -35,9 +35,9 @@ struct SteppedLease {
     Collars collars{};
     bool opens_with_review = false; ///< without a list: reviewed to the market at once, and not let at it
     View<double> weights{};         ///< of the rents, of the reviews after them, of each relet; all 1 if there are none
-    bool by_from_dates = false;     ///< as they were given, which the trace tells
+    bool by_from_dates = false;     ///< how the rents were given, which the trace shows
 
-    /// Its rents, the lease from the first review to the market on, and where the walk over that has come to.
+    /// Its rents, the lease from the first review to the market on, and how far the walk over that has come.
     struct Walk {
         Walk(const Routine& here, const SteppedLease& lease) : rents(here, lease.count()), reviewed(here, 1) {}
         Kept<double> rents;
@@ -192,7 +192,7 @@ template <class Lease>
 double walk_chain(const Routine& here, const timeperiod& Time, const Lease& lease, View<double> MktRent_s,
                   const MarketSource& source, const Rules& rules, const Chain& chain, const Basis& basis,
                   const StreamBounds& bounds) {
-    /// A relet, and where the walk over its reviews has come to.
+    /// A relet, and how far the walk over its reviews has come.
     struct LetAgain {
         Market market;
         PlainLease lease;

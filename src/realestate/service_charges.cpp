@@ -53,7 +53,7 @@ class ChargeOfChain {
                   const ServiceChargeShare& share, const ReletTerms& relets, const Basis& basis, const ChainEnd& chain)
         : total_(total), share_(share), basis_(basis), calendar_{{basis.DayCount, basis.Periods}, chain.ROpts},
           limit_(chain.limit()), start_(calendar_.rounded(SCStartDate)), BrksOrExp_(BrksOrExp), chain_(chain),
-          relets_(relets.relets()), walk_(relet_walk(here, relets_, calendar_, limit_)) {}
+          walk_(relet_walk(here, relets.relets(), calendar_, limit_)) {}
 
     double in(const Routine& here, const timeperiod& Time) {
         timeperiod period = Time;
@@ -80,7 +80,6 @@ class ChargeOfChain {
     date start_;
     View<date> BrksOrExp_;
     ChainEnd chain_;
-    Relets relets_;
     ReletWalk walk_;
 };
 

@@ -1,6 +1,6 @@
-// What holds for every worksheet function, called as its own examples call it: time that grows with its lists and no
-// faster, an answer at both ends of every integer argument, one that does not depend on the calls before, and one of an
-// array twin that is that of single calls.
+// What holds for every worksheet function, called as its own examples call it: its time grows no faster than its lists;
+// it answers at both ends of every integer argument; its answer does not depend on the calls before; and an array twin
+// answers as single calls do.
 #include "addin/examples.h"
 #include "addin/function.h"
 #include "calendar/date.h"
@@ -172,9 +172,7 @@ bool multiplies(const Function& function) {
                                                  "PVAnnGrow",
                                                  "PVConGrow",
                                                  "ServChargeGrowR",
-                                                 "ServChargeFcstR",
                                                  "VacServChargeGrowR",
-                                                 "VacServChargeFcstR",
                                                  "MkPmtsLagProf",
                                                  "MkPmtsGrowMkt",
                                                  "TWRR",
@@ -202,13 +200,11 @@ TEST_F(EveryFunction, TakesTimeInProportionToItsLists) {
         for (const Shape& shape : shapes) {
             const LongLists some(book, call, shape, few, only);
             if (!some.any()) return;
-            if (result(some.formula(few)).is_error() && &shape != std::end(shapes) - 1) continue;
+            called += &shape == shapes ? 1 : 0;
+            if (result(some.formula(few)).is_error()) continue;
             const LongLists lists(book, call, shape, many, only);
-            const bool answers = !result(lists.formula(many)).is_error();
-            if (!answers && &shape != std::end(shapes) - 1) continue;
-            ++called;
-            answered += answers ? 1 : 0;
-            if (!answers) return; // a workbook calls a function that fails once more, with the trace on
+            if (result(lists.formula(many)).is_error()) continue; // it would be timed with the trace on
+            ++answered;
             double for_many = seconds(lists.formula(many), 2), for_few = seconds(lists.formula(few), 3);
             for (int again = 0; again < 6 && for_many > too_short_to_tell && for_many > most * for_few; ++again) {
                 for_few = std::min(for_few, seconds(lists.formula(few), 5));

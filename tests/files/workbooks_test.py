@@ -348,6 +348,11 @@ class Replacing(Case):
         self.assertRegex(done, r"C1 .*stays as it was")
         self.assertIn("0 of 10 filled cells would change\n", done)
         self.assertEqual(self.get("a.xlsx"), self.workbook())
+        # A broken formula behind a blank leaves its cell alone, while another one changes.
+        self.replace("a.xlsx", "--find", r"^=A1\*2|total 10", "--replace", " =(", "--write", status=1)
+        cells = self.values("a.xlsx")
+        self.assertEqual((cells["B1"], cells["D1"]), (20, " =( =1"))
+        os.replace(self.path("a.xlsx.bak"), self.path("a.xlsx"))
         self.put("m.csv", "5,=A1*2,=A1+\n")
         done = self.replace("m.csv", "--find", r"(\d)\*2|\+", "--replace", "$1*(", "--write", status=1)
         self.assertRegex(done, "B1 .*stays as it was: ")

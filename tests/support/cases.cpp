@@ -187,7 +187,7 @@ std::optional<std::string> Cases::check(std::string_view line) {
 namespace {
 
 /// What is missing in the trace of a call that got its inputs: the function records its arguments first.
-std::optional<std::string> untold_arguments() {
+std::optional<std::string> unrecorded_arguments() {
     const auto starts = [](int item, std::string_view words) { return trace().text(item).starts_with(words); };
     for (int item = 2; item + 2 <= trace().count(); ++item)
         if (starts(item, "Inputs concluded for ") && !starts(item - 1, "Inputs\t") &&
@@ -241,7 +241,7 @@ std::optional<std::string> Cases::retrace(const Formula& formula, const Area& ca
     if (formula.is_volatile || formula.functions.empty()) return {};
     trace().TraceStart();
     const Value traced = book_.look_up(book_.evaluate(formula, caller));
-    std::optional<std::string> fault = untold_arguments();
+    std::optional<std::string> fault = unrecorded_arguments();
     if (!fault) fault = misnamed_arguments();
     if (!fault) fault = open_block();
     trace().TraceShow();

@@ -260,7 +260,7 @@ constexpr Function LoanAcctEMH{
                                "interest in periods between the first and the last of them; blank for none"},
              {"SFDeposEst", "Deposits already included in the cash flows, from these dates on, zero or negative"},
              {"Options",
-              "Sum of the options of LoanAcctEM (1 to 32) and 256 an override of zero does not count, 512 no "
+              "Sum of the options of LoanAcctEM (1 to 32) and 256 to ignore an override of zero, 512 to ignore all "
               "overrides of interest on the fund"},
              Argument{"LAMHOutput",
                       "As in LoanAcctEM (0 to 5 with the fund, 10 to 17 loans, 20 to 25 short-term debt, 30 to 35 "

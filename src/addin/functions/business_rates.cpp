@@ -24,7 +24,7 @@ constexpr ArgumentGroup forecast_rates() {
                                "before each revaluation"}};
 }
 constexpr ArgumentGroup liability() {
-    return {Start("Date from which on rates are due; the day itself counts"),
+    return {Start("Date from which rates are due; the day itself counts"),
             Finish("Date up to which rates are due; the day itself does not count")};
 }
 constexpr Argument StartOfLease() { return Start("Date on which the first lease starts; the day itself counts"); }

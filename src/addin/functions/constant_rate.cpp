@@ -29,7 +29,7 @@ constexpr Argument GrowthRatePA() { return {"GrowthRatePA", "Growth rate a year 
 constexpr ArgumentGroup repetition() {
     return {Start("Date on which it starts for the first time; the day itself counts"),
             Finish("Date on which it finishes for the first time; the day itself does not count"),
-            {"AbsFinish", "Date from which on it does not start again"},
+            {"AbsFinish", "Date from which it no longer starts again"},
             {"AnnualRates", "Amounts a year, one for each time; the last one applies to the times that follow"}};
 }
 constexpr Argument Periodicity() { return {"Periodicity", "Months from one start to the next"}; }
@@ -70,7 +70,7 @@ constexpr Function ConSF{
     .args = {time_period(),
              streams(),
              {{"OverallStartDate", "Date before which nothing counts"},
-              {"OverallFinishDate", "Date from which on nothing counts"}},
+              {"OverallFinishDate", "Date from which nothing counts"}},
              basis()},
     .examples = {"ConSF(2005, 12, 2004, 2010, 1200, 2005.25, 2005.75) ~ 600 1e-9"},
     .see_also = "Con,FStepSF",
@@ -123,7 +123,7 @@ constexpr Function ConEvent{
     .name = "ConEvent",
     .category = category,
     .calls = twin<qx::ConEvent>,
-    .help = "What happens to a stream in a period: 2 it starts, 3 it finishes, 1 it runs all through, 0 nothing",
+    .help = "Event of a stream in a period: 2 it starts, 3 it finishes, 1 it runs throughout, 0 none of these",
     .args = {time_period(), Start("Date on which it starts; 0 if it always ran"),
              Finish("Date on which it finishes; 0 if it never does")},
     .examples = {"ConEvent(2005, 12, 2005.5, 2010) = 2", "ConEvent(2006, 12, 2005.5, 2010) = 1",

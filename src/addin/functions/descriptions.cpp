@@ -16,7 +16,7 @@ constexpr Function ArgValues{
     .name = "ArgValues",
     .category = category,
     .calls = core<qx::ArgValues>,
-    .help = "What an argument that is a switch may be, as a list to choose from",
+    .help = "The values that a switch argument can take, as a list to choose from",
     .args = {{"ArgName", "The name of the argument, such as DayCount, Periods, ProjMode or LookupSwitch"}},
     .examples = {"ArgValues(\"ProjMode\") = {\"0:Accruals\",\"1:Cash\",\"2:Accruals(inc last day)\",\"3:Cash(inc last "
                  "day)\"}"},

@@ -18,7 +18,7 @@ constexpr Argument FromDates() {
     return Argument{"FromDates", "Dates from which the balances are outstanding, ascending"}.in_ascending_order();
 }
 constexpr Argument ToDates() {
-    return Argument{"ToDates", "Dates until which the balances stand, ascending"}.in_ascending_order();
+    return Argument{"ToDates", "Dates up to which the balances are outstanding, ascending"}.in_ascending_order();
 }
 constexpr Argument Balances() {
     return {"Balances", "Amounts on which interest accrues, one for each date: advances positive"};

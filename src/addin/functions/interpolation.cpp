@@ -14,7 +14,7 @@ constexpr Category projections = Category::InterpolatedAndCurveFitted;
 constexpr Argument InputRange{"InputRange", "The places of the points, in rising or falling order"};
 constexpr Argument InputDateRange{"InputDateRange", "The dates of the points, in rising or falling order"};
 constexpr Argument OutputRange{"OutputRange", "The value at each point"};
-constexpr Argument InputValue{"InputValue", "The place to read the value at"};
+constexpr Argument InputValue{"InputValue", "The point at which to read the value"};
 constexpr Argument OnErrorN = optional("OnErrorN", no_fallback, "Result outside the table; an error if omitted");
 constexpr Argument InterpType =
     optional("InterpType", by_line, "0 step, 1 straight line, 2 cosine, 3 cubic, 4 exponential")
@@ -83,7 +83,7 @@ constexpr Function InterpDateExtrap{
     .category = tables,
     .calls = core<qx::InterpDateExtrap>,
     .help = "The value at a date on the straight line, by days, between two neighbouring points of a table; outside it "
-            "the end's line continues",
+            "the nearest line is extended",
     .args = {InputDateRange, OutputRange, TheDate()},
     .examples = {"InterpDateExtrap({38000;38010}, {10;20}, 38020) = 30"},
     .see_also = "InterpDate,InterpDateCollar,InterpolateDate",
@@ -94,8 +94,8 @@ constexpr Function InterpExtrap{
     .name = "InterpExtrap",
     .category = tables,
     .calls = core<qx::InterpExtrap>,
-    .help = "The value on the straight line between two neighbouring points of a table; outside it the end's line "
-            "continues",
+    .help = "The value on the straight line between two neighbouring points of a table; outside it the nearest "
+            "line is extended",
     .args = {InputRange, OutputRange, InputValue},
     .examples = {"InterpExtrap({1;2;5}, {10;20;50}, 6) = 60"},
     .see_also = "Interp,InterpCollar,Interpolate",

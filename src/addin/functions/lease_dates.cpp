@@ -130,8 +130,8 @@ constexpr Function RentDateInfo{
     .args = {TheDate(), lease_terms(),
              Argument{"RentDateSwitch",
                       "0 next review, 1 last review, 2 and 3 lease start, 4 and 5 rent start, 6 and 7 expiry, "
-                      "8 and 9 break; the first decimal digit goes on to further ones: 0.2 is the third next "
-                      "review"}
+                      "8 and 9 break; the first decimal digit is the number of further events to move along: 0.2 is "
+                      "the third next review"}
                  .of(rent_date_values),
              relets(),
              optional("RoundDown", false,

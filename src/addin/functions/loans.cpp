@@ -97,7 +97,7 @@ constexpr Function LoanPool{
     .calls = twin<qx::LoanPool>,
     .help = "Principal, interest or balance in a period of many loans of one advance each, in the order of their dates",
     .args = {time_period(), simple_rates(), advances(),
-             Argument{"Term_s", "Years from each advance to its repayment; the last one serves for the loans that "
+             Argument{"Term_s", "Years from each advance to its repayment; the last one applies to the loans that "
                                 "follow"},
              Argument{"PmtsPerYr_s", "Interest payments a year of each loan: 1, 2, 3, 4, 6, 12 or 13 (English quarter "
                                      "days)"},

@@ -159,9 +159,8 @@ constexpr Function SwitchX{
     .name = "SwitchX",
     .category = category,
     .calls = core<qx::SwitchX>,
-    .help =
-        "The cell or range beside the first of up to twelve cases that equals a cell, or a default; errors in what is "
-        "not chosen do no harm",
+    .help = "The cell or range beside the first of up to twelve cases that equals a cell, or a default; errors in "
+            "the alternatives not chosen are ignored",
     .args = {{"SwitchVar", "The cell that decides: a number, text, a blank, TRUE or FALSE, or an error"},
              {"Default", "Result if no case equals SwitchVar: a cell or a range"},
              {"Case1", "Case 1: a value that SwitchVar may have"},
@@ -235,7 +234,7 @@ constexpr Function GV{
     .name = "GV",
     .category = category,
     .calls = core<qx::GV>,
-    .help = "What SV has kept under a number in the same formula",
+    .help = "The cell or range that SV has kept under a number in the same formula",
     .args = {VarNo()},
     .examples = {"SV(10) * GV() = 100"},
     .see_also = "SV,GetNum",
@@ -250,8 +249,8 @@ constexpr Function Safe{
     .help = "Cells with their error values replaced, by one fallback or by one for each kind of error",
     .args = {{"InputPoly_s", "A cell or range that may hold error values"},
              fallback("OnErr_s",
-                      "What replaces an error that has no fallback of its own; a series serves cell by cell, "
-                      "the last entry all that follow"),
+                      "What replaces an error that has no fallback of its own; a series is used cell by cell, "
+                      "its last entry for all that follow"),
              fallback("OnNum_s", "What replaces #NUM!"),
              fallback("OnNA_s", "What replaces #N/A"),
              fallback("OnName_s", "What replaces #NAME?"),
@@ -271,7 +270,8 @@ constexpr Function Def{
     .calls = core<qx::Def>,
     .help = "Cells with a default in place of each blank and each empty string",
     .args = {{"InputPoly_s", "A cell or range that may hold blanks"},
-             {"DefaultPoly_s", "What replaces a blank; a series serves cell by cell, the last entry all that follow"}},
+             {"DefaultPoly_s",
+              "What replaces a blank; a series is used cell by cell, its last entry for all that follow"}},
     .examples = {"Def(\"\", 5) = 5", "Def({1,\"\",3}, {7,8,9}) = {1,8,3}"},
     .see_also = "Safe",
     .errors_as_data = true,
@@ -282,7 +282,7 @@ constexpr Function Ev{
     .name = "Ev",
     .category = category,
     .calls = core<qx::Ev>,
-    .help = "The values of the cells, the name or the formula that a string stands for",
+    .help = "The values of a reference, a name or a formula that is given as text",
     .args = {{"Textstring", "A name, a reference such as Sheet1!A1:B2 or Jan:Mar!B2, or a formula"}},
     .examples = {"Ev(\"=2*3\") = 6"},
     .see_also = "GetRef",

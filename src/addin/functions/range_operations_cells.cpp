@@ -11,9 +11,9 @@ namespace {
 
 constexpr Category category = Category::RangeOperations;
 
-constexpr Argument TheList() { return {"InputRange", "A cell or range, or a string that names one"}; }
+constexpr Argument TheList() { return {"InputRange", "A cell or range, or the name of one as text"}; }
 constexpr Numbered<most_lists> item{"Item#", "Item #: a single cell"};
-constexpr Numbered<most_lists> list{"List#", "List #: a cell or range, or a string that names one"};
+constexpr Numbered<most_lists> list{"List#", "List #: a cell or range, or the name of one as text"};
 
 } // namespace
 
@@ -104,7 +104,7 @@ constexpr Function DoIf{
     .calls = core<qx::DoIf>,
     .help = "The sum, average, count, greatest, smallest or product of the items of a list whose counterparts meet "
             "criteria",
-    .args = {{"InpList", "The list to test, or a string that names it"},
+    .args = {{"InpList", "The list to test, or its name as text"},
              optional("OutList", "The list to work on, as long as InpList; InpList itself if omitted"),
              {"Criteria", "Conditions such as \">5\", \"?>=A1\" or \"Office\""},
              RangeOperation(),

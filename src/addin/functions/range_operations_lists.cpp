@@ -98,7 +98,7 @@ constexpr Function AddGaps{
     .category = Category::Miscellaneous,
     .calls = core<qx::AddGaps>,
     .help = "A list that starts with a value and adds each gap in turn",
-    .args = {{"FirstValue", "The first item"}, {"Gaps", "What leads from each item to the next"}},
+    .args = {{"FirstValue", "The first item"}, {"Gaps", "The differences between consecutive items"}},
     .examples = {"AddGaps(100,{5;10;-20}) = {100,105,115,95}"},
     .see_also = "DiffGaps",
 };

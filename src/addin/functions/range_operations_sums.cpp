@@ -74,7 +74,8 @@ constexpr Function SumDiv{
     .category = category,
     .calls = core<qx::SumDiv>,
     .help = "The sum of each number divided by its divisor; a division by zero counts as 0",
-    .args = {Values(), {"Divisors", "The divisor of each number, or one for all; a single number serves all divisors"}},
+    .args = {Values(),
+             {"Divisors", "The divisor of each number, or one for all; a single number is divided by all divisors"}},
     .examples = {"SumDiv({10;20;5},{5;4;0}) = 7"},
     .see_also = "SumCombine,SDiv",
 };
@@ -194,7 +195,7 @@ constexpr Function Intersection{
     .args = {{"InputRange", "The axis of both curves, ascending or descending"},
              {"OutputRange", "The first curve at the points of the axis"},
              {"OutputRange2", "The second curve at the points of the axis"},
-             optional("WhichOne", 1, "Which of their meetings along the list, counting from 1"),
+             optional("WhichOne", 1, "Which of the points at which they meet, counting from 1"),
              optional("OnErrorN", no_fallback, "The result if they do not meet; an error if omitted", "an error")},
     .examples = {"Intersection({0;10},{0;100},{50;50}) = 5", "Intersection({0;1},{0;1},{2;3}) ! #NUM!",
                  "Intersection({0;1},{0;1},{2;3},1,-1) = -1"},

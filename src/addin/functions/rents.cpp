@@ -9,7 +9,7 @@ namespace {
 
 constexpr Category category = Category::RealEstate;
 constexpr Argument AbsStart() { return {"AbsStart", "Date before which no rent counts; zero for none"}; }
-constexpr Argument AbsFinish() { return {"AbsFinish", "Date from which on no rent counts; zero for none"}; }
+constexpr Argument AbsFinish() { return {"AbsFinish", "Date from which no rent counts; zero for none"}; }
 
 } // namespace
 

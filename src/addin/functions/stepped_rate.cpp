@@ -27,7 +27,7 @@ constexpr Argument Quantities() {
     return {"AnnualRates", "Quantities a year, one for each of the dates, or a single one for all"};
 }
 constexpr ArgumentGroup overall() {
-    return {Start("Date before which nothing counts"), Finish("Date from which on nothing counts")};
+    return {Start("Date before which nothing counts"), Finish("Date from which nothing counts")};
 }
 /// A further list of steps.
 constexpr ArgumentGroup more_steps(const char* dates, const char* rates) {

@@ -25,7 +25,7 @@ constexpr Argument OptionLetters() {
                     "\"e\": the end of the text closes the last token; \"d\": delimiters in a row count as one");
 }
 constexpr Argument Letters() {
-    return optional("Letters", "|", "The letter to draw with; several letters serve one after the other");
+    return optional("Letters", "|", "The letter to draw with; several letters are used in turn");
 }
 
 } // namespace
@@ -173,7 +173,7 @@ constexpr Function ExNumRange{
     .category = category,
     .calls = core<qx::ExNumRange>,
     .help = "The numbers in a string such as 1-3,7,10-12 as a list, with ranges written out",
-    .args = {{"Textstring", "Numbers and stretches of numbers"}, Delimiter()},
+    .args = {{"Textstring", "Numbers and ranges of numbers"}, Delimiter()},
     .examples = {"ExNumRange(\"1-3,7,10-12\") = {1,2,3,7,10,11,12}"},
     .see_also = "ExFl,GetTokens",
 };
@@ -210,7 +210,7 @@ constexpr Function InString{
     .name = "InString",
     .category = category,
     .calls = core<qx::InString>,
-    .help = "True if some letters occur in a string; capitals matter",
+    .help = "True if a sequence of letters occurs in a string; capitals matter",
     .args = {Textstring(), {"LetterSequence", "The letters to look for"}},
     .examples = {"InString(\"Unit 12\", \"it 1\") = TRUE"},
     .see_also = "RegNMatches",

@@ -17,7 +17,8 @@ OPER Safe(const Cell& InputPoly_s, const Cell& OnErr_s, const Cell& OnNum_s, con
 /// first default.
 OPER Def(const Cell& InputPoly_s, const Cell& DefaultPoly_s);
 
-/// The values of what a string stands for; a cell that is no text is given as it is. Throws as evaluate() does.
+/// The values of the reference, name or formula in a text cell; any other cell is returned as it is. Throws as
+/// evaluate() does.
 OPER Ev(const Cell& Textstring);
 
 /// The result beside the first case equal to the variable, or the default, whatever they are. Numbers and texts compare
@@ -25,7 +26,7 @@ OPER Ev(const Cell& Textstring);
 OPER SwitchX(const Cell& SwitchVar, const Cell& Default, const Pairs<Cell, Cell, most_choices>& Choices);
 
 /// Keeps a value under a number from 0 to 10, 1 if omitted, and returns it; GV gives what was kept last, a blank
-/// if nothing was. A string as VarNo stands for a number, as in Ev. Throws errlibmin, errlibmax, errinpint.
+/// if nothing was. VarNo as text is evaluated as by Ev. Throws errlibmin, errlibmax, errinpint.
 OPER SV(const Cell& InputPoly, const Cell& VarNo);
 OPER GV(const Cell& VarNo);
 
