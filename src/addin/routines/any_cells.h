@@ -17,7 +17,7 @@ OPER Safe(const Cell& InputPoly_s, const Cell& OnErr_s, const Cell& OnNum_s, con
 /// first default.
 OPER Def(const Cell& InputPoly_s, const Cell& DefaultPoly_s);
 
-/// The values of the reference, name or formula in a text cell; any other cell is returned as it is. Throws as
+/// The values of the reference, name or formula in a cell of text; any other is returned as it is. Throws as
 /// evaluate() does.
 OPER Ev(const Cell& Textstring);
 
