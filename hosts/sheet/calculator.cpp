@@ -608,7 +608,7 @@ Value Calculator::call_single(const Builtin& builtin, Value* arguments, int coun
 void Calculator::to_oper(OPER& cell, const Value& value) {
     switch (value.type()) {
     case Type::number:
-        cell = number_cell(value.number());
+        ::new (&cell) OPER(number_cell(value.number())); // a copy would wait for its parts to be stored
         return;
     case Type::boolean:
         cell = bool_cell(value.boolean());
@@ -669,7 +669,8 @@ void Calculator::to_oper(OPER& cell, const Area& given) {
     }
     const std::size_t cells = std::size_t{area.rows()} * area.columns();
     OPER* const items = arena_.take<OPER>(cells);
-    std::fill_n(items, cells, nil_cell());
+    static constexpr OPER nil = nil_cell();
+    std::fill_n(items, cells, nil);
     book_.grid(area.sheet).visit(area, [&](std::uint32_t row, std::uint32_t column, Cell& found) {
         to_oper(items[std::size_t{row - area.first_row} * area.columns() + column - area.first_column],
                 book_.read_cell(found));
@@ -842,7 +843,9 @@ Value from_oper(const OPER& cell, const Workbook& book) {
         for (std::uint32_t row = 0; row < rows; ++row)
             for (std::uint32_t column = 0; column < columns; ++column) {
                 const OPER& item = cell.val.array.lparray[std::size_t{row} * columns + column];
-                if (item.type() != xltypeMulti) array.cell(row, column) = from_oper(item, book);
+                if (item.type() !=
+                    xltypeMulti) // made in place of a blank, which holds nothing: a copy would wait for it
+                    ::new (&array.cell(row, column)) Value(from_oper(item, book));
             }
         return array;
     }

@@ -28,12 +28,6 @@ std::size_t result_texts_used = 0;
 
 constexpr double large = 1e10; ///< a number beyond it is watched
 
-/// Member by member: a cell copied whole would wait for its halves to be stored.
-void set_result(double number) {
-    ResultOper().val.num = number;
-    ResultOper().xltype = xltypeNum;
-}
-
 /// A number as a cell shows it: what is within the tolerance of zero is zero.
 double cleaned(double value) { return value > -tolerance && value < tolerance ? 0.0 : value; }
 
@@ -82,6 +76,12 @@ OPER cell_of(const OPER& cell) {
     default:
         return cell;
     }
+}
+
+/// Makes the cell of a value where it stays: one that is copied waits for its parts to be stored.
+template <class Value>
+void put(OPER& cell, const Value& value) {
+    ::new (&cell) OPER(cell_of(value));
 }
 
 /// What the messages about too large a list call it.
@@ -190,13 +190,13 @@ void return_list(const Range<T, N>& list, const ListWords& words, FunctionContex
     if (list.getcolumns() > 1) shape = {list.getcolumns(), n / list.getcolumns()};
     if (n == 1 && total == 1) {
         trace().result(list.get(1));
-        result = cell_of(list.get(1));
+        put(result, list.get(1));
         return;
     }
     trace().return_values();
     for (int i = 1; i <= n; ++i) {
         if (traced()) trace().element(i, list.get(i));
-        result_cells[i - 1] = cell_of(list.get(i));
+        put(result_cells[i - 1], list.get(i));
     }
     trace().changelevel(-2);
     std::fill(result_cells + n, result_cells + total, nil_cell());
@@ -214,7 +214,7 @@ OPER& ResultOper() {
 }
 
 void Frame::reply(double value) {
-    set_result(cleaned(value));
+    put(ResultOper(), value);
     if (traced() || std::fabs(value) > large) note(value);
 }
 
@@ -225,7 +225,7 @@ void Frame::reply(double value) {
 }
 
 void Frame::reply_integer(long long value) {
-    set_result(static_cast<double>(value));
+    put(ResultOper(), static_cast<double>(value));
     if (traced()) trace().result(value);
 }
 
@@ -241,7 +241,7 @@ void Frame::reply(const std::string& text) {
 
 void Frame::reply(const date& day) {
     if (traced()) trace().result(day);
-    ResultOper() = cell_of(day);
+    put(ResultOper(), day);
 }
 
 void Frame::reply(const anyvalue& value) {
@@ -249,7 +249,7 @@ void Frame::reply(const anyvalue& value) {
     if (value.istext())
         ResultOper() = {{.str = counted_text(result_text, value.text())}, xltypeStr};
     else
-        ResultOper() = cell_of(value);
+        put(ResultOper(), value);
 }
 
 template <class T, int N>
@@ -276,7 +276,7 @@ void Frame::reply(const OPER& cell) {
     if (traced()) trace().result(cell);
     result_texts_used = 0;
     if (cell.type() != xltypeMulti) {
-        ResultOper() = cell_of(cell);
+        put(ResultOper(), cell);
         return;
     }
     const long long count = cell_count(cell);
