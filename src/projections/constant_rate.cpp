@@ -1,9 +1,10 @@
 #include "projections/constant_rate.h"
 
 #include "calendar/date_arithmetic.h"
-#include "projections/periodic.h"
-
 #include "calendar/seasons.h"
+#include "core/twin_run.h"
+#include "projections/grown_rate.h"
+#include "projections/periodic.h"
 
 #include <cmath>
 
@@ -192,6 +193,7 @@ double AnnGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
                   const Growth& growth, int Periodicity, const Basis& basis) {
     Routine here{"AnnGrowPer"};
     here.inputs(Time, life, AbsFinish, AnnualRates, growth, Periodicity, basis);
+    TwinWait::pass_to("ConGrowPer", here);
     return here.returning(ConGrowPer(Time, life, AbsFinish, AnnualRates, growth, 12, Periodicity, basis));
 }
 
@@ -201,11 +203,19 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
     here.inputs(Time, life, AbsFinish, AnnualRates, growth, RevMos, Periodicity, basis);
     basis.check(here);
     check_reviews(here, RevMos, "RevMos");
-    return here.returning(sum_streams(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
-                                      [&](const Life& piece, double AnnualRate) {
-                                          growth.check(here);
-                                          return con_grow(Time, piece, AnnualRate, growth, RevMos, basis);
-                                      }));
+    GrowthWalk walk(growth);
+    Kept<GrownRate> rates{here, AnnualRates.size()};
+    return here.returning(over(here, Time, [&](const timeperiod& period) {
+        int n = 0;
+        return sum_streams(here, period, life, AbsFinish, AnnualRates, Periodicity, basis,
+                           [&](const Life& piece, double AnnualRate) {
+                               growth.check(here);
+                               GrownRate& rate = rates(std::min(++n, AnnualRates.size()), [&] {
+                                   return GrownRate{walk, AnnualRate, AnnualRate, RevMos};
+                               });
+                               return rate.in(period, piece, basis, false);
+                           });
+    }));
 }
 
 // --- Older forms ----------------------------------------------------------------------------------------------------

@@ -14,6 +14,8 @@
 
 namespace qx {
 
+class GrownRate;
+
 /// Months between reviews: throws errlibmin, errlibmax outside 0 to 1000.
 void check_reviews(Routine& here, int RevMonths, const char* name = "RevMonthsOpt");
 /// All limits of a stream that is reviewed to a forecast.
@@ -171,8 +173,8 @@ double ConRev(const timeperiod& Time, const Life& life, double MktPrice, double 
 /// The price grows and is taken up from FirstRev on every RevMonthsOpt months.
 double ConRevGrow(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,
                   const Growth& growth, int RevMonthsOpt, const Basis& basis);
-double ConRevGrowX(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,
-                   const Growth& growth, int RevMonthsOpt, const Basis& basis, bool ComponentPart);
+double ConRevGrowX(const timeperiod& Time, const Life& life, GrownRate& price, double AnnualRate, const Basis& basis,
+                   bool ComponentPart);
 /// The price is the forecast at Start, and from FirstRev on at each review.
 double ConRevFcst(const timeperiod& Time, const Life& life, const date& FirstRev, double AnnualRate,
                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis);

@@ -2,8 +2,7 @@
 #include "calendar/reviews.h"
 #include "core/twin_run.h"
 #include "projections/constant_rate.h"
-#include "projections/growth.h"
-#include "rates/growing_annuities.h"
+#include "projections/grown_rate.h"
 
 #include <cmath>
 
@@ -25,32 +24,49 @@ double grown_months(double T, double g, double S, double F) {
     return S / 12.0 * ((gn - 1.0) / gstep + gn * (steps - n)) + F / 12.0;
 }
 
-/// ConGrowMktX without a lag, under the growth of a walk that starts on GrowthBaseDate (anywhere if nothing grows).
-double con_grow_mkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
-                    double InitialAnnRate, GrowthWalk& walk, const date& GrowthBaseDate, int RevMonthsOpt,
-                    const Basis& basis, bool ComponentPart) {
+double con_grow_streams(Routine& here, const timeperiod& Time, const Streams& streams, const Growth& growth,
+                        int RevMonths, const Basis& basis) {
+    GrowthWalk walk(growth);
+    Kept<GrownRate> rates{here, streams.amounts.size()};
+    return over(here, Time, [&](const timeperiod& period) {
+        if (!runs_forward(here, period)) return 0.0;
+        int n = 0;
+        return streams.sum(here, [&](const Life& life, double AnnualRate) {
+            GrownRate& rate = rates(std::min(++n, streams.amounts.size()), [&] {
+                return GrownRate{walk, AnnualRate, AnnualRate, RevMonths};
+            });
+            return rate.in(period, life, basis, false);
+        });
+    });
+}
+
+} // namespace
+
+double GrownRate::in(const timeperiod& Time, const Life& life, const Basis& basis, bool ComponentPart) {
     constexpr int GrowthLag = 0;
-    const Growth& growth = walk.growth();
+    const Growth& growth = walk_.growth();
+    const date &GrowthBaseDate = base(life), &FirstRev = first_review(life);
+    const Measure measure{basis.DayCount, basis.Periods};
     Routine here{"ConGrowMktX", Routine::internal};
     here.arguments("Time,Start,Finish,FirstRev,MktAnnRate,InitialAnnRate,GrowthDates,GrowthRates,GrowthBaseDate,"
                    "RevMonthsOpt,DayCount,Periods,ProjMode,ComponentPart,GrowthLag",
-                   Time, life.Start, life.Finish, FirstRev, MktAnnRate, InitialAnnRate, growth.dates, growth.rates,
-                   GrowthBaseDate, RevMonthsOpt, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart,
+                   Time, life.Start, life.Finish, FirstRev, MktAnnRate_, InitialAnnRate_, growth.dates, growth.rates,
+                   GrowthBaseDate, RevMonthsOpt_, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart,
                    GrowthLag);
     basis.check(here);
-    check_reviews(here, RevMonthsOpt);
+    check_reviews(here, RevMonthsOpt_);
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
     const DayCountCodes codes = DayCountCodes::of(basis.DayCount);
-    if (RevMonthsOpt == 0)
+    if (RevMonthsOpt_ == 0)
         here.info("Note: ReviewMonths was zero which implies continuous growth from the first time this function "
                   "reviews.");
-    const date& FirstReview = first_review(here, FirstRev);
+    const date& FirstReview = qx::first_review(here, FirstRev);
     const auto at = [&](double rate, const date& from, const date& to, double day_count, bool stub) {
         return ConX(period, {from, to}, rate, basis.under(day_count), stub);
     };
     if (period.to() < FirstReview)
-        return here.returning(at(InitialAnnRate, life.Start, life.Finish, basis.DayCount, ComponentPart));
+        return here.returning(at(InitialAnnRate_, life.Start, life.Finish, basis.DayCount, ComponentPart));
 
     const PeriodCount periods(basis, codes);
     const bool stubbed = periods(FirstRev, life.Finish) >= 1;
@@ -60,21 +76,21 @@ double con_grow_mkt(const timeperiod& Time, const Life& life, const date& FirstR
     const double initial_count = stubbed ? codes.with_start() : basis.DayCount;
     if (growth.none() || period.to() < growth.dates.first()) {
         here.info("No growth has been specified");
-        const double initial = at(InitialAnnRate, life.Start, initial_to, initial_count, first_stub);
-        return here.returning(initial + at(MktAnnRate, market_from, life.Finish,
+        const double initial = at(InitialAnnRate_, life.Start, initial_to, initial_count, first_stub);
+        return here.returning(initial + at(MktAnnRate_, market_from, life.Finish,
                                            stubbed ? codes.with_end() : basis.DayCount, ComponentPart));
     }
     const date& flat_to = std::min(growth.dates.first(), life.Finish);
     const double flat_count = !stubbed                                          ? basis.DayCount
                               : periods(growth.dates.first(), life.Finish) >= 1 ? codes.core
                                                                                 : codes.with_end();
-    double amount = at(InitialAnnRate, life.Start, initial_to, initial_count, first_stub);
-    amount += at(MktAnnRate, market_from, flat_to, flat_count, ComponentPart);
+    double amount = at(InitialAnnRate_, life.Start, initial_to, initial_count, first_stub);
+    amount += at(MktAnnRate_, market_from, flat_to, flat_count, ComponentPart);
 
     const TraceBlock sections = here.loop("Growth Sections", "Looping through each of the growth sections...");
     const int maxn = growth.dates.size();
-    double market = MktAnnRate;
-    const date* base = &GrowthBaseDate;
+    double market = MktAnnRate_;
+    const date* basis_date = &GrowthBaseDate;
     for (int n = 1; n <= maxn; ++n) {
         const date& grows_from = growth.dates(n);
         const TraceBlock pass = here.pass(n, "Growth from ", grows_from);
@@ -84,58 +100,40 @@ double con_grow_mkt(const timeperiod& Time, const Life& life, const date& FirstR
         }
         // The market rate compounds from section to section, each time from the one before.
         const bool compounds = n > 1 && grows_from > GrowthBaseDate;
-        if (compounds) market = walk.through(n - 1, market);
-        base = &std::max(GrowthBaseDate, grows_from);
+        if (compounds) market = walk_.through(n - 1, market, measure);
+        basis_date = &std::max(GrowthBaseDate, grows_from);
 
         const date& next = n < maxn ? growth.dates(n + 1) : DateCrit;
         const date& to = std::min(next, std::min(period.to(), life.Finish));
         const date& from = std::max(std::max(life.Start, FirstReview), std::max(period.from(), grows_from));
         if (to <= from) continue;
-        const date next_rev =
-            FirstReview >= grows_from ? FirstReview : next_review(grows_from, FirstReview, RevMonthsOpt, false).when;
-        double passing = InitialAnnRate;
-        if (compounds) {
-            const date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt, false).when;
-            passing = walk.to(last_rev.iszero() ? next_rev : last_rev, MktAnnRate);
-        }
         const bool goes_on = periods(to, life.Finish) >= 1;
         const double day_count = !goes_on                       ? codes.with_end()
                                  : periods(life.Start, to) >= 1 ? codes.core
                                                                 : codes.with_start();
-        amount += SumEGStepMktFT(period, market, passing, growth.rates(n), grows_from, *base, next_rev, from, to,
-                                 day_count, basis.Periods, RevMonthsOpt, goes_on);
+        if (traced() || section_.number != n || section_.day_count != day_count) {
+            section_ = {n, day_count, FirstReview, InitialAnnRate_, {}};
+            if (FirstReview < grows_from)
+                section_.next_review = next_review(grows_from, FirstReview, RevMonthsOpt_, false).when;
+            if (compounds) {
+                const date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt_, false).when;
+                section_.passing = walk_.to(last_rev.iszero() ? section_.next_review : last_rev, MktAnnRate_, measure);
+            }
+        }
+        amount += SumEGStepMktFT(period, market, section_.passing, growth.rates(n), grows_from, *basis_date,
+                                 section_.next_review, from, to, day_count, basis.Periods, RevMonthsOpt_, goes_on,
+                                 section_.stream);
     }
     return here.returning(amount);
 }
 
-/// con_grow, under the growth of a walk from the first growth date.
-double con_grow(const timeperiod& Time, const Life& life, double AnnualRate, GrowthWalk& walk, int RevMonthsOpt,
-                const Basis& basis) {
-    const date& from = walk.growth().first_or(life.Start);
-    return con_grow_mkt(Time, life, from, AnnualRate, AnnualRate, walk, from, RevMonthsOpt, basis, false);
-}
-
-double con_grow_streams(Routine& here, const timeperiod& Time, const Streams& streams, const Growth& growth,
-                        int RevMonths, const Basis& basis) {
-    GrowthWalk walk(growth, {basis.DayCount, basis.Periods});
-    return over(here, Time, [&](const timeperiod& period) {
-        if (!runs_forward(here, period)) return 0.0;
-        return streams.sum(here, [&](const Life& life, double AnnualRate) {
-            return con_grow(period, life, AnnualRate, walk, RevMonths, basis);
-        });
-    });
-}
-
-} // namespace
-
 double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                    double InitialAnnRate, const Growth& growth, const date& GrowthBaseDate, int RevMonthsOpt,
                    const Basis& basis, bool ComponentPart, int GrowthLag) {
-    const Measure measure{basis.DayCount, basis.Periods};
     const auto amount_under = [&](const Growth& of_market) {
-        GrowthWalk walk(GrowthBaseDate, of_market, measure);
-        return con_grow_mkt(Time, life, FirstRev, MktAnnRate, InitialAnnRate, walk, GrowthBaseDate, RevMonthsOpt, basis,
-                            ComponentPart);
+        GrowthWalk walk(GrowthBaseDate, of_market);
+        return GrownRate{walk, MktAnnRate, InitialAnnRate, RevMonthsOpt, &FirstRev, &GrowthBaseDate}.in(
+            Time, life, basis, ComponentPart);
     };
     if (GrowthLag == 0) return amount_under(growth);
     WorkList<date> later;
@@ -151,10 +149,10 @@ double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev
     check_reviews(here, RevMonthsOpt);
     growth.check(here);
     const date& base = growth.first_or(life.Start);
-    GrowthWalk walk(base, growth, {basis.DayCount, basis.Periods});
-    return here.returning(over(here, Time, [&](const timeperiod& period) {
-        return con_grow_mkt(period, life, FirstRev, MktAnnRate, InitialAnnRate, walk, base, RevMonthsOpt, basis, false);
-    }));
+    GrowthWalk walk(base, growth);
+    GrownRate market{walk, MktAnnRate, InitialAnnRate, RevMonthsOpt, &FirstRev, &base};
+    return here.returning(
+        over(here, Time, [&](const timeperiod& period) { return market.in(period, life, basis, false); }));
 }
 
 double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, double InitialAnnRate,
@@ -164,18 +162,20 @@ double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, 
     basis.check(here);
     check_reviews(here, RevMos, "RevMos");
     Growth{View<date>::of(GrowFrom), View<double>::of(GrowthRatePA)}.check(here);
-    timeperiod period = Time;
-    if (!screen_period(here, period, life, basis)) return here.returning(0.0);
-    return here.returning(SumEGStepMktFT(period, MktAnnRate, InitialAnnRate, GrowthRatePA, life.Start, GrowFrom,
-                                         life.Start, std::max(period.from(), life.Start),
-                                         std::min(period.to(), life.Finish), basis.DayCount, basis.Periods, RevMos,
-                                         false));
+    std::optional<SteppedGrowth> stream;
+    return here.returning(over(here, Time, [&](const timeperiod& given) {
+        timeperiod period = given;
+        if (!screen_period(here, period, life, basis)) return 0.0;
+        return SumEGStepMktFT(period, MktAnnRate, InitialAnnRate, GrowthRatePA, life.Start, GrowFrom, life.Start,
+                              std::max(period.from(), life.Start), std::min(period.to(), life.Finish), basis.DayCount,
+                              basis.Periods, RevMos, false, stream);
+    }));
 }
 
 double con_grow(const timeperiod& Time, const Life& life, double AnnualRate, const Growth& growth, int RevMonthsOpt,
                 const Basis& basis) {
-    GrowthWalk walk(growth, {basis.DayCount, basis.Periods});
-    return con_grow(Time, life, AnnualRate, walk, RevMonthsOpt, basis);
+    GrowthWalk walk(growth);
+    return GrownRate{walk, AnnualRate, AnnualRate, RevMonthsOpt}.in(Time, life, basis, false);
 }
 
 double ConGrow(const timeperiod& Time, const Streams& streams, const Growth& growth, int RevMonthsOpt,
@@ -192,6 +192,7 @@ double MultiConGrow(const timeperiod& Time, const Streams& streams, const Growth
                     const Basis& basis) {
     Routine here{"MultiConGrow"};
     here.inputs(Time, streams, growth, RevMos, basis);
+    TwinWait::pass_to("ConGrow", here);
     return here.returning(ConGrow(Time, streams, growth, RevMos, basis));
 }
 
@@ -206,6 +207,7 @@ double AnnGrow(const timeperiod& Time, const Streams& streams, const Growth& gro
 double MultiAnnGrow(const timeperiod& Time, const Streams& streams, const Growth& growth, const Basis& basis) {
     Routine here{"MultiAnnGrow"};
     here.inputs(Time, streams, growth, basis);
+    TwinWait::pass_to("AnnGrow", here);
     return here.returning(AnnGrow(Time, streams, growth, basis));
 }
 

@@ -1,7 +1,8 @@
 #include "calendar/date_arithmetic.h"
+#include "core/twin_run.h"
 #include "projections/constant_rate.h"
 #include "projections/forecast.h"
-#include "projections/growth.h"
+#include "projections/grown_rate.h"
 
 namespace qx {
 
@@ -83,24 +84,27 @@ double ConRevGrow(const timeperiod& Time, const Life& life, double MktPrice, con
                   const Growth& growth, int RevMonthsOpt, const Basis& basis) {
     Routine here{"ConRevGrow"};
     here.inputs(Time, life, MktPrice, FirstRev, AnnualRate, growth, RevMonthsOpt, basis);
-    return here.returning(ConRevGrowX(Time, life, MktPrice, FirstRev, AnnualRate, growth, RevMonthsOpt, basis, false));
+    GrowthWalk walk(growth);
+    GrownRate price{walk, MktPrice, MktPrice, RevMonthsOpt, &FirstRev};
+    return here.returning(over(here, Time, [&](const timeperiod& period) {
+        return ConRevGrowX(period, life, price, AnnualRate, basis, false);
+    }));
 }
 
-double ConRevGrowX(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,
-                   const Growth& growth, int RevMonthsOpt, const Basis& basis, bool ComponentPart) {
+double ConRevGrowX(const timeperiod& Time, const Life& life, GrownRate& price, double AnnualRate, const Basis& basis,
+                   bool ComponentPart) {
+    const Growth& growth = price.growth();
     Routine here{"ConRevGrowX", Routine::internal};
     here.arguments(
         "Time,Start,Finish,MktPrice,FirstRev,AnnualRate,GrowthDates,GrowthRates,RevMonthsOpt,DayCount,Periods,"
         "ProjMode,ComponentPart",
-        Time, life.Start, life.Finish, MktPrice, FirstRev, AnnualRate, growth.dates, growth.rates, RevMonthsOpt,
-        basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
+        Time, life.Start, life.Finish, price.rate(), price.first_review(life), AnnualRate, growth.dates, growth.rates,
+        price.review_months(), basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
     basis.check(here);
-    check_reviews(here, RevMonthsOpt);
+    check_reviews(here, price.review_months());
     growth.check(here);
     if (!screen_accruals(here, Time, life)) return here.returning(0.0);
-    return here.returning(ConGrowMktX(Time, life, FirstRev, MktPrice, MktPrice, growth, growth.first_or(life.Start),
-                                      RevMonthsOpt, basis, ComponentPart, 0) *
-                          AnnualRate);
+    return here.returning(price.in(Time, life, basis, ComponentPart) * AnnualRate);
 }
 
 double ConRevFcst(const timeperiod& Time, const Life& life, const date& FirstRev, double AnnualRate,

@@ -83,18 +83,18 @@ void GrowthWalk::reach(int n) {
     }
 }
 
-double GrowthWalk::through(int n, double amount) {
+double GrowthWalk::through(int n, double amount, const Measure& measure) {
     const date& next = growth_.dates(n + 1);
     if (traced())
         return GrowFromTo(std::max(from_, growth_.dates(n)), next, amount,
-                          {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure_);
+                          {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure);
     if (iszero(amount)) return 0.0;
     reach(n);
     return sections_->growth(n) * amount;
 }
 
-double GrowthWalk::to(const date& Date2, double StartingValue) {
-    if (traced()) return GrowFromTo(from_, Date2, StartingValue, growth_, growth_exponential, 0, measure_);
+double GrowthWalk::to(const date& Date2, double StartingValue, const Measure& measure) {
+    if (traced()) return GrowFromTo(from_, Date2, StartingValue, growth_, growth_exponential, 0, measure);
     if (iszero(StartingValue)) return 0.0;
     const int maxn = growth_.count();
     if (maxn == 0 || Date2 <= growth_.dates.first()) return StartingValue;

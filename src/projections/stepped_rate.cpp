@@ -1,8 +1,7 @@
 #include "projections/stepped_rate.h"
 
-#include "core/twin_run.h"
 #include "projections/forecast.h"
-#include "projections/growth.h"
+#include "projections/grown_rate.h"
 
 namespace qx {
 
@@ -58,11 +57,10 @@ double sum_given(const Routine& here, const timeperiod& Time, const Steps& steps
 
 template <class Steps>
 double sum_revenue(const Routine& here, const timeperiod& Time, const Steps& steps, View<double> AnnualRates,
-                   double MktPrice, const date& FirstRev, const Growth& growth, int RevMonthsOpt, const Basis& basis) {
+                   GrownRate& price, const Basis& basis) {
     return sum_stream(here, Time, steps, basis,
                       [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
-                          return ConRevGrowX(period, step, MktPrice, FirstRev, AnnualRates.single_or(n), growth,
-                                             RevMonthsOpt, stub, ComponentPart);
+                          return ConRevGrowX(period, step, price, AnnualRates.single_or(n), stub, ComponentPart);
                       });
 }
 
@@ -89,31 +87,6 @@ double step_time(const char* name, const timeperiod& Time, const Steps& steps, V
         }));
 }
 
-/// Steps of price times quantity, where there are both.
-template <class Steps>
-class Revenue {
-  public:
-    Revenue(const SteppedRates& prices, const SteppedRates& quantities) {
-        constexpr int most_mini_periods = 10000;
-        const SteppedRates lists[] = {prices, quantities};
-        merge_rates(lists, 2, CombineSwitch::multiply, dates_, rates_,
-                    {.by_to_dates = !Steps::by_from_dates, .missing_is_zero = true, .most = most_mini_periods});
-        // What lies before both have begun, or after one has ended, is no part of the stream.
-        last_ = dates_.size();
-        if constexpr (Steps::by_from_dates)
-            while (dates_(first_) < std::max(quantities.dates.first(), prices.dates.first())) ++first_;
-        else
-            while (dates_(last_) > std::min(quantities.dates.last(), prices.dates.last())) --last_;
-    }
-    View<date> dates() const { return View<date>(dates_).upto(last_).from(first_); }
-    View<double> rates() const { return View<double>(rates_).upto(last_).from(first_); }
-
-  private:
-    WorkList<date> dates_;
-    WorkList<double> rates_;
-    int first_ = 1, last_;
-};
-
 /// One-step streams side by side: MultiFStep and MultiTStep.
 double multi_step(Routine& here, const timeperiod& Time, const Streams& streams, const Basis& basis) {
     basis.check(here);
@@ -125,6 +98,20 @@ double multi_step(Routine& here, const timeperiod& Time, const Streams& streams,
 }
 
 } // namespace
+
+template <class Steps>
+SteppedRevenue<Steps>::SteppedRevenue(const SteppedRates& prices, const SteppedRates& quantities) {
+    constexpr int most_mini_periods = 10000;
+    const SteppedRates lists[] = {prices, quantities};
+    merge_rates(lists, 2, CombineSwitch::multiply, dates_, rates_,
+                {.by_to_dates = !Steps::by_from_dates, .missing_is_zero = true, .most = most_mini_periods});
+    // What lies before both have begun, or after one has ended, is no part of the stream.
+    last_ = dates_.size();
+    if constexpr (Steps::by_from_dates)
+        while (dates_(first_) < std::max(quantities.dates.first(), prices.dates.first())) ++first_;
+    else
+        while (dates_(last_) > std::min(quantities.dates.last(), prices.dates.last())) --last_;
+}
 
 // --- As given -------------------------------------------------------------------------------------------------------
 
@@ -246,12 +233,17 @@ double StepGrowX(const timeperiod& Time, const Steps& given, View<double> Annual
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
     const Life whole = steps.extent();
     const date& anchor = growth.first_or(whole.Start);
-    return here.returning(sum_stream(
-        here, Time, steps, basis,
-        [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
-            const double rate = AnnualRates.single_or(n);
-            return ConGrowMktX(period, step, anchor, rate, rate, growth, anchor, RevMonthsOpt, stub, ComponentPart, 0);
-        }));
+    GrowthWalk walk(anchor, growth);
+    Kept<GrownRate> rates{here, steps.count()};
+    return here.returning(
+        sum_stream(here, Time, steps, basis,
+                   [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                       const auto grown = [&] {
+                           const double rate = AnnualRates.single_or(n);
+                           return GrownRate{walk, rate, rate, RevMonthsOpt, &anchor, &anchor};
+                       };
+                       return rates(n, grown).in(period, step, stub, ComponentPart);
+                   }));
 }
 
 template <class Steps>
@@ -286,12 +278,17 @@ double StepThenGrow(const timeperiod& Time, const Steps& steps, View<double> Ann
     const auto& all = then_steps(steps);
     const int maxn = all.count();
     if (maxn == 0) return here.returning(0.0);
+    GrowthWalk walk(growth);
+    Kept<GrownRate> last_rate{here, 1};
     return here.returning(
         sum_stream(here, Time, all, basis,
                    [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
                        if (n < maxn) return ConX(period, step, AnnualRates.single_or(n), stub, ComponentPart);
-                       const double last_rate = AnnualRates.single_or(std::max(steps.count(), 1));
-                       return con_grow(period, step, last_rate, growth, RevMonthsOpt, stub);
+                       const auto grown = [&] {
+                           const double rate = AnnualRates.single_or(std::max(steps.count(), 1));
+                           return GrownRate{walk, rate, rate, RevMonthsOpt};
+                       };
+                       return last_rate(1, grown).in(period, step, stub, false);
                    }));
 }
 
@@ -357,7 +354,7 @@ double StepRev(const timeperiod& Time, const date& end, View<date> MktPriceDates
     here.inputs(Time, end, MktPriceDates, MktPrices, dates, AnnualRates, basis);
     basis.check(here);
     if (!runs_forward(here, Time) || dates.empty() || MktPriceDates.empty()) return here.returning(0.0);
-    const Revenue<Steps> revenue({MktPriceDates, MktPrices}, {dates, AnnualRates});
+    const SteppedRevenue<Steps> revenue({MktPriceDates, MktPrices}, {dates, AnnualRates});
     return here.returning(sum_given(here, Time, Steps{end, revenue.dates()}, revenue.rates(), basis));
 }
 
@@ -371,7 +368,9 @@ double StepRevGrow(const timeperiod& Time, const date& end, double MktPrice, con
     growth.check(here);
     Steps steps{end, dates};
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
-    return here.returning(sum_revenue(here, Time, steps, AnnualRates, MktPrice, FirstRev, growth, RevMonthsOpt, basis));
+    GrowthWalk walk(growth);
+    GrownRate price{walk, MktPrice, MktPrice, RevMonthsOpt, &FirstRev};
+    return here.returning(sum_revenue(here, Time, steps, AnnualRates, price, basis));
 }
 
 template <class Steps>
@@ -385,34 +384,34 @@ double StepRevFcst(const timeperiod& Time, const date& end, const date& FirstRev
     return here.returning(sum_revenue(here, Time, steps, AnnualRates, FirstRev, forecast, RevMonthsOpt, basis));
 }
 
-double FStepRevSF(const timeperiod& Time, const Life& overall, View<date> MktPriceFromDates, View<double> MktPrices,
-                  View<date> FromDates, View<double> AnnualRates, const Basis& basis) {
+double FStepRevSF(const timeperiod& Time, const Life& overall, const SteppedRates& prices,
+                  const SteppedRates& quantities, Kept<SteppedRevenue<FromSteps>>& revenue, const Basis& basis) {
     Routine here{"FStepRevSF", Routine::internal};
     here.arguments("Time,Start,Finish,MktPriceFromDates,MktPrices,FromDates,AnnualRates,DayCount,Periods,ProjMode",
-                   Time, overall.Start, overall.Finish, MktPriceFromDates, MktPrices, FromDates, AnnualRates,
+                   Time, overall.Start, overall.Finish, prices.dates, prices.rates, quantities.dates, quantities.rates,
                    basis.DayCount, basis.Periods, basis.ProjMode);
     basis.check(here);
-    if (!runs_forward(here, Time) || FromDates.empty() || MktPriceFromDates.empty()) return here.returning(0.0);
-    const Revenue<FromSteps> revenue({MktPriceFromDates, MktPrices}, {FromDates, AnnualRates});
-    const FromSteps steps{overall.Finish, revenue.dates()};
-    return here.returning(sum_given(here, Time, StepsWithin<FromSteps>{steps, overall}, revenue.rates(), basis));
+    if (!runs_forward(here, Time) || quantities.dates.empty() || prices.dates.empty()) return here.returning(0.0);
+    const auto& merged = revenue(1, [&] { return SteppedRevenue<FromSteps>(prices, quantities); });
+    const FromSteps steps{overall.Finish, merged.dates()};
+    return here.returning(sum_given(here, Time, StepsWithin<FromSteps>{steps, overall}, merged.rates(), basis));
 }
 
-double FStepRevGrowSF(const timeperiod& Time, const Life& overall, double MktPrice, const date& FirstRev,
-                      View<date> FromDates, View<double> AnnualRates, const Growth& growth, int RevMonthsOpt,
-                      const Basis& basis) {
+double FStepRevGrowSF(const timeperiod& Time, const Life& overall, GrownRate& price, View<date> FromDates,
+                      View<double> AnnualRates, const Basis& basis) {
+    const Growth& growth = price.growth();
     Routine here{"FStepRevGrowSF", Routine::internal};
     here.arguments("Time,Start,Finish,MktPrice,FirstRev,FromDates,AnnualRates,GrowthDates,GrowthRates,RevMonthsOpt,"
                    "DayCount,Periods,ProjMode",
-                   Time, overall.Start, overall.Finish, MktPrice, FirstRev, FromDates, AnnualRates, growth.dates,
-                   growth.rates, RevMonthsOpt, basis.DayCount, basis.Periods, basis.ProjMode);
+                   Time, overall.Start, overall.Finish, price.rate(), price.first_review(overall), FromDates,
+                   AnnualRates, growth.dates, growth.rates, price.review_months(), basis.DayCount, basis.Periods,
+                   basis.ProjMode);
     basis.check(here);
-    check_reviews(here, RevMonthsOpt);
+    check_reviews(here, price.review_months());
     growth.check(here);
     const FromSteps steps{overall.Finish, FromDates};
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
-    return here.returning(sum_revenue(here, Time, StepsWithin<FromSteps>{steps, overall}, AnnualRates, MktPrice,
-                                      FirstRev, growth, RevMonthsOpt, basis));
+    return here.returning(sum_revenue(here, Time, StepsWithin<FromSteps>{steps, overall}, AnnualRates, price, basis));
 }
 
 double FStepRevFcstSF(const timeperiod& Time, const Life& overall, const date& FirstRev, View<date> FromDates,
@@ -444,16 +443,17 @@ double StepThenGrowRev(const timeperiod& Time, const date& end, double MktPrice,
     const auto& all = then_steps(steps);
     const int maxn = all.count();
     if (!runs_forward(here, Time) || maxn == 0 || AnnualRates.empty()) return here.returning(0.0);
-    return here.returning(sum_stream(
-        here, Time, all, basis,
-        [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
-            if (n < maxn)
-                return ConRevGrowX(period, step, MktPrice, growth.first_or(step.Start), AnnualRates.single_or(n),
-                                   growth, std::max(RevMonthsOpt, 1), stub, ComponentPart);
-            return ConRevGrow2X(period, step, MktPrice, rate_growth.first_or(step.Start),
-                                AnnualRates.single_or(std::max(steps.count(), 1)), growth, rate_growth, RevMonthsOpt,
-                                RevMonthsAnnRateOpt, stub, ComponentPart);
-        }));
+    GrowthWalk walk(growth);
+    GrownRate price{walk, MktPrice, MktPrice, std::max(RevMonthsOpt, 1)};
+    return here.returning(
+        sum_stream(here, Time, all, basis,
+                   [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                       if (n < maxn)
+                           return ConRevGrowX(period, step, price, AnnualRates.single_or(n), stub, ComponentPart);
+                       return ConRevGrow2X(period, step, MktPrice, rate_growth.first_or(step.Start),
+                                           AnnualRates.single_or(std::max(steps.count(), 1)), growth, rate_growth,
+                                           RevMonthsOpt, RevMonthsAnnRateOpt, stub, ComponentPart);
+                   }));
 }
 
 // --- Both sides -----------------------------------------------------------------------------------------------------
@@ -483,5 +483,6 @@ double StepThenGrowRev(const timeperiod& Time, const date& end, double MktPrice,
                                            const Growth&, const Growth&, int, int, const Basis&)
 QX_ROUTINES_OVER(FromSteps);
 QX_ROUTINES_OVER(ToSteps);
+template class SteppedRevenue<FromSteps>;
 
 } // namespace qx

@@ -11,6 +11,7 @@
 
 #include "calendar/merge_rates.h"
 #include "calendar/time_period.h"
+#include "core/twin_run.h"
 #include "projections/steps.h"
 
 namespace qx {
@@ -95,12 +96,24 @@ double StepRevGrow(const timeperiod& Time, const date& end, double MktPrice, con
 template <class Steps>
 double StepRevFcst(const timeperiod& Time, const date& end, const date& FirstRev, View<date> dates,
                    View<double> AnnualRates, const Forecast& forecast, int RevMonthsOpt, const Basis& basis);
+/// Steps of price times quantity, where there are both.
+template <class Steps>
+class SteppedRevenue {
+  public:
+    SteppedRevenue(const SteppedRates& prices, const SteppedRates& quantities);
+    View<date> dates() const { return View<date>(dates_).upto(last_).from(first_); }
+    View<double> rates() const { return View<double>(rates_).upto(last_).from(first_); }
+
+  private:
+    WorkList<date> dates_;
+    WorkList<double> rates_;
+    int first_ = 1, last_ = 0;
+};
 /// StepRev and both of these by from-dates, of what lies between overall dates.
-double FStepRevSF(const timeperiod& Time, const Life& overall, View<date> MktPriceFromDates, View<double> MktPrices,
-                  View<date> FromDates, View<double> AnnualRates, const Basis& basis);
-double FStepRevGrowSF(const timeperiod& Time, const Life& overall, double MktPrice, const date& FirstRev,
-                      View<date> FromDates, View<double> AnnualRates, const Growth& growth, int RevMonthsOpt,
-                      const Basis& basis);
+double FStepRevSF(const timeperiod& Time, const Life& overall, const SteppedRates& prices,
+                  const SteppedRates& quantities, Kept<SteppedRevenue<FromSteps>>& revenue, const Basis& basis);
+double FStepRevGrowSF(const timeperiod& Time, const Life& overall, GrownRate& price, View<date> FromDates,
+                      View<double> AnnualRates, const Basis& basis);
 double FStepRevFcstSF(const timeperiod& Time, const Life& overall, const date& FirstRev, View<date> FromDates,
                       View<double> AnnualRates, const Forecast& forecast, int RevMonthsOpt, const Basis& basis);
 /// StepThenGrow as revenue: steps of quantity as given and then growing (ConRevGrow2), at a price that grows

@@ -228,52 +228,36 @@ double SumLGAnnCont(double TermYrs, double AnnGrowthRate) {
 
 // --- Reviews to a growing market --------------------------------------------------------------------------------
 
-namespace {
+SteppedGrowth::SteppedGrowth(double growth, double step_months, double first_review_months, double base_months,
+                             double starting, double market)
+    : growth_(growth), step_(step_months), base_(base_months), starting_(starting), market_(market),
+      // A first review in the past is brought into the first step, in single precision.
+      first_review_(step_months > 0.0 ? std::fmod(static_cast<float>(100.0 * step_months + first_review_months),
+                                                  static_cast<float>(step_months))
+                                      : first_review_months),
+      first_review_given_(first_review_months) {}
 
-/// SumEGStepMktGen of one stream up to several times: what the times have in common is worked out once.
-class SteppedGrowth {
-  public:
-    SteppedGrowth(double growth, double step_months, double first_review_months, double base_months, double starting,
-                  double market)
-        : growth_(growth), step_(step_months), base_(base_months), starting_(starting), market_(market),
-          // A first review in the past is brought into the first step, in single precision.
-          first_review_(step_months > 0.0 ? std::fmod(static_cast<float>(100.0 * step_months + first_review_months),
-                                                      static_cast<float>(step_months))
-                                          : first_review_months),
-          first_review_given_(first_review_months) {}
-
-    double up_to(double months) {
-        if (months <= first_review_) return months / 12.0 * starting_;
-        if (!grown_) {
-            grown_ = true;
-            first_market_ = market_ * SafePow(1.0 + growth_, (first_review_ - base_) / 12.0);
-            if (!iszero(step_)) step_growth_ = SafePow(1.0 + growth_, step_ / 12.0) - 1.0;
-        }
-        if (iszero(step_))
-            return first_review_given_ / 12.0 * starting_ +
-                   SumEGAnnCont((months - first_review_) / 12.0, growth_) * first_market_;
-        if (iszero(step_growth_)) return months / 12.0 * starting_;
-        const double steps = std::max(months - first_review_, 0.0) / step_;
-        const double n = std::trunc(steps);
-        if (n != whole_steps_) {
-            whole_steps_ = n;
-            after_whole_steps_ = SafePow(1.0 + step_growth_, n);
-        }
-        const double step_years = step_ / 12.0;
-        return first_review_ / 12.0 * starting_ +
-               step_years * (after_whole_steps_ - 1.0) / step_growth_ * first_market_ +
-               step_years * after_whole_steps_ * (steps - n) * first_market_;
+double SteppedGrowth::up_to(double months) {
+    if (months <= first_review_) return months / 12.0 * starting_;
+    if (!grown_) {
+        grown_ = true;
+        first_market_ = market_ * SafePow(1.0 + growth_, (first_review_ - base_) / 12.0);
+        if (!iszero(step_)) step_growth_ = SafePow(1.0 + growth_, step_ / 12.0) - 1.0;
     }
-
-  private:
-    double growth_, step_, base_, starting_, market_;
-    double first_review_, first_review_given_; ///< months
-    bool grown_ = false;
-    double first_market_ = 0.0, step_growth_ = 0.0; ///< the market rate at the first review, the growth of a step
-    double whole_steps_ = -1.0, after_whole_steps_ = 0.0;
-};
-
-} // namespace
+    if (iszero(step_))
+        return first_review_given_ / 12.0 * starting_ +
+               SumEGAnnCont((months - first_review_) / 12.0, growth_) * first_market_;
+    if (iszero(step_growth_)) return months / 12.0 * starting_;
+    const double steps = std::max(months - first_review_, 0.0) / step_;
+    const double n = std::trunc(steps);
+    if (n != whole_steps_) {
+        whole_steps_ = n;
+        after_whole_steps_ = SafePow(1.0 + step_growth_, n);
+    }
+    const double step_years = step_ / 12.0;
+    return first_review_ / 12.0 * starting_ + step_years * (after_whole_steps_ - 1.0) / step_growth_ * first_market_ +
+           step_years * after_whole_steps_ * (steps - n) * first_market_;
+}
 
 double SumEGStepMktGen(double GrowthPA, double TermMonths, double StepLengthMonths, double FirstRevMonths,
                        double BaseDateMonths, double startingrate, double mktrate) {
@@ -290,26 +274,28 @@ double SumEGStepMktGen(double GrowthPA, double TermMonths, double StepLengthMont
 double SumEGStepMktFT(const timeperiod& TimePeriod, double mktrate, double startingrate, double growth,
                       const date& startingdate, const date& basedate, const date& firstrev, const date& from,
                       const date& to, double DayCount, const AnnualSequence& Periods, int StepLengthMonths,
-                      bool ComponentPart) {
+                      bool ComponentPart, std::optional<SteppedGrowth>& stream) {
     Routine here{"SumEGStepMktFT", Routine::internal};
     here.arguments(QX_NAMED(TimePeriod, mktrate, startingrate, growth, startingdate, basedate, firstrev, from, to,
                             DayCount, Periods, StepLengthMonths, ComponentPart));
     const auto months = [&](const date& start, const date& end) { return diffmonths(start, end, DayCount, Periods); };
     const date MyLastRev = LastReview(to, firstrev, StepLengthMonths, false);
-    const double FirstRevMonths = months(startingdate, firstrev);
-    const double BaseDateMonths = months(startingdate, basedate);
+    if (!stream) {
+        const double FirstRevMonths = months(startingdate, firstrev);
+        const double BaseDateMonths = months(startingdate, basedate);
+        stream.emplace(growth, StepLengthMonths, FirstRevMonths, BaseDateMonths, startingrate, mktrate);
+    }
     const double BaseTime = TimePeriod.lenmonths(from, to, DayCount, Periods, false, ComponentPart);
     const double exact = months(startingdate, to);
     double t2 = exact;
     if (!MyLastRev.iszero() && StepLengthMonths >= 1) {
-        t2 = FirstRevMonths + diffmonths(firstrev, MyLastRev, 0.0, Periods) + months(MyLastRev, to);
+        t2 = stream->first_review_months() + diffmonths(firstrev, MyLastRev, 0.0, Periods) + months(MyLastRev, to);
         if (exact > 1.05 * t2 || exact < 0.95 * t2) t2 = exact;
     }
     const double t1 = std::max(t2 - BaseTime, 0.0);
     t2 = std::max(t2, 0.0);
     here.info("From ", t1, " to ", t2, " months");
-    SteppedGrowth stream(growth, StepLengthMonths, FirstRevMonths, BaseDateMonths, startingrate, mktrate);
-    const double after = stream.up_to(t2), before = stream.up_to(t1);
+    const double after = stream->up_to(t2), before = stream->up_to(t1);
     here.info("Sums up to then ", before, ", ", after);
     return here.returning(after - before);
 }

@@ -13,6 +13,8 @@
 #include "calendar/date.h"
 #include "calendar/time_period.h"
 
+#include <optional>
+
 namespace qx {
 
 double PVEGPerp(double DisAER, double AnnGrowthRate);
@@ -42,10 +44,27 @@ double SumLGAnnCont(double TermYrs, double AnnGrowthRate);
 /// continuously. Throws errlibbadnum for a negative step.
 double SumEGStepMktGen(double GrowthPA, double TermMonths, double StepLengthMonths, double FirstRevMonths,
                        double BaseDateMonths, double startingrate, double mktrate);
-/// The same from one date to another within a period, measured from startingdate.
+/// SumEGStepMktGen of one stream up to several times: what the times have in common is worked out once.
+class SteppedGrowth {
+  public:
+    SteppedGrowth(double growth, double step_months, double first_review_months, double base_months, double starting,
+                  double market);
+    double up_to(double months);
+    double first_review_months() const { return first_review_given_; }
+
+  private:
+    double growth_, step_, base_, starting_, market_;
+    double first_review_, first_review_given_; ///< months
+    bool grown_ = false;
+    double first_market_ = 0.0, step_growth_ = 0.0; ///< the market rate at the first review, the growth of a step
+    double whole_steps_ = -1.0, after_whole_steps_ = 0.0;
+};
+
+/// The same from one date to another within a period, measured from startingdate. It makes the stream unless an earlier
+/// call has made it for the same terms.
 double SumEGStepMktFT(const timeperiod& TimePeriod, double mktrate, double startingrate, double growth,
                       const date& startingdate, const date& basedate, const date& firstrev, const date& from,
                       const date& to, double DayCount, const AnnualSequence& Periods, int StepLengthMonths,
-                      bool ComponentPart);
+                      bool ComponentPart, std::optional<SteppedGrowth>& stream);
 
 } // namespace qx

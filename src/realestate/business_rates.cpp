@@ -10,7 +10,7 @@ namespace qx {
 
 namespace {
 
-constexpr int year_of_months = 12, months_between_revaluations = 60, months_of_antecedence = 24;
+constexpr int year_of_months = 12, years_between_revaluations = 5, months_of_antecedence = 24;
 constexpr int first_year = 1990, last_published_year = 2004;
 
 /// The multipliers of the years from 1 April of `first_year` on.
@@ -18,67 +18,88 @@ constexpr double published_multipliers[] = {0.348, 0.386, 0.402, 0.416, 0.423, 0
                                             0.474, 0.489, 0.416, 0.43,  0.437, 0.444, 0.456, 0.415};
 static_assert(std::size(published_multipliers) > last_published_year - first_year);
 
-const date& first_revaluation() {
-    static const date day(first_year, 4, 1);
-    return day;
+/// 1 April of a year, when a rate year begins.
+date rate_year(int year) { return {year, 4, 1}; }
+/// The rate year that a date lies in.
+date rate_year_of(const date& day) { return day.prevanniversary(4, 1, false); }
+/// The revaluation that holds on a date: the last one of those every five years from the first rate year on.
+date revaluation_at(const date& day) {
+    const int year = rate_year_of(day).year();
+    return rate_year(year - (year - first_year) % years_between_revaluations);
 }
 
 bool ten_instalments(const Basis& basis) { return basis.Periods.size() == 10; }
 
 double multiplier(const date& year, const date& revaluation, double RatesMultiplier, const Inflation& inflation,
                   const AnnualSequence& Periods) {
-    if (year <= date(last_published_year, 4, 1)) return published_multipliers[year.year() - first_year];
+    if (year.year() <= last_published_year) return published_multipliers[year.year() - first_year];
     return GrowFromTo(revaluation, year, RatesMultiplier, inflation.growth(), growth_exponential, 0, {0.0, Periods});
 }
 
-/// The rates in a period for one rate year of what lies between two dates.
+/// The rates of a routine: what is due in its periods for what lies between two dates.
 template <class Value>
-double rates_of_year(const Routine& here, const timeperiod& Time, const date& year, const date& revaluation,
-                     const Life& life, const RatesDue<Value>& rates, const Basis& basis) {
-    const timeperiod whole(year, year.plusmonths(year_of_months, true));
-    const Life liable = life.within(whole.from(), whole.to());
-    if (year < first_revaluation() || liable.Finish <= liable.Start) return 0.0;
-    const double value = rates.value.at(revaluation.plusmonths(-months_of_antecedence, true));
-    const double factor = multiplier(year, revaluation, rates.RatesMultiplier, rates.inflation, basis.Periods);
-    here.info("Rate year from ", year, ": rateable value ", value, ", multiplier ", factor);
-    const double annual = value * factor;
+class Rates {
+  public:
+    Rates(const Routine& here, const RatesDue<Value>& rates, const Basis& basis)
+        : here_(here), rates_(rates), basis_(basis), annual_(here, 2 * most_years) {}
 
-    const Basis accruals{basis.DayCount, ten_instalments(basis) ? any_measure().Periods : basis.Periods, 0.0};
-    if (!basis.cash()) return con(Time, liable, annual, accruals);
-    const double cash = con(Time, liable, annual, basis);
-    const date& settled = life.Start >= whole.from() ? life.Start : life.Finish;
-    const bool broken = whole.contains(settled);
-    if (!ten_instalments(basis) || !broken || !Time.contains(settled)) return cash;
-    // Payments in arrears or late fall into the year after.
-    const timeperiod paid(whole.from(), whole.to().plusmonths(year_of_months, true));
-    const double balance = con(whole, liable, annual, accruals) - con(paid, liable, annual, basis);
-    here.info("The rate year is settled with ", balance);
-    return cash + balance;
-}
+    double between(const timeperiod& Time, const Life& life) {
+        if (!runs_forward(here_, Time)) return 0.0;
+        if (Time.to() < life.Start || Time.from() > life.Finish) {
+            here_.info("Time outside rates start and finish date, nothing returned");
+            return 0.0;
+        }
+        if (life.Finish <= life.Start) {
+            here_.info("Finish less than or equal to Start, nothing returned.");
+            return 0.0;
+        }
+        static const date first = rate_year(first_year);
+        if (Time.from() < first) here_.fail<errtimerange>("Time", "There are no rates before ", first);
+        if (Time.to() > Time.from().plusmonths(year_of_months, true))
+            here_.fail<errliblargebase>("Base", "The period ", Time, " is longer than ", year_of_months, " months");
+        const date later = rate_year_of(Time.to());
+        return of_year(Time, rate_year(later.year() - 1), revaluation_at(Time.from()), life) +
+               of_year(Time, later, revaluation_at(Time.to()), life);
+    }
 
-/// The rates in a period for what lies between two dates.
-template <class Value>
-double rates_between(const Routine& here, const timeperiod& Time, const Life& life, const RatesDue<Value>& rates,
-                     const Basis& basis) {
-    if (!runs_forward(here, Time)) return 0.0;
-    if (Time.to() < life.Start || Time.from() > life.Finish) {
-        here.info("Time outside rates start and finish date, nothing returned");
-        return 0.0;
+  private:
+    static constexpr int most_years = 200; ///< those after them are worked out for each period
+
+    /// What a year costs that is rated by a revaluation, that of the year or the next one.
+    double annual(const date& year, const date& revaluation) {
+        return annual_(2 * (year.year() - first_year) + (revaluation <= year ? 1 : 2), [&] {
+            const double value = rates_.value.at(revaluation.plusmonths(-months_of_antecedence, true));
+            const double factor =
+                multiplier(year, revaluation, rates_.RatesMultiplier, rates_.inflation, basis_.Periods);
+            here_.info("Rate year from ", year, ": rateable value ", value, ", multiplier ", factor);
+            return value * factor;
+        });
     }
-    if (life.Finish <= life.Start) {
-        here.info("Finish less than or equal to Start, nothing returned.");
-        return 0.0;
+    /// The rates in a period for one rate year of what lies between two dates.
+    double of_year(const timeperiod& Time, const date& year, const date& revaluation, const Life& life) {
+        const timeperiod whole(year, rate_year(year.year() + 1));
+        const Life liable = life.within(whole.from(), whole.to());
+        if (year.year() < first_year || liable.Finish <= liable.Start) return 0.0;
+        const double due = annual(year, revaluation);
+
+        const Basis accruals{basis_.DayCount, ten_instalments(basis_) ? any_measure().Periods : basis_.Periods, 0.0};
+        if (!basis_.cash()) return con(Time, liable, due, accruals);
+        const double cash = con(Time, liable, due, basis_);
+        const date& settled = life.Start >= whole.from() ? life.Start : life.Finish;
+        const bool broken = whole.contains(settled);
+        if (!ten_instalments(basis_) || !broken || !Time.contains(settled)) return cash;
+        // Payments in arrears or late fall into the year after.
+        const timeperiod paid(whole.from(), rate_year(year.year() + 2));
+        const double balance = con(whole, liable, due, accruals) - con(paid, liable, due, basis_);
+        here_.info("The rate year is settled with ", balance);
+        return cash + balance;
     }
-    const date& anchor = first_revaluation();
-    if (Time.from() < anchor) here.fail<errtimerange>("Time", "There are no rates before ", anchor);
-    if (Time.to() > Time.from().plusmonths(year_of_months, true))
-        here.fail<errliblargebase>("Base", "The period ", Time, " is longer than ", year_of_months, " months");
-    const date later = review_before(Time.to(), anchor, year_of_months);
-    const date earlier = later.plusmonths(-year_of_months, true);
-    const auto revaluation = [&](const date& day) { return review_before(day, anchor, months_between_revaluations); };
-    return rates_of_year(here, Time, earlier, revaluation(Time.from()), life, rates, basis) +
-           rates_of_year(here, Time, later, revaluation(Time.to()), life, rates, basis);
-}
+
+    const Routine& here_;
+    const RatesDue<Value>& rates_;
+    const Basis& basis_;
+    Kept<double> annual_;
+};
 
 template <class Value>
 void check_rates(Routine& here, const RatesDue<Value>& rates, const Basis& basis) {
@@ -99,7 +120,8 @@ double UKRates(const timeperiod& Time, const Life& life, const RatesDue<Value>& 
     Routine here{Value::names.between_dates};
     here.inputs(Time, life, rates, basis);
     check_rates(here, rates, basis);
-    return here.returning(rates_between(here, Time, life, rates, basis));
+    Rates<Value> due{here, rates, basis};
+    return here.returning(over(here, Time, [&](const timeperiod& period) { return due.between(period, life); }));
 }
 
 template <class Value>
@@ -110,11 +132,12 @@ double UKRatesR(const timeperiod& Time, const date& Start, View<date> BrksOrExp,
     check_rates(here, rates, basis);
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     const date start = calendar.rounded(Start), expiry = chain.expiry(BrksOrExp, calendar);
+    Rates<Value> due{here, rates, basis};
     ReletWalk walk = relet_walk(here, relets.relets(), calendar, chain.limit());
     return here.returning(over(here, Time, [&](const timeperiod& period) {
-        double amount = rates_between(here, period, {start, expiry}, rates, basis);
-        each_relet(here, expiry, walk, period.to(), [&](const Relet& relet, const date&) {
-            amount += rates_between(here, period, {relet.lease_start, relet.expiry}, rates, basis);
+        double amount = due.between(period, {start, expiry});
+        each_relet(here, expiry, walk, period.from(), period.to(), [&](const Relet& relet, const date&) {
+            amount += due.between(period, {relet.lease_start, relet.expiry});
         });
         return amount;
     }));
@@ -131,15 +154,18 @@ double UKEmptyRates(const timeperiod& Time, const date& StartCost, const date& S
     const LeaseCalendar calendar{{basis.DayCount, basis.Periods}, chain.ROpts};
     const date& limit = chain.limit();
     const date start = calendar.rounded(StartCost), first_lease = calendar.rounded(StartLease);
+    Rates<Value> due{here, rates, basis};
+    Kept<date> end_of_first{here, 1};
     ReletWalk walk = relet_walk(here, relets.relets(), calendar, limit);
     return here.returning(over(here, Time, [&](const timeperiod& period) {
         double amount = 0.0;
         const auto add = [&](int n, const date& from, const date& to) {
             const date liable = calendar.rounded(calendar.after(from, series_item(RatesHol_s, n)));
-            amount += rates_between(here, period, {std::max(liable, start), std::min(to, limit)}, rates, basis);
+            amount += due.between(period, {std::max(liable, start), std::min(to, limit)});
         };
         add(1, start, first_lease);
-        each_relet(here, chain.expiry(BrksOrExp, calendar), walk, period.to(),
+        const date& expiry = end_of_first(1, [&] { return chain.expiry(BrksOrExp, calendar); });
+        each_relet(here, expiry, walk, period.from(), period.to(),
                    [&](const Relet& relet, const date& expiry) { add(relet.number + 1, expiry, relet.lease_start); });
         return EmptyRatesFrac * amount;
     }));

@@ -8,6 +8,7 @@
 #include "realestate/relet_terms.h"
 
 #include <cmath>
+#include <iterator>
 #include <optional>
 
 namespace qx {
@@ -200,10 +201,23 @@ double RentEvent(const timeperiod& Time, const LeaseTerms& lease, const Relets& 
     here.limit(lease.RevMos, review_months_limits, "RevMos");
     if (!runs_forward(here, Time)) return here.returning(0.0);
     const LeaseEvents events{here, lease, relets, Brk};
+    /// The first event of a kind from a day on, which it remains for the days up to it.
+    struct NextEvent {
+        date from, day;
+        bool holds_from(const date& later) const { return from <= later && (day.iszero() || later <= day); }
+    };
+    Kept<NextEvent> known{here, static_cast<int>(std::size(lease_event_values))};
     return here.returning(over(here, Time, [&](const timeperiod& period) {
         if (!runs_forward(here, period)) return 0.0;
-        for (const SwitchValue& event : lease_event_values)
-            if (events.occurs(LeaseEvent{event.code}, period)) return event.code + 1.0;
+        int n = 0;
+        for (const SwitchValue& event : lease_event_values) {
+            const auto find = [&] {
+                return NextEvent{period.from(), events.next(LeaseEvent{event.code}, period.from())};
+            };
+            NextEvent& next = known(++n, find);
+            if (!next.holds_from(period.from())) next = find();
+            if (!next.day.iszero() && next.day < period.to()) return event.code + 1.0;
+        }
         return 0.0;
     }));
 }

@@ -12,6 +12,7 @@ double leasing_fees(const Routine& here, const timeperiod& Time, View<double> Fe
     const LeaseCalendar calendar = plain_calendar();
     const ChainEnd chain{AbFin, calendar.ROpts, Brk};
     const date& limit = chain.limit();
+    Kept<date> end_of_first{here, 1};
     ReletWalk walk = relet_walk(here, relets.relets(), calendar, limit);
     return over(here, Time, [&](const timeperiod& period) {
         double amount = 0.0;
@@ -19,7 +20,8 @@ double leasing_fees(const Routine& here, const timeperiod& Time, View<double> Fe
             amount = series_item(FeePerc_s, 1) * InitRent;
             here.info("Main Lease Start ", LeaseStartDate, ": fee ", amount);
         }
-        each_relet(here, chain.expiry(BrksOrExp, calendar), walk, period.to(), [&](const Relet& relet, const date&) {
+        const date& expiry = end_of_first(1, [&] { return chain.expiry(BrksOrExp, calendar); });
+        each_relet(here, expiry, walk, period.from(), period.to(), [&](const Relet& relet, const date&) {
             if (!period.contains(relet.lease_start) || relet.lease_start >= limit) return;
             const Market market{source, relet_market(MktRent_s, relet.number)};
             const double fee = series_item(FeePerc_s, relet.number + 1) * market.at(relet.lease_start);

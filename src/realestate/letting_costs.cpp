@@ -13,13 +13,15 @@ double letting_costs(const Routine& here, const timeperiod& Time, View<date> Brk
     const LeaseCalendar calendar = plain_calendar();
     const ChainEnd chain{end.AbFin, calendar.ROpts, end.Brk};
     const date& limit = chain.limit();
+    const date any; // costs may be spread over years after a relet
+    Kept<date> end_of_first{here, 1};
     ReletWalk walk = relet_walk(here, relets.relets(), calendar, limit);
     return over(here, Time, [&](const timeperiod& period) {
         double amount = MkPmts(period, payments);
-        const date first_expiry = chain.expiry(BrksOrExp, calendar);
+        const date& first_expiry = end_of_first(1, [&] { return chain.expiry(BrksOrExp, calendar); });
         if (period.to() <= first_expiry) return amount;
         here.info("Timeperiod is after or partly after the first lease Expiry, calculating relets...");
-        each_relet(here, first_expiry, walk, period.to(), [&](const Relet& relet, const date& expiry) {
+        each_relet(here, first_expiry, walk, any, period.to(), [&](const Relet& relet, const date& expiry) {
             const bool last_expiry = !end.AbFin.iszero() && relet.expiry >= limit;
             if (!last_expiry || !option_present(without_last_expiry, end.Options))
                 amount += expiry_costs.in(period, relet.number, expiry, growth);

@@ -46,12 +46,12 @@ inline ReletWalk relet_walk(const Routine& here, const Relets& relets, const Lea
     return {here, relets, no_reviews, calendar, limit};
 }
 
-/// Calls `each` with every relet that follows an expiry up to a date, and with the expiry before it. Throws errinpmin
-/// for a relet that ends no later than the lease before it.
+/// Calls `each` with the relets that follow an expiry up to a date, and with the expiry before each. Those that end
+/// before `from` may be skipped. Throws errinpmin for a relet that ends no later than the lease before it.
 template <class Each>
-void each_relet(const Routine& here, const date& expiry, ReletWalk& walk, const date& until, Each each) {
-    const date any;
-    walk(expiry, any, until, [&](const Relet& relet, const date& before) {
+void each_relet(const Routine& here, const date& expiry, ReletWalk& walk, const date& from, const date& until,
+                Each each) {
+    walk(expiry, from, until, [&](const Relet& relet, const date& before) {
         const TraceBlock pass = here.pass(relet.number, "Number of Relets needed: ", relet.number);
         if (relet.expiry <= before) here.fail<errinpmin>("RelTerm_s", no_relet_term);
         each(relet, before);

@@ -16,6 +16,11 @@ struct PassingRent {
     bool any() const { return !since.iszero(); }
 };
 
+/// How far the walk over the reviews of a lease has come, and the rent there.
+struct TypedWalk : ReviewPeriod {
+    PassingRent passing;
+};
+
 /// How the rents of a list come about.
 class RentTypes {
   public:
@@ -68,18 +73,23 @@ class TypedLease {
         if (end > from) sum_ += ConX(period_, {from, end}, passing.rent, measure_, end < life_.Finish);
     }
     /// A rent to the end of the lease, reviewed every RevMos from a date on; n is its place in the list.
-    void add_to_the_end(PassingRent passing, const date& counted_from, int n) {
+    void add_to_the_end(const PassingRent& passing, const date& counted_from, int n, TypedWalk& walk) {
         if (!types_.reviews_go_on(n)) return add(passing, life_.Finish);
-        date day = types_.rules().first_after(counted_from);
-        const date first = day;
-        for (int i = 1; day < life_.Finish && day < period_.to(); ++i) {
-            const TraceBlock pass = here_.pass(i, "Review at ", day);
-            add(passing, day);
-            passing = types_.agreed(passing, day, n, passing.rent);
-            check_number_of_reviews(here_, i, first, period_.to());
-            day = types_.rules().next_after(day, first);
+        const date first = types_.rules().first_after(counted_from);
+        if (!walk.precedes(period_)) {
+            walk.review = 0;
+            walk.passing = passing;
+            walk.to = first;
         }
-        add(passing, day);
+        while (walk.to < life_.Finish && walk.to < period_.to()) {
+            const TraceBlock pass = here_.pass(walk.review + 1, "Review at ", walk.to);
+            add(walk.passing, walk.to);
+            walk.from = walk.to;
+            walk.passing = types_.agreed(walk.passing, walk.from, n, walk.passing.rent);
+            check_number_of_reviews(here_, ++walk.review, first, period_.to());
+            walk.to = types_.rules().next_after(walk.from, first);
+        }
+        add(walk.passing, walk.to);
     }
     double sum() const { return sum_; }
 
@@ -111,6 +121,9 @@ double FRentType(const timeperiod& Time, const date& Start, const date& RentStar
     const date expiry = relets.RelTerm_s.empty() ? date(DateCrit) : Start.plusmonths(relets.term_months(1));
     const date never;
     const int maxn = rents.FromDates.size();
+    Kept<PassingRent> listed{here, std::max(maxn, 1)};
+    TypedWalk first_walk;
+    Kept<TypedWalk> walks{here, Relets::most};
     return here.returning(follow_chain(
         here, Time, RentStart, {View<date>::of(expiry), last_break, never, relets, no_options}, rents.reviews.RevMos,
         basis, {},
@@ -127,17 +140,18 @@ double FRentType(const timeperiod& Time, const date& Start, const date& RentStar
                 }
                 const TraceBlock pass = here.pass(n, "Rent from ", from);
                 if (passing.any()) lease.add(passing, from);
-                passing = types.agreed(passing, from, n, one_for_each(rents.AnnRents, n));
+                passing = listed(n, [&] { return types.agreed(passing, from, n, one_for_each(rents.AnnRents, n)); });
             }
-            if (maxn == 0) passing = types.agreed(passing, RentStart, 1, 0.0);
-            lease.add_to_the_end(passing, passing.since, std::max(maxn, 1));
+            if (maxn == 0) passing = listed(1, [&] { return types.agreed(passing, RentStart, 1, 0.0); });
+            lease.add_to_the_end(passing, passing.since, std::max(maxn, 1), first_walk);
             return lease.sum();
         },
         [&](const timeperiod& period, const Relet& relet) {
             const Life life{relet.rent_start, relet.expiry};
             TypedLease lease{here, types, period, life, measure};
+            TypedWalk& walk = walks(relet.number, [] { return TypedWalk{}; });
             lease.add_to_the_end({relet.lease_start, types.market(relet.lease_start)}, relet.lease_start,
-                                 std::max(maxn, 1));
+                                 std::max(maxn, 1), walk);
             return lease.sum();
         }));
 }

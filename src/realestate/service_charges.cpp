@@ -1,6 +1,6 @@
 #include "realestate/service_charges.h"
 
-#include "projections/growth.h"
+#include "projections/grown_rate.h"
 #include "projections/stepped_rate.h"
 
 #include <cmath>
@@ -20,30 +20,90 @@ void check(Routine& here, const ForecastServiceCharge& total) {
 void check(Routine&, const SteppedServiceCharge&) {}
 void check(Routine& here, const GrownSteppedServiceCharge& total) { total.growth.check(here); }
 
-/// The charge in a period, under accruals, of what lies between two dates.
-double charge(const GrowingServiceCharge& total, const timeperiod& period, const Life& span,
-              const ServiceChargeShare& share, const LeaseCalendar& calendar) {
-    return FStepRevGrowSF(period, span, total.ServChargeTotal, calendar.rounded(total.FirstSCRevDate),
-                          share.SCFromDates, share.SCPercentages, total.growth, total.SCRevMonths, calendar.measure);
-}
-double charge(const ForecastServiceCharge& total, const timeperiod& period, const Life& span,
-              const ServiceChargeShare& share, const LeaseCalendar& calendar) {
-    return FStepRevFcstSF(period, span, calendar.rounded(total.FirstSCRevDate), share.SCFromDates, share.SCPercentages,
-                          total.forecast, total.SCRevMonths, calendar.measure);
-}
-double charge(const SteppedServiceCharge& total, const timeperiod& period, const Life& span,
-              const ServiceChargeShare& share, const LeaseCalendar& calendar) {
-    return FStepRevSF(period, span, total.FromDates, total.ServChargeAnnRates, share.SCFromDates, share.SCPercentages,
-                      calendar.measure);
-}
-double charge(const GrownSteppedServiceCharge& total, const timeperiod& period, const Life& span,
-              const ServiceChargeShare& share, const LeaseCalendar& calendar) {
-    const auto& [dates, rates] = total.steps;
-    GrownAmounts growth(total.growth);
-    WorkList<double> grown;
-    for (int n = 1; n <= dates.size(); ++n) grown->append(growth(dates(n), rates.single_or(n)));
-    return charge(SteppedServiceCharge{dates, grown}, period, span, share, calendar);
-}
+/// The charges of a total in the periods of a routine, each under accruals for what lies between two dates.
+template <class Total>
+class Charge;
+
+template <>
+class Charge<GrowingServiceCharge> {
+  public:
+    Charge(const Routine& here, const GrowingServiceCharge& total)
+        : total_(total), walk_(total.growth), first_review_(here, 1), price_(here, 1) {}
+    double in(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
+              const LeaseCalendar& calendar) {
+        const date& first_review = first_review_(1, [&] { return calendar.rounded(total_.FirstSCRevDate); });
+        GrownRate& price = price_(1, [&] {
+            const double charge = total_.ServChargeTotal;
+            return GrownRate{walk_, charge, charge, total_.SCRevMonths, &first_review};
+        });
+        return FStepRevGrowSF(period, span, price, share.SCFromDates, share.SCPercentages, calendar.measure);
+    }
+
+  private:
+    const GrowingServiceCharge& total_;
+    GrowthWalk walk_;
+    Kept<date> first_review_;
+    Kept<GrownRate> price_;
+};
+
+template <>
+class Charge<ForecastServiceCharge> {
+  public:
+    Charge(const Routine& here, const ForecastServiceCharge& total) : total_(total), first_review_(here, 1) {}
+    double in(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
+              const LeaseCalendar& calendar) {
+        const date& first_review = first_review_(1, [&] { return calendar.rounded(total_.FirstSCRevDate); });
+        return FStepRevFcstSF(period, span, first_review, share.SCFromDates, share.SCPercentages, total_.forecast,
+                              total_.SCRevMonths, calendar.measure);
+    }
+
+  private:
+    const ForecastServiceCharge& total_;
+    Kept<date> first_review_;
+};
+
+template <>
+class Charge<SteppedServiceCharge> {
+  public:
+    Charge(const Routine& here, const SteppedServiceCharge& total) : total_(total), revenue_(here, 1) {}
+    double in(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
+              const LeaseCalendar& calendar) {
+        return of(total_.ServChargeAnnRates, period, span, share, calendar);
+    }
+    /// That of other rates from the same dates on.
+    double of(View<double> rates, const timeperiod& period, const Life& span, const ServiceChargeShare& share,
+              const LeaseCalendar& calendar) {
+        return FStepRevSF(period, span, {total_.FromDates, rates}, {share.SCFromDates, share.SCPercentages}, revenue_,
+                          calendar.measure);
+    }
+
+  private:
+    const SteppedServiceCharge& total_;
+    Kept<SteppedRevenue<FromSteps>> revenue_;
+};
+
+template <>
+class Charge<GrownSteppedServiceCharge> {
+  public:
+    Charge(const Routine& here, const GrownSteppedServiceCharge& total)
+        : total_(total), grown_(here, 1), steps_(here, total.steps) {}
+    double in(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
+              const LeaseCalendar& calendar) {
+        const WorkList<double>& rates = grown_(1, [&] {
+            const auto& [dates, rates] = total_.steps;
+            GrownAmounts growth(total_.growth);
+            WorkList<double> grown;
+            for (int n = 1; n <= dates.size(); ++n) grown->append(growth(dates(n), rates.single_or(n)));
+            return grown;
+        });
+        return steps_.of(rates, period, span, share, calendar);
+    }
+
+  private:
+    const GrownSteppedServiceCharge& total_;
+    Kept<WorkList<double>> grown_;
+    Charge<SteppedServiceCharge> steps_;
+};
 
 /// What the leases of a chain pay of a total.
 template <class Total>
@@ -51,9 +111,9 @@ class ChargeOfChain {
   public:
     ChargeOfChain(const Routine& here, const date& SCStartDate, View<date> BrksOrExp, const Total& total,
                   const ServiceChargeShare& share, const ReletTerms& relets, const Basis& basis, const ChainEnd& chain)
-        : total_(total), share_(share), basis_(basis), calendar_{{basis.DayCount, basis.Periods}, chain.ROpts},
+        : charge_(here, total), share_(share), basis_(basis), calendar_{{basis.DayCount, basis.Periods}, chain.ROpts},
           limit_(chain.limit()), start_(calendar_.rounded(SCStartDate)), BrksOrExp_(BrksOrExp), chain_(chain),
-          walk_(relet_walk(here, relets.relets(), calendar_, limit_)) {}
+          end_of_first_(here, 1), walk_(relet_walk(here, relets.relets(), calendar_, limit_)) {}
 
     double in(const Routine& here, const timeperiod& Time) {
         timeperiod period = Time;
@@ -61,18 +121,17 @@ class ChargeOfChain {
         double amount = 0.0;
         const auto add = [&](const date& from, const date& to) {
             const Life span{std::max(from, start_), to};
-            if (span.Start < span.Finish && to >= period.from())
-                amount += charge(total_, period, span, share_, calendar_);
+            if (span.Start < span.Finish && to >= period.from()) amount += charge_.in(period, span, share_, calendar_);
         };
-        const date expiry = chain_.expiry(BrksOrExp_, calendar_);
+        const date& expiry = end_of_first_(1, [&] { return chain_.expiry(BrksOrExp_, calendar_); });
         add(start_, expiry);
-        each_relet(here, expiry, walk_, period.to(),
+        each_relet(here, expiry, walk_, period.from(), period.to(),
                    [&](const Relet& relet, const date&) { add(relet.lease_start, relet.expiry); });
         return amount;
     }
 
   private:
-    const Total& total_;
+    Charge<Total> charge_;
     const ServiceChargeShare& share_;
     Basis basis_;
     LeaseCalendar calendar_;
@@ -80,6 +139,7 @@ class ChargeOfChain {
     date start_;
     View<date> BrksOrExp_;
     ChainEnd chain_;
+    Kept<date> end_of_first_;
     ReletWalk walk_;
 };
 
