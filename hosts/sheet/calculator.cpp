@@ -605,11 +605,21 @@ Value Calculator::call_single(const Builtin& builtin, Value* arguments, int coun
 // --- Functions of the library
 // -----------------------------------------------------------------------------------------
 
+namespace {
+
+/// Makes the cell of a number where it stays: one that is copied waits for its parts to be stored. False for any other
+/// value.
+inline bool put_number(OPER& cell, const Value& value) {
+    if (!value.is_number()) return false;
+    ::new (&cell) OPER(number_cell(value.number()));
+    return true;
+}
+
+} // namespace
+
 void Calculator::to_oper(OPER& cell, const Value& value) {
+    if (put_number(cell, value)) return;
     switch (value.type()) {
-    case Type::number:
-        ::new (&cell) OPER(number_cell(value.number())); // a copy would wait for its parts to be stored
-        return;
     case Type::boolean:
         cell = bool_cell(value.boolean());
         return;
@@ -638,7 +648,7 @@ void Calculator::to_oper(OPER& cell, const Value& value) {
                 const Value& item = value.cell(row, column);
                 if (item.is_many()) // cannot be
                     items[i] = nil_cell();
-                else
+                else if (!put_number(items[i], item))
                     to_oper(items[i], item);
             }
         cell = array_cell(items, static_cast<int>(value.rows()), static_cast<int>(value.columns()));
@@ -672,8 +682,9 @@ void Calculator::to_oper(OPER& cell, const Area& given) {
     static constexpr OPER nil = nil_cell();
     std::fill_n(items, cells, nil);
     book_.grid(area.sheet).visit(area, [&](std::uint32_t row, std::uint32_t column, Cell& found) {
-        to_oper(items[std::size_t{row - area.first_row} * area.columns() + column - area.first_column],
-                book_.read_cell(found));
+        OPER& item = items[std::size_t{row - area.first_row} * area.columns() + column - area.first_column];
+        const Value& value = book_.read_cell(found);
+        if (!put_number(item, value)) to_oper(item, value);
         return true;
     });
     cell = array_cell(items, static_cast<int>(area.rows()), static_cast<int>(area.columns()));
@@ -843,9 +854,11 @@ Value from_oper(const OPER& cell, const Workbook& book) {
         for (std::uint32_t row = 0; row < rows; ++row)
             for (std::uint32_t column = 0; column < columns; ++column) {
                 const OPER& item = cell.val.array.lparray[std::size_t{row} * columns + column];
-                if (item.type() !=
-                    xltypeMulti) // made in place of a blank, which holds nothing: a copy would wait for it
-                    ::new (&array.cell(row, column)) Value(from_oper(item, book));
+                Value* const blank = &array.cell(row, column); // which holds nothing, and makes room
+                if (item.type() == xltypeNum)
+                    ::new (blank) Value(number_or_error(item.val.num));
+                else if (item.type() != xltypeMulti)
+                    ::new (blank) Value(from_oper(item, book));
             }
         return array;
     }

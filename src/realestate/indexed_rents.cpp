@@ -257,7 +257,7 @@ double reviewed_rent(const Routine& here, const timeperiod& period, const Life& 
     if (!screen_accruals(here, period, life)) return 0.0;
     const IndexedLease<Index> lease{here, index, period, life, measure};
     const date first = index.first_from(life.Start);
-    const date FirstRev = check_first_review(here, first_review, life.Finish, rules.reviews.RevMos);
+    const date& FirstRev = check_first_review(here, first_review, life.Finish, rules.reviews.RevMos);
     double amount = 0.0;
     if (walk.precedes(period)) {
         amount = lease.amount(*walk.reviewed);

@@ -20,6 +20,8 @@ struct ReviewPeriod {
 
     /// True if a period asks for nothing before it.
     bool precedes(const timeperiod& period) const { return review > 0 && from <= period.from() && from < period.to(); }
+    /// True if a period asks for nothing after it, either.
+    bool holds(const timeperiod& period) const { return precedes(period) && period.to() < to; }
 };
 
 /// How the rent of a lease is reviewed.
@@ -42,7 +44,7 @@ struct Rules {
 };
 
 /// The first review as the walk uses it: none is at the end of the lease.
-date check_first_review(const Routine& here, const date& FirstRev, const date& expiry, int RevMos);
+const date& check_first_review(const Routine& here, const date& FirstRev, const date& expiry, int RevMos);
 /// Throws errlibmaxrevs, after a note, at the hundredth review of a lease.
 void check_number_of_reviews(const Routine& here, int n, const date& FirstRev, const date& to);
 

@@ -59,16 +59,7 @@ double rent_in(const timeperiod& period, const PlainLease& lease, const date& ex
     here.arguments("Time,RentStart,ExpOrBrk,FirstRev,InitRent,RevMos,RevDisc,DayCount,Periods,UOTog", period,
                    lease.RentStart, expiry, lease.FirstRev, lease.InitRent, rules.reviews.RevMos, rules.reviews.RevDisc,
                    measure.DayCount, measure.Periods, rules.UOTog);
-    if (!within_lease(here, period, lease.RentStart, expiry)) return here.returning(0.0);
-    const date FirstRev = check_first_review(here, lease.FirstRev, expiry, rules.reviews.RevMos);
-    if (period.to() < FirstRev) {
-        here.info("All of the timeperiod ", period, " is before the first review ", FirstRev);
-        return here.returning(con(period, {lease.RentStart, expiry}, lease.InitRent, measure));
-    }
-    here.info("Calculated using ConX with ComponentPart=true");
-    double amount = ConX(period, {lease.RentStart, std::min(FirstRev, expiry)}, lease.InitRent, measure, true);
-    const auto add = [&] {
-        if (walk.to <= period.from()) return;
+    const auto passing = [&] {
         const bool last = walk.to >= expiry;
         if (last)
             here.info("The end of the review period is past ExpOrBrk, ComponentPart is false, use normal DayCount as "
@@ -76,8 +67,20 @@ double rent_in(const timeperiod& period, const PlainLease& lease, const date& ex
         else
             here.info("The review period is in the core of the projection, ComponentPart is true, use adjustable "
                       "DayCount.");
-        amount +=
-            ConX(period, {std::max(walk.from, lease.RentStart), std::min(walk.to, expiry)}, walk.rent, measure, !last);
+        return ConX(period, {std::max(walk.from, lease.RentStart), std::min(walk.to, expiry)}, walk.rent, measure,
+                    !last);
+    };
+    if (walk.holds(period) && period.to() < expiry) return here.returning(passing());
+    if (!within_lease(here, period, lease.RentStart, expiry)) return here.returning(0.0);
+    const date& FirstRev = check_first_review(here, lease.FirstRev, expiry, rules.reviews.RevMos);
+    if (period.to() < FirstRev) {
+        here.info("All of the timeperiod ", period, " is before the first review ", FirstRev);
+        return here.returning(con(period, {lease.RentStart, expiry}, lease.InitRent, measure));
+    }
+    here.info("Calculated using ConX with ComponentPart=true");
+    double amount = ConX(period, {lease.RentStart, std::min(FirstRev, expiry)}, lease.InitRent, measure, true);
+    const auto add = [&] {
+        if (walk.to > period.from()) amount += passing();
     };
     if (walk.precedes(period)) {
         add();
@@ -327,7 +330,7 @@ bool screen_rent(const Routine& here, timeperiod& period, const date& start, con
     return true;
 }
 
-date check_first_review(const Routine& here, const date& FirstRev, const date& expiry, int RevMos) {
+const date& check_first_review(const Routine& here, const date& FirstRev, const date& expiry, int RevMos) {
     if (FirstRev.iszero()) {
         here.info("First Review (FirstRev) was zero, resetting it to the expiry (", expiry, ")");
         return first_review(here, expiry);
