@@ -14,6 +14,7 @@
 
 namespace qx {
 
+class ForecastRate;
 class GrownRate;
 
 /// Months between reviews: throws errlibmin, errlibmax outside 0 to 1000.
@@ -178,8 +179,8 @@ double ConRevGrowX(const timeperiod& Time, const Life& life, GrownRate& price, d
 /// The price is the forecast at Start, and from FirstRev on at each review.
 double ConRevFcst(const timeperiod& Time, const Life& life, const date& FirstRev, double AnnualRate,
                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis);
-double ConRevFcstX(const timeperiod& Time, const Life& life, const date& FirstRev, double AnnualRate,
-                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis, bool ComponentPart);
+double ConRevFcstX(const timeperiod& Time, const Life& life, ForecastRate& price, double AnnualRate, const Basis& basis,
+                   bool ComponentPart);
 /// Price and quantity both grow: between two reviews of the quantity, its amount at the average price. Reviews are at
 /// least a month apart. Throws errliboveriterated at 100 reviews in a period.
 double ConRevGrow2(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,

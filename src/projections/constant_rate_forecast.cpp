@@ -1,7 +1,9 @@
 #include "calendar/date_arithmetic.h"
 #include "calendar/reviews.h"
+#include "core/twin_run.h"
 #include "projections/constant_rate.h"
 #include "projections/forecast.h"
+#include "projections/forecast_rate.h"
 #include "projections/index_base.h"
 
 namespace qx {
@@ -69,25 +71,33 @@ timeperiod ReviewPeriodFcst(const date& TheDate, const date& FirstRev, int RevMo
     return here.returning(period);
 }
 
-double ConFcstMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double InitialAnnRate,
-                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis, bool ComponentPart) {
+timeperiod ForecastRate::review_period(const date& day, const date& FirstReview) {
+    if (traced() || day < asked_ || day >= known_.to()) {
+        known_ = ReviewPeriodFcst(day, FirstReview, RevMonthsOpt_, forecast_.start, forecast_.base, true);
+        asked_ = day;
+    }
+    return known_;
+}
+
+double ForecastRate::in(const timeperiod& Time, const Life& life, double InitialAnnRate, const Basis& basis,
+                        bool ComponentPart) {
     Routine here{"ConFcstMktX", Routine::internal};
     here.arguments(
         "Time,Start,Finish,FirstRev,InitialAnnRate,FcstVals,StartFcst,FcstBase,RevMonthsOpt,DayCount,Periods,"
         "ProjMode,ComponentPart",
-        Time, life.Start, life.Finish, FirstRev, InitialAnnRate, forecast.values, forecast.start, forecast.base,
-        RevMonthsOpt, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
-    check_forecast(here, basis, forecast, RevMonthsOpt);
+        Time, life.Start, life.Finish, FirstRev_, InitialAnnRate, forecast_.values, forecast_.start, forecast_.base,
+        RevMonthsOpt_, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
+    check_forecast(here, basis, forecast_, RevMonthsOpt_);
     timeperiod period = Time;
     if (!screen_period(here, period, life, basis)) return here.returning(0.0);
-    const date& FirstReview = first_review(here, FirstRev);
+    const date& FirstReview = qx::first_review(here, FirstRev_);
     const DayCountCodes codes = DayCountCodes::of(basis.DayCount);
     const PeriodCount periods(basis, codes);
     if (period.to() <= FirstReview) {
         here.info("Timeperiod precedes first review, return the result of 'Con'");
         return here.returning(ConX(period, life, InitialAnnRate, basis.accruals(), ComponentPart));
     }
-    if (RevMonthsOpt == 0) {
+    if (RevMonthsOpt_ == 0) {
         here.info("Special case of ReviewYears=0 - using 'Con' and 'SumFcstEven'");
         timeperiod rest{FirstReview, period.to()};
         rest.intersect(life.Start, life.Finish);
@@ -96,18 +106,18 @@ double ConFcstMktX(const timeperiod& Time, const Life& life, const date& FirstRe
         const double initial = ConX(period, {life.Start, std::min(life.Finish, FirstReview)}, InitialAnnRate,
                                     basis.under(stubbed ? codes.with_start() : basis.DayCount),
                                     life.Finish > FirstReview || ComponentPart);
-        return here.returning(initial + SumFcstX(rest.from(), rest.to(), forecast,
+        return here.returning(initial + SumFcstX(rest.from(), rest.to(), forecast_,
                                                  {stubbed ? codes.with_end() : basis.DayCount, basis.Periods},
                                                  stubbed || ComponentPart));
     }
     double sum = 0.0;
     date day = period.from();
     for (int n = 1; n <= most_reviews; ++n) {
-        timeperiod review = ReviewPeriodFcst(day, FirstReview, RevMonthsOpt, forecast.start, forecast.base, true);
+        timeperiod review = review_period(day, FirstReview);
         const TraceBlock pass = here.pass(n, "Review period ", review);
         day = review.to();
-        const bool initial = review.from().iszero() || review.from() < forecast.start;
-        const double rate = initial ? InitialAnnRate : fcst(review.from(), forecast);
+        const bool initial = review.from().iszero() || review.from() < forecast_.start;
+        const double rate = initial ? InitialAnnRate : fcst(review.from(), forecast_);
         review.intersect(period);
         const bool goes_on = periods(life.Start, day) >= 1;
         const bool core = goes_on && periods(day, life.Finish) >= 1;
@@ -117,11 +127,18 @@ double ConFcstMktX(const timeperiod& Time, const Life& life, const date& FirstRe
     return here.returning(sum);
 }
 
+double ConFcstMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double InitialAnnRate,
+                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis, bool ComponentPart) {
+    return ForecastRate{FirstRev, forecast, RevMonthsOpt}.in(Time, life, InitialAnnRate, basis, ComponentPart);
+}
+
 double ConFcstMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double InitialAnnRate,
                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis) {
     Routine here{"ConFcstMkt"};
     here.inputs(Time, life, FirstRev, InitialAnnRate, forecast, RevMonthsOpt, basis);
-    return here.returning(ConFcstMktX(Time, life, FirstRev, InitialAnnRate, forecast, RevMonthsOpt, basis, false));
+    ForecastRate rate{FirstRev, forecast, RevMonthsOpt};
+    return here.returning(over(
+        here, Time, [&](const timeperiod& period) { return rate.in(period, life, InitialAnnRate, basis, false); }));
 }
 
 double ConFcstGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double InitialAnnRate,

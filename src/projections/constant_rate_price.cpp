@@ -2,6 +2,7 @@
 #include "core/twin_run.h"
 #include "projections/constant_rate.h"
 #include "projections/forecast.h"
+#include "projections/forecast_rate.h"
 #include "projections/grown_rate.h"
 
 namespace qx {
@@ -111,21 +112,23 @@ double ConRevFcst(const timeperiod& Time, const Life& life, const date& FirstRev
                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis) {
     Routine here{"ConRevFcst"};
     here.inputs(Time, life, FirstRev, AnnualRate, forecast, RevMonthsOpt, basis);
-    return here.returning(ConRevFcstX(Time, life, FirstRev, AnnualRate, forecast, RevMonthsOpt, basis, false));
+    ForecastRate price{FirstRev, forecast, RevMonthsOpt};
+    return here.returning(over(here, Time, [&](const timeperiod& period) {
+        return ConRevFcstX(period, life, price, AnnualRate, basis, false);
+    }));
 }
 
-double ConRevFcstX(const timeperiod& Time, const Life& life, const date& FirstRev, double AnnualRate,
-                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis, bool ComponentPart) {
+double ConRevFcstX(const timeperiod& Time, const Life& life, ForecastRate& price, double AnnualRate, const Basis& basis,
+                   bool ComponentPart) {
+    const Forecast& forecast = price.forecast();
     Routine here{"ConRevFcstX", Routine::internal};
     here.arguments("Time,Start,Finish,FirstRev,AnnualRate,FcstVals,StartFcst,FcstBase,RevMonthsOpt,DayCount,Periods,"
                    "ProjMode,ComponentPart",
-                   Time, life.Start, life.Finish, FirstRev, AnnualRate, forecast.values, forecast.start, forecast.base,
-                   RevMonthsOpt, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
-    check_forecast(here, basis, forecast, RevMonthsOpt);
+                   Time, life.Start, life.Finish, price.first_review(), AnnualRate, forecast.values, forecast.start,
+                   forecast.base, price.review_months(), basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
+    check_forecast(here, basis, forecast, price.review_months());
     if (forecast.none() || !screen_accruals(here, Time, life)) return here.returning(0.0);
-    return here.returning(
-        ConFcstMktX(Time, life, FirstRev, fcst(life.Start, forecast), forecast, RevMonthsOpt, basis, ComponentPart) *
-        AnnualRate);
+    return here.returning(price.in(Time, life, fcst(life.Start, forecast), basis, ComponentPart) * AnnualRate);
 }
 
 double ConRevGrow2(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,

@@ -1,6 +1,7 @@
 #include "projections/stepped_rate.h"
 
 #include "projections/forecast.h"
+#include "projections/forecast_rate.h"
 #include "projections/grown_rate.h"
 
 namespace qx {
@@ -66,11 +67,10 @@ double sum_revenue(const Routine& here, const timeperiod& Time, const Steps& ste
 
 template <class Steps>
 double sum_revenue(const Routine& here, const timeperiod& Time, const Steps& steps, View<double> AnnualRates,
-                   const date& FirstRev, const Forecast& forecast, int RevMonthsOpt, const Basis& basis) {
+                   ForecastRate& price, const Basis& basis) {
     return sum_stream(here, Time, steps, basis,
                       [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
-                          return ConRevFcstX(period, step, FirstRev, AnnualRates.single_or(n), forecast, RevMonthsOpt,
-                                             stub, ComponentPart);
+                          return ConRevFcstX(period, step, price, AnnualRates.single_or(n), stub, ComponentPart);
                       });
 }
 
@@ -381,7 +381,8 @@ double StepRevFcst(const timeperiod& Time, const date& end, const date& FirstRev
     check_forecast(here, basis, forecast, RevMonthsOpt);
     Steps steps{end, dates};
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
-    return here.returning(sum_revenue(here, Time, steps, AnnualRates, FirstRev, forecast, RevMonthsOpt, basis));
+    ForecastRate price{FirstRev, forecast, RevMonthsOpt};
+    return here.returning(sum_revenue(here, Time, steps, AnnualRates, price, basis));
 }
 
 double FStepRevSF(const timeperiod& Time, const Life& overall, const SteppedRates& prices,
@@ -414,18 +415,18 @@ double FStepRevGrowSF(const timeperiod& Time, const Life& overall, GrownRate& pr
     return here.returning(sum_revenue(here, Time, StepsWithin<FromSteps>{steps, overall}, AnnualRates, price, basis));
 }
 
-double FStepRevFcstSF(const timeperiod& Time, const Life& overall, const date& FirstRev, View<date> FromDates,
-                      View<double> AnnualRates, const Forecast& forecast, int RevMonthsOpt, const Basis& basis) {
+double FStepRevFcstSF(const timeperiod& Time, const Life& overall, ForecastRate& price, View<date> FromDates,
+                      View<double> AnnualRates, const Basis& basis) {
+    const Forecast& forecast = price.forecast();
     Routine here{"FStepRevFcstSF", Routine::internal};
     here.arguments("Time,Start,Finish,FirstRev,FromDates,AnnualRates,FcstVals,StartFcst,FcstBase,RevMonthsOpt,DayCount,"
                    "Periods,ProjMode",
-                   Time, overall.Start, overall.Finish, FirstRev, FromDates, AnnualRates, forecast.values,
-                   forecast.start, forecast.base, RevMonthsOpt, basis.DayCount, basis.Periods, basis.ProjMode);
-    check_forecast(here, basis, forecast, RevMonthsOpt);
+                   Time, overall.Start, overall.Finish, price.first_review(), FromDates, AnnualRates, forecast.values,
+                   forecast.start, forecast.base, price.review_months(), basis.DayCount, basis.Periods, basis.ProjMode);
+    check_forecast(here, basis, forecast, price.review_months());
     const FromSteps steps{overall.Finish, FromDates};
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
-    return here.returning(sum_revenue(here, Time, StepsWithin<FromSteps>{steps, overall}, AnnualRates, FirstRev,
-                                      forecast, RevMonthsOpt, basis));
+    return here.returning(sum_revenue(here, Time, StepsWithin<FromSteps>{steps, overall}, AnnualRates, price, basis));
 }
 
 template <class Steps>

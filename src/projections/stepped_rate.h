@@ -114,8 +114,8 @@ double FStepRevSF(const timeperiod& Time, const Life& overall, const SteppedRate
                   const SteppedRates& quantities, Kept<SteppedRevenue<FromSteps>>& revenue, const Basis& basis);
 double FStepRevGrowSF(const timeperiod& Time, const Life& overall, GrownRate& price, View<date> FromDates,
                       View<double> AnnualRates, const Basis& basis);
-double FStepRevFcstSF(const timeperiod& Time, const Life& overall, const date& FirstRev, View<date> FromDates,
-                      View<double> AnnualRates, const Forecast& forecast, int RevMonthsOpt, const Basis& basis);
+double FStepRevFcstSF(const timeperiod& Time, const Life& overall, ForecastRate& price, View<date> FromDates,
+                      View<double> AnnualRates, const Basis& basis);
 /// StepThenGrow as revenue: steps of quantity as given and then growing (ConRevGrow2), at a price that grows
 /// throughout.
 template <class Steps>

@@ -1,5 +1,6 @@
 #include "realestate/service_charges.h"
 
+#include "projections/forecast_rate.h"
 #include "projections/grown_rate.h"
 #include "projections/stepped_rate.h"
 
@@ -49,17 +50,21 @@ class Charge<GrowingServiceCharge> {
 template <>
 class Charge<ForecastServiceCharge> {
   public:
-    Charge(const Routine& here, const ForecastServiceCharge& total) : total_(total), first_review_(here, 1) {}
+    Charge(const Routine& here, const ForecastServiceCharge& total)
+        : total_(total), first_review_(here, 1), price_(here, 1) {}
     double in(const timeperiod& period, const Life& span, const ServiceChargeShare& share,
               const LeaseCalendar& calendar) {
         const date& first_review = first_review_(1, [&] { return calendar.rounded(total_.FirstSCRevDate); });
-        return FStepRevFcstSF(period, span, first_review, share.SCFromDates, share.SCPercentages, total_.forecast,
-                              total_.SCRevMonths, calendar.measure);
+        ForecastRate& price = price_(1, [&] {
+            return ForecastRate{first_review, total_.forecast, total_.SCRevMonths};
+        });
+        return FStepRevFcstSF(period, span, price, share.SCFromDates, share.SCPercentages, calendar.measure);
     }
 
   private:
     const ForecastServiceCharge& total_;
     Kept<date> first_review_;
+    Kept<ForecastRate> price_;
 };
 
 template <>
