@@ -10,7 +10,7 @@ namespace qx {
 
 namespace {
 
-constexpr int year_of_months = 12, years_between_revaluations = 5, months_of_antecedence = 24;
+constexpr int year_of_months = 12, years_between_revaluations = 5, years_of_antecedence = 2;
 constexpr int first_year = 1990, last_published_year = 2004;
 
 /// The multipliers of the years from 1 April of `first_year` on.
@@ -18,22 +18,20 @@ constexpr double published_multipliers[] = {0.348, 0.386, 0.402, 0.416, 0.423, 0
                                             0.474, 0.489, 0.416, 0.43,  0.437, 0.444, 0.456, 0.415};
 static_assert(std::size(published_multipliers) > last_published_year - first_year);
 
-/// 1 April of a year, when a rate year begins.
-date rate_year(int year) { return {year, 4, 1}; }
+/// The beginning of a rate year: 1 April.
+date start_of(int year) { return {year, 4, 1}; }
 /// The rate year that a date lies in.
-date rate_year_of(const date& day) { return day.prevanniversary(4, 1, false); }
-/// The revaluation that holds on a date: the last one of those every five years from the first rate year on.
-date revaluation_at(const date& day) {
-    const int year = rate_year_of(day).year();
-    return rate_year(year - (year - first_year) % years_between_revaluations);
-}
+int rate_year(const date& day) { return day.month() < 4 ? day.year() - 1 : day.year(); }
+/// The year of the revaluation that holds in a rate year: the last one of those every five years from the first on.
+int revaluation_in(int year) { return year - (year - first_year) % years_between_revaluations; }
 
 bool ten_instalments(const Basis& basis) { return basis.Periods.size() == 10; }
 
-double multiplier(const date& year, const date& revaluation, double RatesMultiplier, const Inflation& inflation,
+double multiplier(int year, int revaluation, double RatesMultiplier, const Inflation& inflation,
                   const AnnualSequence& Periods) {
-    if (year.year() <= last_published_year) return published_multipliers[year.year() - first_year];
-    return GrowFromTo(revaluation, year, RatesMultiplier, inflation.growth(), growth_exponential, 0, {0.0, Periods});
+    if (year <= last_published_year) return published_multipliers[year - first_year];
+    return GrowFromTo(start_of(revaluation), start_of(year), RatesMultiplier, inflation.growth(), growth_exponential, 0,
+                      {0.0, Periods});
 }
 
 /// The rates of a routine: what is due in its periods for what lies between two dates.
@@ -53,33 +51,34 @@ class Rates {
             here_.info("Finish less than or equal to Start, nothing returned.");
             return 0.0;
         }
-        static const date first = rate_year(first_year);
+        static const date first = start_of(first_year);
         if (Time.from() < first) here_.fail<errtimerange>("Time", "There are no rates before ", first);
         if (Time.to() > Time.from().plusmonths(year_of_months, true))
             here_.fail<errliblargebase>("Base", "The period ", Time, " is longer than ", year_of_months, " months");
-        const date later = rate_year_of(Time.to());
-        return of_year(Time, rate_year(later.year() - 1), revaluation_at(Time.from()), life) +
-               of_year(Time, later, revaluation_at(Time.to()), life);
+        const int later = rate_year(Time.to());
+        return of_year(Time, later - 1, revaluation_in(rate_year(Time.from())), life) +
+               of_year(Time, later, revaluation_in(later), life);
     }
 
   private:
     static constexpr int most_years = 200; ///< those after them are worked out for each period
 
     /// What a year costs that is rated by a revaluation, that of the year or the next one.
-    double annual(const date& year, const date& revaluation) {
-        return annual_(2 * (year.year() - first_year) + (revaluation <= year ? 1 : 2), [&] {
-            const double value = rates_.value.at(revaluation.plusmonths(-months_of_antecedence, true));
+    double annual(int year, int revaluation) {
+        return annual_(2 * (year - first_year) + (revaluation <= year ? 1 : 2), [&] {
+            const double value = rates_.value.at(start_of(revaluation - years_of_antecedence));
             const double factor =
                 multiplier(year, revaluation, rates_.RatesMultiplier, rates_.inflation, basis_.Periods);
-            here_.info("Rate year from ", year, ": rateable value ", value, ", multiplier ", factor);
+            here_.info("Rate year from ", start_of(year), ": rateable value ", value, ", multiplier ", factor);
             return value * factor;
         });
     }
     /// The rates in a period for one rate year of what lies between two dates.
-    double of_year(const timeperiod& Time, const date& year, const date& revaluation, const Life& life) {
-        const timeperiod whole(year, rate_year(year.year() + 1));
+    double of_year(const timeperiod& Time, int year, int revaluation, const Life& life) {
+        if (year < first_year) return 0.0;
+        const timeperiod whole(start_of(year), start_of(year + 1));
         const Life liable = life.within(whole.from(), whole.to());
-        if (year.year() < first_year || liable.Finish <= liable.Start) return 0.0;
+        if (liable.Finish <= liable.Start) return 0.0;
         const double due = annual(year, revaluation);
 
         const Basis accruals{basis_.DayCount, ten_instalments(basis_) ? any_measure().Periods : basis_.Periods, 0.0};
@@ -89,7 +88,7 @@ class Rates {
         const bool broken = whole.contains(settled);
         if (!ten_instalments(basis_) || !broken || !Time.contains(settled)) return cash;
         // Payments in arrears or late fall into the year after.
-        const timeperiod paid(whole.from(), rate_year(year.year() + 2));
+        const timeperiod paid(whole.from(), start_of(year + 2));
         const double balance = con(whole, liable, due, accruals) - con(paid, liable, due, basis_);
         here_.info("The rate year is settled with ", balance);
         return cash + balance;
