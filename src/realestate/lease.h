@@ -77,6 +77,8 @@ class ReletWalk {
     ReletWalk(const Routine& here, const Relets& relets, int RevMos, const LeaseCalendar& calendar, const date& limit)
         : relets_(relets), RevMos_(RevMos), calendar_(calendar), limit_(limit), found_(here, Relets::most) {}
 
+    /// True if the first lease is known to end before a date, and so to have nothing from then on.
+    bool first_is_past(const date& from) const { return past_ > 0 && from.dtn() >= past_by_; }
     /// Visits the relets that follow an expiry up to `until`, each with the expiry before it, until a visit returns
     /// false. Those that end before `from` may be skipped. The first expiry must be the same in each call.
     template <class Visit>

@@ -102,7 +102,7 @@ double follow_chain(const Routine& here, const timeperiod& Time, const date& Ren
             if (period.to() < period.from()) return 0.0;
             const date& expiry = end_of_first(
                 1, [&] { return calendar.rounded(lease_end(here, chain.BrksOrExp, chain.Brk, chain.AbFin)); });
-            double amount = first(period, expiry);
+            double amount = walk.first_is_past(period.from()) ? 0.0 : first(period, expiry);
             walk(expiry, period.from(), period.to(), [&](const Relet& relet, const date&) {
                 if (relet.rent_start > period.to() || relet.rent_start >= limit) return false;
                 if (relet.expiry < period.from()) return true;
