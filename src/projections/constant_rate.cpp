@@ -1,6 +1,7 @@
 #include "projections/constant_rate.h"
 
 #include "calendar/date_arithmetic.h"
+#include "projections/growth.h"
 #include "projections/periodic.h"
 
 #include "calendar/seasons.h"
@@ -201,10 +202,11 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
     here.inputs(Time, life, AbsFinish, AnnualRates, growth, RevMos, Periodicity, basis);
     basis.check(here);
     check_reviews(here, RevMos, "RevMos");
+    GrowthWalk walk(growth);
     return here.returning(sum_streams(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
                                       [&](const Life& piece, double AnnualRate) {
                                           growth.check(here);
-                                          return con_grow(Time, piece, AnnualRate, growth, RevMos, basis);
+                                          return con_grow(Time, piece, AnnualRate, walk, RevMos, basis);
                                       }));
 }
 

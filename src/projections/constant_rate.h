@@ -14,6 +14,8 @@
 
 namespace qx {
 
+class GrowthWalk;
+
 /// Months between reviews: throws errlibmin, errlibmax outside 0 to 1000.
 void check_reviews(Routine& here, int RevMonths, const char* name = "RevMonthsOpt");
 /// All limits of a stream that is reviewed to a forecast.
@@ -95,6 +97,10 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
 double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                    double InitialAnnRate, const Growth& growth, const date& GrowthBaseDate, int RevMonthsOpt,
                    const Basis& basis, bool ComponentPart, int GrowthLag);
+/// The same without a lag, under the growth of a walk that starts on GrowthBaseDate (anywhere if nothing grows).
+double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
+                   double InitialAnnRate, GrowthWalk& walk, const date& GrowthBaseDate, int RevMonthsOpt,
+                   const Basis& basis, bool ComponentPart);
 /// The same with the market rate as at the first growth date. A section of no growth is at the rate that it starts
 /// with.
 double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
@@ -105,6 +111,9 @@ double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, 
 
 /// The amount of a stream whose rate grows from the first growth date on, in steps every RevMonthsOpt months.
 double con_grow(const timeperiod& Time, const Life& life, double AnnualRate, const Growth& growth, int RevMonthsOpt,
+                const Basis& basis);
+/// The same under the growth of a walk from the first growth date.
+double con_grow(const timeperiod& Time, const Life& life, double AnnualRate, GrowthWalk& walk, int RevMonthsOpt,
                 const Basis& basis);
 double ConGrow(const timeperiod& Time, const Streams& streams, const Growth& growth, int RevMonthsOpt,
                const Basis& basis);
@@ -172,7 +181,7 @@ double ConRev(const timeperiod& Time, const Life& life, double MktPrice, double 
 double ConRevGrow(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,
                   const Growth& growth, int RevMonthsOpt, const Basis& basis);
 double ConRevGrowX(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,
-                   const Growth& growth, int RevMonthsOpt, const Basis& basis, bool ComponentPart);
+                   GrowthWalk& walk, int RevMonthsOpt, const Basis& basis, bool ComponentPart);
 /// The price is the forecast at Start, and from FirstRev on at each review.
 double ConRevFcst(const timeperiod& Time, const Life& life, const date& FirstRev, double AnnualRate,
                   const Forecast& forecast, int RevMonthsOpt, const Basis& basis);

@@ -25,10 +25,11 @@ double grown_months(double T, double g, double S, double F) {
     return S / 12.0 * ((gn - 1.0) / gstep + gn * (steps - n)) + F / 12.0;
 }
 
-/// ConGrowMktX without a lag, under the growth of a walk that starts on GrowthBaseDate (anywhere if nothing grows).
-double con_grow_mkt(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
-                    double InitialAnnRate, GrowthWalk& walk, const date& GrowthBaseDate, int RevMonthsOpt,
-                    const Basis& basis, bool ComponentPart) {
+} // namespace
+
+double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
+                   double InitialAnnRate, GrowthWalk& walk, const date& GrowthBaseDate, int RevMonthsOpt,
+                   const Basis& basis, bool ComponentPart) {
     constexpr int GrowthLag = 0;
     const Growth& growth = walk.growth();
     Routine here{"ConGrowMktX", Routine::internal};
@@ -75,7 +76,14 @@ double con_grow_mkt(const timeperiod& Time, const Life& life, const date& FirstR
     const int maxn = growth.dates.size();
     double market = MktAnnRate;
     const date* base = &GrowthBaseDate;
-    for (int n = 1; n <= maxn; ++n) {
+    const Measure measure{basis.DayCount, basis.Periods};
+    const date& pays_from = std::max(std::max(life.Start, FirstReview), period.from());
+    int first = 1;
+    if (!traced()) { // sections that end before it pays do nothing but let the market rate compound
+        first = walk.section_at(pays_from);
+        market = walk.through(1, first - 2, market, measure);
+    }
+    for (int n = first; n <= maxn; ++n) {
         const date& grows_from = growth.dates(n);
         const TraceBlock pass = here.pass(n, "Growth from ", grows_from);
         if (grows_from > period.to()) {
@@ -84,19 +92,19 @@ double con_grow_mkt(const timeperiod& Time, const Life& life, const date& FirstR
         }
         // The market rate compounds from section to section, each time from the one before.
         const bool compounds = n > 1 && grows_from > GrowthBaseDate;
-        if (compounds) market = walk.through(n - 1, market);
+        if (compounds) market = walk.through(n - 1, n - 1, market, measure);
         base = &std::max(GrowthBaseDate, grows_from);
 
         const date& next = n < maxn ? growth.dates(n + 1) : DateCrit;
         const date& to = std::min(next, std::min(period.to(), life.Finish));
-        const date& from = std::max(std::max(life.Start, FirstReview), std::max(period.from(), grows_from));
+        const date& from = std::max(pays_from, grows_from);
         if (to <= from) continue;
         const date next_rev =
             FirstReview >= grows_from ? FirstReview : next_review(grows_from, FirstReview, RevMonthsOpt, false).when;
         double passing = InitialAnnRate;
         if (compounds) {
             const date last_rev = last_review(grows_from, FirstReview, RevMonthsOpt, false).when;
-            passing = walk.to(last_rev.iszero() ? next_rev : last_rev, MktAnnRate);
+            passing = walk.to(last_rev.iszero() ? next_rev : last_rev, MktAnnRate, measure);
         }
         const bool goes_on = periods(to, life.Finish) >= 1;
         const double day_count = !goes_on                       ? codes.with_end()
@@ -108,16 +116,17 @@ double con_grow_mkt(const timeperiod& Time, const Life& life, const date& FirstR
     return here.returning(amount);
 }
 
-/// con_grow, under the growth of a walk from the first growth date.
 double con_grow(const timeperiod& Time, const Life& life, double AnnualRate, GrowthWalk& walk, int RevMonthsOpt,
                 const Basis& basis) {
     const date& from = walk.growth().first_or(life.Start);
-    return con_grow_mkt(Time, life, from, AnnualRate, AnnualRate, walk, from, RevMonthsOpt, basis, false);
+    return ConGrowMktX(Time, life, from, AnnualRate, AnnualRate, walk, from, RevMonthsOpt, basis, false);
 }
+
+namespace {
 
 double con_grow_streams(Routine& here, const timeperiod& Time, const Streams& streams, const Growth& growth,
                         int RevMonths, const Basis& basis) {
-    GrowthWalk walk(growth, {basis.DayCount, basis.Periods});
+    GrowthWalk walk(growth);
     return over(here, Time, [&](const timeperiod& period) {
         if (!runs_forward(here, period)) return 0.0;
         return streams.sum(here, [&](const Life& life, double AnnualRate) {
@@ -131,11 +140,10 @@ double con_grow_streams(Routine& here, const timeperiod& Time, const Streams& st
 double ConGrowMktX(const timeperiod& Time, const Life& life, const date& FirstRev, double MktAnnRate,
                    double InitialAnnRate, const Growth& growth, const date& GrowthBaseDate, int RevMonthsOpt,
                    const Basis& basis, bool ComponentPart, int GrowthLag) {
-    const Measure measure{basis.DayCount, basis.Periods};
     const auto amount_under = [&](const Growth& of_market) {
-        GrowthWalk walk(GrowthBaseDate, of_market, measure);
-        return con_grow_mkt(Time, life, FirstRev, MktAnnRate, InitialAnnRate, walk, GrowthBaseDate, RevMonthsOpt, basis,
-                            ComponentPart);
+        GrowthWalk walk(GrowthBaseDate, of_market);
+        return ConGrowMktX(Time, life, FirstRev, MktAnnRate, InitialAnnRate, walk, GrowthBaseDate, RevMonthsOpt, basis,
+                           ComponentPart);
     };
     if (GrowthLag == 0) return amount_under(growth);
     WorkList<date> later;
@@ -151,9 +159,9 @@ double ConGrowMkt(const timeperiod& Time, const Life& life, const date& FirstRev
     check_reviews(here, RevMonthsOpt);
     growth.check(here);
     const date& base = growth.first_or(life.Start);
-    GrowthWalk walk(base, growth, {basis.DayCount, basis.Periods});
+    GrowthWalk walk(base, growth);
     return here.returning(over(here, Time, [&](const timeperiod& period) {
-        return con_grow_mkt(period, life, FirstRev, MktAnnRate, InitialAnnRate, walk, base, RevMonthsOpt, basis, false);
+        return ConGrowMktX(period, life, FirstRev, MktAnnRate, InitialAnnRate, walk, base, RevMonthsOpt, basis, false);
     }));
 }
 
@@ -174,7 +182,7 @@ double ConGrowMktQ(const timeperiod& Time, const Life& life, double MktAnnRate, 
 
 double con_grow(const timeperiod& Time, const Life& life, double AnnualRate, const Growth& growth, int RevMonthsOpt,
                 const Basis& basis) {
-    GrowthWalk walk(growth, {basis.DayCount, basis.Periods});
+    GrowthWalk walk(growth);
     return con_grow(Time, life, AnnualRate, walk, RevMonthsOpt, basis);
 }
 

@@ -15,7 +15,7 @@ int at_least_monthly(const Routine& here, int RevMonths, const char* name) {
 }
 
 /// The average over a period of a price that grows.
-double average_price(const timeperiod& period, double price, const Growth& growth, int RevMonths, const Basis& basis) {
+double average_price(const timeperiod& period, double price, GrowthWalk& growth, int RevMonths, const Basis& basis) {
     return safe_divide(con_grow(period, {period.from(), period.to()}, price, growth, RevMonths, basis),
                        period.lenyrs(period.from(), period.to(), basis.DayCount, basis.Periods));
 }
@@ -83,11 +83,13 @@ double ConRevGrow(const timeperiod& Time, const Life& life, double MktPrice, con
                   const Growth& growth, int RevMonthsOpt, const Basis& basis) {
     Routine here{"ConRevGrow"};
     here.inputs(Time, life, MktPrice, FirstRev, AnnualRate, growth, RevMonthsOpt, basis);
-    return here.returning(ConRevGrowX(Time, life, MktPrice, FirstRev, AnnualRate, growth, RevMonthsOpt, basis, false));
+    GrowthWalk walk(growth);
+    return here.returning(ConRevGrowX(Time, life, MktPrice, FirstRev, AnnualRate, walk, RevMonthsOpt, basis, false));
 }
 
 double ConRevGrowX(const timeperiod& Time, const Life& life, double MktPrice, const date& FirstRev, double AnnualRate,
-                   const Growth& growth, int RevMonthsOpt, const Basis& basis, bool ComponentPart) {
+                   GrowthWalk& walk, int RevMonthsOpt, const Basis& basis, bool ComponentPart) {
+    const Growth& growth = walk.growth();
     Routine here{"ConRevGrowX", Routine::internal};
     here.arguments(
         "Time,Start,Finish,MktPrice,FirstRev,AnnualRate,GrowthDates,GrowthRates,RevMonthsOpt,DayCount,Periods,"
@@ -98,8 +100,8 @@ double ConRevGrowX(const timeperiod& Time, const Life& life, double MktPrice, co
     check_reviews(here, RevMonthsOpt);
     growth.check(here);
     if (!screen_accruals(here, Time, life)) return here.returning(0.0);
-    return here.returning(ConGrowMktX(Time, life, FirstRev, MktPrice, MktPrice, growth, growth.first_or(life.Start),
-                                      RevMonthsOpt, basis, ComponentPart, 0) *
+    return here.returning(ConGrowMktX(Time, life, FirstRev, MktPrice, MktPrice, walk, growth.first_or(life.Start),
+                                      RevMonthsOpt, basis, ComponentPart) *
                           AnnualRate);
 }
 
@@ -155,6 +157,7 @@ double ConRevGrow2X(const timeperiod& Time, const Life& life, double MktPrice, c
     const int rate_months = at_least_monthly(here, RevMonthsAnnRateOpt, "RevMonthsAnnRateOpt");
     const date& anchor = rate_growth.first_or(life.Start);
     double revenue = 0.0;
+    GrowthWalk price_walk(growth), rate_walk(anchor, rate_growth);
     int rounds = 0;
     for (date start = period.from(); rounds < most_rounds; ++rounds) {
         const date end = std::min(review_after(start, anchor, rate_months), period.to());
@@ -165,10 +168,10 @@ double ConRevGrow2X(const timeperiod& Time, const Life& life, double MktPrice, c
         }
         const timeperiod between{start, end};
         const Basis stub = basis.under(ChooseRightDC(basis.DayCount, life.Start, life.Finish, between));
-        const double amount = ConGrowMktX(between, life, FirstRev, AnnualRate, AnnualRate, rate_growth, anchor,
-                                          rate_months, stub, ComponentPart, 0);
+        const double amount = ConGrowMktX(between, life, FirstRev, AnnualRate, AnnualRate, rate_walk, anchor,
+                                          rate_months, stub, ComponentPart);
         if (!iszero(amount))
-            revenue += average_price(between, MktPrice, growth, price_months, basis.accruals()) * amount;
+            revenue += average_price(between, MktPrice, price_walk, price_months, basis.accruals()) * amount;
         start = end;
     }
     if (rounds >= most_rounds) here.fail<errliboveriterated>("", "Iterated over too many Timeperiods in ConRevGrow2");

@@ -83,18 +83,29 @@ void GrowthWalk::reach(int n) {
     }
 }
 
-double GrowthWalk::through(int n, double amount) {
-    const date& next = growth_.dates(n + 1);
-    if (traced())
-        return GrowFromTo(std::max(from_, growth_.dates(n)), next, amount,
-                          {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure_);
-    if (iszero(amount)) return 0.0;
-    reach(n);
-    return sections_->growth(n) * amount;
+int GrowthWalk::section_at(const date& day) const {
+    const View<date>& dates = growth_.dates;
+    return std::max(1, static_cast<int>(std::upper_bound(dates.begin(), dates.end(), day) - dates.begin()));
 }
 
-double GrowthWalk::to(const date& Date2, double StartingValue) {
-    if (traced()) return GrowFromTo(from_, Date2, StartingValue, growth_, growth_exponential, 0, measure_);
+double GrowthWalk::through(int first, int last, double amount, const Measure& measure) {
+    constexpr int sections_a_step = 16;
+    if (!traced()) {
+        reach(last);
+        steps_left -= std::max(0, last - first) / sections_a_step;
+    }
+    for (int n = first; n <= last; ++n) {
+        if (traced())
+            amount = GrowFromTo(std::max(from_, growth_.dates(n)), growth_.dates(n + 1), amount,
+                                {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure);
+        else
+            amount = iszero(amount) ? 0.0 : sections_->growth(n) * amount;
+    }
+    return amount;
+}
+
+double GrowthWalk::to(const date& Date2, double StartingValue, const Measure& measure) {
+    if (traced()) return GrowFromTo(from_, Date2, StartingValue, growth_, growth_exponential, 0, measure);
     if (iszero(StartingValue)) return 0.0;
     const int maxn = growth_.count();
     if (maxn == 0 || Date2 <= growth_.dates.first()) return StartingValue;

@@ -63,19 +63,20 @@ double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const 
               const Measure& measure);
 
 /// Exponential growth without reviews from one date to others: what GrowFromTo returns for each, bit for bit, with the
-/// growth of each section worked out once. The trace shows the calls of GrowFromTo instead.
+/// growth of each section worked out once. The trace shows the calls of GrowFromTo instead, with their measure.
 class GrowthWalk {
   public:
-    GrowthWalk(const date& Date1, const Growth& growth, const Measure& measure)
-        : from_(Date1), growth_(growth), measure_(measure) {}
+    GrowthWalk(const date& Date1, const Growth& growth) : from_(Date1), growth_(growth) {}
     /// From the first growth date.
-    GrowthWalk(const Growth& growth, const Measure& measure) : GrowthWalk(growth.first_or(DateCrit), growth, measure) {}
+    explicit GrowthWalk(const Growth& growth) : GrowthWalk(growth.first_or(DateCrit), growth) {}
 
     const Growth& growth() const { return growth_; }
     /// An amount grown to a date.
-    double to(const date& Date2, double StartingValue);
-    /// An amount grown through section n, which must not be the last.
-    double through(int n, double amount);
+    double to(const date& Date2, double StartingValue, const Measure& measure);
+    /// The section in which a date lies, the first for one before them all.
+    int section_at(const date& day) const;
+    /// An amount grown through the sections from `first` to `last`, which must not be the last of all.
+    double through(int first, int last, double amount, const Measure& measure);
 
   private:
     /// Works out the growth of the sections up to n, which must not be the last.
@@ -85,7 +86,6 @@ class GrowthWalk {
 
     const date& from_;
     const Growth& growth_;
-    const Measure measure_;
     /// The growth of each section, and the product of those up to it and its own.
     struct Sections {
         WorkList<double> growth, factors;
@@ -96,10 +96,11 @@ class GrowthWalk {
 /// Grow without reviews at many dates.
 class GrownAmounts {
   public:
-    explicit GrownAmounts(const Growth& growth) : walk_(growth, any_measure()) {}
+    explicit GrownAmounts(const Growth& growth) : walk_(growth) {}
     double operator()(const date& TheDate, double StartingValue) {
         const Growth& growth = walk_.growth();
-        return traced() || growth.none() ? Grow(TheDate, StartingValue, growth, 0) : walk_.to(TheDate, StartingValue);
+        return traced() || growth.none() ? Grow(TheDate, StartingValue, growth, 0)
+                                         : walk_.to(TheDate, StartingValue, any_measure());
     }
 
   private:

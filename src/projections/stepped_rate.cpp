@@ -59,9 +59,10 @@ double sum_given(const Routine& here, const timeperiod& Time, const Steps& steps
 template <class Steps>
 double sum_revenue(const Routine& here, const timeperiod& Time, const Steps& steps, View<double> AnnualRates,
                    double MktPrice, const date& FirstRev, const Growth& growth, int RevMonthsOpt, const Basis& basis) {
+    GrowthWalk walk(growth);
     return sum_stream(here, Time, steps, basis,
                       [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
-                          return ConRevGrowX(period, step, MktPrice, FirstRev, AnnualRates.single_or(n), growth,
+                          return ConRevGrowX(period, step, MktPrice, FirstRev, AnnualRates.single_or(n), walk,
                                              RevMonthsOpt, stub, ComponentPart);
                       });
 }
@@ -246,11 +247,12 @@ double StepGrowX(const timeperiod& Time, const Steps& given, View<double> Annual
     if (!runs_forward(here, Time) || !has_steps(here, steps, AnnualRates)) return here.returning(0.0);
     const Life whole = steps.extent();
     const date& anchor = growth.first_or(whole.Start);
+    GrowthWalk walk(anchor, growth);
     return here.returning(sum_stream(
         here, Time, steps, basis,
         [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
             const double rate = AnnualRates.single_or(n);
-            return ConGrowMktX(period, step, anchor, rate, rate, growth, anchor, RevMonthsOpt, stub, ComponentPart, 0);
+            return ConGrowMktX(period, step, anchor, rate, rate, walk, anchor, RevMonthsOpt, stub, ComponentPart);
         }));
 }
 
@@ -286,12 +288,13 @@ double StepThenGrow(const timeperiod& Time, const Steps& steps, View<double> Ann
     const auto& all = then_steps(steps);
     const int maxn = all.count();
     if (maxn == 0) return here.returning(0.0);
+    GrowthWalk walk(growth);
     return here.returning(
         sum_stream(here, Time, all, basis,
                    [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
                        if (n < maxn) return ConX(period, step, AnnualRates.single_or(n), stub, ComponentPart);
                        const double last_rate = AnnualRates.single_or(std::max(steps.count(), 1));
-                       return con_grow(period, step, last_rate, growth, RevMonthsOpt, stub);
+                       return con_grow(period, step, last_rate, walk, RevMonthsOpt, stub);
                    }));
 }
 
@@ -444,12 +447,13 @@ double StepThenGrowRev(const timeperiod& Time, const date& end, double MktPrice,
     const auto& all = then_steps(steps);
     const int maxn = all.count();
     if (!runs_forward(here, Time) || maxn == 0 || AnnualRates.empty()) return here.returning(0.0);
+    GrowthWalk walk(growth);
     return here.returning(sum_stream(
         here, Time, all, basis,
         [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
             if (n < maxn)
-                return ConRevGrowX(period, step, MktPrice, growth.first_or(step.Start), AnnualRates.single_or(n),
-                                   growth, std::max(RevMonthsOpt, 1), stub, ComponentPart);
+                return ConRevGrowX(period, step, MktPrice, growth.first_or(step.Start), AnnualRates.single_or(n), walk,
+                                   std::max(RevMonthsOpt, 1), stub, ComponentPart);
             return ConRevGrow2X(period, step, MktPrice, rate_growth.first_or(step.Start),
                                 AnnualRates.single_or(std::max(steps.count(), 1)), growth, rate_growth, RevMonthsOpt,
                                 RevMonthsAnnRateOpt, stub, ComponentPart);
