@@ -72,6 +72,10 @@ double GrowthWalk::section(int n, const date& ToDate) const {
     return years <= 0.0 ? 1.0 : SafePow(1.0 + growth_.rates(n), years);
 }
 
+void GrowthWalk::check_next(int n) const {
+    if (n < growth_.count()) static_cast<void>(growth_.dates(n + 1));
+}
+
 void GrowthWalk::reach(int n) {
     if (n < 1) return;
     if (!sections_) sections_.emplace();
@@ -95,11 +99,14 @@ double GrowthWalk::through(int first, int last, double amount, const Measure& me
         steps_left -= std::max(0, last - first) / sections_a_step;
     }
     for (int n = first; n <= last; ++n) {
-        if (traced())
+        if (traced()) {
             amount = GrowFromTo(std::max(from_, growth_.dates(n)), growth_.dates(n + 1), amount,
                                 {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure);
-        else
-            amount = iszero(amount) ? 0.0 : sections_->growth(n) * amount;
+        } else {
+            if (iszero(amount)) return 0.0;
+            check_next(n + 1);
+            amount *= sections_->growth(n);
+        }
     }
     return amount;
 }
@@ -111,7 +118,7 @@ double GrowthWalk::to(const date& Date2, double StartingValue, const Measure& me
     if (maxn == 0 || Date2 <= growth_.dates.first()) return StartingValue;
     const View<date> dates = growth_.dates.upto(maxn);
     const int n = static_cast<int>(std::upper_bound(dates.begin(), dates.end(), Date2) - dates.begin());
-    if (n < maxn) static_cast<void>(growth_.dates(n + 1)); // a rate that follows without a date is refused
+    check_next(n);
     reach(n - 1);
     return (n > 1 ? sections_->factors(n - 1) : 1.0) * section(n, Date2) * StartingValue;
 }

@@ -79,6 +79,8 @@ class GrowthWalk {
     double through(int first, int last, double amount, const Measure& measure);
 
   private:
+    /// Throws outofrange if a rate follows that of section n, but no date.
+    void check_next(int n) const;
     /// Works out the growth of the sections up to n, which must not be the last.
     void reach(int n);
     /// The growth of a section up to a date.
