@@ -94,20 +94,21 @@ int GrowthWalk::section_at(const date& day) const {
 
 double GrowthWalk::through(int first, int last, double amount, const Measure& measure) {
     constexpr int sections_a_step = 16;
-    if (!traced()) {
-        reach(last);
-        steps_left -= std::max(0, last - first) / sections_a_step;
-    }
-    for (int n = first; n <= last; ++n) {
-        if (traced()) {
+    if (first > last) return amount;
+    if (traced()) {
+        for (int n = first; n <= last; ++n)
             amount = GrowFromTo(std::max(from_, growth_.dates(n)), growth_.dates(n + 1), amount,
                                 {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure);
-        } else {
-            if (iszero(amount)) return 0.0;
-            check_next(n + 1);
-            amount *= sections_->growth(n);
-        }
+        return amount;
     }
+    reach(last);
+    steps_left -= (last - first) / sections_a_step;
+    const double* const growth = sections_->growth.begin();
+    for (int n = first; n <= last; ++n) {
+        if (iszero(amount)) return 0.0;
+        amount *= growth[n - 1];
+    }
+    check_next(last + 1);
     return amount;
 }
 
