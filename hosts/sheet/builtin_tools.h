@@ -52,6 +52,12 @@ class Table {
     std::uint32_t used_rows() const { return used_rows_; }
     /// An index of the list, if it has one.
     const LookupIndex* index() const { return value_.is(Type::area) ? book_.index_of(value_.area()) : nullptr; }
+    /// An index of the list or of a longer one that begins in the same cell.
+    const LookupIndex* index_over() const { return value_.is(Type::area) ? book_.index_over(value_.area()) : nullptr; }
+    /// Drops the places that lie behind the list, as an index of a longer one knows them.
+    void drop_beyond(std::vector<std::uint32_t>& places) const {
+        std::erase_if(places, [&](std::uint32_t place) { return place >= size(); });
+    }
     bool is_same_range(const Table& other) const {
         return value_.is(Type::area) && other.value_.is(Type::area) && value_.area() == other.value_.area();
     }
@@ -227,20 +233,28 @@ class Criterion {
             first_rank = std::max(first_rank, code_ == Code::greater ? index.up_to(x) : index.below(x));
         return true;
     }
-    /// Counts the cells of a list that meet the criterion by an index. False if that cannot tell.
+    /// Counts the cells of a list that meet the criterion by an index of it or of a longer one. False if that cannot
+    /// tell.
     bool count(const LookupIndex& index, const Table& list, double& count) const {
+        std::vector<std::uint32_t> places;
         std::size_t first = 0, end = index.numbers();
         if (narrow(index, first, end)) {
+            if (index.size() > list.size()) {
+                index.find(first, end, places);
+                list.drop_beyond(places);
+                end = first + places.size();
+            }
             count = static_cast<double>(end - first);
             return true;
         }
-        std::vector<std::uint32_t> places;
         if (code_ == Code::unequal && wanted_.is_number()) { // a string that reads as it differs from it too
             index.find(wanted_.number(), false, places);
+            list.drop_beyond(places);
             count = static_cast<double>(list.size() - places.size());
             return true;
         }
         if (!find(index, list.size(), places)) return false;
+        list.drop_beyond(places);
         count = static_cast<double>(
             std::count_if(places.begin(), places.end(), [&](std::uint32_t place) { return meets(list.at(place)); }));
         return true;
@@ -289,11 +303,12 @@ Value each_match(const Arguments& a, int from, Add add) {
     std::vector<std::uint32_t> places, others;
     bool narrowed = false;
     for (std::size_t i = 0; i < tables.size(); ++i) {
-        const LookupIndex* const index = tables[i].index();
+        const LookupIndex* const index = tables[i].index_over();
         if (index == nullptr) continue;
         others.clear();
         const std::size_t most = narrowed ? places.size() : tables[i].size() / 8; // else a walk is as fast
         if (criteria[i].find(*index, most, others)) {
+            tables[i].drop_beyond(others);
             if (!narrowed || others.size() < places.size()) places.swap(others);
             narrowed = true;
             continue;
@@ -305,6 +320,7 @@ Value each_match(const Arguments& a, int from, Add add) {
         if (!compared || (first < end && end - first >= most)) continue;
         places.clear();
         index->find(first, end, places);
+        tables[i].drop_beyond(places);
         narrowed = true;
     }
     if (narrowed) {

@@ -474,7 +474,8 @@ const Builtin sums[] = {
          double count = 0.0;
          const Criterion criterion(a[1]);
          const Table cells(a.calculator, a[0]);
-         if (const LookupIndex* const index = cells.index(); index != nullptr && criterion.count(*index, cells, count))
+         if (const LookupIndex* const index = cells.index_over();
+             index != nullptr && criterion.count(*index, cells, count))
              return number(count);
          for (std::uint64_t i = 0; i < cells.used(); ++i)
              if (criterion.meets(cells.at(i))) count += 1.0;

@@ -10,7 +10,7 @@
 
 namespace qx::sheet {
 
-LookupIndex::LookupIndex(Workbook& book, const Area& list) {
+LookupIndex::LookupIndex(Workbook& book, const Area& list) : size_(std::size_t{list.rows()} * list.columns()) {
     book.grid(list.sheet).visit(list, [&](std::uint32_t row, std::uint32_t column, Cell& cell) {
         const std::uint32_t place = row - list.first_row + column - list.first_column;
         const Value& value = cell.value;

@@ -28,6 +28,8 @@ class LookupIndex {
     std::size_t below(double x) const;
     std::size_t up_to(double x) const;
     std::size_t numbers() const { return numbers_.size(); }
+    /// How many places the list has.
+    std::size_t size() const { return size_; }
     /// True if all filled cells are numbers that do not descend, or do not ascend.
     bool ascends() const { return ascends_; }
     bool descends() const { return descends_; }
@@ -53,6 +55,7 @@ class LookupIndex {
     };
     static void find(const std::vector<Number>& numbers, double x, std::vector<std::uint32_t>& places);
 
+    std::size_t size_;
     std::vector<Number> numbers_, numeric_texts_; ///< by value, then by place
     std::vector<Text> texts_;
     bool ascends_ = true, descends_ = true, has_errors_ = false;

@@ -156,6 +156,21 @@ const LookupIndex* Workbook::index_of(const Area& list) {
     return found->index.get();
 }
 
+const LookupIndex* Workbook::index_over(const Area& list) {
+    if (list.columns() > 1) return index_of(list);
+    bool grows = false;
+    for (const Lookup& lookup : sheets_[list.sheet].lookups) {
+        const Area& known = lookup.list;
+        if (known.first_row != list.first_row || known.first_column != list.first_column || known.columns() > 1)
+            continue;
+        if (lookup.index && known.last_row >= list.last_row) return lookup.index.get();
+        grows = grows || known.last_row < list.last_row;
+    }
+    Area longest = list;
+    if (grows) longest.last_row = std::max(list.last_row, sheets_[list.sheet].grid.rows() - 1);
+    return index_of(longest);
+}
+
 Value Workbook::sum_of_column(const Area& cells) {
     constexpr std::size_t most_sums = 64;
     constexpr std::uint32_t step = RunningSum::step;

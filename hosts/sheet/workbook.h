@@ -176,6 +176,9 @@ class Workbook final : public Names {
     Value sum_of_column(const Area& cells);
     /// An index of a row or a column of calculated cells in which values are looked up again and again, else null.
     const LookupIndex* index_of(const Area& list);
+    /// The same for a list that may grow from formula to formula, such as A$1:A1 and on: the index may be of a longer
+    /// list that begins in the same cell, and then knows places behind the list too.
+    const LookupIndex* index_over(const Area& list);
     Value read_name(std::uint32_t number);
     /// Leaves the formulas being calculated for later, since one of them waits for something that no cell gives.
     [[noreturn]] void not_ready();

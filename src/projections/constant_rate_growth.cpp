@@ -91,7 +91,13 @@ double GrownRate::in(const timeperiod& Time, const Life& life, const Basis& basi
     const int maxn = growth.dates.size();
     double market = MktAnnRate_;
     const date* basis_date = &GrowthBaseDate;
-    for (int n = 1; n <= maxn; ++n) {
+    const date& pays_from = std::max(std::max(life.Start, FirstReview), period.from());
+    int first = 1;
+    if (!traced()) { // sections that end before it pays do nothing but let the market rate compound
+        first = walk_.section_at(pays_from);
+        market = walk_.through(1, first - 2, market, measure);
+    }
+    for (int n = first; n <= maxn; ++n) {
         const date& grows_from = growth.dates(n);
         const TraceBlock pass = here.pass(n, "Growth from ", grows_from);
         if (grows_from > period.to()) {
@@ -100,12 +106,12 @@ double GrownRate::in(const timeperiod& Time, const Life& life, const Basis& basi
         }
         // The market rate compounds from section to section, each time from the one before.
         const bool compounds = n > 1 && grows_from > GrowthBaseDate;
-        if (compounds) market = walk_.through(n - 1, market, measure);
+        if (compounds) market = walk_.through(n - 1, n - 1, market, measure);
         basis_date = &std::max(GrowthBaseDate, grows_from);
 
         const date& next = n < maxn ? growth.dates(n + 1) : DateCrit;
         const date& to = std::min(next, std::min(period.to(), life.Finish));
-        const date& from = std::max(std::max(life.Start, FirstReview), std::max(period.from(), grows_from));
+        const date& from = std::max(pays_from, grows_from);
         if (to <= from) continue;
         const bool goes_on = periods(to, life.Finish) >= 1;
         const double day_count = !goes_on                       ? codes.with_end()

@@ -17,8 +17,8 @@ int at_least_monthly(const Routine& here, int RevMonths, const char* name) {
 }
 
 /// The average over a period of a price that grows.
-double average_price(const timeperiod& period, double price, const Growth& growth, int RevMonths, const Basis& basis) {
-    return safe_divide(con_grow(period, {period.from(), period.to()}, price, growth, RevMonths, basis),
+double average_price(const timeperiod& period, GrownRate& price, const Basis& basis) {
+    return safe_divide(price.in(period, {period.from(), period.to()}, basis, false),
                        period.lenyrs(period.from(), period.to(), basis.DayCount, basis.Periods));
 }
 
@@ -162,6 +162,9 @@ double ConRevGrow2X(const timeperiod& Time, const Life& life, double MktPrice, c
     const int rate_months = at_least_monthly(here, RevMonthsAnnRateOpt, "RevMonthsAnnRateOpt");
     const date& anchor = rate_growth.first_or(life.Start);
     double revenue = 0.0;
+    GrowthWalk price_walk(growth), rate_walk(anchor, rate_growth);
+    GrownRate price{price_walk, MktPrice, MktPrice, price_months};
+    GrownRate rate{rate_walk, AnnualRate, AnnualRate, rate_months, &FirstRev, &anchor};
     int rounds = 0;
     for (date start = period.from(); rounds < most_rounds; ++rounds) {
         const date end = std::min(review_after(start, anchor, rate_months), period.to());
@@ -172,10 +175,8 @@ double ConRevGrow2X(const timeperiod& Time, const Life& life, double MktPrice, c
         }
         const timeperiod between{start, end};
         const Basis stub = basis.under(ChooseRightDC(basis.DayCount, life.Start, life.Finish, between));
-        const double amount = ConGrowMktX(between, life, FirstRev, AnnualRate, AnnualRate, rate_growth, anchor,
-                                          rate_months, stub, ComponentPart, 0);
-        if (!iszero(amount))
-            revenue += average_price(between, MktPrice, growth, price_months, basis.accruals()) * amount;
+        const double amount = rate.in(between, life, stub, ComponentPart);
+        if (!iszero(amount)) revenue += average_price(between, price, basis.accruals()) * amount;
         start = end;
     }
     if (rounds >= most_rounds) here.fail<errliboveriterated>("", "Iterated over too many Timeperiods in ConRevGrow2");

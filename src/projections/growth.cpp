@@ -72,6 +72,10 @@ double GrowthWalk::section(int n, const date& ToDate) const {
     return years <= 0.0 ? 1.0 : SafePow(1.0 + growth_.rates(n), years);
 }
 
+void GrowthWalk::check_next(int n) const {
+    if (n < growth_.count()) static_cast<void>(growth_.dates(n + 1));
+}
+
 void GrowthWalk::reach(int n) {
     if (n < 1) return;
     if (!sections_) sections_.emplace();
@@ -83,14 +87,29 @@ void GrowthWalk::reach(int n) {
     }
 }
 
-double GrowthWalk::through(int n, double amount, const Measure& measure) {
-    const date& next = growth_.dates(n + 1);
-    if (traced())
-        return GrowFromTo(std::max(from_, growth_.dates(n)), next, amount,
-                          {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure);
-    if (iszero(amount)) return 0.0;
-    reach(n);
-    return sections_->growth(n) * amount;
+int GrowthWalk::section_at(const date& day) const {
+    const View<date>& dates = growth_.dates;
+    return std::max(1, static_cast<int>(std::upper_bound(dates.begin(), dates.end(), day) - dates.begin()));
+}
+
+double GrowthWalk::through(int first, int last, double amount, const Measure& measure) {
+    constexpr int sections_a_step = 16;
+    if (first > last) return amount;
+    if (traced()) {
+        for (int n = first; n <= last; ++n)
+            amount = GrowFromTo(std::max(from_, growth_.dates(n)), growth_.dates(n + 1), amount,
+                                {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure);
+        return amount;
+    }
+    reach(last);
+    steps_left -= (last - first) / sections_a_step;
+    const double* const growth = sections_->growth.begin();
+    for (int n = first; n <= last; ++n) {
+        if (iszero(amount)) return 0.0;
+        amount *= growth[n - 1];
+    }
+    check_next(last + 1);
+    return amount;
 }
 
 double GrowthWalk::to(const date& Date2, double StartingValue, const Measure& measure) {
@@ -100,7 +119,7 @@ double GrowthWalk::to(const date& Date2, double StartingValue, const Measure& me
     if (maxn == 0 || Date2 <= growth_.dates.first()) return StartingValue;
     const View<date> dates = growth_.dates.upto(maxn);
     const int n = static_cast<int>(std::upper_bound(dates.begin(), dates.end(), Date2) - dates.begin());
-    if (n < maxn) static_cast<void>(growth_.dates(n + 1)); // a rate that follows without a date is refused
+    check_next(n);
     reach(n - 1);
     return (n > 1 ? sections_->factors(n - 1) : 1.0) * section(n, Date2) * StartingValue;
 }

@@ -63,7 +63,7 @@ double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const 
               const Measure& measure);
 
 /// Exponential growth without reviews from one date to others: what GrowFromTo returns for each, bit for bit, with the
-/// growth of each section worked out once. The trace shows the calls of GrowFromTo instead.
+/// growth of each section worked out once. The trace shows the calls of GrowFromTo instead, with their measure.
 class GrowthWalk {
   public:
     GrowthWalk(const date& Date1, const Growth& growth) : from_(Date1), growth_(growth) {}
@@ -71,12 +71,16 @@ class GrowthWalk {
     explicit GrowthWalk(const Growth& growth) : GrowthWalk(growth.first_or(DateCrit), growth) {}
 
     const Growth& growth() const { return growth_; }
-    /// An amount grown to a date. The measure is what the trace shows.
+    /// An amount grown to a date.
     double to(const date& Date2, double StartingValue, const Measure& measure);
-    /// An amount grown through section n, which must not be the last.
-    double through(int n, double amount, const Measure& measure);
+    /// The section in which a date lies, the first for one before them all.
+    int section_at(const date& day) const;
+    /// An amount grown through the sections from `first` to `last`, which must not be the last of all.
+    double through(int first, int last, double amount, const Measure& measure);
 
   private:
+    /// Throws outofrange if a rate follows that of section n, but no date.
+    void check_next(int n) const;
     /// Works out the growth of the sections up to n, which must not be the last.
     void reach(int n);
     /// The growth of a section up to a date.
