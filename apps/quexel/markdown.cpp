@@ -23,12 +23,6 @@ std::string script_string(std::string_view text) {
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(' ') + 1 - first);
-}
-
 std::string anchor_of(std::string_view heading) {
     std::string anchor;
     for (const char c : heading)
@@ -53,7 +47,7 @@ class Converter {
     std::string html() {
         while (at_ < lines_.size()) {
             const std::string_view line = lines_[at_];
-            if (trimmed(line).empty())
+            if (sheet::trimmed(line).empty())
                 ++at_;
             else if (line.starts_with('#'))
                 heading(line);
@@ -74,7 +68,7 @@ class Converter {
   private:
     void heading(std::string_view line) {
         const std::size_t level = line.find_first_not_of('#');
-        const std::string_view text = trimmed(line.substr(level));
+        const std::string_view text = sheet::trimmed(line.substr(level));
         anchor_ = anchor_of(text);
         const std::string tag = "h" + std::to_string(level);
         html_ += "<" + tag + " id=\"" + anchor_ + "\">" + inlined(text) + "</" + tag + ">\n";
@@ -99,7 +93,7 @@ class Converter {
     void table() {
         html_ += "<div class=\"scroll\"><table>\n";
         for (bool head = true; at_ < lines_.size() && lines_[at_].starts_with('|'); ++at_) {
-            std::string_view line = trimmed(lines_[at_]);
+            std::string_view line = sheet::trimmed(lines_[at_]);
             if (line.find_first_not_of("|-: ") == std::string_view::npos && line.find('-') != std::string_view::npos) {
                 head = false;
                 continue;
@@ -110,7 +104,7 @@ class Converter {
             for (std::size_t start = 0, i = 0; i < line.size(); ++i) {
                 if (line[i] == '`') in_code = !in_code;
                 if (line[i] != '|' || in_code) continue;
-                html_ += (head ? "<th>" : "<td>") + inlined(trimmed(line.substr(start, i - start))) +
+                html_ += (head ? "<th>" : "<td>") + inlined(sheet::trimmed(line.substr(start, i - start))) +
                          (head ? "</th>" : "</td>");
                 start = i + 1;
             }
@@ -132,7 +126,7 @@ class Converter {
         for (std::size_t marker; at_ < lines_.size() && (marker = marker_of(lines_[at_])) > 0;) {
             std::string item(lines_[at_++].substr(marker));
             while (at_ < lines_.size() && lines_[at_].starts_with("  "))
-                item += ' ' + std::string(trimmed(lines_[at_++]));
+                item += ' ' + std::string(sheet::trimmed(lines_[at_++]));
             html_ += "<li>" + inlined(item) + "</li>\n";
         }
         html_ += "</" + tag + ">\n";
@@ -140,10 +134,10 @@ class Converter {
 
     void paragraph() {
         std::string text;
-        for (; at_ < lines_.size() && !trimmed(lines_[at_]).empty() && !lines_[at_].starts_with('|') &&
+        for (; at_ < lines_.size() && !sheet::trimmed(lines_[at_]).empty() && !lines_[at_].starts_with('|') &&
                !lines_[at_].starts_with("- ") && !lines_[at_].starts_with('#'); // a number may begin a line of it
              ++at_)
-            text += (text.empty() ? "" : " ") + std::string(trimmed(lines_[at_]));
+            text += (text.empty() ? "" : " ") + std::string(sheet::trimmed(lines_[at_]));
         html_ += "<p>" + inlined(text) + "</p>\n";
     }
 

@@ -283,9 +283,6 @@ In quexel and its workbooks, and in versions of Excel without these functions, b
      .on_functions = true},
 };
 
-/// Texts without the blanks that the texts of the trace end in.
-std::string trimmed(std::string_view text) { return std::string(text.substr(0, text.find_last_not_of("\t ") + 1)); }
-
 } // namespace
 
 std::span<const Topic> topics() { return all_topics; }
@@ -302,14 +299,16 @@ std::vector<std::pair<std::string, std::string>> value_table(const Topic& topic)
     std::vector<std::pair<std::string, std::string>> rows;
     for (const SwitchValue& value : topic.values)
         if (value.name != nullptr || value.code < 100)
-            rows.emplace_back(std::to_string(value.code), trimmed(value.name != nullptr ? value.name : value.words));
+            rows.emplace_back(std::to_string(value.code),
+                              sheet::trimmed(value.name != nullptr ? value.name : value.words));
     return rows;
 }
 
 std::vector<std::pair<std::string, std::string>> error_table() {
     std::vector<std::pair<std::string, std::string>> rows;
     for (const ErrorClass* const each : error_classes)
-        rows.emplace_back(each->code, trimmed(std::string_view(each->text).substr(std::strlen("Error LIB16: "))));
+        rows.emplace_back(each->code,
+                          sheet::trimmed(std::string_view(each->text).substr(std::strlen("Error LIB16: "))));
     return rows;
 }
 

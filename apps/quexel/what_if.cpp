@@ -29,11 +29,6 @@ sheet::CsvRows read_table(const std::string& name) {
     return rows;
 }
 
-std::string trimmed(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    return first == std::string::npos ? "" : text.substr(first, text.find_last_not_of(" \t") + 1 - first);
-}
-
 void enter(Document& document, CellAddress cell, const std::string& text) {
     try {
         document.enter(cell, text);
@@ -64,7 +59,7 @@ void set(Document& document, const std::string& setting) {
     const std::size_t equals = setting.find('=');
     if (equals == std::string::npos || equals == 0)
         throw FileError("--set " + setting + ": give a cell and its value, as B2=5e6");
-    const Area area = document.area(trimmed(setting.substr(0, equals)));
+    const Area area = document.area(sheet::trimmed(setting.substr(0, equals)));
     const std::string value = setting.substr(equals + 1);
     if (value.starts_with('@')) return set_from(document, area, value.substr(1));
     constexpr std::uint64_t most = 1000000;
@@ -186,21 +181,23 @@ struct ScenarioColumn {
 std::vector<ScenarioColumn> read_columns(Document& document, const sheet::CsvRows& rows, const std::string& file) {
     std::vector<ScenarioColumn> columns;
     for (std::size_t i = 0; i < rows[0].size(); ++i) {
-        ScenarioColumn column{trimmed(rows[0][i]), {}, false, {}};
+        ScenarioColumn column{std::string(sheet::trimmed(rows[0][i])), {}, false, {}};
         try {
             const Area area = document.area(column.head);
             if (!area.is_cell()) throw FileError(file + ": \"" + column.head + "\" is not one cell");
             column.cell = area.first();
         } catch (const FileError&) {
-            const bool empty = std::all_of(rows.begin() + 1, rows.end(),
-                                           [i](const auto& row) { return i >= row.size() || trimmed(row[i]).empty(); });
+            const bool empty = std::all_of(rows.begin() + 1, rows.end(), [i](const auto& row) {
+                return i >= row.size() || sheet::trimmed(row[i]).empty();
+            });
             if (empty && !column.head.empty()) // a label with nothing in it is a slip
                 throw FileError(file + ": \"" + sheet::valid_utf8(column.head) + "\" is not a cell or name in " +
                                 document.name);
         }
         if (column.cell && document.book.formula(*column.cell) == nullptr)
-            column.input = std::any_of(rows.begin() + 1, rows.end(),
-                                       [i](const auto& row) { return i < row.size() && !trimmed(row[i]).empty(); });
+            column.input = std::any_of(rows.begin() + 1, rows.end(), [i](const auto& row) {
+                return i < row.size() && !sheet::trimmed(row[i]).empty();
+            });
         if (column.input) column.before = sheet::csv_value(document.book.value(*column.cell), true);
         columns.push_back(std::move(column));
     }
@@ -227,7 +224,8 @@ std::string scenario_json(const std::vector<ScenarioColumn>& columns, const std:
 int run_scenarios(Document& document, const CalcOptions& options) {
     sheet::CsvRows rows = read_table(options.scenarios);
     std::erase_if(rows, [](const auto& row) {
-        return std::all_of(row.begin(), row.end(), [](const std::string& field) { return trimmed(field).empty(); });
+        return std::all_of(row.begin(), row.end(),
+                           [](const std::string& field) { return sheet::trimmed(field).empty(); });
     });
     if (rows.size() < 2) throw FileError(options.scenarios + ": holds no scenario below its heads");
     std::vector<ScenarioColumn> columns = read_columns(document, rows, options.scenarios);
@@ -242,7 +240,9 @@ int run_scenarios(Document& document, const CalcOptions& options) {
     for (const ScenarioColumn& column : columns) table[0].push_back({column.head});
     bool failed = false;
     for (std::size_t r = 1; r < rows.size(); ++r) {
-        const auto field = [&](std::size_t i) { return i < rows[r].size() ? trimmed(rows[r][i]) : std::string(); };
+        const auto field = [&](std::size_t i) {
+            return i < rows[r].size() ? std::string(sheet::trimmed(rows[r][i])) : std::string();
+        };
         for (std::size_t i = 0; i < columns.size(); ++i)
             if (columns[i].input) enter(document, *columns[i].cell, field(i).empty() ? columns[i].before : field(i));
         if (options.seek) {

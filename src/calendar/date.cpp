@@ -40,10 +40,12 @@ struct MonthParts {
 };
 constexpr MonthParts parts_of_month;
 
-/// The days of an ordinary year and of a leap year, and of each month the days before it and its row of parts_of_month.
+/// The days of an ordinary year and of a leap year, each with the months of its year that have passed before it, and of
+/// each month the days before it and its row of parts_of_month.
 struct YearDays {
     struct Day {
-        std::uint8_t month, day;
+        double months;
+        std::int32_t month, day;
     };
     struct Month {
         std::int16_t before, parts;
@@ -54,9 +56,10 @@ struct YearDays {
     constexpr YearDays() : days{}, months{} {
         for (int leap = 0; leap <= 1; ++leap) {
             Day* next = days[leap];
-            for (std::uint8_t month = 1; month <= 12; ++month) {
+            for (int month = 1; month <= 12; ++month) {
                 const int length = date::days_in_month(month, leap == 1);
-                for (std::uint8_t day = 1; day <= length; ++day) *next++ = {month, day};
+                for (int day = 1; day <= length; ++day)
+                    *next++ = {(month - 1) + parts_of_month.before[length - 28][day - 1], month, day};
                 months[leap][month] = {static_cast<std::int16_t>(date::days_before_month(month, leap == 1)),
                                        static_cast<std::int16_t>(length - 28)};
             }
@@ -85,11 +88,12 @@ class CalendarYears {
         }
     }
     constexpr const Year& operator()(int year) const { return years_[year - first_calendar_year]; }
-    /// The year of a date number from 1910 on: the days over the mean length of a year, shifted by just so much that
-    /// the quotient is never ahead of the calendar. It lags on a few last days of December.
+    /// The year of a date number from 1910 on: the days over the mean length of a year, shifted by just so much (1.17
+    /// days) that the quotient is never ahead of the calendar. On the first day or two of many years it lags.
     constexpr int of(int dtn) const {
-        const auto days = static_cast<std::uint32_t>(dtn - years_[0].start);
-        const int year = first_calendar_year + static_cast<int>((400 * days - 468) / days_in_400_years);
+        constexpr std::int64_t years_per_day = (400LL << 32) / days_in_400_years, shift = years_per_day * 117 / 100;
+        const int year =
+            first_calendar_year + static_cast<int>((years_per_day * (dtn - years_[0].start) - shift) >> 32);
         if (dtn >= operator()(year + 1).start) [[unlikely]]
             return year + 1;
         return year;
@@ -252,7 +256,12 @@ inline void date::set_dtn(int dtn) {
     const int year = calendar_years.of(dtn);
     const CalendarYears::Year& in = calendar_years(year);
     const YearDays::Day& day = year_days.days[in.leap][dtn - in.start];
-    set_calendar(year, day.month, day.day);
+    leap_ = in.leap;
+    blockleap_ = in.block_leap;
+    year_ = year;
+    month_ = day.month;
+    day_ = day.day;
+    months_ = year * 12 + day.months; // to the bit set_calendar's, which adds the month and the part of it in turn
     dtn_ = dtn;
 }
 

@@ -12,7 +12,7 @@ namespace qx {
 
 class DatedAmounts {
   public:
-    DatedAmounts() = default;
+    DatedAmounts() {} // as a default, `DatedAmounts()` would first fill the room for the copies with zeros
     /// Of two lists, by the rules of Range::datesize: the shorter length, without the rows at the end that have no
     /// date, nor those that have neither date nor amount. The lists stay as they are, and are copied only if a row
     /// goes, or for the trace.

@@ -14,13 +14,18 @@ namespace {
 constexpr int solve_rounds = 100;
 constexpr double nearest_to_total_loss = -1.0 + 1e-11; ///< stands for -100%, at which nothing can be discounted
 
-/// Years from one date to others under a day count, whose code is read once.
+/// Years from one date to others under a day count, whose code is read once: what years_between gives. Actual days over
+/// a year of fixed length are measured in place, since a call takes longer than they do.
 class YearsFrom {
   public:
     YearsFrom(const date& from, double DayCount, const AnnualSequence& Periods)
         : from_(from), DayCount_(DayCount), Periods_(Periods), single_(DayCountCodes::single(DayCount)),
-          code_(whole(DayCount)) {}
+          code_(whole(DayCount)), fixed_year_(!single_     ? 0.0
+                                              : code_ == 2 ? 360.0
+                                              : code_ == 3 ? 365.0
+                                                           : 0.0) {}
     double to(const date& day) const {
+        if (fixed_year_ != 0.0) return days_between(from_, day) * 12.0 / fixed_year_ / 12.0;
         if (single_ && day > from_) return daycountmonths(from_, day, code_) / 12.0;
         return years_between(from_, day, DayCount_, Periods_);
     }
@@ -31,6 +36,7 @@ class YearsFrom {
     const AnnualSequence& Periods_;
     bool single_;
     int code_;
+    double fixed_year_; ///< days; 0 for other day counts
 };
 
 /// Years over which flow i of several is received: up to the next date; for the last, as long as since the one before.
@@ -49,13 +55,14 @@ const AnnualSequence& default_periods() {
 void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Dates, View<double> Cashflows) {
     const int n = std::min(Dates.size(), Cashflows.size());
     const YearsFrom start(rules.NPVDate, rules.DayCount, rules.Periods);
-    const bool begins = !rules.StartDCF.iszero(), ends = !rules.FinishDCF.iszero();
+    const int last_before = rules.StartDCF.iszero() ? std::numeric_limits<int>::min() : rules.StartDCF.dtn();
+    const int finish = rules.FinishDCF.iszero() ? std::numeric_limits<int>::max() : rules.FinishDCF.dtn();
     const bool evenly = (rules.options & flows_received_evenly) != 0 && n > 1;
     for (int i = 1; i <= n; ++i) {
         const date& day = Dates.get(i);
         const double flow = Cashflows.get(i);
-        if (ends && day >= rules.FinishDCF) break;
-        if ((begins && day <= rules.StartDCF) || iszero(flow)) continue;
+        if (day.dtn() >= finish) break;
+        if (day.dtn() <= last_before || iszero(flow)) continue;
         const double years = start.to(day);
         if (evenly)
             schedule.add_spread(flow, years, receipt_period(Dates, i, n, rules));

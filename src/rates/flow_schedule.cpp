@@ -13,52 +13,48 @@ namespace {
 
 constexpr double largest_rate = 1e10;      ///< of a period, beyond which nothing is corrected
 constexpr double modest_log_growth = 23.0; ///< below that of the largest rate
-constexpr int lanes = 4;                   ///< partial sums: flow i goes into sum i % 4
+constexpr int lanes = FlowSchedule::lanes;
 
 template <class Vector>
 [[gnu::always_inline]] inline void load(Vector& loaded, const double* values) {
     std::memcpy(&loaded, values, sizeof loaded);
 }
 
-/// Flows in fours: each four are added to the four partial sums.
+/// The sum of the partial sums, in the order of every way to a present value.
+double total(double a, double b, double c, double d) { return (a + b) + (c + d); }
+
+/// Flows received at once, in fours.
 struct Fours {
-    const double *amounts, *years_high, *years_low;
-    int end; ///< a multiple of four
+    const double *amounts, *years;
+    int n; ///< how many; after them come flows of nothing that make up the last four
 
     template <class Vector>
-    [[gnu::always_inline]] void add_to(double2 (&sums)[lanes / 2], const PowersOf& growth) const {
+    [[gnu::always_inline]] double present_value(const PowersOf& growth) const {
         constexpr int width = sizeof(Vector) / sizeof(double), parts = lanes / width;
         Vector sum[parts] = {};
-        for (int i = 0; i < end; i += lanes) {
+        for (int i = 0; i < n; i += lanes) {
 #pragma GCC unroll 2
             for (int part = 0; part < parts; ++part) {
                 const int at = i + part * width;
-                Vector amount, high, low, power;
+                Vector amount, time, power;
                 load(amount, amounts + at);
-                load(high, years_high + at);
-                load(low, years_low + at);
-                growth.powers(power, high, low);
-                sum[part] += amount / power;
+                load(time, years + at);
+                growth.powers(power, -time);
+                sum[part] += amount * power;
             }
         }
-        std::memcpy(sums, sum, sizeof sums);
+        const auto lane = [&](int i) { return sum[i / width][i % width]; };
+        return total(lane(0), lane(1), lane(2), lane(3));
     }
 };
 
 #if defined(__x86_64__) && !defined(_WIN32) // on Windows GCC leaves four numbers unaligned on the stack
 #define QX_FOUR_AT_A_TIME
-[[gnu::target("avx2")]] void add_by_four(const Fours& fours, double2 (&sums)[lanes / 2], const PowersOf& growth) {
-    fours.add_to<double4>(sums, growth);
+[[gnu::target("avx2")]] double value_by_four(const Fours& fours, const PowersOf& growth) {
+    return fours.present_value<double4>(growth);
 }
 const bool four_at_a_time = __builtin_cpu_supports("avx2");
 #endif
-
-void add_fours(const Fours& fours, double2 (&sums)[lanes / 2], const PowersOf& growth) {
-#ifdef QX_FOUR_AT_A_TIME
-    if (four_at_a_time) return add_by_four(fours, sums, growth);
-#endif
-    fours.add_to<double2>(sums, growth);
-}
 
 /// What a flow received evenly over a period is worth, over the same received at the period's start. `log_growth` is
 /// the logarithm of the growth over the period.
@@ -103,61 +99,59 @@ void FlowSchedule::add_spread(double amount, double years, double period) {
 void FlowSchedule::fail_full() { throw outofrange(FunctionContext("FlowSchedule", "Cashflows")); }
 
 double FlowSchedule::value(int i, const PowersOf& growth) const {
-    const double value = amounts_[i] / growth(years_[i]);
+    const double value = amounts_[i] * growth(-years_[i]);
     return periods_[i] == received_at_once ? value : value * evenly_received(periods_[i] * growth.log());
-}
-
-bool FlowSchedule::served_from(int i, const PowersOf& growth) const {
-    const double* years = years_ + i;
-    return growth.serves(years[0]) && growth.serves(years[1]) && growth.serves(years[2]) && growth.serves(years[3]);
 }
 
 double FlowSchedule::present_value(double rate) const {
     const PowersOf growth(1.0 + rate);
-    double2 sums[lanes / 2] = {};
-    int i = 0;
-    const bool all_served = growth.serves(longest_);
-    if (!traced() && !spread_ && all_served) {
-        i = n_ - n_ % lanes;
-        add_fours({amounts_, years_high_, years_low_, i}, sums, growth);
-    } else if (!traced()) {
-        double corrections[most_lengths];
-        for (int k = 0; k < n_lengths_; ++k) corrections[k] = evenly_received(lengths_[k] * growth.log());
-        const auto correction = [&](int at) {
-            if (periods_[at] == received_at_once) return 1.0;
-            if (length_of_[at] < n_lengths_) return corrections[length_of_[at]];
-            return evenly_received(periods_[at] * growth.log());
-        };
-        const auto corrected = [&](int at, double2 values) {
-            return spread_ ? values * double2{correction(at), correction(at + 1)} : values;
-        };
-        const auto pair = [&](int at) {
-            double2 amounts, high, low, powers;
-            load(amounts, amounts_ + at);
-            load(high, years_high_ + at);
-            load(low, years_low_ + at);
-            growth.powers(powers, high, low);
-            return corrected(at, amounts / powers);
-        };
-        const auto one_by_one = [&](int at) {
-            return corrected(at, double2{amounts_[at], amounts_[at + 1]} /
-                                     double2{growth(years_[at]), growth(years_[at + 1])});
-        };
-        double2 first = {}, second = {}; // not the array, which would be stored and loaded each time
-        for (; i + lanes <= n_; i += lanes) {
-            const bool served = all_served || served_from(i, growth);
-            first += served ? pair(i) : one_by_one(i);
-            second += served ? pair(i + 2) : one_by_one(i + 2);
-        }
-        sums[0] = first;
-        sums[1] = second;
+    if (traced()) return shown_value(growth);
+    return !spread_ && growth.serves(longest_) ? value_at_once(growth) : value_of_any(growth);
+}
+
+double FlowSchedule::value_at_once(const PowersOf& growth) const {
+    const Fours fours{amounts_, years_, n_};
+#ifdef QX_FOUR_AT_A_TIME
+    if (four_at_a_time) return value_by_four(fours, growth);
+#endif
+    return fours.present_value<double2>(growth);
+}
+
+double FlowSchedule::value_of_any(const PowersOf& growth) const {
+    double corrections[most_lengths];
+    for (int k = 0; k < n_lengths_; ++k) corrections[k] = evenly_received(lengths_[k] * growth.log());
+    const auto correction = [&](int at) {
+        if (at >= n_ || periods_[at] == received_at_once) return 1.0;
+        if (length_of_[at] < n_lengths_) return corrections[length_of_[at]];
+        return evenly_received(periods_[at] * growth.log());
+    };
+    const auto pair = [&](int at) {
+        double2 amounts, years, powers;
+        load(amounts, amounts_ + at);
+        load(years, years_ + at);
+        if (growth.serves(years[0]) && growth.serves(years[1]))
+            growth.powers(powers, -years);
+        else
+            powers = double2{growth(-years[0]), growth(-years[1])};
+        const double2 values = amounts * powers;
+        return spread_ ? values * double2{correction(at), correction(at + 1)} : values;
+    };
+    double2 first = {}, second = {};
+    for (int i = 0; i < n_; i += lanes) {
+        first += pair(i);
+        second += pair(i + 2);
     }
-    for (; i < n_; ++i) {
+    return total(first[0], first[1], second[0], second[1]);
+}
+
+double FlowSchedule::shown_value(const PowersOf& growth) const {
+    double sums[lanes] = {};
+    for (int i = 0; i < n_; ++i) {
         const double flow = value(i, growth);
-        if (traced()) trace().info(text_of("PV(", amounts_[i], ") at time ", years_[i], " years = ", flow));
-        sums[i % lanes / 2][i % 2] += flow;
+        trace().info(text_of("PV(", amounts_[i], ") at time ", years_[i], " years = ", flow));
+        sums[i % lanes] += flow;
     }
-    return (sums[0][0] + sums[0][1]) + (sums[1][0] + sums[1][1]);
+    return total(sums[0], sums[1], sums[2], sums[3]);
 }
 
 } // namespace qx

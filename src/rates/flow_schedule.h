@@ -17,19 +17,24 @@ namespace qx {
 class FlowSchedule {
   public:
     static constexpr int capacity = 4 * range_capacity + 4;
+    static constexpr int lanes = 4; ///< flows valued at a time; flow i goes into sum i % 4
 
-    void clear() { n_ = n_lengths_ = 0, longest_ = 0.0, spread_ = false; }
+    void clear() {
+        n_ = n_lengths_ = 0;
+        longest_ = 0.0;
+        spread_ = false;
+        for (int i = 0; i < lanes - 1; ++i) amounts_[i] = years_[i] = 0.0;
+    }
     int size() const { return n_; }
     /// A flow at a time in years, received at once.
     void add(double amount, double years) {
         if (n_ == capacity) fail_full();
         amounts_[n_] = amount;
         years_[n_] = years;
-        years_high_[n_] = PowersOf::split(years);
-        years_low_[n_] = years - years_high_[n_];
         periods_[n_] = received_at_once;
         if (std::fabs(years) > longest_) longest_ = std::fabs(years);
         ++n_;
+        amounts_[n_ + lanes - 2] = years_[n_ + lanes - 2] = 0.0;
     }
     /// A flow received evenly over a period of some years (0 or more) from that time on.
     void add_spread(double amount, double years, double period);
@@ -45,16 +50,17 @@ class FlowSchedule {
     static constexpr double received_at_once = -1.0;
 
     [[noreturn]] static void fail_full();
-    /// True if the four flows from i on may be valued two at a time.
-    bool served_from(int i, const PowersOf& growth) const;
+    /// The present value with each flow shown; of flows received at once whose powers need no special care; and of any.
+    double shown_value(const PowersOf& growth) const;
+    double value_at_once(const PowersOf& growth) const;
+    double value_of_any(const PowersOf& growth) const;
 
     int n_ = 0;
     double longest_ = 0.0; ///< of the times, without sign
-    bool spread_ = false;
-    alignas(16) double amounts_[capacity] = {};
-    alignas(16) double years_[capacity] = {};
-    alignas(16) double years_high_[capacity] = {}; ///< years as two parts for PowersOf
-    alignas(16) double years_low_[capacity] = {};
+    bool spread_ = false;  ///< some flow is not received at once
+    // After the last flow come three of nothing, which make up a four.
+    alignas(32) double amounts_[capacity + lanes - 1] = {};
+    alignas(32) double years_[capacity + lanes - 1] = {};
     double periods_[capacity] = {}; ///< years over which a flow is received; negative for one received at once
 
     // The different lengths of these periods, so that each is looked at once per rate.
