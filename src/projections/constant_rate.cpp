@@ -40,6 +40,10 @@ void check_reviews(Routine& here, int RevMonths, const char* name) {
     here.limit(RevMonths, review_months_limits, name);
 }
 
+bool runs_forward(const Routine& here, const timeperiod& period) {
+    return runs_forward(here, Life{period.from(), period.to()});
+}
+
 bool screen_cash(const Routine& here, const timeperiod& period, const Life& life) {
     if (!runs_forward(here, period)) return false;
     if (period.to() < life.Start || period.from() > life.Finish)

@@ -30,9 +30,7 @@ inline bool runs_forward(const Routine& here, const Life& period) {
     here.info("End of timeperiod (", period.Finish, ") less than start (", period.Start, "), returning 0");
     return false;
 }
-inline bool runs_forward(const Routine& here, const timeperiod& period) {
-    return runs_forward(here, Life{period.from(), period.to()});
-}
+bool runs_forward(const Routine& here, const timeperiod& period);
 /// False, with a note, if nothing of a stream can accrue in a period: it ends before it starts, or lies outside.
 inline bool screen_accruals(const Routine& here, const Life& period, const Life& life) {
     if (!runs_forward(here, period)) return false;
