@@ -115,8 +115,8 @@ LoanPeriod::LoanPeriod(const timeperiod& Time, const Charge& charge, const Accru
     years = Time.lenyrs(Time.from(), Time.to(), charge.DayCount, charge.Periods);
     if (span.to() <= span.from()) return;
     months = span.lenmonths(span.from(), span.to(), charge.DayCount, charge.Periods);
-    if ((charge.Options & fixed_rate_loans) == 0 && !charge.rates.empty())
-        rate = accrual.rate(span, span.from(), span.to(), false);
+    const Life all{span.from(), span.to()};
+    if ((charge.Options & fixed_rate_loans) == 0 && !charge.rates.empty()) rate = accrual.rate(all, all, false);
 }
 
 bool LoanPeriod::holds(const date& start, const date& end) const {

@@ -142,10 +142,11 @@ double read_off(const Routine& here, const timeperiod& Time, const AnyLoan& loan
     }
 }
 
-/// LoanM for advances of which some cover interest that was rolled up.
+/// LoanM for advances of which some cover interest that was rolled up; `running` gives their running balances.
+template <class Balances>
 double loan(const timeperiod& Time, const SimpleRates& rates, const Payments& advances, const Payments& overrides,
             const Payments& rolled, const date& RepaymentDate, double AddMargin, int Options, int LoanOutput,
-            const Basis& basis) {
+            const Basis& basis, Balances running) {
     Routine here{"LoanM", Routine::internal};
     here.arguments("Time,FromDatesInt,IntSimple,AdvanceDates,NetAdvances,IntOverRideDates,IntOverRide,RepaymentDate,"
                    "AddMargin,Options,LoanOutput,DayCount,PrdsInt,ProjMode",
@@ -158,24 +159,33 @@ double loan(const timeperiod& Time, const SimpleRates& rates, const Payments& ad
     if (const int late = advance_after(dates, RepaymentDate); late > 0)
         here.fail<errlibnovalidanswer>("AdvanceDates", "An AdvanceDate (", dates(late),
                                        ") cannot be after the Repayment date (", RepaymentDate, ")");
-    const WorkList<double> balances = running_balances(advances);
+    const auto balances = running();
     const ListedLoan listed{rates,         advances,  balances, overrides,
                             RepaymentDate, AddMargin, Options,  {basis.DayCount, basis.Periods}};
     return here.returning(read_off(here, Time, listed, LoanOutput, basis, rolled));
+}
+
+/// Loan of advances whose running balances `running` gives.
+template <class Balances>
+double plain_loan(const timeperiod& Time, const SimpleRates& rates, const Payments& advances, const date& RepaymentDate,
+                  int LoanOutput, const Basis& basis, Balances running) {
+    Routine here{"Loan"};
+    here.inputs(Time, rates, advances, RepaymentDate, LoanOutput, basis);
+    return here.returning(loan(Time, rates, advances, {}, {}, RepaymentDate, 0.0, 0, LoanOutput, basis, running));
 }
 
 } // namespace
 
 double LoanM(const timeperiod& Time, const SimpleRates& rates, const Payments& advances, const Payments& overrides,
              const date& RepaymentDate, double AddMargin, int Options, int LoanOutput, const Basis& basis) {
-    return loan(Time, rates, advances, overrides, {}, RepaymentDate, AddMargin, Options, LoanOutput, basis);
+    return loan(Time, rates, advances, overrides, {}, RepaymentDate, AddMargin, Options, LoanOutput, basis,
+                [&] { return running_balances(advances); });
 }
 
 double Loan(const timeperiod& Time, const SimpleRates& rates, const Payments& advances, const date& RepaymentDate,
             int LoanOutput, const Basis& basis) {
-    Routine here{"Loan"};
-    here.inputs(Time, rates, advances, RepaymentDate, LoanOutput, basis);
-    return here.returning(LoanM(Time, rates, advances, {}, RepaymentDate, 0.0, 0, LoanOutput, basis));
+    return plain_loan(Time, rates, advances, RepaymentDate, LoanOutput, basis,
+                      [&] { return running_balances(advances); });
 }
 
 double LoanX(const timeperiod& Time, const SimpleRates& rates, const Payments& advances, const date& RepaymentDate,
@@ -194,7 +204,9 @@ double LoanX(const timeperiod& Time, const SimpleRates& rates, const Payments& a
                    {basis.DayCount, basis.Periods});
     const Payments rolled = interest.rolled();
     if (LoanOutput == loan_rolled_up_interest) return here.returning(MkPmts(Time, rolled));
-    return here.returning(loan(Time, rates, interest.all(), {}, rolled, RepaymentDate, 0.0, 0, LoanOutput, basis));
+    const Payments all = interest.all();
+    return here.returning(loan(Time, rates, all, {}, rolled, RepaymentDate, 0.0, 0, LoanOutput, basis,
+                               [&] { return running_balances(all); }));
 }
 
 namespace {
@@ -322,10 +334,12 @@ double Mortgage(const timeperiod& Time, const SimpleRates& rates, const FromStep
     const Basis in_cash{DayCount, Periods, accruals ? ProjMode + 1.0 : ProjMode};
     const date LongStop =
         LongStopRepDate.iszero() ? service.Finish.plusmonths(default_term_months, true) : LongStopRepDate;
-    const Payments schedule = loan_schedules().debt_service.build(
+    DebtServiceSchedule& debt_service = loan_schedules().debt_service;
+    const Payments schedule = debt_service.build(
         here, {rates, service, AnnDebtServiceRates, advances, LongStop, DayCountInt, PrdsInt, in_cash},
         Time.to().plusmonths(months_beyond_period, true));
-    return here.returning(Loan(Time, rates, schedule, LongStop, LoanOutput, {DayCountInt, PrdsInt, ProjMode}));
+    return here.returning(plain_loan(Time, rates, schedule, LongStop, LoanOutput, {DayCountInt, PrdsInt, ProjMode},
+                                     [&] { return debt_service.sums(); }));
 }
 
 double MortgageQ(const timeperiod& Time, double InterestSimple, const Payment& advance, const date& RepaymentDate,

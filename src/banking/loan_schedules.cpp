@@ -201,10 +201,10 @@ double service_in(const timeperiod& span, const FromSteps& steps, View<double> r
 }
 
 RowOfLoan next_row(const date& day, const Payments& advances, int advances_taken, const AnnualSequence& PrdsInt) {
-    const date next = PrdsInt.nextdate(day, false);
-    if (advances_taken < advances.PmtDates.size() && advances.PmtDates(advances_taken + 1) <= next)
-        return {advances.PmtDates(advances_taken + 1), true};
-    return {next, false};
+    RowOfLoan next{PrdsInt.nextdate(day, false), false};
+    if (advances_taken < advances.PmtDates.size() && advances.PmtDates(advances_taken + 1) <= next.day)
+        next = {advances.PmtDates(advances_taken + 1), true};
+    return next;
 }
 
 Payments DebtServiceSchedule::build(const Routine& here, const DebtService& terms, const date& horizon) {
@@ -216,7 +216,9 @@ Payments DebtServiceSchedule::build(const Routine& here, const DebtService& term
         inputs_.save(FromDatesInt, IntSimple, terms.steps.Finish, terms.steps.FromDates, terms.AnnDebtServiceRates,
                      dates, amounts, terms.LongStop, DayCount, Periods, terms.DayCountInt, terms.PrdsInt, ProjMode);
         schedule_.clear();
+        served_to_ = std::min(dates.first(), terms.LongStop);
         balances_.dimension(0);
+        sums_.dimension(0);
         advances_taken_ = 0;
         complete_ = false;
     }
@@ -253,7 +255,8 @@ double DebtServiceSchedule::interest_in(const timeperiod& Time, const DebtServic
     const View<date> dates = schedule_.dates;
     const timeperiod period = CashTime(Time, terms.PrdsInt, dates.first(), terms.LongStop, true, cash);
     if (period.from() > terms.LongStop || period.to() < dates.first()) return 0.0;
-    const int first = last_row_by(dates, period.from());
+    int first = dates.size();
+    while (first > 1 && dates(first) > period.from()) --first;
     return SteppedBalances(terms.LongStop, dates.from(first), balances_.view().from(first))
         .interest(period, accrual, 0.0);
 }
@@ -262,13 +265,14 @@ void DebtServiceSchedule::repay(const Routine& here, const DebtService& terms, c
     const int i = schedule_.size();
     const TraceBlock pass = here.pass(i, "Row of ", schedule_.dates(i));
     const date& day = schedule_.dates(i);
-    const date next_day = day.plusdays(1);
+    timeperiod span(served_to_, day.plusdays(1));
     balances_.append((i > 1 ? balances_(i - 1) : 0.0) + schedule_.amounts(i));
 
-    const timeperiod since(i > 1 ? schedule_.dates(i - 1).plusdays(1) : day, next_day);
-    const double service = service_in(since, terms.steps, terms.AnnDebtServiceRates, terms.service);
-    const double interest = interest_in(timeperiod(day, next_day), terms, accrual);
+    const double service = service_in(span, terms.steps, terms.AnnDebtServiceRates, terms.service);
+    span.setfrom(day);
+    const double interest = interest_in(span, terms, accrual);
     const double capital = service + interest;
+    served_to_ = span.to();
     balances_(i) -= capital;
     schedule_.amounts(i) -= capital;
     if (balances_(i) < 0.0) {
@@ -278,6 +282,14 @@ void DebtServiceSchedule::repay(const Routine& here, const DebtService& terms, c
         here.info("The loan is repaid");
     }
     here.info("Service=", service, " Interest=", interest, " Balance=", balances_(i));
+}
+
+View<double> DebtServiceSchedule::sums() {
+    const int known = sums_.size();
+    double sum = known > 0 ? sums_.last() : 0.0;
+    sums_.dimension(schedule_.size());
+    for (int i = known + 1; i <= schedule_.size(); ++i) sums_(i) = sum += schedule_.amounts(i);
+    return sums_;
 }
 
 double LevelService::of(const Payment& advance, const date& RepaymentDate, double InterestSimple,

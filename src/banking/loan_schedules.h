@@ -73,6 +73,8 @@ struct DebtService {
 class DebtServiceSchedule {
   public:
     Payments build(const Routine& here, const DebtService& terms, const date& horizon);
+    /// The sum of the schedule up to each of its rows.
+    View<double> sums();
 
   private:
     void add_row(const DebtService& terms);
@@ -80,7 +82,8 @@ class DebtServiceSchedule {
     double interest_in(const timeperiod& Time, const DebtService& terms, const Accrual& accrual) const;
 
     Schedule schedule_;
-    Range<double> balances_;
+    Range<double> balances_, sums_;
+    date served_to_; ///< the day after the last row; at first the day of the first one
     int advances_taken_ = 0;
     bool complete_ = false;
     SavedInputs<View<date>, View<double>, date, View<date>, View<double>, View<date>, View<double>, date, double,

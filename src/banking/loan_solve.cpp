@@ -119,7 +119,8 @@ class clsLoanCalc final : public clsSolveBase {
         return service_in(span, in_.repayments, rates, {in_.DayCount, in_.PrdsRep, cash});
     }
     double growth(const timeperiod& span, const Accrual& accrual, bool goes_on) const {
-        return no_interest_ ? 0.0 : -accrual.interest(span, span.from(), span.to(), 1.0, 0.0, goes_on);
+        const Life all{span.from(), span.to()};
+        return no_interest_ ? 0.0 : -accrual.interest(all, all, 1.0, 0.0, goes_on);
     }
     double carried(const Amounts& amounts, double x) const;
 

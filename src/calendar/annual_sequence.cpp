@@ -241,10 +241,9 @@ void AnnualSequence::generate(double first, int NumPmtsPerYr, bool EOMRule) {
 
 // --- Finding dates --------------------------------------------------------------------------------------------
 
-date AnnualSequence::on(const Place& place) const {
+inline date AnnualSequence::on(const Place& place) const {
     const auto [month, day] = month_days_[place.index];
-    const int length = month < 1 || month > 12 ? 31 : date::days_in_month(month, date::is_leap(place.year));
-    return date::from_ymd(place.year, month, std::min(day, length));
+    return date::in_month(place.year, month, day);
 }
 
 AnnualSequence::Found AnnualSequence::rolled(const Place& place) const {
@@ -255,9 +254,15 @@ AnnualSequence::Place AnnualSequence::place_before(const Place& place) const {
     return place.index > 1 ? Place{place.year, place.index - 1} : Place{place.year - 1, size()};
 }
 
-AnnualSequence::Place AnnualSequence::prevplace(const date& from, bool strict) const {
+inline AnnualSequence::Place AnnualSequence::place_after(const Place& place) const {
+    return place.index < size() ? Place{place.year, place.index + 1} : Place{place.year + 1, 1};
+}
+
+inline AnnualSequence::Place AnnualSequence::prevplace(const date& from, bool strict) const {
     if (size() == 0) fail<errlibannseq>("The annual sequence has no dates");
-    for (int i = size(); i >= 1; --i) {
+    int i = from.month() * size() / 12; // the last one of the month if they are spread evenly
+    while (i < size() && month_days_[i + 1].month <= from.month()) ++i;
+    for (; i >= 1; --i) {
         const auto [month, day] = month_days_[i];
         if (month > from.month()) continue;
         if (month < from.month()) return {from.year(), i};
@@ -265,18 +270,6 @@ AnnualSequence::Place AnnualSequence::prevplace(const date& from, bool strict) c
         if (limited < from.day() || (limited == from.day() && !strict)) return {from.year(), i};
     }
     return {from.year() - 1, size()};
-}
-
-AnnualSequence::Place AnnualSequence::nextplace(const date& from, bool inclusive) const {
-    if (size() == 0) fail<errlibannseq>("The annual sequence has no dates");
-    for (int i = 1; i <= size(); ++i) {
-        const auto [month, day] = month_days_[i];
-        if (month < from.month()) continue;
-        if (month > from.month()) return {from.year(), i};
-        const int limited = std::min(day, from.daysinmonth());
-        if (limited > from.day() || (limited == from.day() && inclusive)) return {from.year(), i};
-    }
-    return {from.year() + 1, 1};
 }
 
 AnnualSequence::Found AnnualSequence::findprev(const date& from, bool strict) const {
@@ -294,11 +287,19 @@ AnnualSequence::Found AnnualSequence::unrolled_past(Found found, Place place, co
 }
 
 AnnualSequence::Found AnnualSequence::findnext(const date& from, bool inclusive) const {
-    const Place place = nextplace(from, inclusive);
+    const Place place = place_after(prevplace(from, inclusive));
     if (bus_day_switch_ == 0) return {on(place), place.index, number_of(place)};
     Found earlier = rolled(place_before(place)); // rolling may have carried it past the given date
     if (inclusive ? earlier.when >= from : earlier.when > from) return earlier;
     return rolled(place);
+}
+
+date AnnualSequence::prevdate(const date& from, bool strict) const {
+    return bus_day_switch_ == 0 ? on(prevplace(from, strict)) : findprev(from, strict).when;
+}
+
+date AnnualSequence::nextdate(const date& from, bool inclusive) const {
+    return bus_day_switch_ == 0 ? on(place_after(prevplace(from, inclusive))) : findnext(from, inclusive).when;
 }
 
 date AnnualSequence::prevdateshift(const date& from, bool strict, bool shift) const {
@@ -314,7 +315,7 @@ date AnnualSequence::nextdateshift(const date& from, bool inclusive, bool shift)
 // --- Periods --------------------------------------------------------------------------------------------------
 
 AnnualSequence::Bracket AnnualSequence::bracket(const date& day) const {
-    const Place after = nextplace(day, true), before = place_before(after);
+    const Place before = prevplace(day, true), after = place_after(before);
     if (bus_day_switch_ != 0) {
         const Found last = rolled(before);
         const Found next = last.when >= day ? last : rolled(after); // rolling may have carried it past the date

@@ -97,8 +97,8 @@ class AnnualSequence : public Range<double, 100> {
     Found findprev(const date& from, bool strict) const;
     /// The first date after a date, or on it if inclusive.
     Found findnext(const date& from, bool inclusive) const;
-    date prevdate(const date& from, bool strict) const { return findprev(from, strict).when; }
-    date nextdate(const date& from, bool inclusive) const { return findnext(from, inclusive).when; }
+    date prevdate(const date& from, bool strict) const;
+    date nextdate(const date& from, bool inclusive) const;
     /// The same, a day later where the sequence is in arrears and the shift is asked for.
     date prevdateshift(const date& from, bool strict, bool shift) const;
     date nextdateshift(const date& from, bool inclusive, bool shift) const;
@@ -136,8 +136,9 @@ class AnnualSequence : public Range<double, 100> {
     Found unrolled_past(Found found, Place place, const date& from, bool strict) const;
     Bracket bracket(const date& day) const;
     Place place_before(const Place& place) const;
+    Place place_after(const Place& place) const;
+    /// That of the last date on or before a date, or strictly before it.
     Place prevplace(const date& from, bool strict) const;
-    Place nextplace(const date& from, bool inclusive) const;
     void store(int i, double figure);
     void expand();
     template <class E, class... Pieces>

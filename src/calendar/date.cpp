@@ -245,6 +245,20 @@ date date::from_ymd(int year, int month, int day) {
     return value;
 }
 
+date date::in_month(int year, int month, int day) {
+    const auto otherwise = [](int year, int month, int day) __attribute__((noinline)) {
+        const bool known = month >= 1 && month <= 12;
+        return from_ymd(year, month, known ? std::min(day, days_in_month(month, is_leap(year))) : day);
+    };
+    if (!in_calendar(year, month, day)) [[unlikely]]
+        return otherwise(year, month, day);
+    const int length = 28 + year_days.months[calendar_years(year).leap][month].parts;
+    date value; // whose own first values are never written
+    value.set_calendar(year, month, std::min(day, length));
+    value.dtn_ = calendar_number(year, month, value.day_);
+    return value;
+}
+
 void date::set_early_ymd() {
     derive_dtn();
     derive_months();

@@ -56,6 +56,8 @@ class date {
 
     /// A day of the calendar, as the constructor, but throwing errlibnonsensicaldate itself.
     static date from_ymd(int year, int month, int day);
+    /// A day of a month, or the month's last one if the month is shorter; throws as from_ymd.
+    static date in_month(int year, int month, int day);
     /// The date of a date number, without the reading of a number as a year.
     static date from_dtn(int dtn);
     /// The date of a decimal count of months, with a rounding of 0 or 43199 seconds.

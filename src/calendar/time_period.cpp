@@ -98,26 +98,22 @@ void timeperiod::intersect(const date& a, const date& b) {
 
 // --- Lengths --------------------------------------------------------------------------------------------------
 
+void timeperiod::note_no_overlap(const date& Start, const date& Finish) const {
+    if (Start >= Finish)
+        trace().info(
+            text_of("The Start Date (", Start, ") is less than the Finish Date (", Finish, ", returning zero."));
+    else if (Finish <= from_)
+        trace().info(text_of("The Finish Date (", Finish, ") is less than the start of the timeperiod (", from_,
+                             ", returning zero."));
+    else
+        trace().info(text_of("The Start Date (", Start, ") is greater than the end of the timeperiod (", to_,
+                             ", returning zero."));
+}
+
 bool timeperiod::overlaps(const date& Start, const date& Finish) const {
-    if (Start >= Finish) {
-        if (traced())
-            trace().info(
-                text_of("The Start Date (", Start, ") is less than the Finish Date (", Finish, ", returning zero."));
-        return false;
-    }
-    if (Finish <= from_) {
-        if (traced())
-            trace().info(text_of("The Finish Date (", Finish, ") is less than the start of the timeperiod (", from_,
-                                 ", returning zero."));
-        return false;
-    }
-    if (Start >= to_) {
-        if (traced())
-            trace().info(text_of("The Start Date (", Start, ") is greater than the end of the timeperiod (", to_,
-                                 ", returning zero."));
-        return false;
-    }
-    return true;
+    if (Start < Finish && Finish > from_ && Start < to_) return true;
+    if (traced()) note_no_overlap(Start, Finish);
+    return false;
 }
 
 double timeperiod::lenmonthsbasic(const date& Start, const date& Finish, int code, bool AllowNeg) const {
@@ -162,21 +158,31 @@ double timeperiod::lenmonthssequence(const date& Start, const date& Finish, cons
     return here.returning(start_stub + core + end_stub);
 }
 
-double timeperiod::lenmonths(const date& Start, const date& Finish, double DayCount, const AnnualSequence& Periods,
-                             bool AllowNeg, bool ComponentPart) const {
-    if (Start >= Finish) return 0.0;
-    if (from_ > to_) {
-        if (!AllowNeg) return 0.0;
-        return -timeperiod(to_, from_).lenmonths(Start, Finish, DayCount, Periods, false, ComponentPart);
-    }
+double timeperiod::lenmonthsbycodes(const date& Start, const date& Finish, double DayCount,
+                                    const AnnualSequence& Periods, bool ComponentPart) const {
     const DayCountCodes codes = DayCountCodes::of(DayCount);
-    const double months = !DayCountCodes::single(DayCount) && codes.composite(DayCount)
-                              ? lenmonthssequence(Start, Finish, codes, Periods, ComponentPart)
-                              : lenmonthsbasic(Start, Finish, codes.core, AllowNeg);
+    const double months = codes.composite(DayCount) ? lenmonthssequence(Start, Finish, codes, Periods, ComponentPart)
+                                                    : lenmonthsbasic(Start, Finish, codes.core);
     if (months > suspicious_months && traced())
         trace().warning(text_of("Warning: suspiciously large LengthMonths=", months, " start=", Start,
                                 " finish=", Finish, " fromdate=", from_, " todate=", to_));
     return months;
+}
+
+double timeperiod::lenmonths(const date& from, const date& to, const date& Start, const date& Finish, double DayCount,
+                             const AnnualSequence& Periods, bool ComponentPart) {
+    if (Start >= Finish || from > to) return 0.0;
+    if (DayCountCodes::single(DayCount) && !traced()) {
+        const date &first = std::max(Start, from), &last = std::min(Finish, to);
+        return first < last ? daycountmonths(first, last, whole(DayCount)) : 0.0;
+    }
+    return timeperiod(from, to).lenmonthsbycodes(Start, Finish, DayCount, Periods, ComponentPart);
+}
+
+double timeperiod::lenmonths(const date& Start, const date& Finish, double DayCount, const AnnualSequence& Periods,
+                             bool AllowNeg, bool ComponentPart) const {
+    if (from_ <= to_) return lenmonths(from_, to_, Start, Finish, DayCount, Periods, ComponentPart);
+    return AllowNeg ? -lenmonths(to_, from_, Start, Finish, DayCount, Periods, ComponentPart) : 0.0;
 }
 
 double timeperiod::lenyrs(const date& Start, const date& Finish, double DayCount, const AnnualSequence& Periods,
@@ -190,43 +196,55 @@ std::string projmode_text(double ProjMode) {
     return SwitchTable(projection_mode_values).words(whole(ProjMode), "Warning: Unknown ProjMode, type ");
 }
 
+namespace {
+
+/// The span of accrual that a period pays for; the dates are moved back by the delay of payments, and the end of the
+/// stream at which it is stretched, its finish in arrears and its start in advance, on by it.
+timeperiod paid_span(const Routine& here, const timeperiod& period, const date& from, const date& to, const date& end,
+                     const AnnualSequence& sequence, bool checklast) {
+    const bool stretched = period.contains(end);
+    if (sequence.arrears()) {
+        if (checklast && period.from() > end) {
+            here.info("CashTime: Timeperiod beyond Finish date");
+            return {};
+        }
+        if (checklast && stretched) {
+            here.info("CashTime (last period): Input TimePeriod=", period);
+            return timeperiod(sequence.prevdate(from, true), sequence.nextdate(end, true));
+        }
+        here.info("CashTime (normal period): Input TimePeriod=", period);
+        return timeperiod(sequence.prevdate(from, true), sequence.prevdate(to, true));
+    }
+    if (period.to() <= end) {
+        here.info("CashTime: Timeperiod before Start date");
+        return {};
+    }
+    if (stretched) {
+        here.info("CashTime (first period): Input TimePeriod=", period);
+        return timeperiod(sequence.prevdate(end, false), sequence.nextdate(to, true));
+    }
+    here.info("CashTime (normal period): Input TimePeriod=", period);
+    return timeperiod(sequence.nextdate(from, true), sequence.nextdate(to, true));
+}
+
+} // namespace
+
 timeperiod CashTime(const timeperiod& ThisTimePeriod, const AnnualSequence& AnnSeq, const date& Start,
                     const date& Finish, bool checklast, double ProjMode) {
     Routine here{"CashTime", Routine::internal};
     here.arguments(QX_NAMED(ThisTimePeriod, AnnSeq, Start, Finish, checklast, ProjMode));
     const int delay = payment_delay(ProjMode);
-    const auto moved = [](const date& day, int days) { return days == 0 ? day : day.plusdays(days); };
-    const auto prev = [&](const date& day) { return AnnSeq.prevdate(day, true); };
-    const auto prevon = [&](const date& day) { return AnnSeq.prevdate(day, false); };
-    const auto next = [&](const date& day) { return AnnSeq.nextdate(day, true); };
-    const date tpfrom = moved(ThisTimePeriod.from(), -delay);
-    const date tpto = moved(ThisTimePeriod.to(), -delay);
-
-    timeperiod span;
-    if (AnnSeq.arrears()) {
-        const date myfinish = moved(Finish, delay);
-        if (checklast && ThisTimePeriod.from() > myfinish) {
-            here.info("CashTime: Timeperiod beyond Finish date");
-        } else if (checklast && ThisTimePeriod.contains(myfinish)) {
-            here.info("CashTime (last period): Input TimePeriod=", ThisTimePeriod);
-            span.setends(prev(tpfrom), next(myfinish));
-        } else {
-            here.info("CashTime (normal period): Input TimePeriod=", ThisTimePeriod);
-            span.setends(prev(tpfrom), prev(tpto));
-        }
-    } else {
-        const date mystart = moved(Start, delay);
-        if (ThisTimePeriod.to() <= mystart) {
-            here.info("CashTime: Timeperiod before Start date");
-        } else if (ThisTimePeriod.contains(mystart)) {
-            here.info("CashTime (first period): Input TimePeriod=", ThisTimePeriod);
-            span.setends(prevon(mystart), next(tpto));
-        } else {
-            here.info("CashTime (normal period): Input TimePeriod=", ThisTimePeriod);
-            span.setends(next(tpfrom), next(tpto));
-        }
-    }
-    return here.returning(span);
+    const date &from = ThisTimePeriod.from(), &to = ThisTimePeriod.to(), &end = AnnSeq.arrears() ? Finish : Start;
+    const auto span_of = [&](const date& from, const date& to, const date& end) {
+        return paid_span(here, ThisTimePeriod, from, to, end, AnnSeq, checklast);
+    };
+    const auto delayed = [&] {
+        const date moved_from = from.plusdays(-delay), moved_to = to.plusdays(-delay);
+        return span_of(moved_from, moved_to, end.plusdays(delay));
+    };
+    timeperiod span = delay == 0 ? span_of(from, to, end) : delayed();
+    here.returning(span);
+    return span;
 }
 
 std::string describe(const timeperiod& period) { return text_of(period.from(), " to ", period.to()); }

@@ -68,6 +68,9 @@ class timeperiod {
     /// sequence back, so that a stretch cut into parts sums to the whole.
     double lenmonths(const date& Start, const date& Finish, double DayCount, const AnnualSequence& Periods,
                      bool AllowNeg = false, bool ComponentPart = false) const;
+    /// The same of a period from one date to another that does not run backward.
+    static double lenmonths(const date& from, const date& to, const date& Start, const date& Finish, double DayCount,
+                            const AnnualSequence& Periods, bool ComponentPart);
     /// The same in years.
     double lenyrs(const date& Start, const date& Finish, double DayCount, const AnnualSequence& Periods,
                   bool AllowNeg = false, bool ComponentPart = false) const;
@@ -87,7 +90,11 @@ class timeperiod {
     friend bool operator>=(const timeperiod& a, const timeperiod& b) { return b <= a; }
 
   private:
+    /// By any codes, with its notes.
+    double lenmonthsbycodes(const date& Start, const date& Finish, double DayCount, const AnnualSequence& Periods,
+                            bool ComponentPart) const;
     bool overlaps(const date& Start, const date& Finish) const;
+    void note_no_overlap(const date& Start, const date& Finish) const;
 
     date from_;
     date to_;

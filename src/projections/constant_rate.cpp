@@ -41,25 +41,20 @@ void check_reviews(Routine& here, int RevMonths, const char* name) {
 }
 
 bool runs_forward(const Routine& here, const timeperiod& period) {
-    if (period.to() >= period.from()) return true;
-    here.info("End of timeperiod (", period.to(), ") less than start (", period.from(), "), returning 0");
-    return false;
+    return runs_forward(here, Life{period.from(), period.to()});
 }
 
-bool screen_accruals(const Routine& here, const timeperiod& period, const Life& life) {
-    if (!runs_forward(here, period)) return false;
-    if (period.to() >= life.Start && period.from() <= life.Finish) return true;
-    here.info("Timeperiod(", period, ") falls outside Start(", life.Start, ") and Finish(", life.Finish,
-              ") dates, returning zero.");
-    return false;
-}
-
-bool screen_period(const Routine& here, timeperiod& period, const Life& life, const Basis& basis) {
-    if (!basis.cash()) return screen_accruals(here, period, life);
+bool screen_cash(const Routine& here, const timeperiod& period, const Life& life) {
     if (!runs_forward(here, period)) return false;
     if (period.to() < life.Start || period.from() > life.Finish)
         here.info("  Timeperiod(", period, ") falls outside Start(", life.Start, ") and Finish(", life.Finish,
                   ") dates, but may produce payment due to timing of cash payment.");
+    return true;
+}
+
+bool screen_period(const Routine& here, timeperiod& period, const Life& life, const Basis& basis) {
+    if (!basis.cash()) return screen_accruals(here, period, life);
+    if (!screen_cash(here, period, life)) return false;
     period = CashTime(period, basis.Periods, life.Start, life.Finish, true, basis.ProjMode);
     return true;
 }
@@ -77,18 +72,13 @@ double ConX(const timeperiod& Time, const Life& life, double AnnualRate, const B
     here.arguments("Time,Start,Finish,AnnualRate,DayCount,Periods,ProjMode,ComponentPart", Time, life.Start,
                    life.Finish, AnnualRate, basis.DayCount, basis.Periods, basis.ProjMode, ComponentPart);
     basis.check(here);
-    const auto amount_in = [&](const timeperiod& period) {
-        return AnnualRate *
-               period.lenmonths(life.Start, life.Finish, basis.DayCount, basis.Periods, false, ComponentPart) / 12.0;
-    };
-    if (!basis.cash()) return here.returning(screen_accruals(here, Time, life) ? amount_in(Time) : 0.0);
-    timeperiod period = Time;
-    if (!screen_period(here, period, life, basis)) return here.returning(0.0);
-    if (period.to() < life.Start || period.from() > life.Finish) {
+    return here.returning(in_measured_period(here, Time, life, basis, [&](const timeperiod& period) {
+        if (period.to() >= life.Start && period.from() <= life.Finish)
+            return amount_in({period.from(), period.to()}, life, AnnualRate, {basis.DayCount, basis.Periods},
+                             ComponentPart);
         here.info("Timeperiod outside Start and Finish, returning zero");
-        return here.returning(0.0);
-    }
-    return here.returning(amount_in(period));
+        return 0.0;
+    }));
 }
 
 double Con(const timeperiod& Time, const Streams& streams, const Basis& basis) {

@@ -26,12 +26,36 @@ void check_forecast(Routine& here, const Basis& basis, const Forecast& forecast,
 /// The period of a compatibility function, whose length is in years.
 timeperiod period_in_years(double Time, double BaseYrs);
 /// False, with a note in the trace, if a period ends before it starts.
+inline bool runs_forward(const Routine& here, const Life& period) {
+    if (period.Finish >= period.Start) return true;
+    here.info("End of timeperiod (", period.Finish, ") less than start (", period.Start, "), returning 0");
+    return false;
+}
 bool runs_forward(const Routine& here, const timeperiod& period);
 /// False, with a note, if nothing of a stream can accrue in a period: it ends before it starts, or lies outside.
-bool screen_accruals(const Routine& here, const timeperiod& period, const Life& life);
+inline bool screen_accruals(const Routine& here, const Life& period, const Life& life) {
+    if (!runs_forward(here, period)) return false;
+    if (period.Finish >= life.Start && period.Start <= life.Finish) return true;
+    here.info("Timeperiod(", period, ") falls outside Start(", life.Start, ") and Finish(", life.Finish,
+              ") dates, returning zero.");
+    return false;
+}
+inline bool screen_accruals(const Routine& here, const timeperiod& period, const Life& life) {
+    return screen_accruals(here, Life{period.from(), period.to()}, life);
+}
+/// False, with a note, if a period ends before it starts; a note, too, if a stream can only be paid in it.
+bool screen_cash(const Routine& here, const timeperiod& period, const Life& life);
 /// The period in which a stream is measured, in place of a worksheet period: itself under accruals, the span that is
 /// paid for in it under cash. False if nothing of the stream can fall into it.
 bool screen_period(const Routine& here, timeperiod& period, const Life& life, const Basis& basis);
+/// What `amount` makes of the period in which a stream is measured (screen_period); 0 if nothing of it can fall in.
+template <class Amount>
+double in_measured_period(const Routine& here, const timeperiod& given, const Life& life, const Basis& basis,
+                          Amount amount) {
+    if (!basis.cash()) return screen_accruals(here, given, life) ? amount(given) : 0.0;
+    if (!screen_cash(here, given, life)) return 0.0;
+    return amount(CashTime(given, basis.Periods, life.Start, life.Finish, true, basis.ProjMode));
+}
 /// The first date from which reviews are made: a zero date means that there are none.
 const date& first_review(const Routine& here, const date& FirstRev);
 
@@ -51,9 +75,26 @@ class PeriodCount {
 
 // --- At a constant rate ---------------------------------------------------------------------------------------------
 
+/// What a stream accrues in a period.
+inline double amount_in(const Life& period, const Life& life, double AnnualRate, const Measure& measure,
+                        bool ComponentPart) {
+    return AnnualRate *
+           timeperiod::lenmonths(period.Start, period.Finish, life.Start, life.Finish, measure.DayCount,
+                                 measure.Periods, ComponentPart) /
+           12.0;
+}
 /// The amount of a stream of AnnualRate a year that falls into a period. ComponentPart says that it is a piece of a
 /// longer stream, which goes on at the end of its life.
 double ConX(const timeperiod& Time, const Life& life, double AnnualRate, const Basis& basis, bool ComponentPart);
+/// The same under accruals, of a period that is given by its ends.
+inline double ConX(const Life& Time, const Life& life, double AnnualRate, const Measure& measure, bool ComponentPart) {
+    Routine here{"ConX", Routine::internal};
+    here.arguments("Time,Start,Finish,AnnualRate,DayCount,Periods,ProjMode,ComponentPart", Time, life.Start,
+                   life.Finish, AnnualRate, measure.DayCount, measure.Periods, 0.0, ComponentPart);
+    measure.check(here);
+    if (!screen_accruals(here, Time, life)) return here.returning(0.0);
+    return here.returning(amount_in(Time, life, AnnualRate, measure, ComponentPart));
+}
 /// The same of a whole stream.
 inline double con(const timeperiod& Time, const Life& life, double AnnualRate, const Basis& basis) {
     return ConX(Time, life, AnnualRate, basis, false);

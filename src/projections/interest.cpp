@@ -30,36 +30,40 @@ Accrual::Accrual(View<date> FromDatesInt, View<double> IntSimple, double DayCoun
     : FromDatesInt_(FromDatesInt), IntSimple_(IntSimple), DayCount_(DayCount), PrdsInt_(PrdsInt),
       ascending_(std::is_sorted(FromDatesInt.begin(), FromDatesInt.end())) {}
 
-double Accrual::rate(const timeperiod& span, const date& start, const date& end, bool goes_on) const {
+double Accrual::average(const Routine& here, const Life& span, const Life& life, bool goes_on, int first) const {
+    const int n = FromDatesInt_.size();
+    const auto months = [&](const date& from, const date& to) {
+        return timeperiod::lenmonths(from, to, life.Start, life.Finish, DayCount_, PrdsInt_, goes_on);
+    };
+    double of_rates = 0.0, of_time = 0.0;
+    for (int i = first; i <= n && FromDatesInt_.get(i) <= span.Finish; ++i) {
+        const date& from = std::max(FromDatesInt_.get(i), span.Start);
+        const date& to = i < n ? std::min(FromDatesInt_.get(i + 1), span.Finish) : span.Finish;
+        const double rate = IntSimple_.single_or(i);
+        const double held = months(from, to);
+        const bool starts_late = i == 1 && span.Start < from; // the time before counts, at a rate of 0
+        of_rates += rate * held / 12.0;
+        of_time += (starts_late ? months(span.Start, to) : held) / 12.0;
+        here.info(rate, " from ", from, " to ", to, ": ", held, " months");
+    }
+    return safe_divide(of_rates, of_time);
+}
+
+double Accrual::rate(const Life& span, const Life& life, bool goes_on) const {
     Routine here{"AverageRate", Routine::internal};
     here.arguments(QX_NAMED(span));
     const int n = FromDatesInt_.size();
-    const auto months = [&](const date& from, const date& to) {
-        return timeperiod(from, to).lenmonths(start, end, DayCount_, PrdsInt_, false, goes_on);
-    };
-    double of_rates = 0.0, of_time = 0.0;
-    const int first = first_step(FromDatesInt_, ascending_, span.from());
-    if (ascending_ && first <= n && FromDatesInt_.get(first) <= span.from() &&
-        (first == n || FromDatesInt_.get(first + 1) >= span.to()))
+    const int first = first_step(FromDatesInt_, ascending_, span.Start);
+    if (ascending_ && first <= n && FromDatesInt_.get(first) <= span.Start &&
+        (first == n || FromDatesInt_.get(first + 1) >= span.Finish))
         return here.returning(double{IntSimple_.single_or(first)}); // one rate holds throughout
-    for (int i = first; i <= n && FromDatesInt_.get(i) <= span.to(); ++i) {
-        const date& from = std::max(FromDatesInt_.get(i), span.from());
-        const date& to = i < n ? std::min(FromDatesInt_.get(i + 1), span.to()) : span.to();
-        const double rate = IntSimple_.single_or(i);
-        const double held = months(from, to);
-        const bool starts_late = i == 1 && span.from() < from; // the time before counts, at a rate of 0
-        of_rates += rate * held / 12.0;
-        of_time += (starts_late ? months(span.from(), to) : held) / 12.0;
-        here.info(rate, " from ", from, " to ", to, ": ", held, " months");
-    }
-    return here.returning(safe_divide(of_rates, of_time));
+    return here.returning(average(here, span, life, goes_on, first));
 }
 
-double Accrual::interest(const timeperiod& span, const date& start, const date& end, double Balance, double AddMargin,
-                         bool goes_on) const {
+double Accrual::interest(const Life& span, const Life& life, double Balance, double AddMargin, bool goes_on) const {
     if (IntSimple_.size() == 0) return 0.0;
-    const double average = rate(span, start, end, goes_on) + AddMargin;
-    return ConX(span, {start, end}, -Balance * average, {DayCount_, PrdsInt_, 0.0}, goes_on);
+    const double average = rate(span, life, goes_on) + AddMargin;
+    return ConX(span, life, -Balance * average, Measure{DayCount_, PrdsInt_}, goes_on);
 }
 
 bool find_interest_span(const Routine& here, timeperiod& period, const Life& life, const AnnualSequence& PrdsInt,
@@ -75,7 +79,7 @@ bool find_interest_span(const Routine& here, timeperiod& period, const Life& lif
     return false;
 }
 
-SteppedBalances::SteppedBalances(const date& Finish, View<date> FromDates, View<double> Balances)
+SteppedBalances::SteppedBalances(const date& Finish, const View<date>& FromDates, const View<double>& Balances)
     : SteppedBalances(Finish, FromDates, Balances, std::is_sorted(FromDates.begin(), FromDates.end())) {}
 
 double SteppedBalances::interest(const timeperiod& period, const Accrual& accrual, double AddMargin) const {
@@ -83,15 +87,13 @@ double SteppedBalances::interest(const timeperiod& period, const Accrual& accrua
     const int n = FromDates_.size();
     double sum = 0.0;
     for (int i = first_step(FromDates_, ascending_, period.from()); i <= n && FromDates_.get(i) <= period.to(); ++i) {
-        const date& start = FromDates_.get(i);
         const bool followed = i < n && FromDates_.get(i + 1) < Finish_;
-        const date& end = followed ? FromDates_.get(i + 1) : Finish_;
-        timeperiod span(start, end);
-        span.intersect(period);
-        if (span.to() <= span.from()) continue;
+        const Life life{FromDates_.get(i), followed ? FromDates_.get(i + 1) : Finish_};
+        const Life span = life.within(period.from(), period.to());
+        if (span.Finish <= span.Start) continue;
         const TraceBlock pass = here.pass(i, "Balance of ", Balances_.get(i), " in ", span);
         const bool goes_on = followed && same_side(Balances_.get(i), Balances_.get(i + 1));
-        sum += accrual.interest(span, start, end, Balances_.get(i), AddMargin, goes_on);
+        sum += accrual.interest(span, life, Balances_.get(i), AddMargin, goes_on);
     }
     return here.returning(sum);
 }

@@ -18,16 +18,18 @@ class Accrual {
   public:
     Accrual(View<date> FromDatesInt, View<double> IntSimple, double DayCount, const AnnualSequence& PrdsInt);
 
-    /// The time-weighted average of the rates over a span, which lies in the life of a balance from start to end: each
+    /// The time-weighted average of the rates over a span, which lies in the life of a balance: each
     /// rate counts by the length of the part of the span in which it holds, and the lengths divide their sum. So equal
     /// rates average to themselves under every DayCount. `goes_on` as in interest().
-    double rate(const timeperiod& span, const date& start, const date& end, bool goes_on) const;
+    double rate(const Life& span, const Life& life, bool goes_on) const;
     /// The interest in a span of the life of a balance at the average rate and a margin. `goes_on`: a balance of the
     /// same sign follows, so that the span's length is that of a part.
-    double interest(const timeperiod& span, const date& start, const date& end, double Balance, double AddMargin,
-                    bool goes_on) const;
+    double interest(const Life& span, const Life& life, double Balance, double AddMargin, bool goes_on) const;
 
   private:
+    /// The rate of a span from the first of the rates that hold in it on.
+    double average(const Routine& here, const Life& span, const Life& life, bool goes_on, int first) const;
+
     View<date> FromDatesInt_;
     View<double> IntSimple_;
     double DayCount_;
@@ -44,15 +46,15 @@ bool find_interest_span(const Routine& here, timeperiod& period, const Life& lif
 /// Balances that hold from their from-dates up to Finish, and the interest on them.
 class SteppedBalances {
   public:
-    SteppedBalances(const date& Finish, View<date> FromDates, View<double> Balances);
+    SteppedBalances(const date& Finish, const View<date>& FromDates, const View<double>& Balances);
     /// Of dates that are known to ascend, so that a walk over many spans looks at none but their own.
-    static SteppedBalances ascending(const date& Finish, View<date> FromDates, View<double> Balances) {
+    static SteppedBalances ascending(const date& Finish, const View<date>& FromDates, const View<double>& Balances) {
         return {Finish, FromDates, Balances, true};
     }
     double interest(const timeperiod& period, const Accrual& accrual, double AddMargin) const;
 
   private:
-    SteppedBalances(const date& Finish, View<date> FromDates, View<double> Balances, bool ascending)
+    SteppedBalances(const date& Finish, const View<date>& FromDates, const View<double>& Balances, bool ascending)
         : Finish_(Finish), FromDates_(FromDates), Balances_(Balances), ascending_(ascending) {}
 
     const date& Finish_;

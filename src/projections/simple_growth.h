@@ -40,7 +40,8 @@ struct DatedRates {
 
     /// The interest received in a piece on a capital.
     double interest(const timeperiod& piece, double capital, double margin = 0.0) const {
-        return -accrual.interest(piece, piece.from(), piece.to(), capital, margin, false);
+        const Life all{piece.from(), piece.to()};
+        return -accrual.interest(all, all, capital, margin, false);
     }
     double growth(const date& from, const date& to) const { return 1.0 + interest(timeperiod(from, to), 1.0); }
 

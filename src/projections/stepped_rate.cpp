@@ -26,14 +26,14 @@ template <class Steps, class Amount>
 double sum_stream(const Routine& here, const timeperiod& Time, const Steps& steps, const Basis& basis, Amount amount,
                   LastStep last_step = LastStep::given) {
     return over(here, Time, [&](const timeperiod& given) {
-        timeperiod period = given;
-        if (!screen_period(here, period, steps.extent(), basis)) return 0.0;
-        return sum_steps(
-            here, period, steps, basis,
-            [&](int n, const Life& step, const Basis& stub, bool ComponentPart) {
-                return amount(period, n, step, stub, ComponentPart);
-            },
-            last_step);
+        return in_measured_period(here, given, steps.extent(), basis, [&](const timeperiod& period) {
+            return sum_steps(
+                here, period, steps, basis,
+                [&](int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                    return amount(period, n, step, stub, ComponentPart);
+                },
+                last_step);
+        });
     });
 }
 

@@ -1,10 +1,8 @@
 #include "projections/terms.h"
 
-#include "calendar/time_period.h"
-
 namespace qx {
 
-bool Basis::cash() const { return ProjMode != 0.0 && iscash(ProjMode); }
+std::string describe(const Life& life) { return describe(timeperiod(life.Start, life.Finish)); }
 
 Measure any_measure() {
     static const AnnualSequence quarters(4);

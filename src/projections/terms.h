@@ -11,6 +11,7 @@
 #include "calendar/annual_sequence.h"
 #include "calendar/date.h"
 #include "calendar/day_count.h"
+#include "calendar/time_period.h"
 #include "core/limits.h"
 #include "core/pools.h"
 #include "core/routine.h"
@@ -29,6 +30,8 @@ struct Life {
     /// The part of it between two other dates.
     Life within(const date& from, const date& to) const { return {std::max(Start, from), std::min(Finish, to)}; }
 };
+/// As a period: "1Jan2005 to 1Apr2005".
+std::string describe(const Life& life);
 
 /// How time is measured and when money counts: as it accrues or when it is paid.
 struct Basis {
@@ -37,7 +40,7 @@ struct Basis {
     const AnnualSequence& Periods;
     double ProjMode; ///< 0 to 7
 
-    bool cash() const;
+    bool cash() const { return ProjMode != 0.0 && iscash(ProjMode); }
     /// The same day count without cash timing: what a piece of a stream is measured with once the period was adjusted.
     Basis accruals() const { return {DayCount, Periods, 0.0}; }
     /// Accruals under another day count.

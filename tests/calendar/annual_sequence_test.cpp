@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -155,6 +156,34 @@ TEST(AnnualSequence, NextAndPreviousAreInverse) {
         EXPECT_EQ(sequence.dateplusperiods(sequence.dateplusperiods(day, 98), -98), day);
         EXPECT_THROW(sequence.dateplusperiods(day, 99), errliboveriterated);
         EXPECT_THROW(sequence.dateplusperiods(day, -99), errliboveriterated);
+    }
+}
+
+// Dates crowded into a few months, against the days of three years one by one.
+TEST(AnnualSequence, FindsDatesThatAreSpreadUnevenly) {
+    const Sequence sequences[] = {Sequence{1.01, 1.02, 1.31, 2.29, 12.31}, Sequence{11.05, 11.06, 12.01},
+                                  Sequence{1.01, 1.02, 1.03, 1.04}, Sequence{2.28, 2.29, 3.01, 6.15, 6.16, 6.17, 6.30}};
+    for (const AnnualSequence& sequence : sequences) {
+        const auto recurs = [&](const date& day) {
+            for (int i = 1; i <= sequence.size(); ++i) {
+                const auto [month, of_month] = AnnualSequence::month_day(sequence(i));
+                if (day.month() == month && day.day() == std::min(of_month, day.daysinmonth())) return true;
+            }
+            return false;
+        };
+        date last;
+        for (date day(2003, 1, 1); day < date(2006, 1, 1); day.adddays(1)) {
+            const bool hit = recurs(day);
+            if (!last.iszero()) {
+                EXPECT_EQ(sequence.prevdate(day, true), last) << describe(day);
+                EXPECT_EQ(sequence.prevdate(day, false), hit ? day : last) << describe(day);
+                if (hit) {
+                    EXPECT_EQ(sequence.nextdate(last, false), day);
+                    EXPECT_EQ(sequence.nextdate(last.plusdays(1), true), day);
+                }
+            }
+            if (hit) last = day;
+        }
     }
 }
 
