@@ -20,8 +20,8 @@ typedef double double4 __attribute__((vector_size(32)));
 template <class Vector>
 [[gnu::always_inline]] inline void power_of_2(Vector& power, const Vector& high, const Vector& low) {
     constexpr double to_integer = 6755399441055744.0; // 1.5 * 2^52: rounds what is added to it to an integer
-    // 2^x = 1 + x ln 2 + x^2 q(x) for |x| <= 0.50005, with the coefficients of q ascending and the least relative error,
-    // 4.1e-18, that a polynomial of this degree can have (Remez).
+    // 2^x = 1 + x ln 2 + x^2 q(x) for |x| <= 0.50005, with the coefficients of q ascending and the least relative
+    // error, 4.1e-18, that a polynomial of this degree can have (Remez).
     constexpr double ln2 = 0.6931471805599453;
     constexpr double q[] = {0x1.ebfbdff82c59cp-3,  0x1.c6b08d704a0d4p-5,  0x1.3b2ab6fba10fcp-7,  0x1.5d87fe78b3c1ap-10,
                             0x1.4309130c2c760p-13, 0x1.ffcbfbf8f422bp-17, 0x1.62bfcd7c73513p-20, 0x1.b5260cb297c57p-24,
