@@ -54,7 +54,7 @@ class Table {
     const LookupIndex* index() const { return value_.is(Type::area) ? book_.index_of(value_.area()) : nullptr; }
     /// An index of the list or of a longer one that begins in the same cell.
     const LookupIndex* index_over() const { return value_.is(Type::area) ? book_.index_over(value_.area()) : nullptr; }
-    /// Drops the places that lie behind the list, as an index of a longer one knows them.
+    /// Drops the places beyond the list, which an index of a longer one gives too.
     void drop_beyond(std::vector<std::uint32_t>& places) const {
         std::erase_if(places, [&](std::uint32_t place) { return place >= size(); });
     }

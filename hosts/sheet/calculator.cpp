@@ -607,8 +607,7 @@ Value Calculator::call_single(const Builtin& builtin, Value* arguments, int coun
 
 namespace {
 
-/// Makes the cell of a number where it stays: one that is copied waits for its parts to be stored. False for any other
-/// value.
+/// Builds the cell of a number in place, since a copy would wait for its parts to be stored. False for any other value.
 inline bool put_number(OPER& cell, const Value& value) {
     if (!value.is_number()) return false;
     ::new (&cell) OPER(number_cell(value.number()));
@@ -854,7 +853,7 @@ Value from_oper(const OPER& cell, const Workbook& book) {
         for (std::uint32_t row = 0; row < rows; ++row)
             for (std::uint32_t column = 0; column < columns; ++column) {
                 const OPER& item = cell.val.array.lparray[std::size_t{row} * columns + column];
-                Value* const blank = &array.cell(row, column); // which holds nothing, and makes room
+                Value* const blank = &array.cell(row, column); // holds nothing that would need a destructor
                 if (item.type() == xltypeNum)
                     ::new (blank) Value(number_or_error(item.val.num));
                 else if (item.type() != xltypeMulti)

@@ -177,7 +177,7 @@ class Workbook final : public Names {
     /// An index of a row or a column of calculated cells in which values are looked up again and again, else null.
     const LookupIndex* index_of(const Area& list);
     /// The same for a list that may grow from formula to formula, such as A$1:A1 and on: the index may be of a longer
-    /// list that begins in the same cell, and then knows places behind the list too.
+    /// list that begins in the same cell, and then gives places beyond the list too.
     const LookupIndex* index_over(const Area& list);
     Value read_name(std::uint32_t number);
     /// Leaves the formulas being calculated for later, since one of them waits for something that no cell gives.

@@ -2,6 +2,7 @@
 
 #include "accounting/years_later.h"
 #include "calendar/date_arithmetic.h"
+#include "calendar/recurrence.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"
 #include "projections/forecast.h"
@@ -148,7 +149,7 @@ double sum_vintages(const Routine& here, const timeperiod& Time, const date& Abs
         sum += Depreciate(Time, start,
                           {asset.LifeOrDecRate, asset.DepType, asset.InitialValue * factor, asset.FinalValue * factor},
                           basis);
-        start = StartDep.plusmonths(n * Periodicity, true);
+        start = repeated(StartDep, n, Periodicity);
     }
     return sum;
 }

@@ -78,7 +78,7 @@ OPER cell_of(const OPER& cell) {
     }
 }
 
-/// Makes the cell of a value where it stays: one that is copied waits for its parts to be stored.
+/// Builds the cell of a value in place, since a copy would wait for its parts to be stored.
 template <class Value>
 void put(OPER& cell, const Value& value) {
     ::new (&cell) OPER(cell_of(value));

@@ -255,7 +255,7 @@ double DebtServiceSchedule::interest_in(const timeperiod& Time, const DebtServic
     const View<date> dates = schedule_.dates;
     const timeperiod period = CashTime(Time, terms.PrdsInt, dates.first(), terms.LongStop, true, cash);
     if (period.from() > terms.LongStop || period.to() < dates.first()) return 0.0;
-    int first = dates.size();
+    int first = dates.size(); // near the row wanted
     while (first > 1 && dates(first) > period.from()) --first;
     return SteppedBalances(terms.LongStop, dates.from(first), balances_.view().from(first))
         .interest(period, accrual, 0.0);

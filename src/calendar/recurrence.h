@@ -7,8 +7,16 @@
 #include "calendar/reviews.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 
 namespace qx {
+
+/// The date n times some months on, at a month's end if the first one is; past the calendar, its end.
+inline date repeated(const date& first, int n, int months) {
+    constexpr std::int64_t most = std::numeric_limits<int>::max();
+    return first.plusmonths(static_cast<int>(std::clamp(std::int64_t{n} * months, -most, most)), true);
+}
 
 class Recurrence {
   public:
@@ -16,7 +24,7 @@ class Recurrence {
     Recurrence(const date& first, int months) : first_(first), months_(months) {}
 
     /// Date number n, from 0.
-    date at(int n) const { return first_.plusmonths(n * months_, true); }
+    date at(int n) const { return repeated(first_, n, months_); }
     /// The number of the last one on or before a day that is not before the first one.
     int number(const date& day) const {
         int n = std::max(last_review(day, first_, months_, false).intervals, 0);

@@ -198,8 +198,9 @@ std::string projmode_text(double ProjMode) {
 
 namespace {
 
-/// The span of accrual that a period pays for; the dates are moved back by the delay of payments, and the end of the
-/// stream at which it is stretched, its finish in arrears and its start in advance, on by it.
+/// The span of accrual that is paid for in a period. `from` and `to` are the period's own dates, less the delay of
+/// payments. `end` is the finish of the stream in arrears and its start in advance, plus the delay: the span of the
+/// period in which it lies is stretched to take in the whole stream there.
 timeperiod paid_span(const Routine& here, const timeperiod& period, const date& from, const date& to, const date& end,
                      const AnnualSequence& sequence, bool checklast) {
     const bool stretched = period.contains(end);
@@ -235,14 +236,9 @@ timeperiod CashTime(const timeperiod& ThisTimePeriod, const AnnualSequence& AnnS
     here.arguments(QX_NAMED(ThisTimePeriod, AnnSeq, Start, Finish, checklast, ProjMode));
     const int delay = payment_delay(ProjMode);
     const date &from = ThisTimePeriod.from(), &to = ThisTimePeriod.to(), &end = AnnSeq.arrears() ? Finish : Start;
-    const auto span_of = [&](const date& from, const date& to, const date& end) {
-        return paid_span(here, ThisTimePeriod, from, to, end, AnnSeq, checklast);
-    };
-    const auto delayed = [&] {
-        const date moved_from = from.plusdays(-delay), moved_to = to.plusdays(-delay);
-        return span_of(moved_from, moved_to, end.plusdays(delay));
-    };
-    timeperiod span = delay == 0 ? span_of(from, to, end) : delayed();
+    timeperiod span = delay == 0 ? paid_span(here, ThisTimePeriod, from, to, end, AnnSeq, checklast)
+                                 : paid_span(here, ThisTimePeriod, from.plusdays(-delay), to.plusdays(-delay),
+                                             end.plusdays(delay), AnnSeq, checklast);
     here.returning(span);
     return span;
 }

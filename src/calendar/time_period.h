@@ -68,7 +68,7 @@ class timeperiod {
     /// sequence back, so that a stretch cut into parts sums to the whole.
     double lenmonths(const date& Start, const date& Finish, double DayCount, const AnnualSequence& Periods,
                      bool AllowNeg = false, bool ComponentPart = false) const;
-    /// The same of a period from one date to another that does not run backward.
+    /// The same of the period from one date to another; 0 if that runs backward.
     static double lenmonths(const date& from, const date& to, const date& Start, const date& Finish, double DayCount,
                             const AnnualSequence& Periods, bool ComponentPart);
     /// The same in years.
@@ -90,7 +90,7 @@ class timeperiod {
     friend bool operator>=(const timeperiod& a, const timeperiod& b) { return b <= a; }
 
   private:
-    /// By any codes, with its notes.
+    /// lenmonths by any DayCount, with its notes in the trace; for a period that does not run backward.
     double lenmonthsbycodes(const date& Start, const date& Finish, double DayCount, const AnnualSequence& Periods,
                             bool ComponentPart) const;
     bool overlaps(const date& Start, const date& Finish) const;

@@ -10,24 +10,6 @@
 
 namespace qx {
 
-namespace {
-
-/// The sum over the repetitions of a stream, each as long as the first one under the day count.
-template <class Amount>
-double sum_streams(const Routine& here, const timeperiod& Time, const Life& life, const date& AbsFinish,
-                   View<double> AnnualRates, int Periodicity, const Basis& basis, Amount amount) {
-    if (!runs_forward(here, Time)) return 0.0;
-    const double months = diffmonths(life.Start, life.Finish, basis.DayCount, basis.Periods);
-    double sum = 0.0;
-    each_repetition(here, Time, life.Start, AbsFinish, Periodicity, [&](int n, const date& start) {
-        const date finish = n == 1 ? life.Finish : plusmonths(start, months, basis.DayCount, basis.Periods);
-        sum += amount(Life{start, finish}, AnnualRates.entry(n));
-    });
-    return sum;
-}
-
-} // namespace
-
 timeperiod period_in_years(double Time, double BaseYrs) {
     timeperiod period{FunctionContext("timeperiod", "Time")};
     period.settime_in_years(Time, BaseYrs);
@@ -175,8 +157,8 @@ double ConPer(const timeperiod& Time, const Life& life, const date& AbsFinish, V
     here.inputs(Time, life, AbsFinish, AnnualRates, Periodicity, basis);
     basis.check(here);
     return here.returning(
-        sum_streams(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
-                    [&](const Life& piece, double AnnualRate) { return con(Time, piece, AnnualRate, basis); }));
+        sum_repetitions(here, Time, life, AbsFinish, AnnualRates, Periodicity, basis,
+                        [&](const Life& piece, double AnnualRate) { return con(Time, piece, AnnualRate, basis); }));
 }
 
 double AnnGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinish, View<double> AnnualRates,
@@ -197,14 +179,14 @@ double ConGrowPer(const timeperiod& Time, const Life& life, const date& AbsFinis
     Kept<GrownRate> rates{here, AnnualRates.size()};
     return here.returning(over(here, Time, [&](const timeperiod& period) {
         int n = 0;
-        return sum_streams(here, period, life, AbsFinish, AnnualRates, Periodicity, basis,
-                           [&](const Life& piece, double AnnualRate) {
-                               growth.check(here);
-                               GrownRate& rate = rates(std::min(++n, AnnualRates.size()), [&] {
-                                   return GrownRate{walk, AnnualRate, AnnualRate, RevMos};
+        return sum_repetitions(here, period, life, AbsFinish, AnnualRates, Periodicity, basis,
+                               [&](const Life& piece, double AnnualRate) {
+                                   growth.check(here);
+                                   GrownRate& rate = rates(std::min(++n, AnnualRates.size()), [&] {
+                                       return GrownRate{walk, AnnualRate, AnnualRate, RevMos};
+                                   });
+                                   return rate.in(period, piece, basis, false);
                                });
-                               return rate.in(period, piece, basis, false);
-                           });
     }));
 }
 

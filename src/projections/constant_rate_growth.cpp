@@ -90,11 +90,11 @@ double GrownRate::in(const timeperiod& Time, const Life& life, const Basis& basi
     const TraceBlock sections = here.loop("Growth Sections", "Looping through each of the growth sections...");
     const int maxn = growth.dates.size();
     double market = MktAnnRate_;
-    const date* basis_date = &GrowthBaseDate;
+    const date* base_date = &GrowthBaseDate;
     const date& pays_from = std::max(std::max(life.Start, FirstReview), period.from());
     int first = 1;
-    if (!traced()) { // sections that end before it pays do nothing but let the market rate compound
-        first = walk_.section_at(pays_from);
+    if (!traced()) { // the sections that end before payment begins only compound the market rate
+        first = walk_.section_at(std::min(pays_from, period.to()));
         market = walk_.through(1, first - 2, market, measure);
     }
     for (int n = first; n <= maxn; ++n) {
@@ -107,7 +107,7 @@ double GrownRate::in(const timeperiod& Time, const Life& life, const Basis& basi
         // The market rate compounds from section to section, each time from the one before.
         const bool compounds = n > 1 && grows_from > GrowthBaseDate;
         if (compounds) market = walk_.through(n - 1, n - 1, market, measure);
-        basis_date = &std::max(GrowthBaseDate, grows_from);
+        base_date = &std::max(GrowthBaseDate, grows_from);
 
         const date& next = n < maxn ? growth.dates(n + 1) : DateCrit;
         const date& to = std::min(next, std::min(period.to(), life.Finish));
@@ -126,7 +126,7 @@ double GrownRate::in(const timeperiod& Time, const Life& life, const Basis& basi
                 section_.passing = walk_.to(last_rev.iszero() ? section_.next_review : last_rev, MktAnnRate_, measure);
             }
         }
-        amount += SumEGStepMktFT(period, market, section_.passing, growth.rates(n), grows_from, *basis_date,
+        amount += SumEGStepMktFT(period, market, section_.passing, growth.rates(n), grows_from, *base_date,
                                  section_.next_review, from, to, day_count, basis.Periods, RevMonthsOpt_, goes_on,
                                  section_.stream);
     }

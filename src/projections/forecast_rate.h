@@ -9,7 +9,7 @@ namespace qx {
 /// The market of ConFcstMktX. The review period in which a period ends serves the next one.
 class ForecastRate {
   public:
-    /// FirstRev lasts as long as this.
+    /// FirstRev and the start of the forecast must outlive this.
     ForecastRate(const date& FirstRev, const Forecast& forecast, int RevMonthsOpt)
         : FirstRev_(FirstRev), forecast_(forecast), RevMonthsOpt_(RevMonthsOpt) {}
 

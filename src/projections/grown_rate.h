@@ -14,7 +14,8 @@ namespace qx {
 class GrownRate {
   public:
     /// MktAnnRate is the market rate where the walk starts, which is the first growth date unless another is given.
-    /// Streams are reviewed from FirstRev on, from where the walk starts if there is none. Both last as long as this.
+    /// Streams are reviewed from FirstRev on, from where the walk starts if there is none. The walk and both dates must
+    /// outlive this.
     GrownRate(GrowthWalk& walk, double MktAnnRate, double InitialAnnRate, int RevMonthsOpt,
               const date* FirstRev = nullptr, const date* GrowthBaseDate = nullptr)
         : walk_(walk), MktAnnRate_(MktAnnRate), InitialAnnRate_(InitialAnnRate), RevMonthsOpt_(RevMonthsOpt),

@@ -101,12 +101,11 @@ double GrowthWalk::through(int first, int last, double amount, const Measure& me
                                 {growth_.dates.from(n), growth_.rates.from(n)}, growth_exponential, 0, measure);
         return amount;
     }
-    reach(last);
     steps_left -= (last - first) / sections_a_step;
-    const double* const growth = sections_->growth.begin();
     for (int n = first; n <= last; ++n) {
-        if (iszero(amount)) return 0.0;
-        amount *= growth[n - 1];
+        if (iszero(amount)) return 0.0; // whatever the growth of what follows, which may fail
+        if (!sections_ || sections_->growth.size() < n) reach(n);
+        amount *= sections_->growth.begin()[n - 1];
     }
     check_next(last + 1);
     return amount;

@@ -66,6 +66,7 @@ double SIndex(const timeperiod& Time, const Range<double>& SeasonFactors, const 
 /// growth of each section worked out once. The trace shows the calls of GrowFromTo instead, with their measure.
 class GrowthWalk {
   public:
+    /// Both must outlive it.
     GrowthWalk(const date& Date1, const Growth& growth) : from_(Date1), growth_(growth) {}
     /// From the first growth date.
     explicit GrowthWalk(const Growth& growth) : GrowthWalk(growth.first_or(DateCrit), growth) {}

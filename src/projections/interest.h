@@ -18,9 +18,9 @@ class Accrual {
   public:
     Accrual(View<date> FromDatesInt, View<double> IntSimple, double DayCount, const AnnualSequence& PrdsInt);
 
-    /// The time-weighted average of the rates over a span, which lies in the life of a balance: each
-    /// rate counts by the length of the part of the span in which it holds, and the lengths divide their sum. So equal
-    /// rates average to themselves under every DayCount. `goes_on` as in interest().
+    /// The time-weighted average of the rates over a span, which lies in the life of a balance: each rate counts
+    /// by the length of the part of the span in which it holds, and the lengths divide their sum. So equal rates
+    /// average to themselves under every DayCount. `goes_on` as in interest().
     double rate(const Life& span, const Life& life, bool goes_on) const;
     /// The interest in a span of the life of a balance at the average rate and a margin. `goes_on`: a balance of the
     /// same sign follows, so that the span's length is that of a part.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "calendar/date_arithmetic.h"
+#include "calendar/recurrence.h"
 #include "calendar/time_period.h"
 #include "core/routine.h"
 #include "projections/constant_rate.h"
@@ -26,7 +27,7 @@ void each_repetition(const Routine& here, const timeperiod& Time, const date& Fi
     for (date start = First; n < most_repetitions && start < AbsFinish && start < Time.to();) {
         const TraceBlock pass = here.pass(++n, "Repetition from ", start);
         each(n, std::as_const(start));
-        start = First.plusmonths(n * Periodicity, true);
+        start = repeated(First, n, Periodicity);
     }
     if (n >= most_repetitions)
         here.fail<errlibmaxrevs>("Periodicity", "There are ", n, " repetitions or more up to ", Time.to());

@@ -20,7 +20,7 @@ template <class Vector>
     std::memcpy(&loaded, values, sizeof loaded);
 }
 
-/// The sum of the partial sums, in the order of every way to a present value.
+/// The sum of the partial sums, in the same order however they were made.
 double total(double a, double b, double c, double d) { return (a + b) + (c + d); }
 
 /// Flows received at once, in fours.

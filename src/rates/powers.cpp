@@ -11,8 +11,8 @@ constexpr int mantissa_bits = 52;
 constexpr int part_bits = 7;
 constexpr std::int64_t lowest = 0x3fe6a00000000000; ///< the bits of 0.70703125
 
-/// The numbers from 0.707 up to twice that in 128 parts, each with a reciprocal of few bits, which is 1 beside 1, and
-/// the binary logarithm of one over that as two parts.
+/// The numbers from 0.707 up to twice that in 128 parts, each with a reciprocal of few bits, which is exactly 1 for the
+/// numbers next to 1, and the binary logarithm of one over that as two parts.
 struct Parts {
     struct Part {
         double reciprocal, log_high, log_low;

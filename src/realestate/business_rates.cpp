@@ -61,9 +61,9 @@ class Rates {
     }
 
   private:
-    static constexpr int most_years = 200; ///< those after them are worked out for each period
+    static constexpr int most_years = 200; ///< later years are worked out for each period
 
-    /// What a year costs that is rated by a revaluation, that of the year or the next one.
+    /// The rates of a whole rate year by a revaluation: the one that holds in it, or the next.
     double annual(int year, int revaluation) {
         return annual_(2 * (year - first_year) + (revaluation <= year ? 1 : 2), [&] {
             const double value = rates_.value.at(start_of(revaluation - years_of_antecedence));

@@ -201,7 +201,7 @@ double RentEvent(const timeperiod& Time, const LeaseTerms& lease, const Relets& 
     here.limit(lease.RevMos, review_months_limits, "RevMos");
     if (!runs_forward(here, Time)) return here.returning(0.0);
     const LeaseEvents events{here, lease, relets, Brk};
-    /// The first event of a kind from a day on, which it remains for the days up to it.
+    /// The first event of a kind on or after a day. It is also the first from any later day up to its own.
     struct NextEvent {
         date from, day;
         bool holds_from(const date& later) const { return from <= later && (day.iszero() || later <= day); }
