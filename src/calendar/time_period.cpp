@@ -116,15 +116,10 @@ bool timeperiod::overlaps(const date& Start, const date& Finish) const {
     return false;
 }
 
-double timeperiod::lenmonthsbasic(const date& Start, const date& Finish, int code, bool AllowNeg) const {
+double timeperiod::lenmonthsbasic(const date& Start, const date& Finish, int code) const {
     if (!overlaps(Start, Finish)) return 0.0;
-    const bool backward = from_ > to_;
-    if (backward && !AllowNeg) return 0.0;
-    const date& from = std::max(Start, backward ? to_ : from_);
-    const date& to = std::min(Finish, backward ? from_ : to_);
-    if (from >= to) return 0.0;
-    const double months = daycountmonths(from, to, code);
-    return backward ? -months : months;
+    const date &from = std::max(Start, from_), &to = std::min(Finish, to_);
+    return from < to ? daycountmonths(from, to, code) : 0.0;
 }
 
 double timeperiod::lenmonthsap(const date& Start, const date& Finish, const AnnualSequence& Periods) const {

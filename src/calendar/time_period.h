@@ -74,8 +74,8 @@ class timeperiod {
     /// The same in years.
     double lenyrs(const date& Start, const date& Finish, double DayCount, const AnnualSequence& Periods,
                   bool AllowNeg = false, bool ComponentPart = false) const;
-    /// By a single code.
-    double lenmonthsbasic(const date& Start, const date& Finish, int code, bool AllowNeg = false) const;
+    /// By a single code, for a period that does not run backward.
+    double lenmonthsbasic(const date& Start, const date& Finish, int code) const;
     /// By the periods of a sequence, each of which has equal weight (code 6).
     double lenmonthsap(const date& Start, const date& Finish, const AnnualSequence& Periods) const;
     /// By the codes of a composite, with the dates of the sequence between core and stubs.
