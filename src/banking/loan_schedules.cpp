@@ -187,21 +187,23 @@ int StraightLine::lay_out(const Routine& here, const Payments& advances, const d
 
 // --- Debt service ---------------------------------------------------------------------------------------------------
 
-double service_in(const timeperiod& span, const FromSteps& steps, View<double> rates, const Basis& basis) {
-    // Steps before the last one that the span's payments reach back to have no part in it. The stubs of a composite day
-    // count need the first step of all.
+double service_in(const timeperiod& span, const FromSteps& steps, View<double> rates, const Basis& basis,
+                  SequenceCursor& dates) {
+    // Steps before the last one that has begun have no part in it. The stubs of a composite day count need the first
+    // step of all.
     constexpr int few = 8;
     const int n = steps.count();
+    if (n == 0) return 0.0;
+    const timeperiod paid = CashTime(span, dates, steps.extent().Start, steps.Finish, true, basis.ProjMode);
     if (n <= few || !DayCountCodes::single(basis.DayCount) || (rates.size() != 1 && rates.size() < n))
-        return Step(span, steps, rates, basis);
-    const date reach = basis.Periods.prevdate(span.from().plusdays(-payment_delay(basis.ProjMode) - 1), true);
-    const int first = last_row_by(steps.FromDates, reach);
-    return Step(span, FromSteps{steps.Finish, steps.FromDates.from(first)},
-                rates.size() == 1 ? rates : rates.from(first), basis);
+        return Step(paid, steps, rates, basis.accruals());
+    const int first = last_row_by(steps.FromDates, paid.from());
+    return Step(paid, FromSteps{steps.Finish, steps.FromDates.from(first)},
+                rates.size() == 1 ? rates : rates.from(first), basis.accruals());
 }
 
-RowOfLoan next_row(const date& day, const Payments& advances, int advances_taken, const AnnualSequence& PrdsInt) {
-    RowOfLoan next{PrdsInt.nextdate(day, false), false};
+RowOfLoan next_row(const date& day, const Payments& advances, int advances_taken, SequenceCursor& dates) {
+    RowOfLoan next{dates.nextdate(day, false), false};
     if (advances_taken < advances.PmtDates.size() && advances.PmtDates(advances_taken + 1) <= next.day)
         next = {advances.PmtDates(advances_taken + 1), true};
     return next;
@@ -223,25 +225,32 @@ Payments DebtServiceSchedule::build(const Routine& here, const DebtService& term
         complete_ = false;
     }
     inputs_.begin();
+    if (!complete_) extend(here, terms, horizon);
+    inputs_.finish();
+    return schedule_;
+}
+
+void DebtServiceSchedule::extend(const Routine& here, const DebtService& terms, const date& horizon) {
+    const auto& [FromDatesInt, IntSimple] = terms.rates;
     const Accrual accrual(FromDatesInt, IntSimple, terms.DayCountInt, terms.PrdsInt);
+    SequenceCursor interest_dates(terms.PrdsInt), other_dates(terms.service.Periods);
+    SequenceCursor& service_dates = terms.service.Periods.same_as(terms.PrdsInt) ? interest_dates : other_dates;
     while (!complete_) {
         if (schedule_.size() > 0 && schedule_.dates.last() > horizon) {
             here.info("In interests of efficiency, the function is not analysing cashflows after the timeperiod end "
                       "date");
             break;
         }
-        add_row(terms);
-        repay(here, terms, accrual);
+        add_row(terms, interest_dates);
+        repay(here, terms, accrual, service_dates, interest_dates);
     }
-    inputs_.finish();
-    return schedule_;
 }
 
-void DebtServiceSchedule::add_row(const DebtService& terms) {
+void DebtServiceSchedule::add_row(const DebtService& terms, SequenceCursor& interest_dates) {
     const int rows = schedule_.size();
     const auto& [dates, amounts] = terms.advances;
     const RowOfLoan row = rows == 0 ? RowOfLoan{dates.first(), true}
-                                    : next_row(schedule_.dates(rows), terms.advances, advances_taken_, terms.PrdsInt);
+                                    : next_row(schedule_.dates(rows), terms.advances, advances_taken_, interest_dates);
     double advanced = 0.0; // all of a day in one row, so that the day's interest is charged once, on its last balance
     while (advances_taken_ < dates.size() && dates(advances_taken_ + 1) == row.day)
         advanced += amounts(++advances_taken_);
@@ -250,10 +259,10 @@ void DebtServiceSchedule::add_row(const DebtService& terms) {
 }
 
 /// The interest paid in a period, on the balances since the payment date before.
-double DebtServiceSchedule::interest_in(const timeperiod& Time, const DebtService& terms,
-                                        const Accrual& accrual) const {
+double DebtServiceSchedule::interest_in(const timeperiod& Time, const DebtService& terms, const Accrual& accrual,
+                                        SequenceCursor& interest_dates) const {
     const View<date> dates = schedule_.dates;
-    const timeperiod period = CashTime(Time, terms.PrdsInt, dates.first(), terms.LongStop, true, cash);
+    const timeperiod period = CashTime(Time, interest_dates, dates.first(), terms.LongStop, true, cash);
     if (period.from() > terms.LongStop || period.to() < dates.first()) return 0.0;
     int first = dates.size(); // near the row wanted
     while (first > 1 && dates(first) > period.from()) --first;
@@ -261,16 +270,17 @@ double DebtServiceSchedule::interest_in(const timeperiod& Time, const DebtServic
         .interest(period, accrual, 0.0);
 }
 
-void DebtServiceSchedule::repay(const Routine& here, const DebtService& terms, const Accrual& accrual) {
+void DebtServiceSchedule::repay(const Routine& here, const DebtService& terms, const Accrual& accrual,
+                                SequenceCursor& service_dates, SequenceCursor& interest_dates) {
     const int i = schedule_.size();
     const TraceBlock pass = here.pass(i, "Row of ", schedule_.dates(i));
     const date& day = schedule_.dates(i);
     timeperiod span(served_to_, day.plusdays(1));
     balances_.append((i > 1 ? balances_(i - 1) : 0.0) + schedule_.amounts(i));
 
-    const double service = service_in(span, terms.steps, terms.AnnDebtServiceRates, terms.service);
+    const double service = service_in(span, terms.steps, terms.AnnDebtServiceRates, terms.service, service_dates);
     span.setfrom(day);
-    const double interest = interest_in(span, terms, accrual);
+    const double interest = interest_in(span, terms, accrual, interest_dates);
     const double capital = service + interest;
     served_to_ = span.to();
     balances_(i) -= capital;

@@ -77,9 +77,12 @@ class DebtServiceSchedule {
     View<double> sums();
 
   private:
-    void add_row(const DebtService& terms);
-    void repay(const Routine& here, const DebtService& terms, const Accrual& accrual);
-    double interest_in(const timeperiod& Time, const DebtService& terms, const Accrual& accrual) const;
+    void extend(const Routine& here, const DebtService& terms, const date& horizon);
+    void add_row(const DebtService& terms, SequenceCursor& dates);
+    void repay(const Routine& here, const DebtService& terms, const Accrual& accrual, SequenceCursor& service_dates,
+               SequenceCursor& interest_dates);
+    double interest_in(const timeperiod& Time, const DebtService& terms, const Accrual& accrual,
+                       SequenceCursor& dates) const;
 
     Schedule schedule_;
     Range<double> balances_, sums_;
@@ -147,15 +150,16 @@ class UpliftedCapital {
     SavedInputs<date, date, int, date, int, Index...> inputs_;
 };
 
-/// The debt service paid in a span.
-double service_in(const timeperiod& span, const FromSteps& steps, View<double> rates, const Basis& basis);
+/// The debt service paid in a span, in cash; `dates` are those of the basis.
+double service_in(const timeperiod& span, const FromSteps& steps, View<double> rates, const Basis& basis,
+                  SequenceCursor& dates);
 
 /// The next date of a loan that pays on the dates of a sequence: that of an advance if it comes no later.
 struct RowOfLoan {
     date day;
     bool is_advance;
 };
-RowOfLoan next_row(const date& day, const Payments& advances, int advances_taken, const AnnualSequence& PrdsInt);
+RowOfLoan next_row(const date& day, const Payments& advances, int advances_taken, SequenceCursor& dates);
 
 struct LoanSchedules {
     RolledUpInterest rolled_up;

@@ -102,7 +102,8 @@ struct Debt {
 /// What a loan leaves unexplained at its end when one of its inputs is a trial value.
 class clsLoanCalc final : public clsSolveBase {
   public:
-    clsLoanCalc(const Routine& here, const LoanInputs& inputs) : here_(here), in_(inputs) {}
+    clsLoanCalc(const Routine& here, const LoanInputs& inputs)
+        : here_(here), in_(inputs), interest_dates_(inputs.PrdsInt), repayment_dates_(inputs.PrdsRep) {}
 
     void setup() override;
     double eval(double x) override;
@@ -113,10 +114,10 @@ class clsLoanCalc final : public clsSolveBase {
     void lay_out();
     void lay_out_without_interest();
     double guess() const;
-    date repayment_date() const;
+    date repayment_date();
 
-    double service(const timeperiod& span, View<double> rates) const {
-        return service_in(span, in_.repayments, rates, {in_.DayCount, in_.PrdsRep, cash});
+    double service(const timeperiod& span, View<double> rates) {
+        return service_in(span, in_.repayments, rates, {in_.DayCount, in_.PrdsRep, cash}, repayment_dates_);
     }
     double growth(const timeperiod& span, const Accrual& accrual, bool goes_on) const {
         const Life all{span.from(), span.to()};
@@ -126,6 +127,7 @@ class clsLoanCalc final : public clsSolveBase {
 
     const Routine& here_;
     const LoanInputs& in_;
+    SequenceCursor interest_dates_, repayment_dates_;
     int kind_ = 0, item_ = 0;
     bool no_interest_ = false;
     date NPVDate_, StartDCF_;
@@ -216,10 +218,10 @@ void clsLoanCalc::lay_out() {
         repaid_.append(service(since, other_repayments),
                        kind_ == solve_repayment_rate ? service(since, the_repayment) : 0.0);
         const bool last = day >= NPVDate_ || advanced_.fixed.size() == range_capacity;
-        due_->append(last || in_.PrdsInt.isdate(day) ? 1 : 0);
+        due_->append(last || interest_dates_.isdate(day) ? 1 : 0);
         if (last) break;
 
-        const RowOfLoan next = next_row(day, listed, taken, in_.PrdsInt);
+        const RowOfLoan next = next_row(day, listed, taken, interest_dates_);
         const date next_day = std::min(next.day, NPVDate_);
         const timeperiod span(day, next_day);
         const bool goes_on = next_day < NPVDate_;
@@ -271,7 +273,7 @@ double clsLoanCalc::guess() const {
 }
 
 /// The search starts on the day of the last advance, which no repayment comes before.
-date clsLoanCalc::repayment_date() const {
+date clsLoanCalc::repayment_date() {
     constexpr double rounding = 1e-7; // of a balance that is as asked
     const Payments& listed = in_.advances;
     const int advances = listed.PmtDates.size();
@@ -302,13 +304,13 @@ date clsLoanCalc::repayment_date() const {
     };
     if (taken >= advances && std::fabs(at_first) <= rounding) return day;
     for (int i = 1; i < range_capacity; ++i) {
-        const RowOfLoan next = next_row(day, listed, taken, in_.PrdsInt);
+        const RowOfLoan next = next_row(day, listed, taken, interest_dates_);
         if (next.day < day || (next.day == day && !next.is_advance)) break; // the calendar's end
         const double advanced = next.is_advance ? listed.Pmts(taken + 1) : 0.0;
         if (taken >= advances) {
             date before = day;
-            for (date paid = in_.PrdsRep.nextdate(day, false); paid < next.day && paid > before;
-                 paid = in_.PrdsRep.nextdate(paid, false)) {
+            for (date paid = repayment_dates_.nextdate(day, false); paid < next.day && paid > before;
+                 paid = repayment_dates_.nextdate(paid, false)) {
                 if (reached(paid, 0.0)) return first_between(before, paid);
                 before = paid;
             }
@@ -320,7 +322,7 @@ date clsLoanCalc::repayment_date() const {
         }
         debt.accrued += debt.balance * growth(timeperiod(day, next.day), accrual, true);
         debt.balance += advanced - service(timeperiod(day.plusdays(1), next.day.plusdays(1)), in_.AnnRepRates);
-        if (in_.PrdsInt.isdate(next.day)) debt.pay_interest();
+        if (interest_dates_.isdate(next.day)) debt.pay_interest();
         if (next.is_advance) ++taken;
         day = next.day;
     }

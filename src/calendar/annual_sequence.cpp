@@ -312,6 +312,22 @@ date AnnualSequence::nextdateshift(const date& from, bool inclusive, bool shift)
     return shift && arrears_ ? found.plusdays(1) : found;
 }
 
+const date* SequenceCursor::move(const date& from, bool strict) {
+    const int day = from.dtn() - static_cast<int>(strict);
+    if (last_.index > 0) {
+        dates_[0] = dates_[1];
+        dates_[1] = dates_[2];
+        last_ = sequence_.place_after(last_);
+        dates_[2] = sequence_.on(last_);
+        if (dates_[1].dtn() <= day && day < dates_[2].dtn()) return dates_ + 1;
+    }
+    const auto place = sequence_.prevplace(from, strict);
+    dates_[0] = dates_[1] = sequence_.on(place);
+    last_ = sequence_.place_after(place);
+    dates_[2] = sequence_.on(last_);
+    return dates_ + 1;
+}
+
 // --- Periods --------------------------------------------------------------------------------------------------
 
 AnnualSequence::Bracket AnnualSequence::bracket(const date& day) const {

@@ -119,6 +119,7 @@ class AnnualSequence : public Range<double, 100> {
     bool same_as(const AnnualSequence& other) const;
 
   private:
+    friend class SequenceCursor;
     struct Place {
         int year, index;
     };
@@ -156,6 +157,37 @@ class AnnualSequence : public Range<double, 100> {
     bool missing_ = false;
     int bus_day_switch_ = 0;
     int rolling_convention_ = 0;
+};
+
+/// Finds dates of a sequence near those that it has found last, as a walk from period to period asks for them: it works
+/// out each date once. The answers are those of the sequence, which must outlive it.
+class SequenceCursor {
+  public:
+    explicit SequenceCursor(const AnnualSequence& sequence) : sequence_(sequence) {}
+
+    bool arrears() const { return sequence_.arrears(); }
+    const AnnualSequence& sequence() const { return sequence_; }
+    date prevdate(const date& from, bool strict) {
+        return rolls() ? sequence_.prevdate(from, strict) : around(from, strict)[0];
+    }
+    bool isdate(const date& day) { return nextdate(day, true) == day; }
+    date nextdate(const date& from, bool inclusive) {
+        return rolls() ? sequence_.nextdate(from, inclusive) : around(from, inclusive)[1];
+    }
+
+  private:
+    bool rolls() const { return sequence_.BusDaySwitch() != 0; }
+    /// The last date of the sequence on or before a date, or strictly before it, and the one that follows.
+    const date* around(const date& from, bool strict) {
+        const int day = from.dtn() - static_cast<int>(strict);
+        const date* const period = day < dates_[1].dtn() ? dates_ : dates_ + 1;
+        return period[0].dtn() <= day && day < period[1].dtn() ? period : move(from, strict);
+    }
+    const date* move(const date& from, bool strict);
+
+    const AnnualSequence& sequence_;
+    date dates_[3]; ///< dates of the sequence, one after the other
+    AnnualSequence::Place last_{0, 0};
 };
 
 /// The preset sequences.

@@ -431,7 +431,9 @@ date& date::addyears(double y, bool keepmonthend) {
 
 date date::plusdays(int n) const {
     if (n == -1 && traced()) trace().info(text_of("deducting one day from ", *this));
-    return date(*this).adddays(n);
+    date moved(*this);
+    moved.adddays(n);
+    return moved;
 }
 
 date date::yearstart() const { return date(year_, 1, 1, context_); }

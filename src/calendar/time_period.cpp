@@ -196,8 +196,9 @@ namespace {
 /// The span of accrual that is paid for in a period. `from` and `to` are the period's own dates, less the delay of
 /// payments. `end` is the finish of the stream in arrears and its start in advance, plus the delay: the span of the
 /// period in which it lies is stretched to take in the whole stream there.
+template <class Sequence>
 timeperiod paid_span(const Routine& here, const timeperiod& period, const date& from, const date& to, const date& end,
-                     const AnnualSequence& sequence, bool checklast) {
+                     Sequence& sequence, bool checklast) {
     const bool stretched = period.contains(end);
     if (sequence.arrears()) {
         if (checklast && period.from() > end) {
@@ -223,19 +224,29 @@ timeperiod paid_span(const Routine& here, const timeperiod& period, const date& 
     return timeperiod(sequence.nextdate(from, true), sequence.nextdate(to, true));
 }
 
-} // namespace
-
-timeperiod CashTime(const timeperiod& ThisTimePeriod, const AnnualSequence& AnnSeq, const date& Start,
-                    const date& Finish, bool checklast, double ProjMode) {
+template <class Sequence>
+timeperiod cash_time(const timeperiod& ThisTimePeriod, const AnnualSequence& AnnSeq, Sequence& sequence,
+                     const date& Start, const date& Finish, bool checklast, double ProjMode) {
     Routine here{"CashTime", Routine::internal};
     here.arguments(QX_NAMED(ThisTimePeriod, AnnSeq, Start, Finish, checklast, ProjMode));
     const int delay = payment_delay(ProjMode);
     const date &from = ThisTimePeriod.from(), &to = ThisTimePeriod.to(), &end = AnnSeq.arrears() ? Finish : Start;
-    timeperiod span = delay == 0 ? paid_span(here, ThisTimePeriod, from, to, end, AnnSeq, checklast)
+    timeperiod span = delay == 0 ? paid_span(here, ThisTimePeriod, from, to, end, sequence, checklast)
                                  : paid_span(here, ThisTimePeriod, from.plusdays(-delay), to.plusdays(-delay),
-                                             end.plusdays(delay), AnnSeq, checklast);
+                                             end.plusdays(delay), sequence, checklast);
     here.returning(span);
     return span;
+}
+
+} // namespace
+
+timeperiod CashTime(const timeperiod& ThisTimePeriod, const AnnualSequence& AnnSeq, const date& Start,
+                    const date& Finish, bool checklast, double ProjMode) {
+    return cash_time(ThisTimePeriod, AnnSeq, AnnSeq, Start, Finish, checklast, ProjMode);
+}
+timeperiod CashTime(const timeperiod& ThisTimePeriod, SequenceCursor& AnnSeq, const date& Start, const date& Finish,
+                    bool checklast, double ProjMode) {
+    return cash_time(ThisTimePeriod, AnnSeq.sequence(), AnnSeq, Start, Finish, checklast, ProjMode);
 }
 
 std::string describe(const timeperiod& period) { return text_of(period.from(), " to ", period.to()); }

@@ -124,6 +124,9 @@ std::string projmode_text(double ProjMode);
 /// once. Empty after the stream's end, or before its start.
 timeperiod CashTime(const timeperiod& ThisTimePeriod, const AnnualSequence& AnnSeq, const date& Start,
                     const date& Finish, bool checklast, double ProjMode);
+/// The same for one of several periods near each other.
+timeperiod CashTime(const timeperiod& ThisTimePeriod, SequenceCursor& AnnSeq, const date& Start, const date& Finish,
+                    bool checklast, double ProjMode);
 
 /// A period as text: "1Jan2005 to 1Apr2005".
 std::string describe(const timeperiod& period);

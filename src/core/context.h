@@ -1,10 +1,10 @@
 // Who is at work and on what: the names that a failure carries to the trace.
 //
-// A FunctionContext holds four texts and only while the trace is on; otherwise it is one null pointer, so that
-// every routine, date and period can own one for nothing.
+// A FunctionContext names four texts, and only while the trace is on. The texts are in one store, equal ones once; the
+// context is their number there, so that every routine, date and period can own one, and copy it, for nothing.
 #pragma once
 
-#include <memory>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -34,47 +34,36 @@ class FunctionContext {
         if (tracing) [[unlikely]]
             setnames(function, variable);
     }
-    FunctionContext(const FunctionContext& other) {
-        if (other.texts_) [[unlikely]]
-            copy(other);
-    }
-    FunctionContext(FunctionContext&&) noexcept = default;
-    FunctionContext& operator=(const FunctionContext& other) {
-        if (texts_ || other.texts_) [[unlikely]]
-            copy(other);
-        return *this;
-    }
-    FunctionContext& operator=(FunctionContext&&) noexcept = default;
-    ~FunctionContext() = default;
 
     // Setters act only while the trace is on.
     void setfunction(std::string_view text) { set(&Texts::function, text); }
     void setvariable(std::string_view text) { set(&Texts::variable, text); }
     void setclass(std::string_view text) { set(&Texts::class_name, text); }
     void setmessage(std::string_view text) { set(&Texts::message, text); }
-    void setnames(std::string_view function, std::string_view variable) {
-        set(&Texts::function, function);
-        set(&Texts::variable, variable);
-    }
+    void setnames(std::string_view function, std::string_view variable);
 
-    std::string function() const { return get(&Texts::function); }
-    std::string variable() const { return get(&Texts::variable); }
-    std::string class_name() const { return get(&Texts::class_name); }
-    std::string message() const { return get(&Texts::message); }
+    const std::string& function() const { return texts().function; }
+    const std::string& variable() const { return texts().variable; }
+    const std::string& class_name() const { return texts().class_name; }
+    const std::string& message() const { return texts().message; }
 
     /// The lines that an error's description shows: function, variable, message and class, each if not empty.
     std::string text() const;
+
+    /// Empties the store, as a new trace does: contexts from before have no texts any more.
+    static void forget_texts();
 
   private:
     struct Texts {
         std::string function, variable, class_name, message;
     };
+    class Store;
 
+    static Store& store();
+    const Texts& texts() const;
     void set(std::string Texts::*field, std::string_view text);
-    std::string get(std::string Texts::*field) const { return texts_ ? (*texts_).*field : std::string{}; }
-    void copy(const FunctionContext& other);
 
-    std::unique_ptr<Texts> texts_;
+    std::uint32_t number_ = 0; ///< 0: it has no texts
 };
 
 } // namespace qx

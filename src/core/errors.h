@@ -110,7 +110,7 @@ struct ErrorClass {
 class cls_exception {
   public:
     cls_exception(const ErrorClass& kind, const FunctionContext& context)
-        : errortext(kind.text), context(context), kind_(&kind) {}
+        : errortext(kind.text), context(tracing ? context : FunctionContext{}), kind_(&kind) {}
     cls_exception(const cls_exception&) = default;
     cls_exception& operator=(const cls_exception&) = default;
     virtual ~cls_exception() = default;

@@ -33,6 +33,7 @@ void clsTrace2::TraceStart(bool with_file) {
     stackflag = false;
     file_begun_ = file_.isopen();
     file_warning_ = with_file && !file_begun_;
+    FunctionContext::forget_texts();
     tracing = true;
 }
 

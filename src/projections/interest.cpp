@@ -12,7 +12,7 @@ namespace qx {
 namespace {
 
 /// The first step that holds on a date or later, 1 to n: where a walk over the steps of a period begins.
-int first_step(View<date> FromDates, bool ascending, const date& from) {
+inline int first_step(const View<date>& FromDates, bool ascending, const date& from) {
     if (!ascending || FromDates.size() < 2) return 1;
     return static_cast<int>(std::lower_bound(FromDates.begin() + 1, FromDates.end(), from) - FromDates.begin());
 }
@@ -86,7 +86,7 @@ double SteppedBalances::interest(const timeperiod& period, const Accrual& accrua
     Routine here{"InterestOnBalances", Routine::internal};
     const int n = FromDates_.size();
     double sum = 0.0;
-    for (int i = first_step(FromDates_, ascending_, period.from()); i <= n && FromDates_.get(i) <= period.to(); ++i) {
+    for (int i = first_step(FromDates_, ascending_, period.from()); i <= n && FromDates_.get(i) < period.to(); ++i) {
         const bool followed = i < n && FromDates_.get(i + 1) < Finish_;
         const Life life{FromDates_.get(i), followed ? FromDates_.get(i + 1) : Finish_};
         const Life span = life.within(period.from(), period.to());

@@ -29,7 +29,7 @@ double sum_stream(const Routine& here, const timeperiod& Time, const Steps& step
         return in_measured_period(here, given, steps.extent(), basis, [&](const timeperiod& period) {
             return sum_steps(
                 here, period, steps, basis,
-                [&](int n, const Life& step, const Basis& stub, bool ComponentPart) {
+                [&](int n, const Life& step, const Measure& stub, bool ComponentPart) {
                     return amount(period, n, step, stub, ComponentPart);
                 },
                 last_step);
@@ -44,8 +44,9 @@ double sum_rates(const Routine& here, const timeperiod& Time, const Steps& steps
     Kept<double> rates{here, steps.count()};
     return sum_stream(
         here, Time, steps, basis,
-        [&](const timeperiod& period, int n, const Life& step, const Basis& stub, bool ComponentPart) {
-            return ConX(period, step, rates(n, [&] { return rate_of(n); }), stub, ComponentPart);
+        [&](const timeperiod& period, int n, const Life& step, const Measure& stub, bool ComponentPart) {
+            return ConX(Life{period.from(), period.to()}, step, rates(n, [&] { return rate_of(n); }), stub,
+                        ComponentPart);
         },
         last_step);
 }
@@ -53,7 +54,11 @@ double sum_rates(const Routine& here, const timeperiod& Time, const Steps& steps
 template <class Steps>
 double sum_given(const Routine& here, const timeperiod& Time, const Steps& steps, View<double> AnnualRates,
                  const Basis& basis) {
-    return sum_rates(here, Time, steps, basis, [&](int n) { return AnnualRates.single_or(n); });
+    return sum_stream(
+        here, Time, steps, basis,
+        [&](const timeperiod& period, int n, const Life& step, const Measure& stub, bool ComponentPart) {
+            return ConX(Life{period.from(), period.to()}, step, AnnualRates.single_or(n), stub, ComponentPart);
+        });
 }
 
 template <class Steps>

@@ -33,6 +33,8 @@ struct Life {
 /// As a period: "1Jan2005 to 1Apr2005".
 std::string describe(const Life& life);
 
+struct Measure;
+
 /// How time is measured and when money counts: as it accrues or when it is paid.
 struct Basis {
     using takes = Takes<double, AnnualSequence, double>;
@@ -44,7 +46,7 @@ struct Basis {
     /// The same day count without cash timing: what a piece of a stream is measured with once the period was adjusted.
     Basis accruals() const { return {DayCount, Periods, 0.0}; }
     /// Accruals under another day count.
-    Basis under(double day_count) const { return {day_count, Periods, 0.0}; }
+    Measure under(double day_count) const;
     void check(Routine& here) const {
         here.limit(DayCount, daycount_limits, "DayCount");
         here.limit(ProjMode, projmode_limits, "ProjMode");
@@ -60,6 +62,8 @@ struct Measure {
     operator Basis() const { return {DayCount, Periods, 0.0}; }
     void check(Routine& here) const { here.limit(DayCount, daycount_limits, "DayCount"); }
 };
+
+inline Measure Basis::under(double day_count) const { return {day_count, Periods}; }
 
 /// 30/360 and calendar quarters, for what is the same under any measure.
 Measure any_measure();

@@ -19,9 +19,10 @@ WorkList<double> period_lengths(const Routine& here, const date& DrawDate, int N
                                 const AnnualSequence& PrdsInt) {
     WorkList<double> lengths;
     lengths->dimension(NumPmts);
+    SequenceCursor dates(PrdsInt);
     date start = DrawDate;
     for (int i = 1; i <= NumPmts; ++i) {
-        const date end = PrdsInt.nextdate(start, false);
+        const date end = dates.nextdate(start, false);
         lengths(i) = years_between(start, end, DayCount, PrdsInt);
         const TraceBlock pass = here.pass(i, "Payment on ", end, " after ", lengths(i), " years");
         start = end;
