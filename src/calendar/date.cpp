@@ -3,6 +3,7 @@
 #include "core/trace.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
@@ -29,26 +30,18 @@ constexpr std::int64_t block_start(std::int64_t block) {
 
 constexpr std::int64_t largest_dtn = 2'000'000'000; // keeps all of the arithmetic in range
 
-/// The part of a month that has passed before a day, for months of 28 to 31 days.
-struct MonthParts {
-    double before[4][32]; ///< of every day up to the 31st, in short months too
-
-    constexpr MonthParts() : before{} {
-        for (int length = 28; length <= 31; ++length)
-            for (int day = 1; day <= 31; ++day) before[length - 28][day - 1] = static_cast<double>(day - 1) / length;
-    }
-};
-constexpr MonthParts parts_of_month;
+/// A CalendarDay of which the parts that are left out are 0: those of a year and of a day in it make a whole one.
+constexpr std::uint64_t part_of_day(const CalendarDay& day) { return std::bit_cast<std::uint64_t>(day); }
 
 /// The days of an ordinary year and of a leap year, each with the months of its year that have passed before it, and of
-/// each month the days before it and its row of parts_of_month.
+/// each month the days before it and its length.
 struct YearDays {
     struct Day {
         double months;
-        std::int32_t month, day;
+        std::uint64_t calendar; ///< month and day
     };
     struct Month {
-        std::int16_t before, parts;
+        std::int16_t before, length;
     };
     Day days[2][366];
     Month months[2][16];
@@ -59,9 +52,10 @@ struct YearDays {
             for (int month = 1; month <= 12; ++month) {
                 const int length = date::days_in_month(month, leap == 1);
                 for (int day = 1; day <= length; ++day)
-                    *next++ = {(month - 1) + parts_of_month.before[length - 28][day - 1], month, day};
+                    *next++ = {(month - 1) + static_cast<double>(day - 1) / length,
+                               part_of_day({0, static_cast<std::int8_t>(month), static_cast<std::int8_t>(day), 0, 0})};
                 months[leap][month] = {static_cast<std::int16_t>(date::days_before_month(month, leap == 1)),
-                                       static_cast<std::int16_t>(length - 28)};
+                                       static_cast<std::int16_t>(length)};
             }
         }
     }
@@ -75,7 +69,8 @@ class CalendarYears {
   public:
     struct Year {
         int start = 0; ///< the date number of 1 January
-        bool leap = false, block_leap = false;
+        bool leap = false;
+        std::uint64_t calendar = 0; ///< year and leap years
     };
 
     constexpr CalendarYears() {
@@ -83,7 +78,7 @@ class CalendarYears {
         for (int year = first_calendar_year; year <= date::maxyear + 1; ++year) {
             const int block = year / 4;
             const bool block_leap = block % 25 != 0 || block % 4 == 0, leap = year % 4 == 0 && block_leap;
-            years_[year - first_calendar_year] = {start, leap, block_leap};
+            years_[year - first_calendar_year] = {start, leap, part_of_day({year, 0, 0, leap, block_leap})};
             start += leap ? 366 : 365;
         }
     }
@@ -136,20 +131,13 @@ void date::fail(const Pieces&... pieces) const {
     throw E(context);
 }
 
-void date::fail_valid() const {
-    if (month_ < 1 || month_ > 12 || day_ < 1 || day_ > 31)
-        fail<errlibnonsensicaldate>("routine 'assert' reported a date of ", year_, "/", month_, "/", day_);
-    fail<errlibdateoutofrange>("routine 'assert' reported a year of ", year_);
+void date::check_months() const {
+    if (months_ < 0.0) fail<errlibdateoutofrange>("routine 'assert' reported a year of ", year());
 }
 
-void date::assert_valid() const {
-    if (month_ < 1 || month_ > 12 || day_ < 1 || day_ > 31 || year_ > maxyear || months_ < 0.0) fail_valid();
-}
-
-date::date(int year, int month, int day, const FunctionContext& context)
-    : year_(year), month_(month), day_(day), context_(context) {
+date::date(int year, int month, int day, const FunctionContext& context) : context_(context) {
     try {
-        set_ymd();
+        set_ymd(year, month, day);
     } catch (const cls_exception& error) {
         throw errlibconstructorerror(error.context);
     }
@@ -189,59 +177,55 @@ date date::from_months(double months, int seconds) {
     return value;
 }
 
-inline void date::check_month_and_day() const {
-    if (month_ < 1 || month_ > 12 || day_ < 1 || day_ > 31)
-        fail<errlibnonsensicaldate>("From the dateutils dtn routine");
+void date::set_calendar(int year, int month, int day) {
+    if (month < 1 || month > 12 || day < 1 || day > 31) fail<errlibnonsensicaldate>("From the dateutils dtn routine");
+    const int limited = std::min(year, maxyear);
+    calendar_ = {limited, static_cast<std::int8_t>(month), static_cast<std::int8_t>(day), is_leap(limited),
+                 is_block_leap(limited)};
 }
 
 void date::derive_dtn() {
-    limit_year();
-    set_leaps();
-    check_month_and_day();
-    if (year_ < first_calendar_year) return derive_early_dtn();
-    dtn_ = calendar_number(year_, month_, day_);
-}
-
-void date::derive_early_dtn() {
-    const int block = (year_ - 1900) / 4;
-    const int y = (year_ - 1900) % 4;
-    std::int64_t number = block_start(block) + days_before_month(month_, leap_) + day_ - 1;
-    if (!leap_) number += (y - 1) * 365 + (blockleap_ ? 366 : 365);
+    if (year() >= first_calendar_year) {
+        dtn_ = calendar_number(year(), month(), day());
+        return;
+    }
+    const int block = (year() - 1900) / 4;
+    const int y = (year() - 1900) % 4;
+    std::int64_t number = block_start(block) + daysbeforemonth() + day() - 1;
+    if (!leap()) number += (y - 1) * 365 + (blockleap() ? 366 : 365);
     if (number < -largest_dtn || number > largest_dtn) fail<errlibdateoutofrange>();
     dtn_ = static_cast<int>(number);
 }
 
-inline void date::set_calendar(int year, int month, int day) {
-    const CalendarYears::Year& in = calendar_years(year);
-    leap_ = in.leap;
-    blockleap_ = in.block_leap;
-    year_ = year;
-    month_ = month;
-    day_ = day;
-    months_ = year * 12 + (month - 1) + parts_of_month.before[year_days.months[in.leap][month].parts][day - 1];
+template <class Year>
+inline void date::set_day(int year, const Year& in, int days) {
+    const YearDays::Day& day = year_days.days[in.leap][days];
+    calendar_ = std::bit_cast<CalendarDay>(in.calendar | day.calendar);
+    months_ = year * 12 + day.months;
+    dtn_ = in.start + days;
 }
 
-inline void date::set_ymd() {
-    const int year = std::min(year_, maxyear), month = month_, day = day_;
-    if (!in_calendar(year, month, day)) return set_early_ymd();
+inline void date::set_ymd(int year, int month, int day) {
+    const int limited = std::min(year, maxyear);
+    if (in_calendar(limited, month, day)) {
+        const CalendarYears::Year& in = calendar_years(limited);
+        const auto [before, length] = year_days.months[in.leap][month];
+        if (day <= length) return set_day(limited, in, before + day - 1);
+    }
+    set_irregular_ymd(year, month, day);
+}
+
+/// A day before the calendar's first, or past its month's end.
+void date::set_irregular_ymd(int year, int month, int day) {
     set_calendar(year, month, day);
-    dtn_ = calendar_number(year, month, day);
+    derive_dtn();
+    derive_months();
+    check_months();
 }
 
 date date::from_ymd(int year, int month, int day) {
-    const auto otherwise = [](int year, int month, int day) __attribute__((noinline)) {
-        date value;
-        value.year_ = year;
-        value.month_ = month;
-        value.day_ = day;
-        value.set_ymd();
-        return value;
-    };
-    if (!in_calendar(year, month, day)) [[unlikely]]
-        return otherwise(year, month, day);
     date value; // whose own first values are never written
-    value.set_calendar(year, month, day);
-    value.dtn_ = calendar_number(year, month, day);
+    value.set_ymd(year, month, day);
     return value;
 }
 
@@ -252,31 +236,18 @@ date date::in_month(int year, int month, int day) {
     };
     if (!in_calendar(year, month, day)) [[unlikely]]
         return otherwise(year, month, day);
-    const int length = 28 + year_days.months[calendar_years(year).leap][month].parts;
+    const CalendarYears::Year& in = calendar_years(year);
+    const auto [before, length] = year_days.months[in.leap][month];
     date value; // whose own first values are never written
-    value.set_calendar(year, month, std::min(day, length));
-    value.dtn_ = calendar_number(year, month, value.day_);
+    value.set_day(year, in, before + std::min<int>(day, length) - 1);
     return value;
-}
-
-void date::set_early_ymd() {
-    derive_dtn();
-    derive_months();
-    assert_valid();
 }
 
 inline void date::set_dtn(int dtn) {
     if (!in_calendar(dtn)) return set_irregular_dtn(dtn);
     const int year = calendar_years.of(dtn);
     const CalendarYears::Year& in = calendar_years(year);
-    const YearDays::Day& day = year_days.days[in.leap][dtn - in.start];
-    leap_ = in.leap;
-    blockleap_ = in.block_leap;
-    year_ = year;
-    month_ = day.month;
-    day_ = day.day;
-    months_ = year * 12 + day.months; // to the bit set_calendar's, which adds the month and the part of it in turn
-    dtn_ = dtn;
+    set_day(year, in, dtn - in.start);
 }
 
 date date::from_dtn(int dtn) {
@@ -325,22 +296,16 @@ void date::set_irregular_dtn(int dtn) {
     if (y >= 0 && y <= 4)
         dayofyear = dtn - static_cast<int>(block_start(block)) - days_before_year[blockleap ? 1 : 0][y];
 
-    year_ = year;
-    leap_ = leap;
-    blockleap_ = blockleap;
-    dtn_ = dtn;
-    if (dayofyear < 0 || dayofyear >= 396) {
-        month_ = 1;
-        day_ = dayofyear < 0 ? 0 : 32;
-        assert_valid();
-    }
+    if (dayofyear < 0 || dayofyear >= 396)
+        fail<errlibnonsensicaldate>("routine 'assert' reported a date of ", year, "/1/", dayofyear < 0 ? 0 : 32);
     int month = (dayofyear >> 5) + 1; // at most one too low
     if (month < 13 && dayofyear >= days_before_month(month + 1, leap)) ++month;
-    day_ = dayofyear - days_before_month(month, leap) + 1;
-    month_ = month == 13 ? 1 : month;
-    limit_year();
+    const int day = dayofyear - days_before_month(month, leap) + 1;
+    calendar_ = {std::min(year, maxyear), static_cast<std::int8_t>(month == 13 ? 1 : month),
+                 static_cast<std::int8_t>(day), leap, blockleap};
+    dtn_ = dtn;
     derive_months();
-    assert_valid();
+    check_months();
 }
 
 void date::set_months(double months, int seconds) {
@@ -351,23 +316,23 @@ void date::set_months(double months, int seconds) {
     months_ = months > DateCrit.months_ ? DateCrit.months_ : months;
 
     constexpr std::int64_t unit = 1'000'000'000'000; // one month
-    year_ = static_cast<int>((months_ * 1e12 + 190258.0) / 12e12);
-    set_leaps();
-    const std::int64_t x = static_cast<std::int64_t>(months_ * 1e12) - year_ * 12 * unit + (leap_ ? 1317 : 1321);
-    month_ = static_cast<int>(x / unit) + 1;
-    const int length = daysinmonth();
-    const std::int64_t elapsed = (x - (month_ - 1) * unit) * 24 * 60 * 60 * length / unit;
-    day_ = static_cast<int>((elapsed + seconds) / 86400) + 1;
-    if (day_ > length) {
-        if (day_ > length + 1) fail<errlibnonsensicaldate>();
-        day_ = 1;
-        if (++month_ > 12) {
-            month_ = 1;
-            ++year_;
+    int year = static_cast<int>((months_ * 1e12 + 190258.0) / 12e12);
+    const bool leap = is_leap(year);
+    const std::int64_t x = static_cast<std::int64_t>(months_ * 1e12) - year * 12 * unit + (leap ? 1317 : 1321);
+    int month = static_cast<int>(x / unit) + 1;
+    const int length = days_in_month(month, leap);
+    const std::int64_t elapsed = (x - (month - 1) * unit) * 24 * 60 * 60 * length / unit;
+    int day = static_cast<int>((elapsed + seconds) / 86400) + 1;
+    if (day > length) {
+        if (day > length + 1) fail<errlibnonsensicaldate>();
+        day = 1;
+        if (++month > 12) {
+            month = 1;
+            ++year;
         }
     }
+    set_calendar(year, month, day);
     derive_dtn();
-    assert_valid();
 }
 
 bool date::stays() {
@@ -384,27 +349,22 @@ date& date::adddays(int n) {
     return *this;
 }
 
-void date::finish_months(bool first, bool atend, bool keepmonthend) {
-    limit_year();
-    set_leaps();
-    const int length = daysinmonth();
-    if (!first && ((atend && keepmonthend) || day_ > length)) day_ = length;
-    set_ymd();
+/// In another month, on the same day, its last one if the month is shorter.
+void date::arrive(int year, int month, bool keepmonthend) {
+    const int length = days_in_month(month, is_leap(std::min(year, maxyear)));
+    const bool to_end = day() != 1 && ((keepmonthend && ismonthend()) || day() > length);
+    set_ymd(year, month, to_end ? length : day());
 }
 
 date& date::addmonths(int n, bool keepmonthend) {
     if (stays()) return *this;
-    const bool atend = ismonthend();
-    const bool first = day_ == 1;
-    std::int64_t month = static_cast<std::int64_t>(month_) + n;
+    std::int64_t month = static_cast<std::int64_t>(this->month()) + n;
     std::int64_t carry = 0;
     if (month >= 13)
         carry = (month - 1) / 12;
     else if (month < 1)
         carry = month / 12 - 1;
-    month_ = static_cast<int>(month - 12 * carry);
-    year_ = static_cast<int>(year_ + carry);
-    finish_months(first, atend, keepmonthend);
+    arrive(static_cast<int>(year() + carry), static_cast<int>(month - 12 * carry), keepmonthend);
     return *this;
 }
 
@@ -420,12 +380,9 @@ date& date::addmonths(double x) {
 date& date::addyears(double y, bool keepmonthend) {
     if (qx::iszero(y) || stays()) return *this;
     if (!qx::iszero(fraction(y))) return addmonths(y * 12.0);
-    const bool atend = ismonthend();
-    const bool first = day_ == 1;
-    const double year = year_ + std::trunc(y);
+    const double year = this->year() + std::trunc(y);
     if (year < 0.0) fail<errlibdateoutofrange>("Year ", year);
-    year_ = year > maxyear ? maxyear : static_cast<int>(year);
-    finish_months(first, atend, keepmonthend);
+    arrive(year > maxyear ? maxyear : static_cast<int>(year), month(), keepmonthend);
     return *this;
 }
 
@@ -436,9 +393,9 @@ date date::plusdays(int n) const {
     return moved;
 }
 
-date date::yearstart() const { return date(year_, 1, 1, context_); }
-date date::monthstart() const { return date(year_, month_, 1, context_); }
-date date::monthend() const { return date(year_, month_, daysinmonth(), context_); }
+date date::yearstart() const { return date(year(), 1, 1, context_); }
+date date::monthstart() const { return date(year(), month(), 1, context_); }
+date date::monthend() const { return date(year(), month(), daysinmonth(), context_); }
 
 date date::with_day(int year, int month, int day) const {
     if (month < 1 || month > 12 || day < 1)
@@ -448,15 +405,15 @@ date date::with_day(int year, int month, int day) const {
 }
 
 date date::prevanniversary(int month, int day, bool strict) const {
-    const date thisyear = with_day(year_, month, day);
+    const date thisyear = with_day(year(), month, day);
     const bool toolate = strict ? thisyear >= *this : thisyear > *this;
-    return toolate ? with_day(year_ - 1, month, day) : thisyear;
+    return toolate ? with_day(year() - 1, month, day) : thisyear;
 }
 
 date date::nextanniversary(int month, int day, bool inclusive) const {
-    const date thisyear = with_day(year_, month, day);
+    const date thisyear = with_day(year(), month, day);
     const bool tooearly = inclusive ? thisyear < *this : thisyear <= *this;
-    return tooearly ? with_day(year_ + 1, month, day) : thisyear;
+    return tooearly ? with_day(year() + 1, month, day) : thisyear;
 }
 
 date date::nearestanniversary(int month, int day, int mode) const {
@@ -485,12 +442,12 @@ date& date::movetoweekday(int weekday, int mode) {
 }
 
 date& date::movetomonthday(int dayofmonth, int mode) {
-    if (day_ == dayofmonth || mode < 0 || mode > 2) return *this;
+    if (day() == dayofmonth || mode < 0 || mode > 2) return *this;
     const auto candidate = [&](int months) {
-        const int month = month_ + months;
-        return month < 1    ? with_day(year_ - 1, 12, dayofmonth)
-               : month > 12 ? with_day(year_ + 1, 1, dayofmonth)
-                            : with_day(year_, month, dayofmonth);
+        const int in = month() + months;
+        return in < 1    ? with_day(year() - 1, 12, dayofmonth)
+               : in > 12 ? with_day(year() + 1, 1, dayofmonth)
+                         : with_day(year(), in, dayofmonth);
     };
     const date candidates[] = {candidate(-1), candidate(0), candidate(1)};
     const date* chosen = nullptr;
@@ -509,7 +466,7 @@ date& date::movetomonthday(int dayofmonth, int mode) {
     return *this;
 }
 
-const char* date::monthname() const { return month_name(month_); }
+const char* date::monthname() const { return month_name(month()); }
 const char* date::dayname() const { return weekday_name(dayofweek()); }
 
 const char* month_name(int month) { return month < 1 || month > 12 ? "" : month_names[month]; }

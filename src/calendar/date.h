@@ -21,6 +21,13 @@
 
 namespace qx {
 
+/// A day of the calendar, in a word that is written and copied at once.
+struct alignas(8) CalendarDay {
+    std::int32_t year;
+    std::int8_t month, day;
+    bool leap, blockleap;
+};
+
 class date {
   public:
     static constexpr int maxyear = 3653;
@@ -32,7 +39,8 @@ class date {
     /// The zero date.
     constexpr date() noexcept = default;
     /// 1 January 3653; see DateCrit.
-    explicit constexpr date(open_end) noexcept : year_(maxyear), leap_(false), months_(43836.0), dtn_(640273) {}
+    explicit constexpr date(open_end) noexcept
+        : calendar_{maxyear, 1, 1, false, true}, months_(43836.0), dtn_(640273) {}
     /// The zero date in the name of a routine's variable.
     explicit date(const FunctionContext& context) : context_(context) {}
     /// A day of the calendar. The day may pass its month's end (the date number then runs into the next
@@ -42,13 +50,19 @@ class date {
     /// own.
     explicit date(double number, const FunctionContext& context = {});
 
-    date(const date&) = default;
-    date(date&&) noexcept = default;
+    // Member by member: a copy of all in wider pieces would wait for a date that has just been made.
+    constexpr date(const date& source) noexcept
+        : calendar_(source.calendar_), months_(source.months_), dtn_(source.dtn_), context_(source.context_) {}
     date(const date& source, const FunctionContext& context) : date(source) { context_ = context; }
     ~date() = default;
 
-    date& operator=(const date&) = default;
-    date& operator=(date&&) noexcept = default;
+    date& operator=(const date& source) noexcept {
+        calendar_ = source.calendar_;
+        months_ = source.months_;
+        dtn_ = source.dtn_;
+        context_ = source.context_;
+        return *this;
+    }
     /// Reads a number as a date: 0 is the zero date, 1910 up to 3654 a decimal year, above that a date number
     /// whose fraction (the time of day) is dropped. Throws errlibmindate below 1910, outofrange above 641003
     /// and for NaN.
@@ -63,23 +77,24 @@ class date {
     /// The date of a decimal count of months, with a rounding of 0 or 43199 seconds.
     static date from_months(double months, int seconds);
 
-    int year() const { return year_; }
-    int month() const { return month_; }
-    int day() const { return day_; }
+    int year() const { return calendar_.year; }
+    int month() const { return calendar_.month; }
+    int day() const { return calendar_.day; }
     int dtn() const { return dtn_; }
-    bool leap() const { return leap_; }           ///< the year has a 29 February
-    bool blockleap() const { return blockleap_; } ///< the four years that hold this one begin with a leap year
+    bool leap() const { return calendar_.leap; } ///< the year has a 29 February
+    /// The four years that hold this one begin with a leap year.
+    bool blockleap() const { return calendar_.blockleap; }
     /// year * 12 + month - 1 + (day - 1) / days in the month: 22800.0 for 1 January 1900. A date read from a
     /// decimal year or moved by decimal months keeps the count that it was made from.
     double months() const { return months_; }
     double decimal_year() const { return months_ / 12.0; }
-    int daysinmonth() const { return days_in_month(month_, leap_); }
-    int daysinyear() const { return leap_ ? 366 : 365; }
+    int daysinmonth() const { return days_in_month(month(), leap()); }
+    int daysinyear() const { return leap() ? 366 : 365; }
     /// A day from 1910 to the end of 3653: the days that numbers can name.
     bool isregular() const { return dtn_ >= 3654 && dtn_ <= 640637; }
     /// Days since the year's 1 January.
-    int dayofyear() const { return isregular() ? daysbeforemonth() + day_ - 1 : dtn_ - yearstart().dtn_; }
-    int daysbeforemonth() const { return days_before_month(month_, leap_); }
+    int dayofyear() const { return isregular() ? daysbeforemonth() + day() - 1 : dtn_ - yearstart().dtn_; }
+    int daysbeforemonth() const { return days_before_month(month(), leap()); }
     /// 1 for Sunday to 7 for Saturday.
     int dayofweek() const {
         const int weekday = dtn_ % 7;
@@ -87,7 +102,7 @@ class date {
     }
     const char* monthname() const; ///< "Jan" to "Dec"
     const char* dayname() const;   ///< "Sunday" to "Saturday"
-    bool ismonthend() const { return day_ >= daysinmonth(); }
+    bool ismonthend() const { return day() >= daysinmonth(); }
 
     bool iszero() const { return dtn_ < 2; }
     FunctionContext& context() { return context_; }
@@ -150,34 +165,22 @@ class date {
     void set_number(double number);
     void set_dtn(int dtn); ///< all from the date number
     void set_irregular_dtn(int dtn);
-    void set_calendar(int year, int month, int day); ///< all but the date number, from 1908 to maxyear
-    void set_months(double months, int seconds);     ///< all from the count of months
-    void set_ymd();                                  ///< all from year, month and day
-    void set_early_ymd();
-    void set_leaps() {
-        blockleap_ = is_block_leap(year_);
-        leap_ = year_ % 4 == 0 && blockleap_;
-    }
-    void limit_year() {
-        if (year_ > maxyear) year_ = maxyear;
-    }
-    void check_month_and_day() const;
+    void set_months(double months, int seconds); ///< all from the count of months
+    void set_ymd(int year, int month, int day);  ///< all from year, month and day
+    void set_irregular_ymd(int year, int month, int day);
+    template <class Year>
+    void set_day(int year, const Year& in, int days); ///< all from the year and its days before this one
+    void set_calendar(int year, int month, int day);
     void derive_dtn();
-    void derive_early_dtn();
-    void derive_months() { months_ = year_ * 12 + (month_ - 1) + static_cast<double>(day_ - 1) / daysinmonth(); }
-    void assert_valid() const;
-    [[noreturn]] void fail_valid() const;
+    void derive_months() { months_ = year() * 12 + (month() - 1) + static_cast<double>(day() - 1) / daysinmonth(); }
+    void check_months() const;
     template <class E, class... Pieces>
     [[noreturn]] void fail(const Pieces&... pieces) const;
     bool stays(); ///< the zero date; a date number below it becomes it
-    void finish_months(bool first, bool atend, bool keepmonthend);
+    void arrive(int year, int month, bool keepmonthend);
     date with_day(int year, int month, int day) const;
 
-    int year_ = 1900;
-    int month_ = 1;
-    int day_ = 1;
-    bool leap_ = true;
-    bool blockleap_ = true;
+    CalendarDay calendar_{1900, 1, 1, true, true};
     double months_ = 22800.0;
     int dtn_ = 1;
     FunctionContext context_;
