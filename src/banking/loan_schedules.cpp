@@ -124,12 +124,6 @@ class StraightLines {
     double rate_ = 0.0; ///< a year, of those
 };
 
-/// The part of a schedule's rows that a span can hold something of: from the last one on or before a date.
-int last_row_by(View<date> dates, const date& day) {
-    const auto* const after = std::upper_bound(dates.begin(), dates.end(), day);
-    return std::max(static_cast<int>(after - dates.begin()), 1);
-}
-
 } // namespace
 
 Payments StraightLine::build(const Routine& here, const Payments& advances, const date& StartRepayments,
@@ -189,17 +183,17 @@ int StraightLine::lay_out(const Routine& here, const Payments& advances, const d
 
 double service_in(const timeperiod& span, const FromSteps& steps, View<double> rates, const Basis& basis,
                   SequenceCursor& dates) {
-    // Steps before the last one that has begun have no part in it. The stubs of a composite day count need the first
-    // step of all.
-    constexpr int few = 8;
-    const int n = steps.count();
-    if (n == 0) return 0.0;
+    if (!basis.cash()) return Step(span, steps, rates, basis);
+    Routine here{"DebtService", Routine::internal};
+    here.arguments("Time,Finish,FromDates,AnnualRates,DayCount,Periods,ProjMode", span, steps.Finish, steps.FromDates,
+                   rates, basis.DayCount, basis.Periods, basis.ProjMode);
+    basis.check(here);
+    if (steps.count() == 0 || !runs_forward(here, span)) return here.returning(0.0);
     const timeperiod paid = CashTime(span, dates, steps.extent().Start, steps.Finish, true, basis.ProjMode);
-    if (n <= few || !DayCountCodes::single(basis.DayCount) || (rates.size() != 1 && rates.size() < n))
-        return Step(paid, steps, rates, basis.accruals());
-    const int first = last_row_by(steps.FromDates, paid.from());
-    return Step(paid, FromSteps{steps.Finish, steps.FromDates.from(first)},
-                rates.size() == 1 ? rates : rates.from(first), basis.accruals());
+    return here.returning(
+        sum_steps(here, paid, steps, basis, [&](int n, const Life& step, const Measure& stub, bool ComponentPart) {
+            return ConX(Life{paid.from(), paid.to()}, step, rates.single_or(n), stub, ComponentPart);
+        }));
 }
 
 RowOfLoan next_row(const date& day, const Payments& advances, int advances_taken, SequenceCursor& dates) {

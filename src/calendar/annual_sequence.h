@@ -168,15 +168,16 @@ class SequenceCursor {
     bool arrears() const { return sequence_.arrears(); }
     const AnnualSequence& sequence() const { return sequence_; }
     date prevdate(const date& from, bool strict) {
-        return rolls() ? sequence_.prevdate(from, strict) : around(from, strict)[0];
+        return plain(from) ? around(from, strict)[0] : sequence_.prevdate(from, strict);
     }
     bool isdate(const date& day) { return nextdate(day, true) == day; }
     date nextdate(const date& from, bool inclusive) {
-        return rolls() ? sequence_.nextdate(from, inclusive) : around(from, inclusive)[1];
+        return plain(from) ? around(from, inclusive)[1] : sequence_.nextdate(from, inclusive);
     }
 
   private:
-    bool rolls() const { return sequence_.BusDaySwitch() != 0; }
+    /// True if nothing rolls, and date numbers are in the order of the calendar.
+    bool plain(const date& from) const { return sequence_.BusDaySwitch() == 0 && from.isregular(); }
     /// The last date of the sequence on or before a date, or strictly before it, and the one that follows.
     const date* around(const date& from, bool strict) {
         const int day = from.dtn() - static_cast<int>(strict);

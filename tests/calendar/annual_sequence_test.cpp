@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -185,6 +186,31 @@ TEST(AnnualSequence, FindsDatesThatAreSpreadUnevenly) {
             if (hit) last = day;
         }
     }
+}
+
+// A cursor answers as its sequence does, wherever it has been, also around the calendar's ends.
+TEST(SequenceCursor, AnswersAsItsSequence) {
+    std::mt19937 random(1);
+    const auto one_of = [&](int from, int to) { return std::uniform_int_distribution<>(from, to)(random); };
+    for (const AnnualSequence& sequence :
+         {Sequence{1.01, 4.01, 7.01, 10.01}, Sequence{-2.28, -2.29, -3.01}, Sequence{12.31},
+          Sequence{1.31, 2.29, 3.31, 4.30, 5.31, 6.30, 7.31, 8.31, 9.30, 10.31, 11.30, 12.31},
+          Sequence({1.01, 4.01, 7.01, 10.01}, 100)}) {
+        SequenceCursor cursor(sequence);
+        for (const int begin : {2, 3600, 38000, 73050, 639500}) {
+            for (int i = 0, day = begin; i < 400; ++i, day = std::clamp(day + one_of(-20, 45), 2, 640637)) {
+                if (one_of(0, 30) == 0) day = begin + one_of(0, 700);
+                const date from = date::from_dtn(day);
+                const bool strict = one_of(0, 1) == 0;
+                if (one_of(0, 1) == 0)
+                    ASSERT_EQ(cursor.prevdate(from, strict), sequence.prevdate(from, strict)) << describe(from);
+                else
+                    ASSERT_EQ(cursor.nextdate(from, strict), sequence.nextdate(from, strict)) << describe(from);
+            }
+        }
+    }
+    const AnnualSequence none;
+    EXPECT_THROW(SequenceCursor(none).nextdate(date(2005, 1, 1), true), errlibannseq);
 }
 
 TEST(AnnualSequence, RollsToBusinessDays) {

@@ -48,7 +48,7 @@ TEST(ErrorsUntraced, DescriptionIsTheFixedMessageAlone) {
     context.setmessage("dropped");
     EXPECT_EQ(context.text(), "");
     const std::size_t before = allocations();
-    const FunctionContext copy = context;
+    EXPECT_EQ(FunctionContext(context).text(), "");
     EXPECT_EQ(allocations(), before) << "a context costs nothing";
 }
 
@@ -80,6 +80,15 @@ TEST_F(Errors, ContextsMadeInATraceAreNotCopiedAfterIt) {
     EXPECT_EQ(inputerror(kept).context.function(), "F");
     trace().TraceShow();
     EXPECT_EQ(inputerror(kept).description(), "Error INP05: General Input Error ");
+}
+
+TEST_F(Errors, ANewTraceForgetsTheTextsOfTheOneBefore) {
+    const FunctionContext kept("F", "V"), alike("F", "V");
+    trace().TraceStart(false);
+    const FunctionContext of_this_trace("G", "W");
+    EXPECT_EQ(kept.text(), "");
+    EXPECT_EQ(alike.function(), "");
+    EXPECT_EQ(of_this_trace.variable(), "W");
 }
 
 } // namespace
