@@ -261,7 +261,7 @@ double PVTSFX(const date& NPVDate, View<date> FromDatesInt, View<double> IntSimp
         const date& day = flows.Dates()(i);
         const double flow = flows.Amounts()(i);
         if (!FinishDCF.iszero() && day >= FinishDCF) break;
-        if ((!StartDCF.iszero() && day <= StartDCF) || iszero(flow)) continue;
+        if (day <= StartDCF || iszero(flow)) continue;
         const TraceBlock pass = here.pass(i, flow, " on ", day);
         const double value = flow * factor(day);
         here.info("PV=", value);

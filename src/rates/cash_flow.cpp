@@ -30,7 +30,8 @@ struct FlowLists {
     /// The first date of the first list that has one, or the zero date.
     const date& first_date() const {
         for (const DatedAmounts& list : lists)
-            if (list.size() > 0) return list.Dates().first();
+            for (const date& day : list.Dates())
+                if (!day.iszero()) return day;
         return no_date;
     }
     bool empty() const {

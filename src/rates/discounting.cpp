@@ -55,14 +55,18 @@ const AnnualSequence& default_periods() {
 void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Dates, View<double> Cashflows) {
     const int n = std::min(Dates.size(), Cashflows.size());
     const YearsFrom start(rules.NPVDate, rules.DayCount, rules.Periods);
-    const int last_before = rules.StartDCF.iszero() ? std::numeric_limits<int>::min() : rules.StartDCF.dtn();
+    const int last_before = rules.StartDCF.dtn(); // with none the zero date: a flow without a date does not count
     const int finish = rules.FinishDCF.iszero() ? std::numeric_limits<int>::max() : rules.FinishDCF.dtn();
     const bool evenly = (rules.options & flows_received_evenly) != 0 && n > 1;
     for (int i = 1; i <= n; ++i) {
         const date& day = Dates.get(i);
         const double flow = Cashflows.get(i);
         if (day.dtn() >= finish) break;
-        if (day.dtn() <= last_before || iszero(flow)) continue;
+        if (day.dtn() <= last_before || iszero(flow)) {
+            if (traced() && day.iszero())
+                trace().warning(text_of("The cash flow of ", flow, " has no date, ignoring it"));
+            continue;
+        }
         const double years = start.to(day);
         if (evenly)
             schedule.add_spread(flow, years, receipt_period(Dates, i, n, rules));

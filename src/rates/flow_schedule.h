@@ -10,6 +10,7 @@
 #include "core/range.h"
 #include "rates/powers.h"
 
+#include <limits>
 #include <utility>
 
 namespace qx {
@@ -36,7 +37,7 @@ class FlowSchedule {
         ++n_;
         amounts_[n_ + lanes - 2] = years_[n_ + lanes - 2] = 0.0;
     }
-    /// A flow received evenly over a period of some years (0 or more) from that time on.
+    /// A flow received evenly over a period of some years from that time on, or back where dates descend.
     void add_spread(double amount, double years, double period);
 
     double amount(int i) const { return amounts_[i]; } ///< of flow i, from 0
@@ -47,7 +48,7 @@ class FlowSchedule {
     double present_value(double rate) const;
 
   private:
-    static constexpr double received_at_once = -1.0;
+    static constexpr double received_at_once = std::numeric_limits<double>::infinity();
 
     [[noreturn]] static void fail_full();
     /// The present value with each flow shown; of flows received at once whose powers need no special care; and of any.
