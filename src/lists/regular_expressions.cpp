@@ -1,17 +1,14 @@
 #include "lists/regular_expressions.h"
 
 #include "core/routine.h"
+#include "lists/letters.h"
 
-#include <algorithm>
-#include <cwchar>
 #include <iterator>
 #include <locale>
 #include <stdexcept>
-#include <string_view>
 
 #define BOOST_REGEX_MAX_STATE_COUNT 1'000'000 // for a string that is read letter by letter
 #include <boost/regex.hpp>
-#include <boost/regex/pending/unicode_iterator.hpp>
 
 namespace qx {
 
@@ -51,18 +48,6 @@ class Letter {
 
 using Match = boost::match_results<Letter>;
 
-/// Letters of all languages, where the platform has a table of them.
-const std::locale& all_letters() {
-    static const std::locale letters = [] {
-        try {
-            return std::locale("C.UTF-8");
-        } catch (const std::runtime_error&) {
-            return std::locale::classic();
-        }
-    }();
-    return letters;
-}
-
 /// An expression compiled, from a small store of those used last.
 const boost::wregex& compiled(const std::wstring& expression) {
     struct Entry {
@@ -88,19 +73,6 @@ const boost::wregex& compiled(const std::wstring& expression) {
     return oldest->compiled;
 }
 
-/// True if a string is UTF-8 and a wide character has room for each of its characters.
-bool is_utf8(std::string_view text) {
-    using Reader = boost::u8_to_u32_iterator<const char*>;
-    const char *const first = text.data(), *const last = first + text.size();
-    try {
-        for (Reader at(first, first, last), end(last, first, last); at != end; ++at)
-            if (*at > static_cast<char32_t>(WCHAR_MAX)) return false;
-        return true;
-    } catch (const std::out_of_range&) {
-        return false;
-    }
-}
-
 /// A string, the expression sought in it and what replaces it, all read character by character; or byte by byte if one
 /// of them is not UTF-8, as texts of a spreadsheet with a code page.
 class Search {
@@ -116,21 +88,11 @@ class Search {
     boost::regex_iterator<Letter> matches() const { return {begin(), end(), expression_}; }
 
     /// Letters of this search as they came.
-    std::string written(const std::wstring& letters) const {
-        if (!utf8_) return std::string(letters.begin(), letters.end());
-        std::string text;
-        std::copy(letters.begin(), letters.end(), boost::utf8_output_iterator(std::back_inserter(text)));
-        return text;
-    }
+    std::string written(const std::wstring& letters) const { return text_of(letters, utf8_); }
 
   private:
     std::wstring read(const std::string& text, bool lower_case) const {
-        std::wstring letters;
-        if (utf8_)
-            letters.assign(boost::u8_to_u32_iterator(text.data()),
-                           boost::u8_to_u32_iterator(text.data() + text.size()));
-        else
-            for (const char byte : text) letters += static_cast<unsigned char>(byte);
+        std::wstring letters = letters_of(text, utf8_);
         if (lower_case)
             std::use_facet<std::ctype<wchar_t>>(all_letters()).tolower(letters.data(), letters.data() + letters.size());
         return letters;
