@@ -5,6 +5,7 @@
 #include "addin/host.h"
 #include "addin/registration.h"
 #include "core/utilities.h"
+#include "lists/letters.h"
 
 #include <boost/regex.hpp>
 
@@ -16,17 +17,26 @@
 namespace qx {
 
 struct Replacer::Compiled {
-    boost::regex expression;
+    bool utf8;
+    boost::wregex of_letters, of_bytes; ///< the first only for UTF-8
 };
 
 Replacer::Replacer(const std::string& expression, std::string replacement)
     : compiled_(std::make_unique<Compiled>()), replacement_(std::move(replacement)) {
-    compiled_->expression.assign(expression);
+    compiled_->utf8 = is_utf8(expression) && is_utf8(replacement_);
+    const auto compile = [&](boost::wregex& compiled, bool utf8) {
+        compiled.imbue(all_letters());
+        compiled.assign(letters_of(expression, utf8));
+    };
+    if (compiled_->utf8) compile(compiled_->of_letters, true);
+    compile(compiled_->of_bytes, false);
 }
 Replacer::~Replacer() = default;
 
 std::string Replacer::operator()(const std::string& text) const {
-    return boost::regex_replace(text, compiled_->expression, replacement_);
+    const bool utf8 = compiled_->utf8 && is_utf8(text);
+    const boost::wregex& expression = utf8 ? compiled_->of_letters : compiled_->of_bytes;
+    return text_of(boost::regex_replace(letters_of(text, utf8), expression, letters_of(replacement_, utf8)), utf8);
 }
 
 namespace {

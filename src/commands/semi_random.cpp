@@ -2,6 +2,7 @@
 #include "addin/host.h"
 #include "addin/registration.h"
 #include "core/logs.h"
+#include "core/utilities.h"
 #include "numerics/random.h"
 
 namespace qx {
@@ -20,8 +21,9 @@ int seed_of_companion() {
     OPER cell{{.num = 0.0}, xltypeRef};
     cell.val.mref = {&fourth_of_second_row, sheet->val.mref.idSheet};
     OPER seed = nil_cell();
-    const bool answered = Excel(xlCoerce, &seed, 2, &cell, TempInt(xltypeInt)) == xlretSuccess;
-    return answered && seed.type() == xltypeInt ? seed.val.w : 0;
+    // As a number, because an integer of a cell has 16 bits and a seed 32.
+    const bool answered = Excel(xlCoerce, &seed, 2, &cell, TempInt(xltypeNum)) == xlretSuccess;
+    return answered && seed.type() == xltypeNum ? whole(seed.val.num) : 0;
 }
 
 } // namespace

@@ -45,7 +45,7 @@ Number parse(std::string text, Number otherwise, Number largest) {
     bool negative = false;
     if (!reduce(text, negative)) return otherwise;
     std::string_view digits = text;
-    if (!digits.empty() && digits.front() == '+') digits.remove_prefix(1);
+    if (digits.starts_with('+') && !digits.starts_with("+-")) digits.remove_prefix(1);
     Number number{};
     const std::errc failure = std::from_chars(digits.data(), digits.data() + digits.size(), number).ec;
     if (failure == std::errc::invalid_argument) return otherwise;

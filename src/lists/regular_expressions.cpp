@@ -1,9 +1,10 @@
 #include "lists/regular_expressions.h"
 
 #include "core/routine.h"
+#include "lists/letters.h"
 
-#include <algorithm>
 #include <iterator>
+#include <locale>
 #include <stdexcept>
 
 #define BOOST_REGEX_MAX_STATE_COUNT 1'000'000 // for a string that is read letter by letter
@@ -27,13 +28,13 @@ void look() {
 class Letter {
   public:
     using iterator_category = std::bidirectional_iterator_tag;
-    using value_type = char;
+    using value_type = wchar_t;
     using difference_type = std::ptrdiff_t;
-    using pointer = const char*;
-    using reference = const char&;
+    using pointer = const wchar_t*;
+    using reference = const wchar_t&;
 
     Letter() = default;
-    explicit Letter(const char* at) : at_(at) {}
+    explicit Letter(const wchar_t* at) : at_(at) {}
     reference operator*() const { return look(), *at_; }
     Letter& operator++() { return ++at_, *this; }
     Letter& operator--() { return --at_, *this; }
@@ -42,16 +43,16 @@ class Letter {
     friend bool operator==(const Letter& a, const Letter& b) { return look(), a.at_ == b.at_; }
 
   private:
-    const char* at_ = nullptr;
+    const wchar_t* at_ = nullptr;
 };
 
 using Match = boost::match_results<Letter>;
 
 /// An expression compiled, from a small store of those used last.
-const boost::regex& compiled(const std::string& expression) {
+const boost::wregex& compiled(const std::wstring& expression) {
     struct Entry {
-        std::string expression;
-        boost::regex compiled;
+        std::wstring expression;
+        boost::wregex compiled;
         unsigned long used = 0;
     };
     static Entry store[16];
@@ -65,32 +66,42 @@ const boost::regex& compiled(const std::string& expression) {
         if (entry.used < oldest->used) oldest = &entry;
     }
     oldest->used = 0; // not valid if the compilation fails
+    oldest->compiled.imbue(all_letters());
     oldest->compiled.assign(expression);
     oldest->expression = expression;
     oldest->used = ++clock;
     return oldest->compiled;
 }
 
-std::string lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return text;
-}
-
-/// A string and the expression sought in it.
+/// A string, the expression sought in it and what replaces it, all read character by character; or byte by byte if one
+/// of them is not UTF-8, as texts of a spreadsheet with a code page.
 class Search {
   public:
-    Search(const std::string& text, const std::string& expression, bool lower_case)
-        : text_(lower_case ? lower(text) : text), expression_(compiled(lower_case ? lower(expression) : expression)) {}
+    Search(const std::string& text, const std::string& expression, bool lower_case, const std::string& replacement = {})
+        : utf8_(is_utf8(text) && is_utf8(expression) && is_utf8(replacement)), text_(read(text, lower_case)),
+          expression_(compiled(read(expression, lower_case))), replacement_(read(replacement, false)) {}
 
-    const boost::regex& expression() const { return expression_; }
+    const boost::wregex& expression() const { return expression_; }
+    const std::wstring& replacement() const { return replacement_; }
     Letter begin() const { return Letter(text_.data()); }
     Letter end() const { return Letter(text_.data() + text_.size()); }
     boost::regex_iterator<Letter> matches() const { return {begin(), end(), expression_}; }
 
+    /// Letters of this search as they came.
+    std::string written(const std::wstring& letters) const { return text_of(letters, utf8_); }
+
   private:
-    std::string text_;
-    const boost::regex& expression_;
+    std::wstring read(const std::string& text, bool lower_case) const {
+        std::wstring letters = letters_of(text, utf8_);
+        if (lower_case)
+            std::use_facet<std::ctype<wchar_t>>(all_letters()).tolower(letters.data(), letters.data() + letters.size());
+        return letters;
+    }
+
+    bool utf8_;
+    std::wstring text_;
+    const boost::wregex& expression_;
+    std::wstring replacement_;
 };
 
 /// Runs a search with every failure of the engine as errlibregexp.
@@ -133,7 +144,7 @@ std::string RegSMatch(const std::string& Textstring, const std::string& RegSough
         Match match;
         const bool found = boost::regex_search(search.begin(), search.end(), match, search.expression());
         here.info(found ? "Matched" : "Not Matched");
-        return found ? match.str() : std::string{};
+        return found ? search.written(match.str()) : std::string{};
     }));
 }
 
@@ -146,7 +157,7 @@ WorkList<std::string> RegSMatches(const std::string& Textstring, const std::stri
     guarded(here, [&] {
         const Search search(Textstring, RegSought, CaseInSensitive);
         for (auto match = search.matches(); match != boost::regex_iterator<Letter>(); ++match)
-            append(found, match->str());
+            append(found, search.written(match->str()));
     });
     here.info("Matches found:", found.size());
     return here.returning(std::move(found));
@@ -164,7 +175,7 @@ WorkList<std::string> RegSplit(const std::string& Textstring, const std::string&
         const Search search(Textstring, RegSought, CaseInSensitive);
         const int sub_match = SplitMode == 0 ? -1 : 0;
         boost::regex_token_iterator<Letter> token(search.begin(), search.end(), search.expression(), sub_match);
-        for (; token != boost::regex_token_iterator<Letter>(); ++token) append(pieces, token->str());
+        for (; token != boost::regex_token_iterator<Letter>(); ++token) append(pieces, search.written(token->str()));
     });
     here.info(pieces.size(), SplitMode == 0 ? " pieces found" : " matches found");
     return here.returning(std::move(pieces));
@@ -175,11 +186,11 @@ std::string RegReplace(const std::string& Textstring, const std::string& RegSoug
     Routine here{"RegReplace"};
     here.inputs(Textstring, RegSought, Replacement, CaseInSensitive);
     return here.returning(guarded(here, [&] {
-        const Search search(Textstring, RegSought, CaseInSensitive);
-        std::string replaced;
+        const Search search(Textstring, RegSought, CaseInSensitive, Replacement);
+        std::wstring replaced;
         boost::regex_replace(std::back_inserter(replaced), search.begin(), search.end(), search.expression(),
-                             Replacement);
-        return replaced;
+                             search.replacement());
+        return search.written(replaced);
     }));
 }
 

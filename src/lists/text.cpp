@@ -35,12 +35,11 @@ std::optional<Token> find_token(std::string_view text, int number, std::string_v
     }
 }
 
-template <class Number>
-WorkList<Number> extract(const char* name, View<anyvalue> InputPoly_s, Number (*parse)(const std::string&, Number),
-                         const char* parsed_words) {
+WorkList<double> extract(const char* name, View<anyvalue> InputPoly_s, bool drops_decimals, const char* parsed_words) {
     Routine here{name};
     here.inputs(InputPoly_s);
-    WorkList<Number> numbers;
+    const auto kept = [&](double number) { return drops_decimals ? std::trunc(number) : number; };
+    WorkList<double> numbers;
     numbers->setname(name);
     if (InputPoly_s.lastnonblank() == 0) {
         here.info("Zero length input array, returning single value of zero");
@@ -54,17 +53,14 @@ WorkList<Number> extract(const char* name, View<anyvalue> InputPoly_s, Number (*
         const TraceBlock pass = here.pass(i);
         if (cell.istext()) {
             here.info("Translating '", cell.text(), "' from text to number");
-            numbers(i) = parse(cell.text(), 0);
+            numbers(i) = kept(parsenumber(cell.text(), 0.0));
             here.info(parsed_words, " ", numbers(i));
         } else if (cell.isblank()) {
             here.info("A blank cell counts as zero");
             numbers(i) = 0;
         } else {
             here.info("The input was a number and does not need translating from text to number");
-            if constexpr (std::is_same_v<Number, int>)
-                numbers(i) = whole(cell.number());
-            else
-                numbers(i) = cell.number();
+            numbers(i) = kept(cell.number());
         }
     }
     return here.returning(std::move(numbers));
@@ -120,10 +116,10 @@ double ExtractNum(const std::string& Textstring, int StartPos, int EndPos) {
         Textstring.substr(static_cast<std::size_t>(first - 1), static_cast<std::size_t>(last - first + 1)), 0.0));
 }
 
-WorkList<int> ExInt(View<anyvalue> InputPoly_s) {
-    return extract("ExInt", InputPoly_s, &parseint, "Parsed to an integer");
+WorkList<double> ExInt(View<anyvalue> InputPoly_s) {
+    return extract("ExInt", InputPoly_s, true, "Parsed to an integer");
 }
-WorkList<double> ExFl(View<anyvalue> InputPoly_s) { return extract("ExFl", InputPoly_s, &parsenumber, "Translated"); }
+WorkList<double> ExFl(View<anyvalue> InputPoly_s) { return extract("ExFl", InputPoly_s, false, "Translated"); }
 
 WorkList<double> ExNumRange(const anyvalue& Textstring, const std::string& Delimiter) {
     Routine here{"ExNumRange"};

@@ -26,7 +26,7 @@ double ExtractNum(const std::string& Textstring, int StartPos, int EndPos);
 
 /// The numbers of cells, texts parsed as amounts; an empty input gives a single 0. The shape stays. ExInt drops
 /// decimals.
-WorkList<int> ExInt(View<anyvalue> InputPoly_s);
+WorkList<double> ExInt(View<anyvalue> InputPoly_s);
 WorkList<double> ExFl(View<anyvalue> InputPoly_s);
 
 /// The numbers in a string such as "1-3,7,10-12": 1, 2, 3, 7, 10, 11, 12. A range goes in steps of one, up or down. A

@@ -101,8 +101,8 @@ class CompanionHost : public StubHost {
             const XLREF& cell = reference.lpmref->reftbl[0];
             EXPECT_EQ(cell.rwFirst, 1);
             EXPECT_EQ(cell.colFirst, 3);
-            EXPECT_EQ(arguments[1]->val.w, xltypeInt);
-            *result = int_cell(4321);
+            EXPECT_EQ(arguments[1]->val.w, xltypeNum);
+            *result = number_cell(4321);
             return xlretSuccess;
         }
         return StubHost::call(xlfn, result, count, arguments);

@@ -197,5 +197,22 @@ TEST_F(FindReplace, TheCommandShowsTheDialog) {
     EXPECT_EQ(command->run(), 0);
 }
 
+TEST(Replacer, ReplacesLettersAndNoPartOfOne) {
+    // The en dash begins with the same byte as the euro sign.
+    EXPECT_EQ(Replacer("[€£]", "")("€5–£6"), "5–6");
+    EXPECT_EQ(Replacer("Stra(.)e", "$1$1")("Straße"), "ßß");
+    EXPECT_EQ(Replacer("-", "–")("a-b"), "a–b");
+    EXPECT_EQ(Replacer("5", "6")("\xA3"
+                                 "5"),
+              "\xA3"
+              "6")
+        << "a text of a code page";
+    EXPECT_EQ(Replacer("[\xA3$]", "GBP ")("\xA3"
+                                          "5"),
+              "GBP 5");
+    EXPECT_THROW(Replacer("a", "\\x{110000}")("a"), std::runtime_error);
+    EXPECT_THROW(Replacer("[b-a]", ""), std::runtime_error);
+}
+
 } // namespace
 } // namespace qx::test

@@ -30,6 +30,11 @@ TEST(Companion, TheSeedIsInTheFourthCellOfTheSecondRowOfGlobals) {
     book.set_formula({1, 3, globals}, "=4700+11"); // a formula too
     EXPECT_EQ(run_set_semi_random(book), 0);
     EXPECT_EQ(next_random(), with);
+    seed_random(-1234567);
+    const double with_long = next_random();
+    book.set_value({1, 3, globals}, sheet::Value::number(1234567)); // the sign makes no sequence of its own
+    EXPECT_EQ(run_set_semi_random(book), 0);
+    EXPECT_EQ(next_random(), with_long);
     seed_random(default_seed);
 }
 

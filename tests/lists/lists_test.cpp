@@ -82,6 +82,19 @@ TEST(RegularExpressions, MoreExpressionsThanAreKeptComeOutRight) {
                       static_cast<std::size_t>(n));
 }
 
+TEST(RegularExpressions, KnowTheLettersOfAllLanguages) {
+    EXPECT_EQ(RegSMatch("ÉTÉ 2026", "é\\w+", true), "été");
+    EXPECT_EQ(RegNMatches("Großjena, Łódź", "\\b[[:alpha:]]+\\b", false), 2);
+    EXPECT_EQ(RegReplace("a\U0001F3E2b", "a.b", "$&$&", false), "a\U0001F3E2ba\U0001F3E2b");
+    // Bytes that are not UTF-8 are those of a code page: here the pound sign and a small e with an acute accent.
+    EXPECT_EQ(RegSMatch("Rent \xA3"
+                        "500",
+                        "[\xA3$]\\d+", false),
+              "\xA3"
+              "500");
+    EXPECT_EQ(RegReplace("caf\xE9 5", "caf.", "\xE9", false), "\xE9 5");
+}
+
 TEST(ExtractNum, TakesPositionsFromOneAndBothEnds) {
     EXPECT_EQ(ExtractNum("Unit 127, Floor 3", 6, 8), 127.0);
     EXPECT_EQ(ExtractNum("Unit 127, Floor 3", 6, 6), 1.0);
