@@ -150,7 +150,7 @@ class UpliftedCapital {
     SavedInputs<date, date, int, date, int, Index...> inputs_;
 };
 
-/// The debt service paid in a span: Step, which finds the dates of its basis by a cursor.
+/// The debt service paid in a span: what Step gives, with the dates of the basis found by a cursor.
 double service_in(const timeperiod& span, const FromSteps& steps, View<double> rates, const Basis& basis,
                   SequenceCursor& dates);
 

@@ -170,10 +170,10 @@ class SequenceCursor {
     date prevdate(const date& from, bool strict) {
         return plain(from) ? around(from, strict)[0] : sequence_.prevdate(from, strict);
     }
-    bool isdate(const date& day) { return nextdate(day, true) == day; }
     date nextdate(const date& from, bool inclusive) {
         return plain(from) ? around(from, inclusive)[1] : sequence_.nextdate(from, inclusive);
     }
+    bool isdate(const date& day) { return nextdate(day, true) == day; }
 
   private:
     /// True if nothing rolls, and date numbers are in the order of the calendar.

@@ -115,6 +115,21 @@ bool in_calendar(int dtn) {
     return number - first <= last - first && number % days_in_400_years != 36525;
 }
 
+/// Where a day stands in the calendar: its year, none if there is no such day, and the days of the year before it.
+struct PlaceInCalendar {
+    const CalendarYears::Year* year = nullptr;
+    int days = 0;
+
+    PlaceInCalendar(int y, int month, int day) {
+        if (!in_calendar(y, month, day)) return;
+        const CalendarYears::Year& in = calendar_years(y);
+        const auto [before, length] = year_days.months[in.leap][month];
+        if (day > length) return;
+        year = &in;
+        days = before + day - 1;
+    }
+};
+
 /// The date number of a day from 1908 on; one past its month's end runs into the next month.
 int calendar_number(int year, int month, int day) {
     const CalendarYears::Year& in = calendar_years(year);
@@ -207,12 +222,11 @@ inline void date::set_day(int year, const Year& in, int days) {
 
 inline void date::set_ymd(int year, int month, int day) {
     const int limited = std::min(year, maxyear);
-    if (in_calendar(limited, month, day)) {
-        const CalendarYears::Year& in = calendar_years(limited);
-        const auto [before, length] = year_days.months[in.leap][month];
-        if (day <= length) return set_day(limited, in, before + day - 1);
-    }
-    set_irregular_ymd(year, month, day);
+    const PlaceInCalendar place(limited, month, day);
+    if (place.year != nullptr)
+        set_day(limited, *place.year, place.days);
+    else
+        set_irregular_ymd(year, month, day);
 }
 
 /// A day before the calendar's first, or past its month's end.
@@ -224,8 +238,16 @@ void date::set_irregular_ymd(int year, int month, int day) {
 }
 
 date date::from_ymd(int year, int month, int day) {
+    const auto otherwise = [](int year, int month, int day) __attribute__((noinline)) {
+        date value;
+        value.set_ymd(year, month, day);
+        return value;
+    };
+    const PlaceInCalendar place(year, month, day);
+    if (place.year == nullptr) [[unlikely]]
+        return otherwise(year, month, day);
     date value; // whose own first values are never written
-    value.set_ymd(year, month, day);
+    value.set_day(year, *place.year, place.days);
     return value;
 }
 

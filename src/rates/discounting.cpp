@@ -45,6 +45,12 @@ double receipt_period(View<date> Dates, int i, int n, const DiscountRules& rules
     return years_between(Dates.get(first), Dates.get(first + 1), rules.DayCount, rules.Periods);
 }
 
+void warn_of_no_date(View<date> Dates, View<double> Cashflows) {
+    for (int i = 1; i <= Dates.size(); ++i)
+        if (Dates(i).iszero() && !iszero(Cashflows(i)))
+            trace().warning(text_of("The cash flow of ", Cashflows(i), " has no date, ignoring it"));
+}
+
 } // namespace
 
 const AnnualSequence& default_periods() {
@@ -54,6 +60,7 @@ const AnnualSequence& default_periods() {
 
 void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Dates, View<double> Cashflows) {
     const int n = std::min(Dates.size(), Cashflows.size());
+    if (traced()) warn_of_no_date(Dates.upto(n), Cashflows);
     const YearsFrom start(rules.NPVDate, rules.DayCount, rules.Periods);
     const int last_before = rules.StartDCF.dtn(); // with none the zero date: a flow without a date does not count
     const int finish = rules.FinishDCF.iszero() ? std::numeric_limits<int>::max() : rules.FinishDCF.dtn();
@@ -62,11 +69,7 @@ void add_flows(FlowSchedule& schedule, const DiscountRules& rules, View<date> Da
         const date& day = Dates.get(i);
         const double flow = Cashflows.get(i);
         if (day.dtn() >= finish) break;
-        if (day.dtn() <= last_before || iszero(flow)) {
-            if (traced() && day.iszero())
-                trace().warning(text_of("The cash flow of ", flow, " has no date, ignoring it"));
-            continue;
-        }
+        if (day.dtn() <= last_before || iszero(flow)) continue;
         const double years = start.to(day);
         if (evenly)
             schedule.add_spread(flow, years, receipt_period(Dates, i, n, rules));
