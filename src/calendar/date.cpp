@@ -30,7 +30,7 @@ constexpr std::int64_t block_start(std::int64_t block) {
 
 constexpr std::int64_t largest_dtn = 2'000'000'000; // keeps all of the arithmetic in range
 
-/// A CalendarDay of which the parts that are left out are 0: those of a year and of a day in it make a whole one.
+/// A CalendarDay in which parts may be 0: that of a year and that of a day in it together make a whole one.
 constexpr std::uint64_t part_of_day(const CalendarDay& day) { return std::bit_cast<std::uint64_t>(day); }
 
 /// The days of an ordinary year and of a leap year, each with the months of its year that have passed before it, and of
@@ -115,7 +115,7 @@ bool in_calendar(int dtn) {
     return number - first <= last - first && number % days_in_400_years != 36525;
 }
 
-/// Where a day stands in the calendar: its year, none if there is no such day, and the days of the year before it.
+/// The place of a day in the calendar: its year, none if there is no such day, and the days of that year before it.
 struct PlaceInCalendar {
     const CalendarYears::Year* year = nullptr;
     int days = 0;

@@ -12,12 +12,17 @@ class FunctionContext::Store {
         static const Texts none;
         return number < first_ || number - first_ >= texts_.size() ? none : texts_[number - first_];
     }
-    std::uint32_t number_of(const Texts& texts) {
-        std::string key;
-        for (const std::string* text : {&texts.function, &texts.variable, &texts.class_name, &texts.message})
-            key.append(*text).push_back('\0');
-        const auto [place, is_new] = numbers_.try_emplace(std::move(key), first_ + texts_.size());
-        if (is_new) texts_.push_back(texts);
+    /// That of the texts of a context, one of which has changed.
+    std::uint32_t number_of(const Texts& before, std::string Texts::*field, std::string_view changed) {
+        constexpr std::string Texts::*fields[] = {&Texts::function, &Texts::variable, &Texts::class_name,
+                                                  &Texts::message};
+        key_.clear();
+        for (const auto each : fields) {
+            key_ += each == field ? changed : std::string_view(before.*each);
+            key_ += '\0';
+        }
+        const auto [place, is_new] = numbers_.try_emplace(key_, first_ + texts_.size());
+        if (is_new) texts_.emplace_back(before).*field = changed;
         return place->second;
     }
     void clear() {
@@ -30,6 +35,7 @@ class FunctionContext::Store {
     std::uint32_t first_ = 1;
     std::deque<Texts> texts_; // they stay where they are
     std::unordered_map<std::string, std::uint32_t> numbers_;
+    std::string key_; ///< of the texts sought
 };
 
 FunctionContext::Store& FunctionContext::store() {
@@ -40,18 +46,12 @@ FunctionContext::Store& FunctionContext::store() {
 const FunctionContext::Texts& FunctionContext::texts() const { return store()[number_]; }
 
 void FunctionContext::set(std::string Texts::*field, std::string_view text) {
-    if (!tracing) return;
-    Texts changed = texts();
-    changed.*field = text;
-    number_ = store().number_of(changed);
+    if (tracing) number_ = store().number_of(texts(), field, text);
 }
 
 void FunctionContext::setnames(std::string_view function, std::string_view variable) {
-    if (!tracing) return;
-    Texts changed = texts();
-    changed.function = function;
-    changed.variable = variable;
-    number_ = store().number_of(changed);
+    setfunction(function);
+    setvariable(variable);
 }
 
 void FunctionContext::forget_texts() { store().clear(); }
