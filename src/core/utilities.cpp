@@ -27,7 +27,7 @@ double power(double base, double exponent) {
         throw errlibbadexponentiation(context);
     }
     if (base < 0.0) exponent = std::trunc(exponent); // whole but for the tolerance: std::pow would give NaN
-    if (exponent == 1.0) return base; // the bits of the library, without its logarithm
+    if (exponent == 1.0) return base;                // the bits of the library, without its logarithm
     return std::pow(base, exponent);
 }
 
