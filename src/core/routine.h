@@ -161,11 +161,11 @@ class Routine {
     // What the members above do while traced, and how they fail: out of line, out of the way of the rest.
     template <auto add, class... Pieces>
     [[gnu::cold, gnu::noinline]] static void show(Shown<Pieces>... pieces) {
-        (trace().*add)(text_of(pieces...));
+        if (!trace().full()) (trace().*add)(text_of(pieces...));
     }
     template <class... Pieces>
     [[gnu::cold, gnu::noinline]] static void show_pass(int index, Shown<Pieces>... pieces) {
-        trace().loop_pass(index, text_of(pieces...));
+        if (!trace().full()) trace().loop_pass(index, text_of(pieces...));
     }
     template <class... Values>
     [[gnu::cold, gnu::noinline]] void show_arguments(const char* names, Shown<Values>... values) {

@@ -128,6 +128,8 @@ class clsTrace2 {
 
     // The store, for viewers and tests: items 1 to count(), of which the first maxitems have text.
     int count() const { return count_; }
+    /// Nothing more is stored or written, so that texts for it need not be made.
+    bool full() const { return file_full_; }
     std::string_view text(int item) const;
     std::string_view full_text(int item) const; ///< with all digits of its numbers
     int level(int item) const;
